@@ -1,0 +1,44 @@
+// Points, sizes and rectangles in device units, and the platform's colour number. Plain values, no behaviour.
+#pragma once
+
+#include <cstdint>
+
+/// 0x00BBGGRR, as result files' property stores and traces write it.
+using Colour = std::uint32_t;
+
+constexpr Colour makeColour(int red, int green, int blue) {
+    return Colour(red & 0xff) | Colour(green & 0xff) << 8 | Colour(blue & 0xff) << 16;
+}
+constexpr int redOf(Colour colour) {
+    return int(colour & 0xff);
+}
+constexpr int greenOf(Colour colour) {
+    return int(colour >> 8 & 0xff);
+}
+constexpr int blueOf(Colour colour) {
+    return int(colour >> 16 & 0xff);
+}
+
+/// A device position: X to the right, Y down, pixel (0, 0) at the left top.
+struct DevicePoint {
+    std::int32_t X = 0;
+    std::int32_t Y = 0;
+    bool operator==(const DevicePoint&) const = default;
+};
+
+struct DeviceSize {
+    std::int32_t Width = 0;
+    std::int32_t Height = 0;
+    bool operator==(const DeviceSize&) const = default;
+};
+
+/// Corners in device units; what is drawn in it leaves out `Right` and `Bottom` themselves.
+struct DeviceRect {
+    std::int32_t Left = 0;
+    std::int32_t Top = 0;
+    std::int32_t Right = 0;
+    std::int32_t Bottom = 0;
+    bool operator==(const DeviceRect&) const = default;
+    int Width() const { return Right - Left; }
+    int Height() const { return Bottom - Top; }
+};
