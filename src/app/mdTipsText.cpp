@@ -1,7 +1,7 @@
 #include "app/NumberFormat.h"
-#include "app/Rounding.h"
 #include "app/mdTips.h"
 #include "platform/Codepage.h"
+#include "platform/Rounding.h"
 
 #include <charconv>
 #include <cmath>

@@ -72,8 +72,8 @@ void LoadNumberedStep(ResultModel& model, int stepNumber, std::int32_t item, int
     if (referenceNumber <= model.StepCount &&
         mdVelorinResultModel::LoadStep(stepNumber - 1, item, model, false, referenceNumber - 1))
         return;
-    throw Stop{UnusableInput, model.FileName + u": 無効なパラメータです。 (no step %1 among %2)"_qs.arg(wanted).arg(
-                                                   model.StepCount)};
+    throw Stop{UnusableInput,
+               model.FileName + u": 無効なパラメータです。 (no step %1 among %2)"_qs.arg(wanted).arg(model.StepCount)};
 }
 
 } // namespace batch

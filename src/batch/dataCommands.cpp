@@ -170,8 +170,7 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
     options.Value(u"step"_qs, u"N"_qs, u"The step."_qs);
     options.Value(u"item"_qs, u"K"_qs, u"The item, by number or name."_qs);
     options.Value(u"reference"_qs, u"R"_qs, u"Give the difference from this step."_qs);
-    options.Value(u"query"_qs, u"KIND"_qs,
-                  u"item (default), node, element, displacement-x or displacement-y."_qs);
+    options.Value(u"query"_qs, u"KIND"_qs, u"item (default), node, element, displacement-x or displacement-y."_qs);
     options.Flag(u"json"_qs, u"Print JSON with count and bounds instead."_qs);
     options.Parse(arguments, streams);
     const std::optional<int> step = options.Integer(u"step"_qs, 1);

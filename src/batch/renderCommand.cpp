@@ -145,8 +145,8 @@ void applySettings(const QStringList& assignments, ApplicationSettings& settings
     for (const QString& assignment : assignments) {
         const qsizetype equals = assignment.indexOf(u'=');
         if (equals < 0 || !drawingElements::Set(assignment.left(equals), assignment.mid(equals + 1), settings))
-            throw Stop{WrongUsage, u"--set wants PATH=VALUE with a known path and a fitting value, not \"%1\""_qs.arg(
-                                       assignment)};
+            throw Stop{WrongUsage,
+                       u"--set wants PATH=VALUE with a known path and a fitting value, not \"%1\""_qs.arg(assignment)};
     }
 }
 
@@ -190,7 +190,7 @@ Job jobFrom(const Options& options) {
         job.range = parseRange(options.Text(u"steps"_qs));
     job.settings.Window.Mesh = chosen(options, u"mesh"_qs, u"on"_qs, u"off"_qs, job.settings.Window.Mesh);
     job.scaleMode = chosen(options, u"scale-mode"_qs, u"fixed"_qs, u"automatic"_qs, true) ? PlotScaleMode::Fixed
-                                                                                        : PlotScaleMode::Automatic;
+                                                                                          : PlotScaleMode::Automatic;
     applySettings(options.Texts(u"set"_qs), job.settings);
     return job;
 }

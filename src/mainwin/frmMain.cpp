@@ -25,12 +25,12 @@ frmMain::frmMain() {
     clsModel.SetClientName(mdApplication::ApplicationTitle);
     clsModel.SetScaleMode(PlotScaleMode::Fixed);
     clsModel.SetHeadless(false);
-    clsModel.SetEventSink({[this] { return view.ViewBounds; },
-                           [this](PlotCanvas& canvas) {
-                               mdScene::PaintScene(canvas, false,
-                                                   {mdApplication::Model, mdApplication::Settings, view});
-                           },
-                           [this] { return std::exchange(view.RefitPending, false); }});
+    clsModel.SetEventSink(
+        {[this] { return view.ViewBounds; },
+         [this](PlotCanvas& canvas) {
+             mdScene::PaintScene(canvas, false, {mdApplication::Model, mdApplication::Settings, view});
+         },
+         [this] { return std::exchange(view.RefitPending, false); }});
     updateCaption();
     updateCommands();
 }

@@ -1,5 +1,5 @@
-// The main window: the picture of the open result file with its scroll bars and status bar. Layout and one line per event;
-// what the events do stands in a file per subject.
+// The main window: the picture of the open result file with its scroll bars and status bar. Layout and one line per
+// event; what the events do stands in a file per subject.
 #pragma once
 
 #include "platform/DocumentPlotter.h"

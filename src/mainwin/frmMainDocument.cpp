@@ -47,17 +47,16 @@ void frmMain::promptAndOpen() {
 }
 
 bool frmMain::promptFileName(QString& path) {
-    const QString filter = mdApplication::ApplicationTitle +
-                           u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_qs;
-    const auto chosen = Dialogs::OpenFileName(this, tr("計算結果ファイルを開く"),
-                                              path.isEmpty() ? QDir::currentPath() : path, filter);
+    const QString filter =
+        mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_qs;
+    const auto chosen =
+        Dialogs::OpenFileName(this, tr("計算結果ファイルを開く"), path.isEmpty() ? QDir::currentPath() : path, filter);
     path = chosen.value_or(path);
     return chosen.has_value();
 }
 
 void frmMain::updateCaption() {
-    const QString title =
-        IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_qs;
+    const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_qs;
     setWindowTitle(mdApplication::ApplicationTitle + u" - "_qs + title);
 }
 

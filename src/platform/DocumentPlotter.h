@@ -1,12 +1,13 @@
-// Puts a world rectangle onto a device: asks its owner for the rectangle, works out the scale, and hands the owner a canvas
-// to draw on. Knows nothing of what is drawn.
+// Puts a world rectangle onto a device: asks its owner for the rectangle, works out the scale, and hands the owner a
+// canvas to draw on. Knows nothing of what is drawn.
 #pragma once
 
 #include "platform/DeviceContext.h"
 
 #include <functional>
 
-/// A rectangle of the world, single precision, X to the right and Y up: `Top` stands above `Bottom`, so `Height` is negative.
+/// A rectangle of the world, single precision, X to the right and Y up: `Top` stands above `Bottom`, so `Height` is
+/// negative.
 class PlotRect {
 public:
     float Left() const { return left; }

@@ -1,5 +1,5 @@
-// A control that shows a picture kept in device pixels, so that showing it again costs a copy and it is sharp at every scale
-// of the desktop. What the picture shows is its owner's business.
+// A control that shows a picture kept in device pixels, so that showing it again costs a copy and it is sharp at every
+// scale of the desktop. What the picture shows is its owner's business.
 #pragma once
 
 #include "platform/Geometry.h"

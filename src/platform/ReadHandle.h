@@ -6,8 +6,8 @@
 
 class ReadHandle {
 public:
-    /// Opens a regular file for reading and lets others read it too. The handle is closed when that fails: no such file,
-    /// a folder, a pipe, no permission.
+    /// Opens a regular file for reading and lets others read it too. The handle is closed when that fails: no such
+    /// file, a folder, a pipe, no permission.
     static ReadHandle Open(const QString& path);
 
     bool IsOpen() const { return descriptor != nullptr; }

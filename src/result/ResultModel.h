@@ -1,8 +1,8 @@
 // The open result file in memory: mesh, items, directory of steps, and the values of one loaded and one reference step.
 // Plain records; the procedures that fill and read them stand in mdVelorinResultModel.
 //
-// All columns are implicitly shared lists: a copy of a model costs a few pointers and shares every column until one side
-// changes it. Indexes count from 0, -1 means none. Reals are single precision.
+// All columns are implicitly shared lists: a copy of a model costs a few pointers and shares every column until one
+// side changes it. Indexes count from 0, -1 means none. Reals are single precision.
 #pragma once
 
 #include "platform/ReadHandle.h"

@@ -44,10 +44,11 @@ int clsLineIndexer::Add(std::int32_t node1, std::int32_t node2, std::int32_t lin
     if (found >= 0)
         return found;
     const LineEntry entry = ordered(node1, node2, lineNumber);
-    const auto place = std::upper_bound(entries.begin(), entries.end(), entry, [](const auto& key, const auto& other) {
-        return CompareLine(key, other) > 0;
-    });
-    return int(entries.insert(place, entry) - entries.begin());
+    const auto place = std::upper_bound(entries.begin(), entries.end(), entry,
+                                        [](const auto& key, const auto& other) { return CompareLine(key, other) > 0; });
+    const int position = int(place - entries.begin());
+    entries.insert(place, entry);
+    return position;
 }
 
 std::int32_t clsLineIndexer::GetIndexByNumber(int position) const {
@@ -64,8 +65,8 @@ void clsLineIndexer::dumpLineInfo() const {
         return;
     const auto padded = [](std::int32_t number) { return NumberFormat::FormatText(QString::number(number), u"@@@@@"); };
     for (const LineEntry& entry : entries) {
-        const QString line = u"[ " + padded(entry.Node1) + u", " + padded(entry.Node2) + u"] --- " +
-                             padded(entry.LineNumber) + u"\r\n";
+        const QString line =
+            u"[ " + padded(entry.Node1) + u", " + padded(entry.Node2) + u"] --- " + padded(entry.LineNumber) + u"\r\n";
         file.write(line.toLatin1());
     }
 }

@@ -1,4 +1,5 @@
-// A sorted table of node pairs, each with a number that the caller gives. Order of the two nodes of a pair is of no matter.
+// A sorted table of node pairs, each with a number that the caller gives. Order of the two nodes of a pair is of no
+// matter.
 #pragma once
 
 #include <QString>
@@ -16,7 +17,8 @@ public:
     /// Enters a pair unless it stands there; its position. A pair that stands there keeps its number.
     int Add(std::int32_t node1, std::int32_t node2, std::int32_t lineNumber);
     int Count() const { return int(entries.size()); }
-    /// Writes the table to "line.info.txt" in the program's folder, a line per entry; nothing when that cannot be written.
+    /// Writes the table to "line.info.txt" in the program's folder, a line per entry; nothing when that cannot be
+    /// written.
     void dumpLineInfo() const;
     /// Number of the entry at `position`; -1 for a position that is not there.
     std::int32_t GetIndexByNumber(int position) const;

@@ -1,6 +1,6 @@
-// Which element lies across which edge. Edges are met at the smaller of their two nodes: there a handful of edges lie in
-// wait for their partner, and no table of all edges is needed. Each edge of each element is met at exactly one node, so
-// the nodes can be shared out over the cores.
+// Which element lies across which edge. Edges are met at the smaller of their two nodes: there a handful of edges lie
+// in wait for their partner, and no table of all edges is needed. Each edge of each element is met at exactly one node,
+// so the nodes can be shared out over the cores.
 #include "result/mdVelorinResultModel.h"
 
 #include "platform/Parallel.h"
@@ -47,7 +47,8 @@ struct Topology {
     std::int32_t& neighbourOf(const EdgeUse& use) const { return neighbour[firstCorner[use.element] + use.corner]; }
 };
 
-/// Joins the users of one edge, given in element order: the first with each further one, and the first ends at the last.
+/// Joins the users of one edge, given in element order: the first with each further one, and the first ends at the
+/// last.
 void joinUsers(const Topology& mesh, EdgeUse* first, EdgeUse* last) {
     for (EdgeUse* use = first + 1; use < last; ++use) {
         mesh.neighbourOf(*first) = use->element;
@@ -180,7 +181,8 @@ void BuildElementNeighbours(MeshData& mesh) {
         for (std::int32_t node = piece * nodesPerPiece; node < last; ++node)
             joinEdgesAt(topology, node, uses);
     });
-    // Every node number that the mesh has stands in a node's list; if any is missing there, some edge was not met above.
+    // Every node number that the mesh has stands in a node's list; if any is missing there, some edge was not met
+    // above.
     if (mesh.Nodes.ElementIndex.size() != elements.NodeIndex.size())
         joinEdgesWithoutNode(topology, mesh.ElementCount);
 }

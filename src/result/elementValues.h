@@ -10,8 +10,8 @@ namespace mdVelorinResultModel {
 /// One entry per element: in element order each element of `elementType` takes the next of `values`, all others 0.
 QList<float> unpackOntoElements(const ItemValues& values, const MeshData& mesh, std::int32_t elementType);
 
-/// For each node the mean of `onElements` over those of its elements that `counts` accepts, summed in list order in single
-/// precision; 0, and no part in the bounds, for a node with none. Writes `mesh.NodeCount` entries.
+/// For each node the mean of `onElements` over those of its elements that `counts` accepts, summed in list order in
+/// single precision; 0, and no part in the bounds, for a node with none. Writes `mesh.NodeCount` entries.
 template<typename Counts>
 ValueBounds averageOntoNodes(const QList<float>& onElements, const MeshData& mesh, Counts counts, float* target) {
     const float* values = onElements.constData();

@@ -103,7 +103,8 @@ bool readElements(SequentialReader& reader, MeshData& mesh) {
 bool readMesh(SequentialReader& reader, MeshData& mesh) {
     if (!reader.ReadInt32(mesh.NodeCount) || !reader.ReadInt32(mesh.ElementCount))
         return false;
-    if (howMany(mesh.NodeCount) * bytesPerNode + howMany(mesh.ElementCount) * fewestBytesPerElement > reader.Remaining())
+    if (howMany(mesh.NodeCount) * bytesPerNode + howMany(mesh.ElementCount) * fewestBytesPerElement >
+        reader.Remaining())
         return false;
     if (!readNodes(reader, mesh) || !readElements(reader, mesh))
         return false;

@@ -39,8 +39,8 @@ float* writableValues(QList<float>& values, qsizetype count) {
     return values.data();
 }
 
-/// Finds where each item's block stands, sizes its values and cuts it into pieces. A count that neither the mesh nor the
-/// rest of the file explains counts as none.
+/// Finds where each item's block stands, sizes its values and cuts it into pieces. A count that neither the mesh nor
+/// the rest of the file explains counts as none.
 std::vector<Piece> layOutItems(SequentialReader& reader, ResultModel& model) {
     std::vector<Piece> pieces;
     const qint64 mostInMesh = std::max(model.Mesh.NodeCount, model.Mesh.ElementCount);
@@ -56,8 +56,11 @@ std::vector<Piece> layOutItems(SequentialReader& reader, ResultModel& model) {
         } else {
             writableValues(item.Values, count);
             for (qint64 first = 0; first < count; first += valuesPerPiece)
-                pieces.push_back({i, reader.Position() + first * qint64(sizeof(double)), first,
-                                  std::min(valuesPerPiece, count - first), {}});
+                pieces.push_back({i,
+                                  reader.Position() + first * qint64(sizeof(double)),
+                                  first,
+                                  std::min(valuesPerPiece, count - first),
+                                  {}});
         }
         reader.Skip(std::max<qint64>(count, 0) * qint64(sizeof(double)));
     }
@@ -132,7 +135,8 @@ void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
     }
     const ItemValues& values = model.ItemData.at(item);
     if (model.Items.at(item).ElementType < 0) {
-        // As many values as nodes is the rule, and then the column is shared. Nodes beyond the values keep what they had.
+        // As many values as nodes is the rule, and then the column is shared. Nodes beyond the values keep what they
+        // had.
         if (values.Values.size() == mesh.NodeCount)
             mesh.Nodes.Value = values.Values;
         else

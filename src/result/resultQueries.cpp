@@ -124,7 +124,8 @@ ItemValues SubtractValues(const ItemValues& a, const ItemValues& b) {
 ItemValues AverageToNodes(const ItemValues& values, const MeshData& mesh, std::int32_t elementType) {
     ItemValues result = valuesOfLength(mesh.NodeCount);
     const QList<float> onElements = unpackOntoElements(values, mesh, elementType);
-    averageOntoNodes(onElements, mesh, [](std::int32_t) { return true; }, result.Values.data())
+    averageOntoNodes(
+        onElements, mesh, [](std::int32_t) { return true; }, result.Values.data())
         .StoreCorrectedIn(result);
     return result;
 }

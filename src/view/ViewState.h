@@ -1,5 +1,5 @@
-// What part of the world is in view, and where its nodes and elements came to lie in the latest paint. Arithmetic only: it
-// paints nothing and asks no window.
+// What part of the world is in view, and where its nodes and elements came to lie in the latest paint. Arithmetic only:
+// it paints nothing and asks no window.
 #pragma once
 
 #include "platform/DocumentPlotter.h"
@@ -17,8 +17,8 @@ struct ViewState {
     PlotRect ViewBounds;  ///< the visible part, moved by zoom and scrolling
     int Zoom = 0;         ///< ZoomMin to ZoomMax, index relative to 100 percent
     /// Percentages by `Zoom` - ZoomMin.
-    std::array<float, ZoomMax - ZoomMin + 1> ZoomTable{8.33f, 12.5f, 25, 33.33f, 50,  66.67f, 75,   100, 125,
-                                                       150,   200,   300, 400,   600, 800,    1200, 1600};
+    std::array<float, ZoomMax - ZoomMin + 1> ZoomTable{8.33f, 12.5f, 25,  33.33f, 50,  66.67f, 75,   100, 125,
+                                                       150,   200,   300, 400,    600, 800,    1200, 1600};
     bool RefitPending = false; ///< a file has opened since the plotter last asked
 
     std::optional<PlotConverter> CoordConverter; ///< of the latest paint
@@ -30,7 +30,8 @@ struct ViewState {
     float SlideMaxVector = 0;
 };
 
-/// State of a scroll bar, 0 to 100 percent of the free travel. A measure that cannot be told leaves the bar's as it was.
+/// State of a scroll bar, 0 to 100 percent of the free travel. A measure that cannot be told leaves the bar's as it
+/// was.
 struct ScrollBarState {
     bool Enabled = false;
     std::optional<int> Value;
@@ -44,8 +45,8 @@ namespace mdView {
 /// Both rectangles around the whole mesh.
 void SetViewBounds(const MeshData& mesh, ViewState& view);
 
-/// Sets `Zoom`, held within its range, and moves `ViewBounds`: all of the world is centred up to 100 percent, beyond that
-/// the centre stays, held inside the whole's left and top edges.
+/// Sets `Zoom`, held within its range, and moves `ViewBounds`: all of the world is centred up to 100 percent, beyond
+/// that the centre stays, held inside the whole's left and top edges.
 void ApplyZoom(int value, ViewState& view);
 
 /// `ApplyZoom` by one step in or out, with the world point (x, y) staying at its place in the picture when zoomed in.

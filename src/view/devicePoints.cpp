@@ -82,8 +82,7 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     const ItemValues dx = mdVelorinResultModel::GetDisplacementX(scene.Model, difference);
     const ItemValues dy = mdVelorinResultModel::GetDisplacementY(scene.Model, difference);
     if (settings.Fiducial == 2) {
-        const float largest =
-            scene.View.SlideShowRunning ? scene.View.SlideMaxDisplacement : largestMagnitude(dx, dy);
+        const float largest = scene.View.SlideShowRunning ? scene.View.SlideMaxDisplacement : largestMagnitude(dx, dy);
         kx = largest != 0 ? double(float(kx / double(largest))) : 0;
         ky = largest != 0 ? double(float(ky / double(largest))) : 0;
     }

@@ -10,9 +10,9 @@
 /// What the layers of one paint hand on to each other.
 struct PaintContext {
     bool Printing = false;
-    Brush BackBrush;               ///< behind legends
-    double DisplacementScale = 0;  ///< device units per unit of displacement
-    double VectorScale = 0;        ///< device units per unit of the vector items
+    Brush BackBrush;              ///< behind legends
+    double DisplacementScale = 0; ///< device units per unit of displacement
+    double VectorScale = 0;       ///< device units per unit of the vector items
     float ContourMax = 0, ContourMin = 0;
     int ContourDivide = 0;
 };
@@ -21,13 +21,14 @@ struct PaintContext {
 struct Scene {
     const ResultModel& Model;
     const ApplicationSettings& Settings;
-    ViewState& View; ///< its positions and converter are rewritten by each paint
+    ViewState& View;                                 ///< its positions and converter are rewritten by each paint
     Colour WindowColour = makeColour(255, 255, 255); ///< background of the window, behind legends on a screen
 };
 
 namespace mdScene {
 
-/// Paints the whole scene; nothing without nodes or elements or on a world without width. The background is the caller's.
+/// Paints the whole scene; nothing without nodes or elements or on a world without width. The background is the
+/// caller's.
 void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene);
 
 /// Device positions of all nodes, displaced as the settings say, and of the element centres (the mean of the displaced

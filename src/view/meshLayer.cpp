@@ -7,8 +7,8 @@ namespace mdScene {
 
 namespace {
 
-/// Collects line steps over the node positions and hands them to the device a batch at a time, so that a large mesh never
-/// stands in memory as lines. An edge with an end that the mesh does not have is left out.
+/// Collects line steps over the node positions and hands them to the device a batch at a time, so that a large mesh
+/// never stands in memory as lines. An edge with an end that the mesh does not have is left out.
 class LineCollector {
 public:
     LineCollector(DeviceContext& onDevice, std::span<const DevicePoint> nodePoints)

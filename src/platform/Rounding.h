@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <limits>
 
-namespace mdTips {
 /// Nearest integer, a half to the even neighbour; beyond 32 bits the nearest end of the range, NaN gives 0.
 inline int Round(double value) {
     // Adding 1.5 * 2^52 leaves the rounded value in the low bits of the sum, without a call into the math library.
@@ -15,4 +14,3 @@ inline int Round(double value) {
         return std::numeric_limits<int>::max();
     return value < 0 ? std::numeric_limits<int>::min() : 0;
 }
-} // namespace mdTips
