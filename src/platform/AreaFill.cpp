@@ -1,0 +1,150 @@
+#include "platform/AreaFill.h"
+
+#include <vector>
+
+namespace {
+__extension__ using Wide = __int128;
+
+/// One side of a polygon, walked down from row `Top`. `X` is the first column at or right of the side, `Rest` /
+/// `Height` how far right of it.
+struct Edge {
+    int Top = 0;
+    int Bottom = 0;
+    std::int64_t X = 0;
+    std::int64_t Rest = 0;
+    std::int64_t Height = 1;
+    std::int64_t Slope = 0; ///< whole columns a row
+    std::int64_t SlopeRest = 0;
+
+    void Advance() {
+        X += Slope;
+        Rest -= SlopeRest;
+        if (Rest < 0) {
+            ++X;
+            Rest += Height;
+        }
+    }
+};
+
+std::int64_t floorQuotient(std::int64_t dividend, std::int64_t divisor) {
+    // Sides of a fine mesh are steep or short: most need no division, or a narrow one.
+    if (std::abs(dividend) < divisor)
+        return dividend < 0 ? -1 : 0;
+    if (std::abs(dividend) <= INT32_MAX && divisor <= INT32_MAX) {
+        const auto narrow = std::int32_t(dividend) / std::int32_t(divisor);
+        return narrow - (std::int64_t(narrow) * divisor > dividend ? 1 : 0);
+    }
+    const std::int64_t quotient = dividend / divisor;
+    return quotient - (dividend % divisor < 0 ? 1 : 0);
+}
+
+/// False when the side crosses no visible row.
+bool makeEdge(const PixelSurface& surface, DevicePoint from, DevicePoint to, Edge& edge) {
+    if (from.Y > to.Y)
+        std::swap(from, to);
+    edge.Top = std::max(from.Y, surface.Top);
+    edge.Bottom = std::min(to.Y, surface.Bottom);
+    if (edge.Top >= edge.Bottom)
+        return false;
+    const std::int64_t width = std::int64_t(to.X) - from.X;
+    edge.X = from.X;
+    edge.Rest = 0;
+    edge.Height = std::int64_t(to.Y) - from.Y;
+    if (edge.Height == 1)
+        return true;
+    edge.Slope = floorQuotient(width, edge.Height);
+    edge.SlopeRest = width - edge.Slope * edge.Height;
+    if (edge.Top != from.Y) {
+        const Wide across = Wide(std::int64_t(edge.Top) - from.Y) * width;
+        Wide columns = across / edge.Height;
+        columns += across % edge.Height > 0 ? 1 : 0;
+        edge.X += std::int64_t(columns);
+        edge.Rest = std::int64_t(columns * edge.Height - across);
+    }
+    return true;
+}
+
+void sortByColumn(Edge** edges, std::size_t count) {
+    // Few edges, or edges nearly in order, are quickest put in place one by one; a picture full of polygons is not.
+    if (count > 32) {
+        std::sort(edges, edges + count, [](const Edge* a, const Edge* b) { return a->X < b->X; });
+        return;
+    }
+    for (std::size_t i = 1; i < count; ++i) {
+        Edge* const moved = edges[i];
+        std::size_t place = i;
+        for (; place > 0 && edges[place - 1]->X > moved->X; --place)
+            edges[place] = edges[place - 1];
+        edges[place] = moved;
+    }
+}
+
+/// `active` has room for all edges.
+void fillEdges(const PixelSurface& surface, const Ink& ink, std::span<Edge> edges, Edge** active) {
+    std::sort(edges.begin(), edges.end(), [](const Edge& a, const Edge& b) { return a.Top < b.Top; });
+    std::size_t next = 0;
+    std::size_t count = 0;
+    for (int y = edges.empty() ? 0 : edges[0].Top; count > 0 || next < edges.size(); ++y) {
+        if (count == 0)
+            y = edges[next].Top;
+        while (next < edges.size() && edges[next].Top == y)
+            active[count++] = &edges[next++];
+        sortByColumn(active, count);
+        for (std::size_t i = 0; i + 1 < count; i += 2)
+            fillSpan(surface, ink, y, active[i]->X, active[i + 1]->X);
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (active[i]->Bottom <= y + 1)
+                continue;
+            active[i]->Advance();
+            active[kept++] = active[i];
+        }
+        count = kept;
+    }
+}
+
+std::size_t collectEdges(const PixelSurface& surface, std::span<const DevicePoint> points, std::span<const int> counts,
+                         Edge* edges) {
+    std::size_t edgeCount = 0;
+    std::size_t first = 0;
+    for (const int count : counts) {
+        if (count <= 0)
+            continue;
+        if (std::size_t(count) > points.size() - first)
+            break;
+        DevicePoint previous = points[first + std::size_t(count) - 1];
+        for (const DevicePoint point : points.subspan(first, std::size_t(count))) {
+            edgeCount += makeEdge(surface, previous, point, edges[edgeCount]) ? 1 : 0;
+            previous = point;
+        }
+        first += std::size_t(count);
+    }
+    return edgeCount;
+}
+} // namespace
+
+void AreaFill::Polygons(const PixelSurface& surface, const Ink& ink, std::span<const DevicePoint> points,
+                        std::span<const int> counts) {
+    if (surface.IsEmpty())
+        return;
+    // One slot more than there can be edges: a side that crosses no row is tried in the slot it then leaves free.
+    constexpr std::size_t smallSize = 12;
+    if (points.size() < smallSize) {
+        std::array<Edge, smallSize> edges;
+        std::array<Edge*, smallSize> active;
+        const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
+        fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
+        return;
+    }
+    std::vector<Edge> edges(points.size() + 1);
+    const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
+    std::vector<Edge*> active(edgeCount);
+    fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
+}
+
+void AreaFill::Rectangle(const PixelSurface& surface, const Ink& ink, std::int64_t left, std::int64_t top,
+                         std::int64_t right, std::int64_t bottom) {
+    const int last = int(std::min<std::int64_t>(bottom, surface.Bottom));
+    for (int y = int(std::max<std::int64_t>(top, surface.Top)); y < last; ++y)
+        fillSpan(surface, ink, y, left, right);
+}

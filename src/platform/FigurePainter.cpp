@@ -1,0 +1,304 @@
+#include "platform/FigurePainter.h"
+
+#include "platform/AreaFill.h"
+#include "platform/DashPattern.h"
+#include "platform/RoundShapes.h"
+#include "platform/ThinLine.h"
+
+#include <cmath>
+#include <vector>
+
+namespace {
+using Pattern = std::array<std::uint8_t, 8>;
+
+const Pattern* hatchPattern(int hatch) {
+    static constexpr std::array<Pattern, 6> patterns = {{
+        {0, 0, 0, 0xff, 0, 0, 0, 0},
+        {0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08},
+        {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80},
+        {0x80, 0x40, 0x20, 0x10, 0x08, 0x04, 0x02, 0x01},
+        {0x08, 0x08, 0x08, 0xff, 0x08, 0x08, 0x08, 0x08},
+        {0x81, 0x42, 0x24, 0x18, 0x18, 0x24, 0x42, 0x81},
+    }};
+    return hatch >= 0 && hatch < int(patterns.size()) ? &patterns[std::size_t(hatch)] : nullptr;
+}
+
+std::uint32_t bitsOfDashes(std::span<const int> dashes) {
+    std::uint32_t bits = 0;
+    int position = 0;
+    for (std::size_t i = 0; i < dashes.size(); position += dashes[i++]) {
+        if (i % 2 == 0)
+            bits |= ((1u << dashes[i]) - 1) << position;
+    }
+    return bits;
+}
+
+/// The smallest rectangle about points, its right and bottom left out.
+struct Bounds {
+    std::int64_t Left = INT32_MAX;
+    std::int64_t Top = INT32_MAX;
+    std::int64_t Right = INT32_MIN;
+    std::int64_t Bottom = INT32_MIN;
+
+    explicit Bounds(std::span<const DevicePoint> points) {
+        int left = INT32_MAX;
+        int top = INT32_MAX;
+        int right = INT32_MIN;
+        int bottom = INT32_MIN;
+        for (const DevicePoint point : points) {
+            left = std::min(left, point.X);
+            top = std::min(top, point.Y);
+            right = std::max(right, point.X);
+            bottom = std::max(bottom, point.Y);
+        }
+        Left = left;
+        Top = top;
+        Right = std::int64_t(right) + 1;
+        Bottom = std::int64_t(bottom) + 1;
+    }
+};
+} // namespace
+
+FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
+    : surface(target), pen(linePen), brush(areaBrush),
+      rasterMode(mode), penInk{toPixel(linePen.Color), mode, nullptr}, brushInk{toPixel(areaBrush.Color), mode,
+                                                                                hatchPattern(areaBrush.Hatch)} {
+    if (!isWide() || pen.Geometric)
+        dashes = dashPattern(pen.Style, isWide());
+    for (const int length : dashes)
+        dashPeriod += length;
+    if (!isWide())
+        dashBits = bitsOfDashes(dashes);
+}
+
+/// Under a raster mode that mixes, what is drawn twice would show. A figure is therefore first drawn on a sheet of its
+/// own, where drawing over does no harm, and the sheet is put on the picture.
+template<class Draw>
+void FigurePainter::asOneFigure(const PixelSurface& part, const Draw& draw) const {
+    if (part.IsEmpty())
+        return;
+    if (rasterMode == RasterMode::CopyPen) {
+        draw(*this);
+        return;
+    }
+    const int width = part.Right - part.Left;
+    std::vector<std::uint32_t> pixels(std::size_t(width) * std::size_t(part.Bottom - part.Top));
+    PixelSurface sheet = part;
+    sheet.Bits = pixels.data();
+    sheet.Stride = width;
+    draw(FigurePainter(sheet, pen, brush, RasterMode::CopyPen));
+    for (int y = part.Top; y < part.Bottom; ++y) {
+        std::uint32_t* const target = part.Pixel(part.Left, y);
+        const std::uint32_t* const source = sheet.Pixel(part.Left, y);
+        for (int i = 0; i < width; ++i) {
+            if (source[i] != 0)
+                target[i] = combinePixels(rasterMode, source[i], target[i]);
+        }
+    }
+}
+
+PixelSurface FigurePainter::touchedPart(std::span<const DevicePoint> points) const {
+    const Bounds bounds(points);
+    const std::int64_t margin = isWide() ? std::int64_t(pen.Width) / 2 + 1 : 0;
+    return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin, bounds.Bottom + margin);
+}
+
+void FigurePainter::thinLine(DevicePoint from, DevicePoint to) const {
+    if (rasterMode == RasterMode::CopyPen)
+        ThinLine::Draw(surface, from, to,
+                       [pixel = penInk.Pixel](std::uint32_t* target, std::int64_t) { *target = pixel; });
+    else
+        ThinLine::Draw(surface, from, to, [this](std::uint32_t* target, std::int64_t) {
+            *target = combinePixels(rasterMode, penInk.Pixel, *target);
+        });
+}
+
+void FigurePainter::dashedThinLine(const PathPosition& at, DevicePoint to) const {
+    const auto start = std::int64_t(at.DashLength);
+    ThinLine::Draw(surface, at.Point, to, [&](std::uint32_t* target, std::int64_t step) {
+        if (dashBits >> ((start + step) % dashPeriod) & 1u)
+            *target = combinePixels(rasterMode, penInk.Pixel, *target);
+    });
+}
+
+void FigurePainter::dashedWideLine(const PathPosition& at, DevicePoint to) const {
+    const double width = pen.Width;
+    const double dx = double(to.X) - at.Point.X;
+    const double dy = double(to.Y) - at.Point.Y;
+    const double length = std::hypot(dx, dy);
+    if (length == 0)
+        return;
+
+    const auto along = [&](double distance) {
+        return RoundShapes::Spot{at.Point.X + dx * (distance / length), at.Point.Y + dy * (distance / length)};
+    };
+
+    // The stretch of the line, in lengths from its start, that can touch the surface.
+    double first = 0;
+    double last = length;
+    const auto narrow = [&](double start, double delta, double low, double high) {
+        if (delta == 0)
+            return;
+        const double one = (low - width - start) / delta * length;
+        const double other = (high + width - start) / delta * length;
+        first = std::max(first, std::min(one, other));
+        last = std::min(last, std::max(one, other));
+    };
+    narrow(at.Point.X, dx, surface.Left, surface.Right);
+    narrow(at.Point.Y, dy, surface.Top, surface.Bottom);
+
+    const double period = dashPeriod * width;
+    double position = std::floor((first + at.DashLength) / period) * period - at.DashLength;
+    while (position < last) {
+        for (std::size_t i = 0; i < dashes.size(); position += dashes[i++] * width) {
+            // A dash's round ends lie within its length; what is left of a dot is its middle.
+            const double middle = position + dashes[i] * width / 2;
+            const double half = (dashes[i] - 1) * width / 2;
+            const double begin = std::max(middle - half, 0.0);
+            const double end = std::min(middle + half, length);
+            if (i % 2 == 0 && begin <= end)
+                RoundShapes::Capsule(surface, penInk, along(begin), along(end), width);
+        }
+    }
+}
+
+void FigurePainter::LineTo(PathPosition& at, DevicePoint to) const {
+    if (isThinSolid()) {
+        thinLine(at.Point, to);
+    } else if (hasPen() && dashes.empty()) {
+        RoundShapes::Capsule(surface, penInk, {double(at.Point.X), double(at.Point.Y)}, {double(to.X), double(to.Y)},
+                             pen.Width);
+    } else if (hasPen()) {
+        const double unit = isWide() ? pen.Width : 1;
+        double length = 0;
+        if (isWide()) {
+            dashedWideLine(at, to);
+            length = std::hypot(double(to.X) - at.Point.X, double(to.Y) - at.Point.Y);
+        } else {
+            dashedThinLine(at, to);
+            length = double(ThinLine::Length(at.Point, to));
+        }
+        at.DashLength = std::fmod(at.DashLength + length, dashPeriod * unit);
+    }
+    at.Point = to;
+}
+
+void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
+                          std::span<const std::int32_t> steps) const {
+    // The mesh goes through here, a million elements at a time: what is the same for all lines is decided outside.
+    const auto run = [&](const auto& lineTo) {
+        for (const std::int32_t step : steps) {
+            const auto index = std::size_t(step < 0 ? ~step : step);
+            if (index >= points.size())
+                continue;
+            if (step < 0)
+                at = {points[index], 0};
+            else
+                lineTo(points[index]);
+        }
+    };
+    if (isThinSolid() && rasterMode == RasterMode::CopyPen) {
+        const auto plot = [pixel = penInk.Pixel](std::uint32_t* target, std::int64_t) { *target = pixel; };
+        run([&](DevicePoint to) {
+            ThinLine::Draw(surface, at.Point, to, plot);
+            at.Point = to;
+        });
+    } else {
+        run([&](DevicePoint to) { LineTo(at, to); });
+    }
+}
+
+void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
+    if (!hasPen() || points.size() < 2)
+        return;
+    asOneFigure(touchedPart(points), [&](const FigurePainter& painter) {
+        PathPosition at{points[0], 0};
+        for (const DevicePoint point : points.subspan(1))
+            painter.LineTo(at, point);
+    });
+}
+
+void FigurePainter::ring(std::span<const DevicePoint> points) const {
+    if (points.size() < 2)
+        return;
+    if (std::all_of(points.begin(), points.end(), [&](DevicePoint point) { return point == points[0]; })) {
+        // A figure too small for any length is still there.
+        if (isWide())
+            RoundShapes::Capsule(surface, penInk, {double(points[0].X), double(points[0].Y)},
+                                 {double(points[0].X), double(points[0].Y)}, pen.Width);
+        else
+            AreaFill::Rectangle(surface, penInk, points[0].X, points[0].Y, std::int64_t(points[0].X) + 1,
+                                std::int64_t(points[0].Y) + 1);
+        return;
+    }
+    PathPosition at{points[0], 0};
+    for (const DevicePoint point : points.subspan(1))
+        LineTo(at, point);
+    LineTo(at, points[0]);
+}
+
+void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) const {
+    if (!hasPen()) {
+        if (!brush.Hollow)
+            AreaFill::Polygons(surface, brushInk, points, counts);
+        return;
+    }
+    asOneFigure(touchedPart(points), [&](const FigurePainter& painter) {
+        if (!brush.Hollow)
+            AreaFill::Polygons(painter.surface, painter.brushInk, points, counts);
+        std::size_t first = 0;
+        for (const int count : counts) {
+            if (count <= 0)
+                continue;
+            if (std::size_t(count) > points.size() - first)
+                break;
+            painter.ring(points.subspan(first, std::size_t(count)));
+            first += std::size_t(count);
+        }
+    });
+}
+
+void FigurePainter::polygon(std::span<const DevicePoint> points) const {
+    const int count = int(points.size());
+    PolyPolygon(points, {&count, 1});
+}
+
+void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const {
+    std::size_t first = 0;
+    for (const int count : counts) {
+        if (count < 0 || std::size_t(count) > points.size() - first)
+            return;
+        polygon(points.subspan(first, std::size_t(count)));
+        first += std::size_t(count);
+    }
+}
+
+void FigurePainter::FillRect(const DeviceRect& rect) const {
+    if (!brush.Hollow)
+        AreaFill::Rectangle(surface, brushInk, rect.Left, rect.Top, rect.Right, rect.Bottom);
+}
+
+void FigurePainter::Rectangle(const DeviceRect& rect) const {
+    if (rect.Left == rect.Right || rect.Top == rect.Bottom)
+        return;
+    if (!hasPen()) {
+        FillRect({rect.Left, rect.Top, rect.Right - 1, rect.Bottom - 1});
+        return;
+    }
+    const DevicePoint corners[] = {{rect.Left, rect.Top},
+                                   {rect.Right - 1, rect.Top},
+                                   {rect.Right - 1, rect.Bottom - 1},
+                                   {rect.Left, rect.Bottom - 1}};
+    asOneFigure(touchedPart(corners), [&](const FigurePainter& painter) {
+        painter.FillRect(rect);
+        painter.ring(corners);
+    });
+}
+
+void FigurePainter::Ellipse(const DeviceRect& rect) const {
+    const int shrink = hasPen() ? 0 : 1;
+    if (rect.Left == rect.Right || rect.Top == rect.Bottom)
+        return;
+    RoundShapes::Ellipse(surface, hasPen() ? &penInk : nullptr, brush.Hollow ? nullptr : &brushInk,
+                         {rect.Left, rect.Top, rect.Right - shrink, rect.Bottom - shrink}, pen.Width);
+}

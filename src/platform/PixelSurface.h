@@ -1,0 +1,98 @@
+// The part of a picture's pixels that may be written, what is written into them, and the raster modes. The innermost
+// operations of the raster device, inline; they know neither pens nor figures.
+#pragma once
+
+#include "platform/DeviceContext.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+/// A picture's pixels from (Left, Top) up to, without, (Right, Bottom), 0xffRRGGBB each. `Bits` is the pixel
+/// (Left, Top) and belongs to the picture; `Stride` counts pixels. Narrowing it is the one way to clip.
+struct PixelSurface {
+    std::uint32_t* Bits = nullptr;
+    std::ptrdiff_t Stride = 0;
+    int Left = 0;
+    int Top = 0;
+    int Right = 0;
+    int Bottom = 0;
+
+    bool IsEmpty() const { return Left >= Right || Top >= Bottom; }
+    /// Differences are taken unsigned: no coordinate can overflow them.
+    bool Contains(DevicePoint point) const {
+        return std::uint32_t(point.X) - std::uint32_t(Left) < std::uint32_t(Right - Left) &&
+               std::uint32_t(point.Y) - std::uint32_t(Top) < std::uint32_t(Bottom - Top);
+    }
+    std::uint32_t* Pixel(int x, int y) const { return Bits + (y - Top) * Stride + (x - Left); }
+
+    /// The part inside the given edges; empty when they leave nothing.
+    PixelSurface Within(std::int64_t left, std::int64_t top, std::int64_t right, std::int64_t bottom) const {
+        PixelSurface part;
+        if (std::max<std::int64_t>(Left, left) >= std::min<std::int64_t>(Right, right) ||
+            std::max<std::int64_t>(Top, top) >= std::min<std::int64_t>(Bottom, bottom))
+            return part;
+        part.Left = int(std::max<std::int64_t>(Left, left));
+        part.Top = int(std::max<std::int64_t>(Top, top));
+        part.Right = int(std::min<std::int64_t>(Right, right));
+        part.Bottom = int(std::min<std::int64_t>(Bottom, bottom));
+        part.Bits = Pixel(part.Left, part.Top);
+        part.Stride = Stride;
+        return part;
+    }
+};
+
+constexpr std::uint32_t toPixel(Colour colour) {
+    return 0xff000000u | std::uint32_t(redOf(colour)) << 16 | std::uint32_t(greenOf(colour)) << 8 |
+           std::uint32_t(blueOf(colour));
+}
+
+/// What a pixel becomes when `drawn` is put on `present`; any mode that is not named copies.
+constexpr std::uint32_t combinePixels(int rasterMode, std::uint32_t drawn, std::uint32_t present) {
+    switch (rasterMode) {
+    case RasterMode::Not:
+        return ~present | 0xff000000u;
+    case RasterMode::XorPen:
+        return (drawn ^ present) | 0xff000000u;
+    case RasterMode::MergePenNot:
+        return drawn | ~present | 0xff000000u;
+    default:
+        return drawn;
+    }
+}
+
+/// What pixels are filled with. A hatch pattern has a bit for each column of 8 x 8 pixels, the lowest the leftmost,
+/// laid from the device's origin; pixels of a 0 bit stay as they are.
+struct Ink {
+    std::uint32_t Pixel = 0xff000000u;
+    int RasterMode = RasterMode::CopyPen;
+    const std::array<std::uint8_t, 8>* Pattern = nullptr;
+};
+
+/// One row from `left` up to, without, `right`, cut to the surface's columns; `y` must be one of its rows.
+inline void fillSpan(const PixelSurface& surface, const Ink& ink, int y, std::int64_t left, std::int64_t right) {
+    const int first = int(std::max<std::int64_t>(left, surface.Left));
+    const int last = int(std::min<std::int64_t>(right, surface.Right));
+    if (first >= last)
+        return;
+    std::uint32_t* const row = surface.Pixel(first, y);
+    const int length = last - first;
+    if (ink.Pattern) {
+        const unsigned bits = (*ink.Pattern)[std::size_t(y & 7)];
+        for (int i = 0; i < length; ++i) {
+            if (bits >> ((first + i) & 7) & 1u)
+                row[i] = combinePixels(ink.RasterMode, ink.Pixel, row[i]);
+        }
+    } else if (ink.RasterMode != RasterMode::CopyPen) {
+        for (int i = 0; i < length; ++i)
+            row[i] = combinePixels(ink.RasterMode, ink.Pixel, row[i]);
+    } else if (length > 8) {
+        std::fill_n(row, length, ink.Pixel);
+    } else {
+        // Most spans of a fine mesh are this short; the vector code of a fill would cost more than it saves.
+        int i = 0;
+        do
+            row[i] = ink.Pixel;
+        while (++i < length);
+    }
+}
