@@ -3,6 +3,7 @@
 #include "app/mdTips.h"
 #include "platform/Codepage.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string>
