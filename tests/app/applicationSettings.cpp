@@ -47,15 +47,10 @@ TEST(mdApplication, AutoNumberChoosesItsForm) {
                  {9999.5, 3, false, u"9999.500"},   {10000, 3, false, u"1.000E4"},
                  {12345.678, 3, false, u"1.235E4"}, {-1.25, 3, false, u"-1.250"},
                  {1.23456, 3, true, u"1.23456"},    {1.5, 3, true, u"1.500"},
-                 {2.25, 0, false, u"2.3"},          {5, -2, false, u"5.00E0"},
-                 {1, INT_MIN, false, nullptr}};
-    for (const auto& c : cases) {
-        const QString text = FormatAutoNumber(c.Value, c.Digits, c.Extra);
-        if (c.Expected)
-            EXPECT_EQ(text, QString::fromUtf16(c.Expected));
-        else
-            EXPECT_TRUE(text.startsWith(u"1.000"));
-    }
+                 {2.25, 0, false, u"2.3"},          {5, -2, false, u"5.00E0"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(FormatAutoNumber(c.Value, c.Digits, c.Extra), QString::fromUtf16(c.Expected));
+    EXPECT_TRUE(FormatAutoNumber(1, INT_MIN, false).startsWith(u"1.000"));
 }
 
 TEST(mdApplication, PathParts) {

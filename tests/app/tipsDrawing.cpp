@@ -10,30 +10,15 @@
 using namespace mdTips;
 
 TEST(TipsDrawing, RoundsHalvesToEvenAndSaturates) {
-    const struct {
-        double Value;
-        int Expected;
-    } cases[] = {{0.5, 0},
-                 {1.5, 2},
-                 {2.5, 2},
-                 {-0.5, 0},
-                 {-1.5, -2},
-                 {0.49999999999999994, 0},
-                 {-7.51, -8},
-                 {1e-300, 0},
-                 {2147483646.5, 2147483646},
-                 {2147483647.4, INT_MAX},
-                 {2147483647.5, INT_MAX},
-                 {1e300, INT_MAX},
-                 {-2147483648.5, INT_MIN},
-                 {-2147483648.4, INT_MIN},
-                 {-2147483647.6, INT_MIN},
-                 {-1e20, INT_MIN},
-                 {std::numeric_limits<double>::infinity(), INT_MAX},
-                 {std::nan(""), 0},
-                 {-std::nan(""), 0}};
-    for (const auto& c : cases)
-        EXPECT_EQ(Round(c.Value), c.Expected) << c.Value;
+    const double infinity = std::numeric_limits<double>::infinity(), nan = std::nan("");
+    // clang-format off
+    const std::pair<double, double> cases[] = {
+        {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {0.49999999999999994, 0}, {-7.51, -8}, {1e-300, 0},
+        {2147483646.5, 2147483646}, {2147483647.5, INT_MAX}, {infinity, INT_MAX},
+        {-2147483648.5, INT_MIN}, {-1e20, INT_MIN}, {nan, 0}, {-nan, 0}};
+    // clang-format on
+    for (const auto& [value, expected] : cases)
+        EXPECT_EQ(Round(value), expected) << value;
     for (double value = -3e9; value < 3e9; value += 12345.37)
         EXPECT_EQ(Round(value), std::clamp(std::nearbyint(value), -2147483648.0, 2147483647.0));
 }
@@ -80,13 +65,12 @@ TEST(TipsDrawing, FontsTakeTheirSizeFromTheReferenceDevice) {
 TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
     TraceDevice device(100, 100);
     device.SelectFont({.Height = 15, .Face = u"Arial"_qs});
-    const int width = 35, height = 15;
-    ASSERT_EQ(MeasureText(device, u"abcde"_qs), (DeviceSize{width, height}));
+    ASSERT_EQ(MeasureText(device, u"abcde"_qs), (DeviceSize{35, 15}));
     QByteArray expected = device.Trace();
-    const DevicePoint lefts[] = {{100, 50}, {100 - 17, 50}, {65, 50}, {100, 43}, {83, 43}, {65, 43},
-                                 {100, 35}, {83, 35},       {65, 35}, {100, 50}, {100, 50}};
+    const DevicePoint places[] = {{100, 50}, {100 - 17, 50}, {65, 50}, {100, 43}, {83, 43}, {65, 43},
+                                  {100, 35}, {83, 35},       {65, 35}, {100, 50}, {100, 50}};
     int anchor = 1;
-    for (const DevicePoint& at : lefts) {
+    for (const DevicePoint& at : places) {
         DrawAnchoredText(device, 100, 50, u"abcde"_qs, anchor);
         expected += "Text " + QByteArray::number(at.X) + ' ' + QByteArray::number(at.Y) + " \"abcde\"\n";
         anchor = anchor == 10 ? -1 : anchor + 1;
