@@ -66,14 +66,16 @@ QString ShortenPath(const QString& path, int maxBytes);
 /// For display: small letters, with a capital at the front of each folder and of the name, and for a drive.
 QString NormalizePathCase(const QString& path);
 
+/// The larger and the smaller of two numbers, which may be of different types.
 template<class A, class B>
 constexpr std::common_type_t<A, B> MaxOf(A a, B b) {
+    static_assert(std::is_signed_v<A> == std::is_signed_v<B>, "a negative number would turn into a large one");
     const std::common_type_t<A, B> first = a, second = b;
     return first < second ? second : first;
 }
-
 template<class A, class B>
 constexpr std::common_type_t<A, B> MinOf(A a, B b) {
+    static_assert(std::is_signed_v<A> == std::is_signed_v<B>, "a negative number would turn into a large one");
     const std::common_type_t<A, B> first = a, second = b;
     return second < first ? second : first;
 }

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <algorithm>
 
 namespace {
 constexpr qint64 largestTextFile = qint64(256) << 20;

@@ -3,6 +3,7 @@
 #include "platform/Codepage.h"
 #include "platform/Rounding.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string>
