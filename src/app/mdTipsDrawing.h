@@ -2,7 +2,7 @@
 // what a select call gives back goes to `RestoreObject` when the layer is done.
 #pragma once
 
-#include "app/Rounding.h"
+#include "platform/Rounding.h"
 #include "app/mdTips.h"
 #include "platform/DeviceContext.h"
 
