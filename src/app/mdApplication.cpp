@@ -1,0 +1,53 @@
+#include "app/mdApplication.h"
+
+#include "app/NumberFormat.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+ApplicationSettings mdApplication::Settings;
+
+QString mdApplication::FormatAutoNumber(double value, int digits, bool extra) {
+    // No double has digits further out; the bound keeps the mask's length sane.
+    const int places = digits == 0 ? 1 : std::clamp(digits, -400, 400);
+    QString mask = u"0."_qs + QString(std::abs(places), u'0');
+    if (value == 0)
+        return mask;
+    if (extra)
+        mask += u"##"_qs;
+    const double size = std::abs(value);
+    if (!(std::pow(10.0, 1 - places) <= size && size < std::pow(10.0, places + 1)))
+        mask += u"E-0"_qs;
+    return NumberFormat::Format(value, mask);
+}
+
+bool mdApplication::FileExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(path).isFile();
+}
+
+QString mdApplication::PathPart(const QString& path, int part) {
+    const qsizetype nameAt = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')) + 1;
+    const qsizetype pointFound = path.indexOf(u'.', nameAt);
+    const qsizetype pointAt = pointFound < 0 ? path.size() : pointFound;
+    switch (part) {
+    case 0:
+        return path.left(nameAt);
+    case 1:
+        return path.mid(nameAt, pointAt - nameAt);
+    case 2:
+        return path.mid(pointAt + 1);
+    case 3:
+        return path.mid(nameAt);
+    case 4:
+        return path.left(pointAt);
+    default:
+        return {};
+    }
+}
+
+QString mdApplication::ProgramFolder() {
+    return QCoreApplication::applicationDirPath();
+}

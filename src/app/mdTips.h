@@ -1,0 +1,87 @@
+// Text, number, colour, font and path helpers that the whole program leans on. No drawing: that is mdTipsDrawing. None
+// of them fails; what can't be read gives the empty text or 0.
+#pragma once
+
+#include "platform/Geometry.h"
+
+#include <QByteArrayView>
+#include <QString>
+#include <QStringList>
+#include <type_traits>
+
+/// A font as the user chooses it, in points.
+struct FontObject {
+    QString Name;
+    double Size = 9; ///< points
+    bool Bold = false;
+    bool Italic = false;
+    bool Underline = false;
+    bool StrikeThrough = false;
+    bool operator==(const FontObject&) const = default;
+};
+
+namespace mdTips {
+/// `prefix`, then 8 small hexadecimal digits.
+QString FormatColor(Colour value, const QString& prefix);
+/// A colour from "0x" and hexadecimal digits, from "&H" and such, or from a whole decimal number; a real is rounded.
+Colour ParseColor(const QString& text);
+
+/// A font string is a list of fields in any order, as `SplitFields` makes them: the face, the size in points, "b" or
+/// "bold", "i" or "italic", "u" or "underline", "s" or "strike", "strikeout" or "strikethrough", and a colour that
+/// starts with "0x". What isn't given is "ＭＳ ゴシック", 9 points, plain; `color` then stays as it is.
+FontObject ParseFontString(const QString& text, Colour& color);
+QString MakeFontString(const FontObject& font, Colour color);
+
+/// Splits a line at blanks (also full-width ones), tabs, commas and line ends; `"` and `'` hold a field together.
+/// `fields` counts from 1 to `count`, its entry 0 is empty. The first character of `commentChar`, "#" when that is
+/// empty, ends the line and takes the field before it along, unless that has ended. Fields are never empty.
+void SplitFields(const QString& text, QStringList& fields, int& count, const QString& commentChar = {});
+
+/// The longest number at the front of `text`, blanks anywhere in it passed over: "1 2.5e3x" is 12500. The point is
+/// "." in every locale. 0 when there is none or it is beyond range.
+double Val(QStringView text);
+
+/// Bytes of `text` in code page 932.
+int AnsiLength(QStringView text);
+
+/// The text before the first NUL; empty if there is none. Bytes are decoded from code page 932.
+QString CutAtNull(QStringView text);
+QString CutAtNull(QByteArrayView ansi);
+
+/// A file in code page 932, at most `maxBytes` of it if that is above 0, and never more than 256 MB.
+QString ReadTextFile(const QString& path, qint64 maxBytes = 0);
+
+/// `text` with `trailing` at its end, added or removed when needed. "\" ends a folder as "/" does.
+QString AddTrailingChar(const QString& text, QChar trailing = u'/');
+QString RemoveTrailingChar(const QString& text, QChar trailing = u'/');
+
+/// `relative`, unless it is absolute, placed beneath `base` (the current folder if empty), with "." and ".." worked
+/// out and `separator` between the parts. A ".." too many stays at the root.
+QString ResolveRelativePath(const QString& relative, const QString& base, QChar separator = u'/');
+
+/// For menus: a path of `maxBytes` bytes or more in code page 932 becomes its first three characters, "..." and as many
+/// of its last folders as `maxBytes` - 3 hold; it stays whole if not even the file name fits.
+QString ShortenPath(const QString& path, int maxBytes);
+
+/// For display: small letters, with a capital at the front of each folder and of the name, and for a drive.
+QString NormalizePathCase(const QString& path);
+
+/// The larger and the smaller of two numbers, which may be of different types.
+template<class A, class B>
+constexpr std::common_type_t<A, B> MaxOf(A a, B b) {
+    static_assert(std::is_signed_v<A> == std::is_signed_v<B>, "a negative number would turn into a large one");
+    const std::common_type_t<A, B> first = a, second = b;
+    return first < second ? second : first;
+}
+template<class A, class B>
+constexpr std::common_type_t<A, B> MinOf(A a, B b) {
+    static_assert(std::is_signed_v<A> == std::is_signed_v<B>, "a negative number would turn into a large one");
+    const std::common_type_t<A, B> first = a, second = b;
+    return second < first ? second : first;
+}
+
+/// Truth as a number: -1 if `n` is not 0, else 0.
+constexpr int Bool(int n) {
+    return n != 0 ? -1 : 0;
+}
+} // namespace mdTips

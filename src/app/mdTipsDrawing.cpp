@@ -1,0 +1,77 @@
+#include "app/mdTipsDrawing.h"
+
+#include <cstdlib>
+#include <limits>
+
+namespace {
+constexpr int pointsPerInch = 72;
+constexpr int boldWeight = 700;
+constexpr int faceBytes = 32;
+constexpr int solidHatch = 8;
+} // namespace
+
+Pen mdTips::SelectSolidPen(DeviceContext& device, Colour colour, int width, int style) {
+    return device.SelectPen({.Style = style, .Width = width, .Color = colour});
+}
+
+Pen mdTips::SelectGeometricPen(DeviceContext& device, int style, int width, Colour colour) {
+    return device.SelectPen({.Style = style, .Width = width, .Color = colour, .Geometric = true});
+}
+
+Brush mdTips::SelectBrush(DeviceContext& device, Colour colour, int hatch) {
+    return device.SelectBrush({.Color = colour, .Hatch = hatch == solidHatch || hatch < 0 ? -1 : hatch});
+}
+
+Font mdTips::SelectFontFor(DeviceContext& device, const DeviceContext& ref, const FontObject& font, int escapement) {
+    Font request;
+    request.Height = PointsToDevice(ref, font.Size);
+    if (font.Bold)
+        request.Weight = boldWeight;
+    request.Italic = font.Italic;
+    request.Underline = font.Underline;
+    request.StrikeOut = font.StrikeThrough;
+    request.Escapement = escapement;
+    // No character takes less than one byte, so a face of any length is soon cut.
+    request.Face = font.Name.left(faceBytes);
+    while (AnsiLength(request.Face) > faceBytes)
+        request.Face.chop(1);
+    return device.SelectFont(request);
+}
+
+void mdTips::RestoreObject(DeviceContext& device, const Pen& old) {
+    device.SelectPen(old);
+}
+
+void mdTips::RestoreObject(DeviceContext& device, const Brush& old) {
+    device.SelectBrush(old);
+}
+
+void mdTips::RestoreObject(DeviceContext& device, const Font& old) {
+    device.SelectFont(old);
+}
+
+int mdTips::PointsToDevice(const DeviceContext& device, double points) {
+    return MulDiv(Round(points), device.GetDeviceCaps(DeviceCaps::LogPixelsY), pointsPerInch);
+}
+
+DeviceSize mdTips::MeasureText(const DeviceContext& device, const QString& text) {
+    return device.MeasureText(text);
+}
+
+void mdTips::DrawAnchoredText(DeviceContext& device, int x, int y, const QString& text, int anchor) {
+    const int place = anchor >= 1 && anchor <= 9 ? anchor - 1 : 0;
+    const DeviceSize size = MeasureText(device, text);
+    const int left[] = {0, size.Width / 2, size.Width};
+    const int top[] = {0, size.Height / 2, size.Height};
+    device.Text({x - left[place % 3], y - top[place / 3]}, text);
+}
+
+int mdTips::MulDiv(int number, int numerator, int denominator) {
+    if (denominator == 0)
+        return -1;
+    const std::int64_t product = std::int64_t(number) * numerator;
+    const std::int64_t divisor = std::abs(std::int64_t(denominator));
+    const std::int64_t size = (std::abs(product) + divisor / 2) / divisor;
+    const std::int64_t result = (product < 0) != (denominator < 0) ? -size : size;
+    return result == std::int32_t(result) ? int(result) : -1;
+}

@@ -1,0 +1,149 @@
+#include "app/NumberFormat.h"
+#include "app/mdTips.h"
+#include "platform/Codepage.h"
+#include "platform/Rounding.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string>
+
+namespace {
+bool separatesFields(QChar c) {
+    return c == u' ' || c == u'\u3000' || c == u',' || c == u'\t' || c == u'\n' || c == u'\r';
+}
+
+Colour hexadecimal(QStringView digits) {
+    bool good = false;
+    const Colour value = digits.toUInt(&good, 16);
+    return good && digits.front() != u'+' ? value : 0;
+}
+
+/// The number that `text` is as a whole; false when it is none.
+bool numberOf(const QString& text, double& value) {
+    bool good = false;
+    const double number = text.toDouble(&good);
+    if (!good || !std::isfinite(number))
+        return false;
+    value = number;
+    return true;
+}
+
+void applyFontField(const QString& field, FontObject& font, Colour& color) {
+    const QString word = field.toLower();
+    double number = 0;
+    if (word == u"b" || word == u"bold")
+        font.Bold = true;
+    else if (word == u"i" || word == u"italic")
+        font.Italic = true;
+    else if (word == u"u" || word == u"underline")
+        font.Underline = true;
+    else if (word == u"s" || word == u"strike" || word == u"strikeout" || word == u"strikethrough")
+        font.StrikeThrough = true;
+    else if (word.startsWith(u"0x"))
+        color = mdTips::ParseColor(word);
+    else if (numberOf(word, number))
+        font.Size = number;
+    else
+        font.Name = field;
+}
+} // namespace
+
+QString mdTips::FormatColor(Colour value, const QString& prefix) {
+    return prefix + QString::number(value, 16).rightJustified(8, u'0');
+}
+
+Colour mdTips::ParseColor(const QString& text) {
+    const QStringView view = QStringView(text).trimmed();
+    if (view.startsWith(u"0x", Qt::CaseInsensitive) || view.startsWith(u"&h", Qt::CaseInsensitive))
+        return view.size() > 2 ? hexadecimal(view.mid(2)) : 0;
+    double number = 0;
+    if (!numberOf(text, number) || std::abs(number) >= 2147483648.0)
+        return 0;
+    return Colour(Round(number));
+}
+
+FontObject mdTips::ParseFontString(const QString& text, Colour& color) {
+    FontObject font;
+    font.Name = u"ＭＳ ゴシック"_qs;
+    QStringList fields;
+    int count = 0;
+    SplitFields(text, fields, count);
+    for (int i = 1; i <= count; ++i)
+        applyFontField(fields[i], font, color);
+    return font;
+}
+
+QString mdTips::MakeFontString(const FontObject& font, Colour color) {
+    QString text =
+        u'"' + font.Name + u"\", "_qs + NumberFormat::Shortest(font.Size) + u',' + FormatColor(color, u"0x"_qs);
+    if (font.Bold)
+        text += u",B"_qs;
+    if (font.Italic)
+        text += u",I"_qs;
+    if (font.Underline)
+        text += u",U"_qs;
+    if (font.StrikeThrough)
+        text += u",S"_qs;
+    return text;
+}
+
+void mdTips::SplitFields(const QString& text, QStringList& fields, int& count, const QString& commentChar) {
+    const QChar comment = commentChar.isEmpty() ? u'#' : commentChar.front();
+    fields = {QString()};
+    QString field;
+    const auto endField = [&] {
+        if (!field.isEmpty())
+            fields.append(field);
+        field.clear();
+    };
+
+    bool quoted = false;
+    // The blank added at the end closes the last field, or stands in it when a quotation is left open.
+    for (const QChar c : QString(text.trimmed() + u' ')) {
+        if (separatesFields(c)) {
+            if (quoted)
+                field += c;
+            else
+                endField();
+        } else if (c == u'"' || c == u'\'') {
+            if (!quoted)
+                endField();
+            quoted = !quoted;
+        } else if (c == comment) {
+            field.clear();
+            break;
+        } else {
+            field += c;
+        }
+    }
+    endField();
+    count = int(fields.size()) - 1;
+}
+
+double mdTips::Val(QStringView text) {
+    std::string number;
+    for (const QChar c : text) {
+        if (c.isSpace())
+            continue;
+        if (!QStringView(u"0123456789+-.eE").contains(c))
+            break;
+        number += c.toLatin1();
+    }
+    const bool plus = number.starts_with('+') && !number.starts_with("+-");
+    double value = 0;
+    std::from_chars(number.data() + (plus ? 1 : 0), number.data() + number.size(), value);
+    return value;
+}
+
+int mdTips::AnsiLength(QStringView text) {
+    return Codepage::ByteLength(text);
+}
+
+QString mdTips::CutAtNull(QStringView text) {
+    return text.left(std::max<qsizetype>(text.indexOf(QChar(u'\0')), 0)).toString();
+}
+
+QString mdTips::CutAtNull(QByteArrayView ansi) {
+    return CutAtNull(Codepage::Decode(ansi));
+}

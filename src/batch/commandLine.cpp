@@ -1,0 +1,63 @@
+#include "batch/commandSupport.h"
+
+#include <QIODevice>
+
+namespace batch {
+
+namespace {
+
+struct Command {
+    const char16_t* name;
+    const char16_t* purpose;
+    Status (*run)(const QStringList&, const Streams&);
+};
+
+constexpr Command commands[] = {
+    {u"info", u"what a result file holds, as JSON", RunInfo},
+    {u"mesh", u"its nodes and elements, as JSON", RunMesh},
+    {u"values", u"the values of an item at a step, as CSV or JSON", RunValues},
+    {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender},
+};
+
+QString usage() {
+    QString text = u"Usage: velorin-batch COMMAND FILE [OPTION]...\n\nCommands:\n"_qs;
+    for (const Command& command : commands)
+        text += u"  "_qs + QString(QStringView(command.name)).leftJustified(8) + QStringView(command.purpose) + u'\n';
+    return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_qs;
+}
+
+Status runCommand(const QStringList& arguments, const Streams& streams) {
+    const QString name = arguments.value(0);
+    for (const Command& command : commands)
+        if (name == QStringView(command.name))
+            return command.run(arguments.mid(1), streams);
+    if (name == u"--help" || name == u"help") {
+        streams.Output.write(usage().toUtf8());
+        return Done;
+    }
+    if (name == u"--version") {
+        streams.Output.write("velorin-batch " VELORIN_VERSION "\n");
+        return Done;
+    }
+    streams.Errors.write(usage().toUtf8());
+    return WrongUsage;
+}
+
+} // namespace
+
+Status Run(const QStringList& arguments, const Streams& streams) {
+    try {
+        return runCommand(arguments, streams);
+    } catch (const Stop& stop) {
+        if (stop.status == WrongUsage)
+            streams.Errors.write("velorin-batch: ");
+        if (stop.status != Done)
+            streams.Errors.write((stop.line + u'\n').toUtf8());
+        return stop.status;
+    } catch (const std::bad_alloc&) {
+        streams.Errors.write("velorin-batch: out of memory\n");
+        return UnusableInput;
+    }
+}
+
+} // namespace batch

@@ -1,0 +1,29 @@
+// The command-line companion: its commands, their options and what they return. Needs no display; numbers count from 1.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QIODevice;
+
+namespace batch {
+
+/// Exit statuses.
+enum Status : int { Done = 0, UnusableInput = 1, WrongUsage = 2 };
+
+/// Where a command writes. Both are owned by the caller and open for writing.
+struct Streams {
+    QIODevice& Output;
+    QIODevice& Errors;
+};
+
+/// Runs one command line, without the program's name. Needs a QGuiApplication for pictures.
+Status Run(const QStringList& arguments, const Streams& streams);
+
+// One procedure a command, given the arguments behind the command's name.
+Status RunInfo(const QStringList& arguments, const Streams& streams);
+Status RunMesh(const QStringList& arguments, const Streams& streams);
+Status RunValues(const QStringList& arguments, const Streams& streams);
+Status RunRender(const QStringList& arguments, const Streams& streams);
+
+} // namespace batch

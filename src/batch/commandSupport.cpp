@@ -1,0 +1,79 @@
+#include "batch/commandSupport.h"
+
+#include "app/mdApplication.h"
+#include "result/mdVelorinResultModel.h"
+
+#include <QIODevice>
+
+namespace batch {
+
+Options::Options(const QString& command, const QString& purpose, const QString& operand) : commandName(command) {
+    parser.setApplicationDescription(purpose);
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsCompactedShortOptions);
+    parser.addOption({u"help"_qs, u"Show this help."_qs});
+    parser.addPositionalArgument(operand.toLower(), u"Result file (.vrf)."_qs, operand);
+}
+
+void Options::Flag(const QString& name, const QString& purpose) {
+    parser.addOption({name, purpose});
+}
+
+void Options::Value(const QString& name, const QString& valueName, const QString& purpose) {
+    parser.addOption({name, purpose, valueName});
+}
+
+void Options::Parse(const QStringList& arguments, const Streams& streams) {
+    const QStringList whole = QStringList{u"velorin-batch "_qs + commandName} + arguments;
+    const bool understood = parser.parse(whole);
+    if (parser.isSet(u"help"_qs)) {
+        streams.Output.write(parser.helpText().toUtf8());
+        throw Stop{Done, {}};
+    }
+    if (!understood)
+        throw Stop{WrongUsage, parser.errorText()};
+    if (parser.positionalArguments().size() != 1)
+        throw Stop{WrongUsage, u"one result file is wanted, %1 given"_qs.arg(parser.positionalArguments().size())};
+}
+
+std::optional<int> Options::Integer(const QString& name, int lowest) const {
+    if (!parser.isSet(name))
+        return {};
+    bool ok = false;
+    const int number = parser.value(name).toInt(&ok);
+    if (!ok || number < lowest)
+        throw Stop{WrongUsage, u"--%1 wants a whole number from %2 on, not \"%3\""_qs.arg(name).arg(lowest).arg(
+                                   parser.value(name))};
+    return number;
+}
+
+ResultModel OpenFile(const QString& path) {
+    ResultModel model;
+    if (!mdApplication::FileExists(path))
+        throw Stop{UnusableInput, path + u": 無効なパラメータです。"_qs};
+    if (!mdVelorinResultModel::LoadResultFile(path, model))
+        throw Stop{UnusableInput, path + u": ファイルの形式が不正です。"_qs};
+    return model;
+}
+
+std::int32_t FindItem(const QString& text, const ResultModel& model) {
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (isNumber && number >= 1 && number <= model.ItemCount)
+        return number - 1;
+    for (std::int32_t i = 0; i < model.ItemCount; ++i)
+        if (model.Items.at(i).Name == text)
+            return i;
+    throw Stop{UnusableInput, model.FileName + u": 無効なパラメータです。 (no item \"%1\" among %2)"_qs.arg(text).arg(
+                                                   model.ItemCount)};
+}
+
+void LoadNumberedStep(ResultModel& model, int stepNumber, std::int32_t item, int referenceNumber) {
+    const int wanted = referenceNumber > model.StepCount ? referenceNumber : stepNumber;
+    if (referenceNumber <= model.StepCount &&
+        mdVelorinResultModel::LoadStep(stepNumber - 1, item, model, false, referenceNumber - 1))
+        return;
+    throw Stop{UnusableInput,
+               model.FileName + u": 無効なパラメータです。 (no step %1 among %2)"_qs.arg(wanted).arg(model.StepCount)};
+}
+
+} // namespace batch

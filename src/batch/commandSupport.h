@@ -1,0 +1,50 @@
+// What the commands share: their option parser, opening the result file, and the one line that says why not.
+#pragma once
+
+#include "batch/commandLine.h"
+#include "result/ResultModel.h"
+
+#include <QCommandLineParser>
+#include <optional>
+
+namespace batch {
+
+/// Thrown through a command to end it with one line on the error stream; never leaves `Run`.
+struct Stop {
+    Status status;
+    QString line;
+};
+
+/// The options of one command. Ends the command when they make no sense, or when help was asked for.
+class Options {
+public:
+    /// `operand` is the one argument without a name, such as "FILE".
+    Options(const QString& command, const QString& purpose, const QString& operand);
+
+    void Flag(const QString& name, const QString& purpose);
+    void Value(const QString& name, const QString& valueName, const QString& purpose);
+    void Parse(const QStringList& arguments, const Streams& streams);
+
+    bool IsSet(const QString& name) const { return parser.isSet(name); }
+    QString Text(const QString& name) const { return parser.value(name); }
+    QStringList Texts(const QString& name) const { return parser.values(name); }
+    /// The option as an integer from `lowest` on; nothing when it is not given.
+    std::optional<int> Integer(const QString& name, int lowest) const;
+    QString Operand() const { return parser.positionalArguments().constFirst(); }
+
+private:
+    QString commandName;
+    QCommandLineParser parser;
+};
+
+/// Opens the result file or stops the command with the path and the program's message.
+ResultModel OpenFile(const QString& path);
+
+/// An item by its number counted from 1, or by its name; stops the command when there is none.
+std::int32_t FindItem(const QString& text, const ResultModel& model);
+
+/// Loads a step by its number counted from 1, with an item index and a reference step's number (0: none); stops the
+/// command when the file has no such step.
+void LoadNumberedStep(ResultModel& model, int stepNumber, std::int32_t item, int referenceNumber);
+
+} // namespace batch

@@ -1,0 +1,54 @@
+// The entry procedure and the start-up chain.
+#include "app/mdApplication.h"
+#include "mainwin/frmMain.h"
+#include "platform/Fonts.h"
+#include "platform/brenlib.h"
+
+#include <QApplication>
+#include <exception>
+
+namespace mdApplication {
+
+namespace {
+
+/// Why the start-up chain broke off; no number when nothing more is known.
+struct StartUpFailure {
+    int number = 0;
+    QString description;
+};
+
+std::optional<StartUpFailure> InitializeApplication() {
+    try {
+        Fonts::InstallSubstitutions();
+        // The answer is of no interest: a missing part is to show here and not in the middle of a drawing.
+        brenlib::GetDllVersion();
+        SetDefaults(Settings, ProgramFolder(), QString());
+        return {};
+    } catch (const std::exception& error) {
+        return StartUpFailure{1, QString::fromUtf8(error.what())};
+    }
+}
+
+} // namespace
+
+int EntryProcedure(QApplication& application) {
+    const QString commandLine = application.arguments().mid(1).join(u' ');
+    auto window = std::make_unique<frmMain>();
+    if (const auto failure = InitializeApplication()) {
+        ShowMessage(StartUpFailureText(failure->number, failure->description), StopMessage);
+        return 1;
+    }
+    window->FirstStep(commandLine);
+    window->show();
+    return application.exec();
+}
+
+} // namespace mdApplication
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    application.setApplicationName(mdApplication::ApplicationTitle);
+    application.setApplicationVersion(QStringLiteral(VELORIN_VERSION));
+    application.setDesktopFileName(u"velorin"_qs);
+    return mdApplication::EntryProcedure(application);
+}

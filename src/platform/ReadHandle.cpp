@@ -1,0 +1,100 @@
+#include "platform/ReadHandle.h"
+
+#include <QFile>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static_assert(std::endian::native == std::endian::little, "numbers are read as they stand in the file");
+
+struct ReadHandle::Descriptor {
+    int number;
+    qint64 size;
+    Descriptor(int openNumber, qint64 openSize) : number(openNumber), size(openSize) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { ::close(number); }
+};
+
+ReadHandle ReadHandle::Open(const QString& path) {
+    ReadHandle handle;
+    // Without O_NONBLOCK the open of a pipe would wait for its writer.
+    const int number = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (number < 0)
+        return handle;
+    struct stat status = {};
+    if (::fstat(number, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(number);
+        return handle;
+    }
+    handle.descriptor = std::make_shared<const Descriptor>(number, qint64(status.st_size));
+    return handle;
+}
+
+qint64 ReadHandle::Size() const {
+    return descriptor ? descriptor->size : 0;
+}
+
+qint64 ReadHandle::ReadAt(qint64 offset, void* target, qint64 count) const {
+    qint64 done = 0;
+    while (descriptor && done < count) {
+        const ssize_t part =
+            ::pread(descriptor->number, static_cast<char*>(target) + done, std::size_t(count - done), offset + done);
+        if (part < 0 && errno == EINTR)
+            continue;
+        if (part <= 0)
+            break;
+        done += part;
+    }
+    return done;
+}
+
+SequentialReader::SequentialReader(const ReadHandle& source, qint64 position, qint64 bytes)
+    : file(source), buffer(new char[std::size_t(bytes)]), bufferBytes(bytes), bufferStart(position) {}
+
+SequentialReader::~SequentialReader() = default;
+
+bool SequentialReader::refill() {
+    bufferStart += next;
+    next = 0;
+    filled = file.ReadAt(bufferStart, buffer.get(), bufferBytes);
+    return filled > 0;
+}
+
+bool SequentialReader::ReadBytes(void* target, qint64 count) {
+    if (filled - next >= count) {
+        std::memcpy(target, buffer.get() + next, std::size_t(count));
+        next += count;
+        return true;
+    }
+    if (Remaining() < count) {
+        Skip(Remaining());
+        return false;
+    }
+    auto* out = static_cast<char*>(target);
+    while (count > 0) {
+        const qint64 part = std::min(count, filled - next);
+        std::memcpy(out, buffer.get() + next, std::size_t(part));
+        out += part;
+        next += part;
+        count -= part;
+        if (count > 0 && !refill())
+            return false;
+    }
+    return true;
+}
+
+void SequentialReader::Skip(qint64 count) {
+    count = std::min(count, Remaining());
+    if (count <= 0)
+        return;
+    if (count <= filled - next) {
+        next += count;
+        return;
+    }
+    bufferStart += next + count;
+    next = filled = 0;
+}

@@ -1,0 +1,21 @@
+// The drawing settings of one result file by their element paths, such as `contour/colors/index`. One table for whoever
+// reads such settings as text.
+#pragma once
+
+#include "app/ApplicationSettings.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace drawingElements {
+
+/// Sets the setting at `path` from `text`, held within its range. False when there is no such path or the text isn't of
+/// the element's kind. Besides the plain elements, `vector/items/itemset` takes "NAME,HORZ,VERT" with item numbers
+/// counted from 1, adds the set and makes it the one in use. `difference/std` is a step's number counted from 1, 0
+/// none.
+bool Set(const QString& path, const QString& text, ApplicationSettings& settings);
+
+/// All paths that `Set` knows, in the order of the table.
+QStringList Paths();
+
+} // namespace drawingElements

@@ -1,0 +1,196 @@
+// One step from the file into the model, and its current item onto the nodes.
+#include "result/ValueBounds.h"
+#include "result/elementValues.h"
+#include "result/mdVelorinResultModel.h"
+
+#include "platform/Parallel.h"
+
+namespace mdVelorinResultModel {
+
+namespace {
+
+constexpr qint64 valuesPerPiece = 65536;
+
+/// A stretch of one item's block: read, narrowed and bounded on its own, so that the cores can share a step out.
+struct Piece {
+    std::int32_t item = 0;
+    qint64 fileOffset = 0;
+    qint64 firstValue = 0;
+    qint64 valueCount = 0;
+    ValueBounds bounds;
+};
+
+void readPiece(const ReadHandle& file, Piece& piece, float* target) {
+    thread_local std::vector<double> wide;
+    wide.resize(std::size_t(valuesPerPiece));
+    const qint64 bytes = piece.valueCount * qint64(sizeof(double));
+    const qint64 got = file.ReadAt(piece.fileOffset, wide.data(), bytes) / qint64(sizeof(double));
+    // What the file no longer has counts as 0.
+    std::fill(wide.begin() + got, wide.begin() + piece.valueCount, 0.0);
+    for (qint64 i = 0; i < piece.valueCount; ++i)
+        target[i] = float(wide[std::size_t(i)]);
+    piece.bounds = ValueBounds::Of({target, std::size_t(piece.valueCount)});
+}
+
+/// A list of `count` values to write to; keeps its memory from step to step when nobody else holds it.
+float* writableValues(QList<float>& values, qsizetype count) {
+    if (!values.isDetached() || values.size() != count)
+        values = QList<float>(count);
+    return values.data();
+}
+
+/// Finds where each item's block stands, sizes its values and cuts it into pieces. A count that neither the mesh nor
+/// the rest of the file explains counts as none.
+std::vector<Piece> layOutItems(SequentialReader& reader, ResultModel& model) {
+    std::vector<Piece> pieces;
+    const qint64 mostInMesh = std::max(model.Mesh.NodeCount, model.Mesh.ElementCount);
+    model.ItemData.resize(model.ItemCount);
+    for (std::int32_t i = 0; i < model.ItemCount; ++i) {
+        ItemValues& item = model.ItemData[i];
+        std::int32_t count = 0;
+        reader.ReadInt32(count);
+        item.Count = count > mostInMesh && count > reader.Remaining() / qint64(sizeof(double)) ? 0 : count;
+        item.MaxValue = item.MinValue = 0;
+        if (item.Count < 1) {
+            item.Values = {};
+        } else {
+            writableValues(item.Values, count);
+            for (qint64 first = 0; first < count; first += valuesPerPiece)
+                pieces.push_back({i,
+                                  reader.Position() + first * qint64(sizeof(double)),
+                                  first,
+                                  std::min(valuesPerPiece, count - first),
+                                  {}});
+        }
+        reader.Skip(std::max<qint64>(count, 0) * qint64(sizeof(double)));
+    }
+    return pieces;
+}
+
+void readItems(const std::vector<Piece>& layout, ResultModel& model) {
+    std::vector<Piece> pieces = layout;
+    std::vector<float*> targets;
+    for (ItemValues& item : model.ItemData)
+        targets.push_back(item.Values.data());
+    parallelFor(int(pieces.size()), [&](int i) {
+        Piece& piece = pieces[std::size_t(i)];
+        readPiece(model.FileHandle, piece, targets[std::size_t(piece.item)] + piece.firstValue);
+    });
+    std::vector<ValueBounds> bounds(targets.size());
+    for (const Piece& piece : pieces)
+        bounds[std::size_t(piece.item)].Take(piece.bounds);
+    for (std::int32_t i = 0; i < model.ItemCount; ++i)
+        if (model.ItemData.at(i).Count > 0)
+            bounds[std::size_t(i)].StoreIn(model.ItemData[i]);
+}
+
+void readElementTypes(SequentialReader& reader, MeshData& mesh) {
+    std::int32_t* types = mesh.Elements.ElementType.data();
+    const qint64 bytes = qint64(mesh.ElementCount) * 4;
+    if (!reader.ReadBytes(types, bytes)) {
+        // A step that breaks off within its types has none of its values either.
+        std::fill_n(types, mesh.ElementCount, 0);
+        reader.Skip(reader.Remaining());
+    }
+}
+
+void findActiveNodes(MeshData& mesh) {
+    const std::int32_t* types = mesh.Elements.ElementType.constData();
+    const std::int32_t* first = mesh.Nodes.FirstEntry.constData();
+    const std::int32_t* elements = mesh.Nodes.ElementIndex.constData();
+    std::uint8_t* active = mesh.Nodes.Active.data();
+    const bool allExist = std::none_of(types, types + mesh.ElementCount, [](std::int32_t type) { return type < 0; });
+    for (std::int32_t i = 0; i < mesh.NodeCount; ++i)
+        active[i] = allExist ? first[i] < first[i + 1]
+                             : std::any_of(elements + first[i], elements + first[i + 1],
+                                           [types](std::int32_t element) { return types[element] >= 0; });
+}
+
+} // namespace
+
+bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
+    if (step < 0 || item < 0 || step >= model.StepCount) {
+        model.CurrentStep = -1;
+        return false;
+    }
+    SequentialReader reader(model.FileHandle, model.Steps.at(step).FileOffset, 4096);
+    std::int32_t nameLength = 0;
+    reader.Skip(sizeof(double));
+    reader.ReadInt32(nameLength);
+    reader.Skip(nameLength);
+    readElementTypes(reader, model.Mesh);
+    findActiveNodes(model.Mesh);
+    readItems(layOutItems(reader, model), model);
+    model.CurrentStep = step;
+    return true;
+}
+
+void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
+    MeshData& mesh = model.Mesh;
+    if (item < 0 || item >= model.ItemCount || item >= model.ItemData.size()) {
+        mesh.Nodes.Value.fill(0);
+        mesh.MaxValue = mesh.MinValue = 0;
+        model.CurrentItem = -1;
+        return;
+    }
+    const ItemValues& values = model.ItemData.at(item);
+    if (model.Items.at(item).ElementType < 0) {
+        // As many values as nodes is the rule, and then the column is shared. Nodes beyond the values keep what they
+        // had.
+        if (values.Values.size() == mesh.NodeCount)
+            mesh.Nodes.Value = values.Values;
+        else
+            std::copy_n(values.Values.constData(), std::min<qsizetype>(values.Values.size(), mesh.NodeCount),
+                        mesh.Nodes.Value.data());
+        mesh.MaxValue = values.MaxValue;
+        mesh.MinValue = values.MinValue;
+    } else {
+        const QList<float> onElements = unpackOntoElements(values, mesh, model.Items.at(item).ElementType);
+        const std::int32_t* types = mesh.Elements.ElementType.constData();
+        const ValueBounds bounds = averageOntoNodes(
+            onElements, mesh, [types](std::int32_t element) { return types[element] >= 0; },
+            writableValues(mesh.Nodes.Value, mesh.NodeCount));
+        mesh.MaxValue = bounds.Max;
+        mesh.MinValue = bounds.Min;
+    }
+    model.CurrentItem = item;
+}
+
+void ClearReference(ResultModel& model) {
+    // Without a reference only zeros can stand there, and they need not be made again for every step.
+    if (model.ReferenceStep < 0 && model.ReferenceItemData.size() == model.ItemCount)
+        return;
+    model.ReferenceStep = -1;
+    ItemValues zeros;
+    zeros.Count = model.Mesh.NodeCount;
+    zeros.Values = QList<float>(zeros.Count);
+    model.ReferenceItemData.fill(zeros, model.ItemCount);
+}
+
+void KeepReference(ResultModel& model) {
+    model.Mesh.Nodes.ReferenceValue = model.Mesh.Nodes.Value;
+    model.ReferenceItemData = model.ItemData;
+    model.ReferenceStep = model.CurrentStep;
+}
+
+bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours,
+              std::int32_t referenceStep) {
+    if (IsFileClosed(model))
+        return false;
+    const bool wantsReference = referenceStep >= 0 && referenceStep < model.StepCount;
+    if (wantsReference && ReadStepData(referenceStep, item, model)) {
+        ApplyItemToNodes(item, model);
+        KeepReference(model);
+    } else {
+        ClearReference(model);
+    }
+    const bool ok = ReadStepData(step, item, model);
+    if (ok) {
+        if (!keepNeighbours)
+            BuildElementNeighbours(model.Mesh);
+        ApplyItemToNodes(item, model);
+    }
+    return ok;
+}
+
+} // namespace mdVelorinResultModel

@@ -1,0 +1,79 @@
+// Reads result files, loads steps into a ResultModel and answers for its values. Shows no message and keeps no state.
+#pragma once
+
+#include "result/ResultModel.h"
+
+namespace mdVelorinResultModel {
+
+/// The first bytes of every result file.
+inline constexpr QLatin1StringView ResultFileMagic{"VRF10"};
+
+// --- the file
+// ---------------------------------------------------------------------------------------------------------
+
+/// True when the file's first bytes spell `magic`, without regard to case. An empty magic always passes.
+bool CheckFileMagic(const QString& path, const QString& magic);
+
+/// True for an existing file with the result file magic.
+bool IsResultFile(const QString& path);
+
+/// Reads mesh, items and the directory of steps, and leaves the file open. False, with the model untouched, for a file
+/// of another kind; false, with the model closed and its file name empty, for one that cannot be opened, is larger than
+/// 2^31-1 bytes, has no items, nodes or elements, or names more of anything than its bytes can hold.
+bool LoadResultFile(const QString& path, ResultModel& model);
+
+void CloseResultFile(ResultModel& model);
+bool IsFileClosed(const ResultModel& model);
+
+// --- steps
+// ------------------------------------------------------------------------------------------------------------
+
+/// Loads `step` with `item` spread onto the nodes, and before it `referenceStep` (-1: none) as the reference. False
+/// when no file is open or there is no such step; `CurrentStep` is then -1. `keepNeighbours` leaves the neighbours as
+/// they are.
+bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours,
+              std::int32_t referenceStep);
+
+/// Reads a step's element types and item values. `item` is only tested for being 0 or more.
+bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model);
+
+/// Spreads an item of the loaded step onto the nodes: per node as it is, per element as the mean over the node's
+/// elements that exist in the step. An item that is not there gives zeros and `CurrentItem` -1.
+void ApplyItemToNodes(std::int32_t item, ResultModel& model);
+
+/// No reference: zeros of node length for every item.
+void ClearReference(ResultModel& model);
+/// Makes the loaded step the reference.
+void KeepReference(ResultModel& model);
+
+/// For each edge of each element the element on its other side, from the element types of the loaded step. Only
+/// elements that exist take part. An edge of more than two elements joins each further element with the first, and the
+/// first with the last. The first edge of the first existing element has no neighbour by definition. Nothing is done
+/// when the same elements exist as at the last call.
+void BuildElementNeighbours(MeshData& mesh);
+
+// --- queries: all return a fresh record and change nothing
+// --------------------------------------------------------------
+
+/// An item in its own form, per node or packed per element; with `difference` less the reference step.
+ItemValues GetItemValues(std::int32_t item, const ResultModel& model, bool difference);
+
+/// The current item on the nodes. With `difference` nodes that are not active stay 0 and out of the bounds, which are
+/// not corrected when no node is active.
+ItemValues GetNodeValues(bool difference, const MeshData& mesh);
+
+/// The displacement of every node; zeros when there is no such item.
+ItemValues GetDisplacementX(const ResultModel& model, bool difference);
+ItemValues GetDisplacementY(const ResultModel& model, bool difference);
+
+/// Packed values of the elements of `elementType`, one entry per element and 0 for all others, bounds as given; values
+/// per node (`elementType` negative) come back as they are.
+ItemValues ExpandItemValues(std::int32_t elementType, const MeshData& mesh, const ItemValues& values);
+
+/// `a` less `b`, as long as the shorter of the two.
+ItemValues SubtractValues(const ItemValues& a, const ItemValues& b);
+
+/// Packed element values as the mean over all elements of a node, those that do not exist in the step included (as 0).
+ItemValues AverageToNodes(const ItemValues& values, const MeshData& mesh, std::int32_t elementType);
+
+} // namespace mdVelorinResultModel

@@ -1,0 +1,34 @@
+#include "view/mdScene.h"
+
+#include "app/mdTipsDrawing.h"
+#include "platform/Rounding.h"
+
+namespace mdScene {
+
+Pen SelectLineStyle(DeviceContext& device, const PlotConverter& converter, const LineStyle& style) {
+    double width = 0, unused = 0;
+    converter.PaperLengthToDevice(style.Width * 0.1, 0, width, unused);
+    return mdTips::SelectGeometricPen(device, style.Style, std::max(1, Round(width)), style.Color);
+}
+
+void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
+    const MeshData& mesh = scene.Model.Mesh;
+    if (canvas.Window().Width() == 0 || canvas.Document().DeviceWidth() == 0 || mesh.NodeCount < 1 ||
+        mesh.ElementCount < 1)
+        return;
+    const PlotConverter& converter = canvas.Converter();
+    DeviceContext& device = canvas.hDC();
+    scene.View.CoordConverter = converter;
+    device.SaveDC();
+    PaintContext context;
+    context.Printing = printing;
+    context.BackBrush = printing ? stockBrush(Stock::WhiteBrush) : Brush{scene.WindowColour};
+    ComputeDevicePoints(converter, canvas.Window(), scene, context);
+    DrawMesh(device, converter, scene);
+    const DisplacementSettings& displacement = scene.Settings.Displacement;
+    if (displacement.Original && displacement.Fiducial != 0 && !scene.Model.NoDisplacement)
+        DrawOriginalMesh(device, converter, scene);
+    device.RestoreDC();
+}
+
+} // namespace mdScene

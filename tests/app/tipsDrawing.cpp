@@ -1,0 +1,79 @@
+#include "app/mdTipsDrawing.h"
+#include "platform/TraceDevice.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace mdTips;
+
+TEST(TipsDrawing, RoundsHalvesToEvenAndSaturates) {
+    const double infinity = std::numeric_limits<double>::infinity(), nan = std::nan("");
+    // clang-format off
+    const std::pair<double, double> cases[] = {
+        {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {0.49999999999999994, 0}, {-7.51, -8}, {1e-300, 0},
+        {2147483646.5, 2147483646}, {2147483647.5, INT_MAX}, {infinity, INT_MAX},
+        {-2147483648.5, INT_MIN}, {-1e20, INT_MIN}, {nan, 0}, {-nan, 0}};
+    // clang-format on
+    for (const auto& [value, expected] : cases)
+        EXPECT_EQ(Round(value), expected) << value;
+    for (double value = -3e9; value < 3e9; value += 12345.37)
+        EXPECT_EQ(Round(value), std::clamp(std::nearbyint(value), -2147483648.0, 2147483647.0));
+}
+
+TEST(TipsDrawing, MulDivRoundsAwayFromZero) {
+    EXPECT_EQ(MulDiv(11, 96, 72), 15);
+    EXPECT_EQ(MulDiv(3, 1, 2), 2);
+    EXPECT_EQ(MulDiv(-3, 1, 2), -2);
+    EXPECT_EQ(MulDiv(3, 1, -2), -2);
+    EXPECT_EQ(MulDiv(-5, -1, 3), 2);
+    EXPECT_EQ(MulDiv(INT_MAX, INT_MAX, INT_MAX), INT_MAX);
+    EXPECT_EQ(MulDiv(INT_MIN, 1, 1), INT_MIN);
+    EXPECT_EQ(MulDiv(INT_MIN, INT_MIN, 1), -1);
+    EXPECT_EQ(MulDiv(5, 5, 0), -1);
+}
+
+TEST(TipsDrawing, SelectsAndRestores) {
+    TraceDevice device(100, 100);
+    const Pen pen = SelectSolidPen(device, 0x8000, 5, PenStyle::Dash);
+    const Pen solid = SelectGeometricPen(device, PenStyle::Dot, 3, 0xff);
+    EXPECT_EQ(solid, (Pen{PenStyle::Dash, 5, 0x8000, false, -1}));
+    RestoreObject(device, solid);
+    EXPECT_EQ(device.SelectPen(pen), solid);
+
+    const Brush brush = SelectBrush(device, 1, 8);
+    EXPECT_EQ(SelectBrush(device, 2, -3), (Brush{1, -1, false, -1}));
+    EXPECT_EQ(SelectBrush(device, 3, 5), (Brush{2, -1, false, -1}));
+    RestoreObject(device, brush);
+    EXPECT_EQ(device.SelectBrush({}), brush);
+}
+
+TEST(TipsDrawing, FontsTakeTheirSizeFromTheReferenceDevice) {
+    TraceDevice device(100, 100);
+    const TraceDevice page(100, 100, 600);
+    EXPECT_EQ(PointsToDevice(page, 10.5), 83);
+    const Font old = SelectFontFor(device, page, {u"Arial"_qs, 11, true, false, true, false}, 900);
+    const Font bold = SelectFontFor(device, device, {QString(20, u'漢'), 9}, 0);
+    EXPECT_EQ(bold, (Font{92, 700, false, true, false, 900, u"Arial"_qs}));
+    RestoreObject(device, old);
+    EXPECT_EQ(device.SelectFont(SelectFontFor(device, device, {u"x"_qs + QString(20, u'漢'), 9}, 0)).Face,
+              u"x"_qs + QString(15, u'漢'));
+}
+
+TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
+    TraceDevice device(100, 100);
+    device.SelectFont({.Height = 15, .Face = u"Arial"_qs});
+    ASSERT_EQ(MeasureText(device, u"abcde"_qs), (DeviceSize{35, 15}));
+    QByteArray expected = device.Trace();
+    const DevicePoint places[] = {{100, 50}, {100 - 17, 50}, {65, 50}, {100, 43}, {83, 43}, {65, 43},
+                                  {100, 35}, {83, 35},       {65, 35}, {100, 50}, {100, 50}};
+    int anchor = 1;
+    for (const DevicePoint& at : places) {
+        DrawAnchoredText(device, 100, 50, u"abcde"_qs, anchor);
+        expected += "Text " + QByteArray::number(at.X) + ' ' + QByteArray::number(at.Y) + " \"abcde\"\n";
+        anchor = anchor == 10 ? -1 : anchor + 1;
+    }
+    EXPECT_EQ(device.Trace(), expected);
+}

@@ -1,0 +1,87 @@
+#include "platform/Codepage.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+void expectRoundTrip(const QString& text, const QByteArray& bytes) {
+    EXPECT_EQ(Codepage::Encode(text), bytes) << text.toStdString();
+    EXPECT_EQ(Codepage::Decode(bytes), text) << bytes.toHex().toStdString();
+    EXPECT_EQ(Codepage::ByteLength(text), bytes.size());
+}
+} // namespace
+
+TEST(Codepage, CharactersRoundTrip) {
+    expectRoundTrip({}, {});
+    expectRoundTrip(u"Plain ~\\ text"_qs, "Plain ~\\ text");
+    expectRoundTrip(u"～－∥￢"_qs, "\x81\x60\x81\x7c\x81\x61\x81\xca");
+    expectRoundTrip(u"①㈱髙ⅳ"_qs, "\x87\x40\x87\x8a\xfb\xfc\xfa\x43");
+    expectRoundTrip(u"ｱｲﾟ"_qs, "\xb1\xb2\xdf");
+    expectRoundTrip(u"表A示"_qs, "\x95\x5c"
+                                 "A\x8e\xa6");
+    QString controls = u"位"_qs;
+    for (char16_t c = 0; c < 0x20; ++c)
+        controls += QChar(c);
+    controls += QChar(0x7f);
+    const QByteArray bytes = Codepage::Encode(controls);
+    EXPECT_EQ(bytes.size(), 2 + 33);
+    EXPECT_EQ(bytes.back(), 0x7f);
+    EXPECT_EQ(Codepage::Decode(bytes), controls);
+}
+
+TEST(Codepage, EveryCodeThatDecodesComesBackOrHasATwin) {
+    int decodable = 0;
+    for (int code = 0; code < 0x10000; ++code) {
+        QByteArray bytes;
+        if (code > 0xff)
+            bytes += char(code >> 8);
+        bytes += char(code & 0xff);
+        const QString text = Codepage::Decode(bytes);
+        if (text.size() != 1 || text[0] == QChar::ReplacementCharacter)
+            continue;
+        ++decodable;
+        EXPECT_EQ(Codepage::Decode(Codepage::Encode(text)), text) << code;
+    }
+    // ASCII, half-width kana, characters of two bytes, and the user-defined area.
+    EXPECT_EQ(decodable, 128 + 63 + 7724 + 1880);
+}
+
+TEST(Codepage, BadBytesTakeNoGoodOnesAlong) {
+    const std::pair<QByteArray, QString> cases[] = {
+        {"\x83", u"\ufffd"_qs},
+        {"ab\x83", u"ab\ufffd"_qs},
+        {"\x81"
+         "0x",
+         u"\ufffd0x"_qs},
+        {"\x85"
+         "Ax",
+         u"\ufffdAx"_qs},
+        {QByteArray("\x83\0y", 3), QString(u"\ufffd"_qs + QChar(0) + u"y"_qs)},
+        {"\x85\xf0z", u"\ufffdz"_qs},
+        {"\x80\xa0\xfd\xfe\xff!", u"\ufffd\ufffd\ufffd\ufffd\ufffd!"_qs},
+        {"\x81\xff\xb1", u"\ufffd\ufffdｱ"_qs},
+        {"\x95\x5c\x83\n\x95\x5c", u"表\ufffd\n表"_qs},
+    };
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(Codepage::Decode(bytes), text) << bytes.toHex().toStdString();
+}
+
+TEST(Codepage, UnknownCharactersGiveOneMarkEach) {
+    EXPECT_EQ(Codepage::Encode(u"a\u00e9b한c"_qs), "a?b?c");
+    EXPECT_EQ(Codepage::Encode(u"😀位"_qs), "?\x88\xca");
+    const char16_t lone[] = {0xd83d, u'x', 0xde00, u'位', 0xd83d};
+    EXPECT_EQ(Codepage::Encode(QStringView(lone, 5)), "?x?\x88\xca?");
+    EXPECT_EQ(Codepage::ByteLength(u"😀位ｱ"_qs), 4);
+}
+
+TEST(Codepage, ThreadsDoNotDisturbEachOther) {
+    const QString text = QString(2000, u'変') + u"\u00e9"_qs;
+    const QByteArray bytes = Codepage::Encode(text);
+    const auto work = [&] {
+        for (int i = 0; i < 50; ++i)
+            EXPECT_EQ(Codepage::Encode(text), bytes);
+    };
+    std::thread other(work);
+    work();
+    other.join();
+}

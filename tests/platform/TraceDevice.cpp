@@ -1,0 +1,98 @@
+#include "platform/TraceDevice.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+Font cellHeight(int height) {
+    Font font;
+    font.Height = height;
+    return font;
+}
+} // namespace
+
+TEST(TraceDevice, WritesEachCallAsALine) {
+    TraceDevice device(640, 480);
+    const DevicePoint points[] = {{1, 2}, {-3, 4}, {5, -2147483647 - 1}, {7, 8}};
+    const int counts[] = {3, 1};
+    device.SaveDC();
+    const Pen oldPen = device.SelectPen({PenStyle::Dash, 0, makeColour(0, 128, 0)});
+    device.SelectPen({PenStyle::Solid, 3, makeColour(255, 128, 128), true});
+    device.SelectPen(oldPen);
+    const Brush oldBrush = device.SelectBrush({makeColour(1, 2, 3), 4});
+    device.SelectBrush({.Hollow = true, .Stock = -1});
+    device.SelectBrush(oldBrush);
+    device.SelectFont({12, 700, true, false, true, 900, u"ＭＳ \"明朝\""_qs});
+    device.SetTextColor(0x00ff00ab);
+    device.SetRop2(RasterMode::XorPen);
+    device.ClipRect({1, 2, 3, 4});
+    device.ClipNone();
+    device.Polyline({points, 2});
+    device.Polygon(points);
+    device.PolyPolygon(points, counts);
+    device.Rectangle({0, 1, 2, 3});
+    device.Ellipse({4, 5, 6, 7});
+    device.FillRect({-1, -2, 8, 9}, stockBrush(Stock::GreyBrush));
+    device.Text({10, -20}, u"a\"b\\c/\n\u0001変\u007f"_qs);
+    device.RestoreDC();
+    EXPECT_EQ(device.Trace().toStdString(), R"(SaveDC
+Pen 1 0 0x00008000
+GeometricPen 0 3 0x008080ff
+StockPen 7
+Brush 0x00030201 4
+StockBrush 5
+StockBrush 0
+Font 12 700 1 0 1 900 "ＭＳ \"明朝\""
+TextColor 0x00ff00ab
+Rop2 7
+ClipRect 1 2 3 4
+ClipNone
+Polyline 2 1 2 -3 4
+Polygon 4 1 2 -3 4 5 -2147483648 7 8
+PolyPolygon 2 3 1 1 2 -3 4 5 -2147483648 7 8
+Rectangle 0 1 2 3
+Ellipse 4 5 6 7
+FillRect -1 -2 8 9
+Text 10 -20 "a\"b\\c/\n\u0001変)"
+                                            "\x7f\"\nRestoreDC\n");
+}
+
+TEST(TraceDevice, BatchesAreTheirSingleCalls) {
+    TraceDevice device(10, 10);
+    const DevicePoint points[] = {{0, 1}, {2, 3}, {4, 5}};
+    const std::int32_t steps[] = {~0, 1, 99, ~2, 0, -2147483647 - 1};
+    const int counts[] = {2, 1, 1};
+    device.Lines(points, steps);
+    device.Polygons(points, counts);
+    device.PolyPolygon(points, counts);
+    const int negative[] = {-1, 2};
+    device.PolyPolygon(points, negative);
+    EXPECT_EQ(device.Trace().toStdString(), "MoveTo 0 1\nLineTo 2 3\nMoveTo 4 5\nLineTo 0 1\n"
+                                            "Polygon 2 0 1 2 3\nPolygon 1 4 5\n"
+                                            "PolyPolygon 2 2 1 0 1 2 3 4 5\nPolyPolygon 0\n");
+}
+
+TEST(TraceDevice, RestoreBringsBackWhatWasSelected) {
+    TraceDevice device(10, 10);
+    device.RestoreDC();
+    const Pen red{PenStyle::Solid, 1, makeColour(255, 0, 0)}, blue{PenStyle::Solid, 1, makeColour(0, 0, 255)};
+    device.SelectPen(red);
+    device.SaveDC();
+    device.SelectPen(blue);
+    device.SelectFont(cellHeight(99));
+    device.RestoreDC();
+    EXPECT_EQ(device.SelectPen(blue), red);
+    EXPECT_EQ(device.MeasureText(u"a"_qs).Height, stockFont(Stock::SystemFont, 96).Height);
+}
+
+TEST(TraceDevice, MeasuresAreFixed) {
+    TraceDevice device(960, 480, 192);
+    device.SelectFont(cellHeight(15));
+    EXPECT_EQ(device.MeasureText(u"ab"_qs), (DeviceSize{14, 15}));
+    EXPECT_EQ(device.MeasureText(u"aｱ変位😀"_qs), (DeviceSize{7 + 7 + 15 + 15 + 7, 15}));
+    EXPECT_EQ(device.MeasureText({}), (DeviceSize{0, 15}));
+    EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::LogPixelsY), 192);
+    EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::HorzRes), 960);
+    EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::HorzSize), 127);
+    EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::VertSize), 64);
+    EXPECT_EQ(TraceDevice(1, 1).GetDeviceCaps(DeviceCaps::LogPixelsX), 96);
+}

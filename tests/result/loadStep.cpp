@@ -1,0 +1,133 @@
+#include "VrfBuilder.h"
+
+#include "result/mdVelorinResultModel.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace mdVelorinResultModel;
+
+namespace {
+
+class LoadStepTest : public testing::Test {
+protected:
+    void open(const VrfBuilder& file) { ASSERT_TRUE(LoadResultFile(folder.Write(file.Bytes()), model)); }
+
+    TestFolder folder;
+    ResultModel model;
+};
+
+TEST_F(LoadStepTest, NodeItemAndBounds) {
+    open(twoSquares());
+    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(model.Mesh.MaxValue, 6);
+    EXPECT_EQ(model.Mesh.MinValue, 1);
+    EXPECT_EQ(model.CurrentStep, 0);
+    EXPECT_EQ(model.CurrentItem, 0);
+    ASSERT_EQ(model.ReferenceItemData.size(), 2);
+    EXPECT_EQ(model.ReferenceItemData.at(1).Values, QList<float>(6)) << "zeros of node length for every item";
+}
+
+TEST_F(LoadStepTest, ElementItemIsAveragedWithTheZerosOfOtherTypes) {
+    open(twoSquares());
+    ASSERT_TRUE(LoadStep(0, 1, model, false, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{0, 5, 10, 0, 5, 10}));
+    EXPECT_EQ(model.Mesh.MaxValue, 10);
+    ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
+    EXPECT_EQ(model.Mesh.MaxValue, 0) << "the one element that exists brings in its 0";
+    EXPECT_EQ(model.Mesh.MinValue, 0);
+    EXPECT_FALSE(model.Mesh.Nodes[2].Active);
+    EXPECT_TRUE(model.Mesh.Nodes[1].Active);
+}
+
+TEST_F(LoadStepTest, NoElementLeftKeepsTheBoundsAtTheirStart) {
+    VrfBuilder file = twoSquares();
+    file.steps[1].types = {-1, -2};
+    open(file);
+    ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
+    EXPECT_EQ(model.Mesh.MaxValue, -1.0E+20f);
+    EXPECT_EQ(model.Mesh.MinValue, 1.0E+20f);
+}
+
+TEST_F(LoadStepTest, ReferenceIsReadFirstAndTheStepAfterIt) {
+    open(twoSquares());
+    ASSERT_TRUE(LoadStep(1, 0, model, false, 0));
+    EXPECT_EQ(model.ReferenceStep, 0);
+    EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6);
+    EXPECT_EQ(model.Mesh.Nodes.Value.at(5), 12);
+    EXPECT_EQ(model.Mesh.Elements.ElementType.at(1), -1);
+    EXPECT_FALSE(LoadStep(2, 0, model, false, 0));
+    EXPECT_EQ(model.CurrentStep, -1);
+    EXPECT_EQ(model.ReferenceStep, 0) << "a reference read before the failure stays";
+    ASSERT_TRUE(LoadStep(1, 0, model, false, 9));
+    EXPECT_EQ(model.ReferenceStep, -1);
+    EXPECT_EQ(model.ReferenceItemData.at(0).Values, QList<float>(6));
+    EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6) << "node values of the old reference are left";
+}
+
+TEST_F(LoadStepTest, BadStepsAndItems) {
+    open(twoSquares());
+    EXPECT_FALSE(LoadStep(-1, 0, model, false, -1));
+    EXPECT_FALSE(LoadStep(0, -1, model, false, -1));
+    ASSERT_TRUE(LoadStep(0, 5, model, false, -1));
+    EXPECT_EQ(model.CurrentItem, -1);
+    EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
+    EXPECT_EQ(model.Mesh.MaxValue, 0);
+    CloseResultFile(model);
+    EXPECT_FALSE(LoadStep(0, 0, model, false, -1));
+}
+
+TEST_F(LoadStepTest, FewerValuesThanNodesOrElements) {
+    VrfBuilder file = twoSquares();
+    file.items[1].elementType = 1;
+    file.steps[0].types = {1, 1};
+    file.steps[0].values = {{7, 7, 7}, {4}};
+    open(file);
+    ASSERT_TRUE(LoadStep(1, 0, model, false, -1));
+    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{7, 7, 7, 8, 10, 12})) << "the rest keeps what it had";
+    ASSERT_TRUE(LoadStep(0, 1, model, false, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{4, 2, 0, 4, 2, 0}));
+}
+
+TEST_F(LoadStepTest, CopiesAreIndependent) {
+    open(twoSquares());
+    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
+    ResultModel copy = model;
+    ASSERT_TRUE(LoadStep(1, 1, copy, true, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(model.Mesh.Elements.ElementType.at(1), 2);
+    CloseResultFile(model);
+    EXPECT_TRUE(LoadStep(0, 0, copy, true, -1)) << "the copy has its own share of the file";
+    EXPECT_TRUE(copy.Mesh.Nodes.X.constData() == model.Mesh.Nodes.X.constData()) << "the mesh is shared";
+}
+
+TEST_F(LoadStepTest, BoundsOfLargeBlocksAreThoseOfAPlainWalk) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> number(-1e3, 1e3);
+    VrfBuilder file;
+    file.items = {{QStringLiteral("v"), -1, 0}, {QStringLiteral("zeros"), -1, 0}};
+    file.nodes.assign(70001, {0, 0});
+    file.elements = {{1, 2, 3}};
+    VrfBuilder::Step step{0, {}, {1}, {{}, {}}};
+    float highest = -BoundStart, lowest = BoundStart;
+    for (std::size_t i = 0; i < file.nodes.size(); ++i) {
+        double value = number(random);
+        if (i % 1000 == 3)
+            value = std::numeric_limits<double>::quiet_NaN();
+        step.values[0].push_back(value);
+        step.values[1].push_back(i % 2 ? 0.0 : -0.0);
+        highest = float(value) > highest ? float(value) : highest;
+        lowest = float(value) < lowest ? float(value) : lowest;
+    }
+    file.steps = {step};
+    open(file);
+    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
+    EXPECT_EQ(model.Mesh.MaxValue, highest);
+    EXPECT_EQ(model.Mesh.MinValue, lowest);
+    EXPECT_TRUE(std::signbit(model.ItemData.at(1).MaxValue)) << "of two equal zeros the first one met stays";
+}
+
+} // namespace
