@@ -7,14 +7,16 @@ __extension__ using Wide = __int128;
 
 /// One side of a polygon, walked down from row `Top`. `X` is the first column at or right of the side, `Rest` /
 /// `Height` how far right of it.
+/// Without initial values: most polygons are small, and clearing room for all their sides would cost more than filling
+/// them.
 struct Edge {
-    int Top = 0;
-    int Bottom = 0;
-    std::int64_t X = 0;
-    std::int64_t Rest = 0;
-    std::int64_t Height = 1;
-    std::int64_t Slope = 0; ///< whole columns a row
-    std::int64_t SlopeRest = 0;
+    int Top;
+    int Bottom;
+    std::int64_t X;
+    std::int64_t Rest;
+    std::int64_t Height;
+    std::int64_t Slope; ///< whole columns a row
+    std::int64_t SlopeRest;
 
     void Advance() {
         X += Slope;
@@ -38,12 +40,12 @@ std::int64_t floorQuotient(std::int64_t dividend, std::int64_t divisor) {
     return quotient - (dividend % divisor < 0 ? 1 : 0);
 }
 
-/// False when the side crosses no visible row.
-bool makeEdge(const PixelSurface& surface, DevicePoint from, DevicePoint to, Edge& edge) {
+/// False when the side crosses none of the rows, `lastRow` left out.
+bool makeEdge(int firstRow, int lastRow, DevicePoint from, DevicePoint to, Edge& edge) {
     if (from.Y > to.Y)
         std::swap(from, to);
-    edge.Top = std::max(from.Y, surface.Top);
-    edge.Bottom = std::min(to.Y, surface.Bottom);
+    edge.Top = std::max(from.Y, firstRow);
+    edge.Bottom = std::min(to.Y, lastRow);
     if (edge.Top >= edge.Bottom)
         return false;
     const std::int64_t width = std::int64_t(to.X) - from.X;
@@ -114,7 +116,7 @@ std::size_t collectEdges(const PixelSurface& surface, std::span<const DevicePoin
             break;
         DevicePoint previous = points[first + std::size_t(count) - 1];
         for (const DevicePoint point : points.subspan(first, std::size_t(count))) {
-            edgeCount += makeEdge(surface, previous, point, edges[edgeCount]) ? 1 : 0;
+            edgeCount += makeEdge(surface.Top, surface.Bottom, previous, point, edges[edgeCount]) ? 1 : 0;
             previous = point;
         }
         first += std::size_t(count);
@@ -140,6 +142,33 @@ void AreaFill::Polygons(const PixelSurface& surface, const Ink& ink, std::span<c
     const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
     std::vector<Edge*> active(edgeCount);
     fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
+}
+
+void AreaFill::Bits(std::span<std::uint32_t> rows, int left, int top, std::span<const DevicePoint> points) {
+    // Division by a height of 1 to 31 as multiplication, which is exact for the small dividends here.
+    static constexpr auto reciprocals = [] {
+        std::array<unsigned, 32> values{};
+        for (unsigned height = 1; height < values.size(); ++height)
+            values[height] = (65536 + height - 1) / height;
+        return values;
+    }();
+    DevicePoint previous = points.back();
+    for (const DevicePoint point : points) {
+        const bool down = previous.Y < point.Y;
+        const DevicePoint from = down ? previous : point;
+        const DevicePoint to = down ? point : previous;
+        const int height = to.Y - from.Y;
+        const int width = to.X - from.X;
+        const unsigned reciprocal = reciprocals[std::size_t(height)];
+        std::uint32_t* const first = rows.data() + (from.Y - top);
+        // Each side turns all that is right of it, so what two sides turn is as it was. The quotient is kept positive
+        // and rounded up by the 33 heights, less one unit, that are added to it.
+        for (int row = 0; row < height; ++row) {
+            const auto dividend = unsigned(row * width + 33 * height - 1);
+            first[row] ^= ~0u << (from.X - left - 32 + int(dividend * reciprocal >> 16));
+        }
+        previous = point;
+    }
 }
 
 void AreaFill::Rectangle(const PixelSurface& surface, const Ink& ink, std::int64_t left, std::int64_t top,

@@ -5,6 +5,7 @@
 #include "platform/RoundShapes.h"
 #include "platform/ThinLine.h"
 
+#include <bit>
 #include <cmath>
 #include <vector>
 
@@ -33,31 +34,28 @@ std::uint32_t bitsOfDashes(std::span<const int> dashes) {
     return bits;
 }
 
-/// The smallest rectangle about points, its right and bottom left out.
-struct Bounds {
-    std::int64_t Left = INT32_MAX;
-    std::int64_t Top = INT32_MAX;
-    std::int64_t Right = INT32_MIN;
-    std::int64_t Bottom = INT32_MIN;
+/// Width and height of what counts as a small polygon: a row of it fits the bits of a number.
+constexpr int smallSize = 32;
+} // namespace
+
+/// The smallest rectangle about points, its edges included.
+struct FigurePainter::Bounds {
+    int Left = INT32_MAX;
+    int Top = INT32_MAX;
+    int Right = INT32_MIN;
+    int Bottom = INT32_MIN;
 
     explicit Bounds(std::span<const DevicePoint> points) {
-        int left = INT32_MAX;
-        int top = INT32_MAX;
-        int right = INT32_MIN;
-        int bottom = INT32_MIN;
         for (const DevicePoint point : points) {
-            left = std::min(left, point.X);
-            top = std::min(top, point.Y);
-            right = std::max(right, point.X);
-            bottom = std::max(bottom, point.Y);
+            Left = std::min(Left, point.X);
+            Top = std::min(Top, point.Y);
+            Right = std::max(Right, point.X);
+            Bottom = std::max(Bottom, point.Y);
         }
-        Left = left;
-        Top = top;
-        Right = std::int64_t(right) + 1;
-        Bottom = std::int64_t(bottom) + 1;
     }
+    std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
+    std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
 };
-} // namespace
 
 FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
     : surface(target), pen(linePen), brush(areaBrush),
@@ -97,27 +95,24 @@ void FigurePainter::asOneFigure(const PixelSurface& part, const Draw& draw) cons
     }
 }
 
-PixelSurface FigurePainter::touchedPart(std::span<const DevicePoint> points) const {
-    const Bounds bounds(points);
-    const std::int64_t margin = isWide() ? std::int64_t(pen.Width) / 2 + 1 : 0;
-    return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin, bounds.Bottom + margin);
+PixelSurface FigurePainter::touchedPart(const Bounds& bounds) const {
+    const std::int64_t margin = hasPen() && isWide() ? std::int64_t(pen.Width) / 2 + 1 : 0;
+    return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin + 1,
+                          bounds.Bottom + margin + 1);
 }
 
 void FigurePainter::thinLine(DevicePoint from, DevicePoint to) const {
     if (rasterMode == RasterMode::CopyPen)
-        ThinLine::Draw(surface, from, to,
-                       [pixel = penInk.Pixel](std::uint32_t* target, std::int64_t) { *target = pixel; });
+        ThinLine::Draw(surface, from, to, copyPlot());
     else
-        ThinLine::Draw(surface, from, to, [this](std::uint32_t* target, std::int64_t) {
-            *target = combinePixels(rasterMode, penInk.Pixel, *target);
-        });
+        ThinLine::Draw(surface, from, to, mixPlot());
 }
 
 void FigurePainter::dashedThinLine(const PathPosition& at, DevicePoint to) const {
     const auto start = std::int64_t(at.DashLength);
-    ThinLine::Draw(surface, at.Point, to, [&](std::uint32_t* target, std::int64_t step) {
+    ThinLine::Draw(surface, at.Point, to, [&, plot = mixPlot()](std::ptrdiff_t offset, std::int64_t step) {
         if (dashBits >> ((start + step) % dashPeriod) & 1u)
-            *target = combinePixels(rasterMode, penInk.Pixel, *target);
+            plot(offset, step);
     });
 }
 
@@ -198,8 +193,7 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
         }
     };
     if (isThinSolid() && rasterMode == RasterMode::CopyPen) {
-        const auto plot = [pixel = penInk.Pixel](std::uint32_t* target, std::int64_t) { *target = pixel; };
-        run([&](DevicePoint to) {
+        run([&, plot = copyPlot()](DevicePoint to) {
             ThinLine::Draw(surface, at.Point, to, plot);
             at.Point = to;
         });
@@ -211,7 +205,7 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
 void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
     if (!hasPen() || points.size() < 2)
         return;
-    asOneFigure(touchedPart(points), [&](const FigurePainter& painter) {
+    asOneFigure(touchedPart(Bounds(points)), [&](const FigurePainter& painter) {
         PathPosition at{points[0], 0};
         for (const DevicePoint point : points.subspan(1))
             painter.LineTo(at, point);
@@ -243,7 +237,7 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
             AreaFill::Polygons(surface, brushInk, points, counts);
         return;
     }
-    asOneFigure(touchedPart(points), [&](const FigurePainter& painter) {
+    asOneFigure(touchedPart(Bounds(points)), [&](const FigurePainter& painter) {
         if (!brush.Hollow)
             AreaFill::Polygons(painter.surface, painter.brushInk, points, counts);
         std::size_t first = 0;
@@ -258,7 +252,53 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
     });
 }
 
+void FigurePainter::fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const {
+    while (bits != 0) {
+        const int first = std::countr_zero(bits);
+        const int length = std::countr_one(bits >> first);
+        fillSpan(surface, ink, y, std::int64_t(left) + first, std::int64_t(left) + first + length);
+        bits &= length == smallSize ? 0 : ~(((1u << length) - 1) << first);
+    }
+}
+
+/// The way of all the small pieces of a fine mesh: inside and outline are put together before any pixel is touched.
+void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
+    const auto height = std::size_t(bounds.Height());
+    std::array<std::uint32_t, smallSize> inside;
+    std::array<std::uint32_t, smallSize> outline;
+    std::fill_n(inside.begin(), height, 0);
+    std::fill_n(outline.begin(), height, 0);
+    if (!brush.Hollow)
+        AreaFill::Bits(std::span(inside).first(height), bounds.Left, bounds.Top, points);
+    if (hasPen()) {
+        const PixelSurface area{nullptr, smallSize, bounds.Left, bounds.Top, bounds.Right + 1, bounds.Bottom + 1};
+        outline[0] |= bounds.Width() == 1 && height == 1 ? 1u : 0u;
+        DevicePoint previous = points.back();
+        for (const DevicePoint point : points) {
+            ThinLine::Draw(area, previous, point, [&](std::ptrdiff_t offset, std::int64_t) {
+                outline[std::size_t(offset / smallSize)] |= 1u << (offset % smallSize);
+            });
+            previous = point;
+        }
+    }
+    const bool oneInk = hasPen() && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern;
+    const int last = std::min(bounds.Bottom, surface.Bottom - 1);
+    for (int y = std::max(bounds.Top, surface.Top); y <= last; ++y) {
+        const auto row = std::size_t(y - bounds.Top);
+        if (!oneInk)
+            fillBits(brushInk, bounds.Left, y, inside[row] & ~outline[row]);
+        fillBits(penInk, bounds.Left, y, oneInk ? inside[row] | outline[row] : outline[row]);
+    }
+}
+
 void FigurePainter::polygon(std::span<const DevicePoint> points) const {
+    const Bounds bounds(points);
+    if (points.size() < 2 || touchedPart(bounds).IsEmpty())
+        return;
+    if ((!hasPen() || isThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
+        smallPolygon(points, bounds);
+        return;
+    }
     const int count = int(points.size());
     PolyPolygon(points, {&count, 1});
 }
@@ -289,7 +329,7 @@ void FigurePainter::Rectangle(const DeviceRect& rect) const {
                                    {rect.Right - 1, rect.Top},
                                    {rect.Right - 1, rect.Bottom - 1},
                                    {rect.Left, rect.Bottom - 1}};
-    asOneFigure(touchedPart(corners), [&](const FigurePainter& painter) {
+    asOneFigure(touchedPart(Bounds(corners)), [&](const FigurePainter& painter) {
         painter.FillRect(rect);
         painter.ring(corners);
     });

@@ -33,12 +33,24 @@ private:
     bool hasPen() const { return pen.Style != PenStyle::Null; }
     bool isWide() const { return pen.Width > 1; }
     bool isThinSolid() const { return hasPen() && !isWide() && dashes.empty(); }
+    auto copyPlot() const {
+        return
+            [bits = surface.Bits, pixel = penInk.Pixel](std::ptrdiff_t offset, std::int64_t) { bits[offset] = pixel; };
+    }
+    auto mixPlot() const {
+        return [bits = surface.Bits, pixel = penInk.Pixel, mode = rasterMode](std::ptrdiff_t offset, std::int64_t) {
+            bits[offset] = combinePixels(mode, pixel, bits[offset]);
+        };
+    }
     void thinLine(DevicePoint from, DevicePoint to) const;
     void dashedThinLine(const PathPosition& at, DevicePoint to) const;
     void dashedWideLine(const PathPosition& at, DevicePoint to) const;
     void ring(std::span<const DevicePoint> points) const;
     void polygon(std::span<const DevicePoint> points) const;
-    PixelSurface touchedPart(std::span<const DevicePoint> points) const;
+    struct Bounds;
+    void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
+    void fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const;
+    PixelSurface touchedPart(const Bounds& bounds) const;
     template<class Draw>
     void asOneFigure(const PixelSurface& part, const Draw& draw) const;
 

@@ -24,7 +24,8 @@ struct PixelSurface {
         return std::uint32_t(point.X) - std::uint32_t(Left) < std::uint32_t(Right - Left) &&
                std::uint32_t(point.Y) - std::uint32_t(Top) < std::uint32_t(Bottom - Top);
     }
-    std::uint32_t* Pixel(int x, int y) const { return Bits + (y - Top) * Stride + (x - Left); }
+    std::ptrdiff_t Offset(int x, int y) const { return (y - Top) * Stride + (x - Left); }
+    std::uint32_t* Pixel(int x, int y) const { return Bits + Offset(x, y); }
 
     /// The part inside the given edges; empty when they leave nothing.
     PixelSurface Within(std::int64_t left, std::int64_t top, std::int64_t right, std::int64_t bottom) const {

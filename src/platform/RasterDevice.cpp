@@ -110,7 +110,7 @@ void RasterDevice::Polyline(std::span<const DevicePoint> points) {
 
 void RasterDevice::Polygon(std::span<const DevicePoint> points) {
     const int count = int(points.size());
-    PolyPolygon(points, {&count, 1});
+    figures().Polygons(points, {&count, 1});
 }
 
 void RasterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) {

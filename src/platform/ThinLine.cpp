@@ -55,8 +55,8 @@ ThinLine::Walk ThinLine::Clipped(const PixelSurface& surface, DevicePoint from, 
     const std::int64_t acrossSigned = minor.Ascending ? std::int64_t(across) : -std::int64_t(across);
     const std::ptrdiff_t stepX = x.Ascending ? 1 : -1;
     const std::ptrdiff_t stepY = y.Ascending ? surface.Stride : -surface.Stride;
-    walk.Pixel = surface.Pixel(int(from.X + (alongX ? alongSigned : acrossSigned)),
-                               int(from.Y + (alongX ? acrossSigned : alongSigned)));
+    walk.Offset = surface.Offset(int(from.X + (alongX ? alongSigned : acrossSigned)),
+                                 int(from.Y + (alongX ? acrossSigned : alongSigned)));
     walk.First = along;
     walk.Last = std::int64_t(last);
     walk.MajorStep = alongX ? stepX : stepY;

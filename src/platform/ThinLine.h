@@ -9,7 +9,7 @@
 namespace ThinLine {
 /// A walk over the pixels of a line from step `First` up to, without, `Last`; step 0 is the line's start.
 struct Walk {
-    std::uint32_t* Pixel = nullptr; ///< at step `First`
+    std::ptrdiff_t Offset = 0; ///< of the pixel of step `First`, from the surface's first
     std::int64_t First = 0;
     std::int64_t Last = 0;
     std::ptrdiff_t MajorStep = 0;
@@ -38,7 +38,7 @@ inline Walk Inside(const PixelSurface& surface, DevicePoint from, DevicePoint to
     const std::ptrdiff_t stepY = dy < 0 ? -surface.Stride : surface.Stride;
     const bool alongX = lengthX >= lengthY;
     Walk walk;
-    walk.Pixel = surface.Pixel(from.X, from.Y);
+    walk.Offset = surface.Offset(from.X, from.Y);
     walk.Last = alongX ? lengthX : lengthY;
     walk.MajorStep = alongX ? stepX : stepY;
     walk.MinorStep = alongX ? stepY : stepX;
@@ -48,23 +48,24 @@ inline Walk Inside(const PixelSurface& surface, DevicePoint from, DevicePoint to
     return walk;
 }
 
-/// Calls `plot(pixel, step)` for each pixel of the walk.
+/// Calls `plot(offset, step)` for each pixel of the walk.
 template<class Plot>
 void Run(const Walk& walk, const Plot& plot) {
-    std::uint32_t* pixel = walk.Pixel;
+    std::ptrdiff_t offset = walk.Offset;
     std::int64_t error = walk.Error;
     for (std::int64_t step = walk.First; step < walk.Last; ++step) {
-        plot(pixel, step);
-        pixel += walk.MajorStep;
+        plot(offset, step);
+        offset += walk.MajorStep;
         error += walk.ErrorStep;
-        if (error >= walk.ErrorLimit) {
-            error -= walk.ErrorLimit;
-            pixel += walk.MinorStep;
-        }
+        // No branch: which way a line goes on is what a processor guesses worst.
+        const std::int64_t across = error >= walk.ErrorLimit ? -1 : 0;
+        error -= walk.ErrorLimit & across;
+        offset += walk.MinorStep & across;
     }
 }
 
-/// Calls `plot(pixel, step)` for each pixel of a line that lies on the surface.
+/// Calls `plot(offset, step)` for each pixel of a line that lies on the surface: how far it is from the surface's first
+/// pixel, and from the line's start.
 template<class Plot>
 void Draw(const PixelSurface& surface, DevicePoint from, DevicePoint to, const Plot& plot) {
     if (surface.Contains(from) && surface.Contains(to)) {
@@ -72,7 +73,7 @@ void Draw(const PixelSurface& surface, DevicePoint from, DevicePoint to, const P
         const int dy = to.Y - from.Y;
         if (unsigned(dx + 1) <= 2u && unsigned(dy + 1) <= 2u) {
             if (dx != 0 || dy != 0)
-                plot(surface.Pixel(from.X, from.Y), 0);
+                plot(surface.Offset(from.X, from.Y), 0);
             return;
         }
         Run(Inside(surface, from, to), plot);
