@@ -1,0 +1,223 @@
+#include "platform/PainterDevice.h"
+
+#include <QBuffer>
+#include <QPdfWriter>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QSvgGenerator>
+#include <QXmlStreamReader>
+#include <gtest/gtest.h>
+
+namespace {
+using Drawing = std::function<void(DeviceContext&)>;
+
+QByteArray svgOf(const Drawing& draw) {
+    QBuffer buffer;
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setSize({200, 100});
+    QPainter painter(&generator);
+    {
+        PainterDevice device(painter, 200, 100, 96, 96);
+        draw(device);
+    }
+    painter.end();
+    return buffer.data();
+}
+
+QByteArray pdfOf(const Drawing& draw) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(600);
+    QPainter painter(&writer);
+    {
+        PainterDevice device(painter, 4000, 6000, 600, 600);
+        draw(device);
+    }
+    painter.end();
+    return buffer.data();
+}
+
+/// The drawing on a grid of pixels: "#" for pen or brush, "." for paper.
+QString pixelsOf(const Drawing& draw) {
+    QImage image(8, 6, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    {
+        PainterDevice device(painter, 8, 6, 96, 96);
+        draw(device);
+    }
+    painter.end();
+    QString rows;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            rows += image.pixelColor(x, y) == QColor(Qt::white) ? u'.' : u'#';
+        rows += u'\n';
+    }
+    return rows;
+}
+
+/// The paths of an SVG in their order, each with the pen and fill it is drawn in.
+QStringList pathsOf(const QByteArray& svg) {
+    QStringList paths;
+    QString look;
+    QXmlStreamReader reader(svg);
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const auto value = [&](const QString& name) { return reader.attributes().value(name).toString(); };
+        if (reader.name() == u"g" && reader.attributes().hasAttribute(u"transform"_qs))
+            look = value(u"fill"_qs) + u' ' + value(u"stroke"_qs) + u' ' + value(u"stroke-width"_qs) + u' ' +
+                   value(u"stroke-dasharray"_qs);
+        else if (reader.name() == u"path")
+            paths += look.trimmed() + u": "_qs + value(u"d"_qs);
+    }
+    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+    return paths;
+}
+
+const Brush solid{makeColour(255, 0, 0), -1};
+} // namespace
+
+TEST(PainterDevice, AreasLeaveOutRightAndBottom) {
+    const QString area = u"........\n.####...\n.####...\n.####...\n........\n........\n"_qs;
+    EXPECT_EQ(pixelsOf([](DeviceContext& device) { device.FillRect({1, 1, 5, 4}, solid); }), area);
+    const auto rectangle = [](DeviceContext& device, DeviceRect rect, int pen) {
+        device.SelectBrush(solid);
+        device.SelectPen(stockPen(pen));
+        device.Rectangle(rect);
+    };
+    EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {1, 1, 5, 4}, Stock::BlackPen); }), area);
+    EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {5, 4, 1, 1}, Stock::BlackPen); }), area);
+    EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {1, 1, 6, 5}, Stock::NullPen); }), area);
+    const QString nothing = pixelsOf([](DeviceContext&) {});
+    EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {2, 2, 3, 3}, Stock::NullPen); }), nothing);
+    EXPECT_EQ(pixelsOf([](DeviceContext& device) { device.FillRect({4, 4, 4, 5}, solid); }), nothing);
+}
+
+TEST(PainterDevice, ClipIsExactAndRestored) {
+    const QString clipped = pixelsOf([](DeviceContext& device) {
+        device.ClipRect({2, 2, 4, 4});
+        device.SaveDC();
+        device.ClipRect({0, 0, 1, 1});
+        device.RestoreDC();
+        device.FillRect({0, 0, 8, 6}, solid);
+        device.ClipNone();
+        device.FillRect({7, 5, 8, 6}, solid);
+    });
+    EXPECT_EQ(clipped, u"........\n........\n..##....\n..##....\n........\n.......#\n"_qs);
+}
+
+TEST(PainterDevice, LinesOfOnePenBecomeOnePath) {
+    const QByteArray svg = svgOf([](DeviceContext& device) {
+        const DevicePoint points[] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+        const std::int32_t steps[] = {~0, 1, 2, ~3, 3, 0};
+        device.SelectPen({PenStyle::Solid, 0, makeColour(0, 0, 255)});
+        device.Lines(points, steps);
+        const Pen blue = device.SelectPen(stockPen(Stock::NullPen));
+        device.LineTo({99, 99});
+        device.SelectPen(blue);
+        device.MoveTo({5, 5});
+        device.LineTo({6, 6});
+        device.SelectBrush(stockBrush(Stock::NullBrush));
+        device.Polygon(points);
+        device.SelectPen({PenStyle::Dash, 4, 0, true});
+        device.Polyline(points);
+        device.SelectPen({PenStyle::Dash, 4, 0, false});
+        device.LineTo({7, 5});
+        device.SelectPen({PenStyle::Dot, 1, 0, false});
+        device.LineTo({7, 4});
+    });
+    EXPECT_EQ(pathsOf(svg), (QStringList{u"none #0000ff 1: M0,0 L10,0 L10,10 M0,10 L0,0 M5,5 L6,6"_qs,
+                                         u"none #0000ff 1: M0,0 L10,0 L10,10 L0,10 L0,0"_qs,
+                                         u"none #000000 4 8,8: M0,0 L10,0 L10,10 L0,10"_qs,
+                                         u"none #000000 4: M6,6 L7,5"_qs, u"none #000000 1 3,3: M7,5 L7,4"_qs}));
+}
+
+TEST(PainterDevice, RingsAreFilledTogether) {
+    const QString ring = pixelsOf([](DeviceContext& device) {
+        const DevicePoint points[] = {{1, 1}, {6, 1}, {6, 5}, {1, 5}, {3, 3}, {4, 3}, {4, 4}, {3, 4}, {9, 9}};
+        const int counts[] = {4, 4, 7};
+        device.SelectBrush(solid);
+        device.SelectPen(stockPen(Stock::NullPen));
+        device.PolyPolygon(points, counts);
+    });
+    EXPECT_EQ(ring.count(u'#'), 5 * 4 - 1) << ring.toStdString();
+}
+
+TEST(PainterDevice, PdfIsVectorWithSelectableText) {
+    const QByteArray pdf = pdfOf([](DeviceContext& device) {
+        for (int hatch = -1; hatch < 6; ++hatch) {
+            device.SelectBrush({makeColour(0, 200, 0), hatch});
+            device.Rectangle({hatch * 200, 100, hatch * 200 + 150, 300});
+            device.Ellipse({hatch * 200, 400, hatch * 200 + 150, 600});
+        }
+        Font font;
+        font.Face = u"ＭＳ Ｐゴシック"_qs;
+        font.Height = 150;
+        device.SelectFont(font);
+        device.Text({100, 1000}, u"変位図 Step\t1"_qs);
+        font.Escapement = 900;
+        device.SelectFont(font);
+        device.Text({2000, 3000}, u"Upright"_qs);
+    });
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_FALSE(pdf.contains("/Subtype /Image"));
+    const QString reader = QStandardPaths::findExecutable(u"pdftotext"_qs);
+    if (reader.isEmpty())
+        GTEST_SKIP() << "no pdftotext";
+    QProcess process;
+    process.start(reader, {u"-"_qs, u"-"_qs});
+    process.write(pdf);
+    process.closeWriteChannel();
+    ASSERT_TRUE(process.waitForFinished());
+    const QString text = QString::fromUtf8(process.readAllStandardOutput());
+    EXPECT_TRUE(text.contains(u"変位図 Step 1"_qs)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"Upright"_qs));
+}
+
+TEST(PainterDevice, SvgHasTextAndNoImage) {
+    const QByteArray svg = svgOf([](DeviceContext& device) {
+        device.SelectBrush({0, 4});
+        device.Rectangle({10, 10, 50, 50});
+        device.SetTextColor(makeColour(1, 2, 3));
+        device.Text({0, 0}, u"a<b\u0001"_qs);
+    });
+    EXPECT_TRUE(svg.contains("url(#fillpattern"));
+    EXPECT_TRUE(svg.contains(">a&lt;b ")) << svg.toStdString();
+    EXPECT_TRUE(svg.contains("fill=\"#010203\""));
+    EXPECT_FALSE(svg.contains("<image"));
+}
+
+TEST(PainterDevice, MeasuresFollowTheDevice) {
+    svgOf([](DeviceContext& device) {
+        Font font;
+        font.Face = u"ＭＳ ゴシック"_qs;
+        font.Height = 40;
+        device.SelectFont(font);
+        const DeviceSize one = device.MeasureText(u"変"_qs), three = device.MeasureText(u"変変変"_qs);
+        EXPECT_NEAR(three.Width, 3 * one.Width, 2);
+        EXPECT_NEAR(one.Height, 40, 1);
+    });
+    pdfOf([](DeviceContext& device) {
+        EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::HorzSize), 169);
+        EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::VertRes), 6000);
+        EXPECT_EQ(device.GetDeviceCaps(DeviceCaps::LogPixelsY), 600);
+    });
+}
+
+TEST(PainterDevice, ThePainterIsLeftAsFound) {
+    QImage image(8, 8, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setPen(Qt::red);
+    {
+        PainterDevice device(painter, 8, 8, 96, 96);
+        device.RestoreDC();
+        device.ClipRect({0, 0, 1, 1});
+        device.LineTo({3, 3});
+    }
+    EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
+    EXPECT_TRUE(painter.transform().isIdentity());
+    EXPECT_FALSE(painter.hasClipping());
+}
