@@ -1,6 +1,7 @@
 #include "app/mdApplication.h"
 
 #include "app/NumberFormat.h"
+#include "platform/Dialogs.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -9,6 +10,16 @@
 #include <cstdlib>
 
 ApplicationSettings mdApplication::Settings;
+std::function<void(bool lower)> mdApplication::MessageBoxHook;
+
+int mdApplication::ShowMessage(const QString& text, int flags) {
+    if (MessageBoxHook)
+        MessageBoxHook(true);
+    const int button = Dialogs::MessageBox(nullptr, text, ApplicationTitle, flags);
+    if (MessageBoxHook)
+        MessageBoxHook(false);
+    return button;
+}
 
 QString mdApplication::FormatAutoNumber(double value, int digits, bool extra) {
     // No double has digits further out; the bound keeps the mask's length sane.

@@ -1,10 +1,11 @@
-// What every floor above takes from the program as a whole: the settings in force and a few helpers of names and
-// numbers. Not the start-up chain, which builds the main window and stands with it.
+// What every floor above takes from the program as a whole: the settings in force, the message box and a few helpers of
+// names and numbers. Not the start-up chain, which builds the main window and stands with it.
 #pragma once
 
 #include "app/ApplicationSettings.h"
 
 #include <QString>
+#include <functional>
 
 namespace mdApplication {
 /// Title of every window and box of the program.
@@ -12,6 +13,13 @@ inline const QString ApplicationTitle = u"Velorin"_qs;
 
 /// The settings in force. Only windows and the start-up reach for them; all else takes settings as a parameter.
 extern ApplicationSettings Settings;
+
+/// Called with true before `ShowMessage` shows its box and with false after, when set. The graph windows, which stay
+/// above all others, make way for the box this way.
+extern std::function<void(bool lower)> MessageBoxHook;
+
+/// The program's message box; `flags` and the result are those of `Dialogs::MessageBox`.
+int ShowMessage(const QString& text, int flags);
 
 /// `value` with `digits` digits behind the point (0 counts as 1), or with an exponent when it lies outside
 /// 10^(1 - digits) <= |value| < 10^(digits + 1). With `extra` up to two more digits show where they count.
