@@ -58,9 +58,9 @@ struct FigurePainter::Bounds {
 };
 
 FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
-    : surface(target), pen(linePen), brush(areaBrush),
-      rasterMode(mode), penInk{toPixel(linePen.Color), mode, nullptr}, brushInk{toPixel(areaBrush.Color), mode,
-                                                                                hatchPattern(areaBrush.Hatch)} {
+    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode) {
+    penInk = {toPixel(pen.Color), mode, nullptr};
+    brushInk = {toPixel(brush.Color), mode, hatchPattern(brush.Hatch)};
     if (!isWide() || pen.Geometric)
         dashes = dashPattern(pen.Style, isWide());
     for (const int length : dashes)
