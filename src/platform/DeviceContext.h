@@ -5,6 +5,7 @@
 #include "platform/Geometry.h"
 
 #include <QString>
+#include <optional>
 #include <span>
 
 /// Line styles of a pen, numbered as the settings store them.
@@ -110,6 +111,10 @@ public:
     virtual void Text(DevicePoint leftTop, const QString& text) = 0;
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
+
+    /// Where points must lie to matter: a line or an area, in the selected pen, whose points all lie beyond the same
+    /// side of this rectangle leaves no mark and need not be drawn. Nothing for a device that wants every call.
+    virtual std::optional<DeviceRect> VisibleArea() const { return {}; }
 
     /// A batch of lines in the selected pen: each step names a point by its index, n as `LineTo(points[n])`, ~n as
     /// `MoveTo(points[n])`. The same picture as the single calls, which is what this default makes; a device that can
