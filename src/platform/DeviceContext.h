@@ -111,6 +111,9 @@ public:
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
 
+    /// True for a device on which every single call counts, also one that later calls cover completely.
+    virtual bool ShowsEveryCall() const { return false; }
+
     /// A batch of lines in the selected pen: each step names a point by its index, n as `LineTo(points[n])`, ~n as
     /// `MoveTo(points[n])`. The same picture as the single calls, which is what this default makes; a device that can
     /// do better does. Steps outside `points` are passed over.
