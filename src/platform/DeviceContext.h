@@ -5,6 +5,7 @@
 #include "platform/Geometry.h"
 
 #include <QString>
+#include <optional>
 #include <span>
 
 /// Line styles of a pen, numbered as the settings store them.
@@ -75,7 +76,7 @@ enum class DeviceCaps : int {
 
 /// Raster modes for `SetRop2`.
 namespace RasterMode {
-enum : int { MergePenNot = 12, XorPen = 7, Not = 6, CopyPen = 13 };
+enum : int { MergePenNot = 14, XorPen = 7, Not = 6, CopyPen = 13 };
 }
 
 /// One device. Drawing rules: `LineTo` leaves out its end point; `Rectangle`, `Ellipse` and `FillRect` leave out the
@@ -111,6 +112,9 @@ public:
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
 
+    /// What can be seen of anything drawn now, so that a layer can leave out the rest; nothing for a device on which
+    /// all counts, seen or not.
+    virtual std::optional<DeviceRect> VisibleArea() const { return {}; }
     /// True for a device on which every single call counts, also one that later calls cover completely.
     virtual bool ShowsEveryCall() const { return false; }
 

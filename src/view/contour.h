@@ -1,5 +1,5 @@
-// The contour map: filled bands of the current item's node values, clipped out of each element. The arithmetic of bands,
-// clip polygons and colours stands here apart from the layer, for whoever needs a colour or a range.
+// The contour map: filled bands of the current item's node values, clipped out of each element. The arithmetic of
+// bands, clip polygons and colours stands here apart from the layer, for whoever needs a colour or a range.
 #pragma once
 
 #include "view/mdScene.h"
@@ -28,12 +28,12 @@ struct ClipPoint {
     float Distance = 0;    ///< from the edge's start
 };
 
-/// The contour layer: bands from the lowest up, each over all elements, so that higher bands lie on top. Writes range and
-/// number of bands to `context`, and nothing when there are fewer than 2 bands.
+/// The contour layer: bands from the lowest up, each over all elements, so that higher bands lie on top. Writes range
+/// and number of bands to `context`, and nothing when there are fewer than 2 bands.
 void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context);
 
-/// Colour at `t` from 0 (lowest band) to 1 (highest). Without `Reverse` the ramp runs backwards: the lowest value gets the
-/// ramp's upper end.
+/// Colour at `t` from 0 (lowest band) to 1 (highest). Without `Reverse` the ramp runs backwards: the lowest value gets
+/// the ramp's upper end.
 Colour ContourColor(float t, const ContourSettings& settings);
 
 /// Where `level` lies between two points with a value each, ends included; false for a level edge and beyond the ends.

@@ -164,8 +164,7 @@ std::vector<BandJob> sortedJobs(const ContourInput& input, const JobSearch& sear
         auto end = jobs.begin();
         for (const auto& piece : pieces)
             end = std::copy(piece.begin(), piece.end(), end);
-        std::stable_sort(jobs.begin(), jobs.end(),
-                         [](const BandJob& a, const BandJob& b) { return a.band < b.band; });
+        std::stable_sort(jobs.begin(), jobs.end(), [](const BandJob& a, const BandJob& b) { return a.band < b.band; });
         return jobs;
     }
     std::vector<std::size_t> next(std::size_t(input.bands.Count) + 1);
@@ -237,8 +236,7 @@ void paintBand(DeviceContext& device, const ContourInput& input, std::span<const
 
 /// Only bands that are seen, and of those in one element only the ones that stay to be seen.
 void drawTouchedBands(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
-    const std::vector<BandJob> jobs =
-        sortedJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
+    const std::vector<BandJob> jobs = sortedJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
     std::vector<PolygonBatch> batches(std::size_t(coreCount()) * 4);
     for (std::size_t first = 0; first < jobs.size();) {
         std::size_t last = first;
@@ -272,8 +270,8 @@ void drawEveryBand(DeviceContext& device, const ContourInput& input, const Conto
 void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context) {
     const ContourSettings& settings = scene.Settings.Contour;
     const DifferenceSettings& difference = scene.Settings.Difference;
-    const ItemValues values = mdVelorinResultModel::GetNodeValues(
-        difference.StandardStep >= 0 && difference.ApplyContour, scene.Model.Mesh);
+    const ItemValues values =
+        mdVelorinResultModel::GetNodeValues(difference.StandardStep >= 0 && difference.ApplyContour, scene.Model.Mesh);
     const float upper = settings.Automatic ? values.MaxValue : settings.MaxValue;
     const float lower = settings.Automatic ? values.MinValue : settings.MinValue;
     const int count = settings.Automatic ? automaticBandCount : settings.Divide;

@@ -61,7 +61,8 @@ void SortClipPoints(std::span<const ClipPoint> records, std::vector<DevicePoint>
         std::array<double, mostOnEdge> distances{};
         std::array<int, mostOnEdge> order{0, 1, 2};
         std::size_t count = 0;
-        while (count < mostOnEdge && first + count < records.size() && records[first + count].Edge == records[first].Edge) {
+        while (count < mostOnEdge && first + count < records.size() &&
+               records[first + count].Edge == records[first].Edge) {
             distances[count] = double(records[first + count].Distance);
             ++count;
         }
@@ -80,9 +81,8 @@ int AppendClipPolygon(ContourElement& element, const ContourBands& bands, int i,
     const float high = low + bands.Step;
     if (element.Points.size() < 2)
         return 0;
-    if (element.Points.size() > 2 &&
-        std::all_of(element.Values.begin(), element.Values.end(),
-                    [low, high](float value) { return value > low && value < high; })) {
+    if (element.Points.size() > 2 && std::all_of(element.Values.begin(), element.Values.end(),
+                                                 [low, high](float value) { return value > low && value < high; })) {
         // Inside one band the polygon is the element, from its last corner on. Most elements of a fine mesh are.
         points.push_back(element.Points.back());
         points.insert(points.end(), element.Points.begin(), element.Points.end() - 1);
