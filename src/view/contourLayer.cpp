@@ -136,7 +136,10 @@ void findJobs(const ContourInput& input, const JobSearch& search, std::int32_t f
             lowest = value < lowest ? value : lowest;
             highest = value > highest ? value : highest;
         }
-        const BandRange touched = bandsBetween(input.bands, lowest, highest);
+        // An infinite value crosses every level at its finite neighbour.
+        const bool crossesAll = std::isinf(highest) || std::isinf(lowest);
+        const BandRange touched =
+            crossesAll ? BandRange{0, input.bands.Count - 1} : bandsBetween(input.bands, lowest, highest);
         const BandRange range = {std::max(touched.first, search.window.first),
                                  std::min(touched.last, search.window.last)};
         for (int i = range.first; i <= range.last; ++i) {
