@@ -6,6 +6,8 @@
 #include "platform/Parallel.h"
 #include "result/mdVelorinResultModel.h"
 
+#include <climits>
+#include <cmath>
 #include <optional>
 
 namespace mdScene {
@@ -30,22 +32,48 @@ struct ContourInput {
     const ContourBands& bands;
 };
 
-/// Fills in an element's corners; false when it doesn't exist in the step. A corner without a node is left out.
-bool gather(const ContourInput& input, std::int32_t index, ContourElement& element) {
+/// Calls `take(point, value)` for each corner of an element; a corner without a node is left out.
+template<typename Take>
+void forCorners(const ContourInput& input, std::int32_t index, Take take) {
+    const ElementTable& elements = input.mesh.Elements;
+    const std::int32_t* nodes = elements.NodeIndex.constData();
+    const float* values = input.values.constData();
+    const std::size_t nodeCount = std::min(input.points.size(), std::size_t(input.values.size()));
+    for (std::int32_t k = elements.FirstCorner.at(index); k < elements.FirstCorner.at(index + 1); ++k)
+        if (std::size_t(nodes[k]) < nodeCount)
+            take(input.points[std::size_t(nodes[k])], values[nodes[k]]);
+}
+
+void gather(const ContourInput& input, std::int32_t index, ContourElement& element) {
     element.Points.clear();
     element.Values.clear();
-    const ElementTable& elements = input.mesh.Elements;
-    if (elements.ElementType.at(index) < 0)
-        return false;
-    const std::int32_t* nodes = elements.NodeIndex.constData();
-    for (std::int32_t k = elements.FirstCorner.at(index); k < elements.FirstCorner.at(index + 1); ++k) {
-        const std::size_t node = std::size_t(nodes[k]);
-        if (node >= input.points.size() || qsizetype(node) >= input.values.size())
-            continue;
-        element.Points.push_back(input.points[node]);
-        element.Values.push_back(input.values.at(qsizetype(node)));
-    }
-    return true;
+    forCorners(input, index, [&element](DevicePoint point, float value) {
+        element.Points.push_back(point);
+        element.Values.push_back(value);
+    });
+}
+
+/// What of an element decides where it is painted: the range of its values, and on which sides of the visible area all
+/// of its corners lie.
+struct Reach {
+    float lowest = std::numeric_limits<float>::infinity();
+    float highest = -std::numeric_limits<float>::infinity();
+    bool left = true, right = true, above = true, below = true;
+
+    bool IsOutside() const { return left || right || above || below; }
+};
+
+Reach reachOf(const ContourInput& input, std::int32_t index, const DeviceRect& area) {
+    Reach reach;
+    forCorners(input, index, [&reach, &area](DevicePoint point, float value) {
+        reach.lowest = value < reach.lowest ? value : reach.lowest;
+        reach.highest = value > reach.highest ? value : reach.highest;
+        reach.left &= point.X < area.Left;
+        reach.right &= point.X >= area.Right;
+        reach.above &= point.Y < area.Top;
+        reach.below &= point.Y >= area.Bottom;
+    });
+    return reach;
 }
 
 /// First i of `first` to `last` for which `holds(i)`, which stays true from there on; `last` + 1 if none.
@@ -91,17 +119,6 @@ BandRange bandsBetween(const ContourBands& bands, float lowest, float highest) {
     return range;
 }
 
-bool isBeyond(const std::vector<DevicePoint>& points, const DeviceRect& area) {
-    bool left = true, right = true, above = true, below = true;
-    for (const DevicePoint& point : points) {
-        left = left && point.X < area.Left;
-        right = right && point.X >= area.Right;
-        above = above && point.Y < area.Top;
-        below = below && point.Y >= area.Bottom;
-    }
-    return left || right || above || below;
-}
-
 /// The last band from `i` to `last` whose polygon is the one of band `i`, so that this one would be painted over by it.
 /// No corner's value may lie in the bands between, and then every crossing only moves along its edge.
 int lastAlike(ContourElement& element, const ContourBands& bands, int i, int last) {
@@ -127,23 +144,26 @@ int lastAlike(ContourElement& element, const ContourBands& bands, int i, int las
 void findJobs(const ContourInput& input, const JobSearch& search, std::int32_t first, std::int32_t last,
               std::vector<BandJob>& jobs) {
     constexpr int manyBands = 16;
+    constexpr DeviceRect everywhere = {INT_MIN, INT_MIN, INT_MAX, INT_MAX};
+    const DeviceRect area = search.visible.value_or(everywhere);
     ContourElement element;
     for (std::int32_t e = first; e < last; ++e) {
-        if (!gather(input, e, element) || (search.visible && isBeyond(element.Points, *search.visible)))
+        if (input.mesh.Elements.ElementType.at(e) < 0)
             continue;
-        float lowest = std::numeric_limits<float>::infinity(), highest = -lowest;
-        for (const float value : element.Values) {
-            lowest = value < lowest ? value : lowest;
-            highest = value > highest ? value : highest;
-        }
+        const Reach reach = reachOf(input, e, area);
+        if (search.visible && reach.IsOutside())
+            continue;
         // An infinite value crosses every level at its finite neighbour.
-        const bool crossesAll = std::isinf(highest) || std::isinf(lowest);
+        const bool crossesAll = std::isinf(reach.highest) || std::isinf(reach.lowest);
         const BandRange touched =
-            crossesAll ? BandRange{0, input.bands.Count - 1} : bandsBetween(input.bands, lowest, highest);
+            crossesAll ? BandRange{0, input.bands.Count - 1} : bandsBetween(input.bands, reach.lowest, reach.highest);
         const BandRange range = {std::max(touched.first, search.window.first),
                                  std::min(touched.last, search.window.last)};
+        const bool thinOut = !search.everyBand && range.last - range.first > manyBands;
+        if (thinOut)
+            gather(input, e, element);
         for (int i = range.first; i <= range.last; ++i) {
-            if (!search.everyBand && range.last - range.first > manyBands)
+            if (thinOut)
                 i = lastAlike(element, input.bands, i, range.last);
             jobs.push_back({i, e});
         }
