@@ -1,6 +1,7 @@
 // The entry procedure and the start-up chain.
 #include "app/mdApplication.h"
 #include "mainwin/frmMain.h"
+#include "platform/Dialogs.h"
 #include "platform/Fonts.h"
 #include "platform/brenlib.h"
 
@@ -35,7 +36,7 @@ int EntryProcedure(QApplication& application) {
     const QString commandLine = application.arguments().mid(1).join(u' ');
     auto window = std::make_unique<frmMain>();
     if (const auto failure = InitializeApplication()) {
-        ShowMessage(StartUpFailureText(failure->number, failure->description), StopMessage);
+        ShowMessage(StartUpFailureText(failure->number, failure->description), Dialogs::Style::Stop);
         return 1;
     }
     window->FirstStep(commandLine);

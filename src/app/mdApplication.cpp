@@ -1,6 +1,7 @@
 #include "app/mdApplication.h"
 
 #include "app/NumberFormat.h"
+#include "platform/Dialogs.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -9,6 +10,16 @@
 #include <cstdlib>
 
 ApplicationSettings mdApplication::Settings;
+std::function<void(bool lower)> mdApplication::MessageBoxHook;
+
+int mdApplication::ShowMessage(const QString& text, int flags) {
+    if (MessageBoxHook)
+        MessageBoxHook(true);
+    const int button = Dialogs::MessageBox(nullptr, text, ApplicationTitle, flags);
+    if (MessageBoxHook)
+        MessageBoxHook(false);
+    return button;
+}
 
 QString mdApplication::FormatAutoNumber(double value, int digits, bool extra) {
     // No double has digits further out; the bound keeps the mask's length sane.
@@ -33,19 +44,26 @@ QString mdApplication::PathPart(const QString& path, int part) {
     const qsizetype pointFound = path.indexOf(u'.', nameAt);
     const qsizetype pointAt = pointFound < 0 ? path.size() : pointFound;
     switch (part) {
-    case 0:
+    case Folder:
         return path.left(nameAt);
-    case 1:
+    case BaseName:
         return path.mid(nameAt, pointAt - nameAt);
-    case 2:
+    case Extension:
         return path.mid(pointAt + 1);
-    case 3:
+    case FileName:
         return path.mid(nameAt);
-    case 4:
+    case PathWithoutExtension:
         return path.left(pointAt);
     default:
         return {};
     }
+}
+
+QString mdApplication::StartUpFailureText(int number, const QString& description) {
+    QString text = u"アプリケーションの初期化処理を実行することができません。"_qs;
+    if (number != 0)
+        text += u"\r\n  Number : "_qs + QString::number(number) + u"\r\n  Description : "_qs + description;
+    return text;
 }
 
 QString mdApplication::ProgramFolder() {

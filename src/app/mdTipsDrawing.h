@@ -2,9 +2,9 @@
 // what a select call gives back goes to `RestoreObject` when the layer is done.
 #pragma once
 
-#include "app/Rounding.h"
 #include "app/mdTips.h"
 #include "platform/DeviceContext.h"
+#include "platform/Rounding.h"
 
 namespace mdTips {
 /// Each selects and gives back what was selected before. A geometric pen keeps its dash style at widths above 1; a

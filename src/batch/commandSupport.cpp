@@ -26,7 +26,11 @@ void Options::Parse(const QStringList& arguments, const Streams& streams) {
     const QStringList whole = QStringList{u"velorin-batch "_qs + commandName} + arguments;
     const bool understood = parser.parse(whole);
     if (parser.isSet(u"help"_qs)) {
-        streams.Output.write(parser.helpText().toUtf8());
+        // The parser's own first line names the program alone.
+        const QString help = parser.helpText();
+        streams.Output.write(
+            (u"Usage: velorin-batch "_qs + commandName + u" FILE [OPTION]...\n"_qs + help.mid(help.indexOf(u'\n') + 1))
+                .toUtf8());
         throw Stop{Done, {}};
     }
     if (!understood)

@@ -2,7 +2,7 @@
 
 #include "app/mdApplication.h"
 #include "platform/PictureBox.h"
-#include "result/ResultModel.h"
+#include "result/mdVelorinResultModel.h"
 #include "view/mdScene.h"
 
 #include <QGridLayout>
@@ -13,7 +13,15 @@
 #include <QScrollBar>
 #include <QStatusBar>
 
+frmMain* frmMain::instance = nullptr;
+
+frmMain* frmMain::Instance() {
+    return instance;
+}
+
 frmMain::frmMain() {
+    instance = this;
+    Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_qs);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_qs));
     buildPanels();
@@ -35,7 +43,10 @@ frmMain::frmMain() {
     updateCommands();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    mdVelorinResultModel::CloseResultFile(mdApplication::Model);
+    instance = nullptr;
+}
 
 void frmMain::buildPanels() {
     auto* picContainer = new QWidget(this);

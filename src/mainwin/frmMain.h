@@ -19,6 +19,8 @@ class frmMain : public QMainWindow {
 public:
     frmMain();
     ~frmMain() override;
+    /// The one main window; null while there is none.
+    static frmMain* Instance();
 
     /// Takes up the raw command line: opens the file that it names or says that there is none.
     void FirstStep(const QString& commandLine);
@@ -56,6 +58,7 @@ private:
     void onPictureResized();
     void clearPicture();
 
+    static frmMain* instance;
     DocumentPlotter clsModel;
     ViewState view;
     bool updatingUi = false;

@@ -19,14 +19,14 @@ void frmMain::FirstStep(const QString& commandLine) {
     if (mdApplication::FileExists(commandLine))
         openResultFile(commandLine);
     else if (!commandLine.isEmpty())
-        mdApplication::ShowMessage(u"無効なパラメータです。"_qs, mdApplication::StopMessage);
+        mdApplication::ShowMessage(u"無効なパラメータです。"_qs, Dialogs::Style::Stop);
 }
 
 void frmMain::openResultFile(const QString& path) {
     if (!mdVelorinResultModel::LoadResultFile(path, Model)) {
         updateCaption();
         updateCommands();
-        mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, mdApplication::StopMessage);
+        mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, Dialogs::Style::Stop);
         clearPicture();
         return;
     }

@@ -7,4 +7,8 @@ namespace mdApplication {
 
 ResultModel Model;
 
+frmMain* MainWindow() {
+    return frmMain::Instance();
+}
+
 } // namespace mdApplication

@@ -118,7 +118,7 @@ bool Set(const QString& path, const QString& text, ApplicationSettings& settings
 QStringList Paths() {
     QStringList paths;
     for (const Row& row : rows)
-        paths.append(QString(QStringView(row.path)));
+        paths.append(QStringView(row.path).toString());
     return paths;
 }
 

@@ -1,5 +1,6 @@
 #include "app/ApplicationSettings.h"
 #include "app/mdApplication.h"
+#include "platform/Dialogs.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -77,4 +78,19 @@ TEST(mdApplication, FileExistsFindsFilesOnly) {
     EXPECT_FALSE(mdApplication::FileExists(folder.path()));
     EXPECT_FALSE(mdApplication::FileExists({}));
     EXPECT_FALSE(mdApplication::FileExists(u" "_qs));
+}
+
+TEST(mdApplication, WindowsMakeWayForAMessage) {
+    QString order;
+    mdApplication::MessageBoxHook = [&](bool lower) {
+        order += (lower ? u"lower " : u"raise ") + QString::number(Dialogs::Testing::Asked().size()) + u' ';
+    };
+    Dialogs::Testing::Start();
+    Dialogs::Testing::QueueAnswer(Dialogs::Answer::No);
+    EXPECT_EQ(mdApplication::ShowMessage(u"保存しますか?"_qs, Dialogs::Style::AskNoDefault), 7);
+    EXPECT_EQ(order, u"lower 0 raise 1 "_qs);
+    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Title, u"Velorin"_qs);
+    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Flags, 292);
+    Dialogs::Testing::Stop();
+    mdApplication::MessageBoxHook = nullptr;
 }

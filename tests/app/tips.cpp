@@ -1,4 +1,4 @@
-#include "app/Rounding.h"
+#include "platform/Rounding.h"
 #include "app/mdTips.h"
 
 #include <QDir>

@@ -1,0 +1,194 @@
+#include "platform/Dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdio>
+#include <variant>
+
+namespace Dialogs {
+namespace {
+using FileAnswer = std::optional<QString>;
+
+struct Script {
+    bool Running = false;
+    QList<std::variant<int, FileAnswer>> Answers;
+    QList<Testing::Question> Asked;
+    int Unexpected = 0;
+};
+
+Script& script() {
+    static Script instance;
+    return instance;
+}
+
+/// The next scripted answer when it is of the asked form, else `otherwise`.
+template<class Form>
+Form scriptedAnswer(Testing::Question question, Form otherwise) {
+    Script& current = script();
+    current.Asked += std::move(question);
+    if (current.Answers.isEmpty() || !std::holds_alternative<Form>(current.Answers.first())) {
+        ++current.Unexpected;
+        return otherwise;
+    }
+    return std::get<Form>(current.Answers.takeFirst());
+}
+
+bool hasWidgets() {
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+struct BoxButton {
+    int Answer;
+    QString Caption;
+    QMessageBox::ButtonRole Role;
+};
+
+/// In their order; the last is the one that Esc presses.
+QList<BoxButton> buttonsOf(int flags) {
+    if (flags & Style::YesNo)
+        return {{Answer::Yes, u"はい(&Y)"_qs, QMessageBox::YesRole},
+                {Answer::No, u"いいえ(&N)"_qs, QMessageBox::NoRole}};
+    const BoxButton ok{Answer::Ok, u"OK"_qs, QMessageBox::AcceptRole};
+    if (flags & Style::OkCancel)
+        return {ok, {Answer::Cancel, u"キャンセル"_qs, QMessageBox::RejectRole}};
+    return {ok};
+}
+
+QMessageBox::Icon iconOf(int flags) {
+    switch (flags & 0xf0) {
+    case Style::Stop:
+        return QMessageBox::Critical;
+    case Style::Question:
+        return QMessageBox::Question;
+    case Style::Stop | Style::Question:
+        return QMessageBox::Warning;
+    case Style::Information:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+int showBox(QWidget* parent, const QString& text, const QString& title, int flags, qsizetype defaultButton) {
+    QMessageBox box(iconOf(flags), title, text, QMessageBox::NoButton, parent);
+    box.setObjectName(u"messageBox"_qs);
+    // A file name may look like markup.
+    box.setTextFormat(Qt::PlainText);
+    const QList<BoxButton> buttons = buttonsOf(flags);
+    QList<QAbstractButton*> made;
+    for (const BoxButton& button : buttons)
+        made += box.addButton(button.Caption, button.Role);
+    box.setDefaultButton(qobject_cast<QPushButton*>(made[defaultButton]));
+    box.setEscapeButton(made.last());
+    box.exec();
+    const qsizetype pressed = made.indexOf(box.clickedButton());
+    return pressed < 0 ? buttons.last().Answer : buttons[pressed].Answer;
+}
+
+/// Pairs of description and patterns as Qt's list of name filters. "*.*" means every file, also one without a dot.
+QStringList nameFilters(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList result;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString description = parts[i];
+        if (const qsizetype bracket = description.lastIndexOf(u'('); bracket > 0)
+            description.truncate(bracket);
+        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns)
+            pattern = pattern.trimmed() == u"*.*" ? u"*"_qs : pattern.trimmed();
+        result += description.trimmed() + u" ("_qs + patterns.join(u' ') + u')';
+    }
+    return result;
+}
+
+/// Suffix of a name filter's first pattern, empty when that pattern leaves it open.
+QString suffixOf(const QString& nameFilter) {
+    const QString first = nameFilter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
+    const QString suffix = first.startsWith(u"*.") ? first.mid(2) : QString();
+    return suffix.contains(u'*') || suffix.contains(u'?') ? QString() : suffix;
+}
+
+FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, const QString& filter, bool save) {
+    if (script().Running)
+        return scriptedAnswer<FileAnswer>({save ? Testing::Kind::SaveFile : Testing::Kind::OpenFile, start, title, 0},
+                                          std::nullopt);
+    if (!hasWidgets())
+        return std::nullopt;
+    QFileDialog dialog(parent, title);
+    dialog.setObjectName(u"fileDialog"_qs);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const QStringList filters = nameFilters(filter);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    if (save) {
+        dialog.setDefaultSuffix(suffixOf(filters.value(0)));
+        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                         [&dialog](const QString& chosen) { dialog.setDefaultSuffix(suffixOf(chosen)); });
+    }
+    const QFileInfo place(start);
+    dialog.setDirectory(place.isDir() ? start : place.absolutePath());
+    if (!start.isEmpty() && !place.isDir())
+        dialog.selectFile(place.fileName());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.selectedFiles().value(0);
+}
+} // namespace
+
+int MessageBox(QWidget* parent, const QString& text, const QString& title, int flags) {
+    const QList<BoxButton> buttons = buttonsOf(flags);
+    if (script().Running)
+        return scriptedAnswer<int>({Testing::Kind::MessageBox, text, title, flags}, buttons.last().Answer);
+    const qsizetype defaultButton = flags & Style::SecondDefault ? buttons.size() - 1 : 0;
+    if (hasWidgets())
+        return showBox(parent, text, title, flags, defaultButton);
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    return buttons[defaultButton].Answer;
+}
+
+std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start,
+                                    const QString& filter) {
+    return askFile(parent, title, start, filter, false);
+}
+
+std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start,
+                                    const QString& filter) {
+    return askFile(parent, title, start, filter, true);
+}
+
+namespace Testing {
+void Start() {
+    script() = {};
+    script().Running = true;
+}
+
+void Stop() {
+    script().Running = false;
+}
+
+void QueueAnswer(int answer) {
+    script().Answers += answer;
+}
+
+void QueueFile(const std::optional<QString>& path) {
+    script().Answers += path;
+}
+
+QList<Question> Asked() {
+    return script().Asked;
+}
+
+int UnexpectedCount() {
+    return script().Unexpected;
+}
+
+int UnusedCount() {
+    return int(script().Answers.size());
+}
+} // namespace Testing
+} // namespace Dialogs
