@@ -42,6 +42,7 @@ public:
     /// 932 and h when it is two.
     DeviceSize MeasureText(const QString& text) const override;
     int GetDeviceCaps(DeviceCaps caps) const override { return m_measures.Get(caps); }
+    bool ShowsEveryCall() const override { return true; }
 
 private:
     struct State {

@@ -2,6 +2,7 @@
 
 #include "app/mdTipsDrawing.h"
 #include "platform/Rounding.h"
+#include "view/contour.h"
 
 namespace mdScene {
 
@@ -24,6 +25,8 @@ void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
     context.Printing = printing;
     context.BackBrush = printing ? stockBrush(Stock::WhiteBrush) : Brush{scene.WindowColour};
     ComputeDevicePoints(converter, canvas.Window(), scene, context);
+    if (!scene.Model.LineElementsOnly)
+        DrawContour(device, scene, context);
     DrawMesh(device, converter, scene);
     const DisplacementSettings& displacement = scene.Settings.Displacement;
     if (displacement.Original && displacement.Fiducial != 0 && !scene.Model.NoDisplacement)
