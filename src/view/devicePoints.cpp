@@ -25,14 +25,19 @@ float valueAt(const QList<float>& values, std::int32_t index) {
     return index < values.size() ? values.at(index) : 0;
 }
 
+/// `from` moved by `distance`, or `from` when that leads nowhere: a value that is no number moves nothing.
+std::int32_t moved(std::int32_t from, double distance) {
+    return std::isfinite(distance) ? Round(distance + from) : from;
+}
+
 /// Moves each point by its displacement times a device length per unit.
 void moveByDisplacement(const ItemValues& dx, const ItemValues& dy, double kx, double ky,
                         std::vector<DevicePoint>& points) {
     forStretches(std::int32_t(points.size()), [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i < last; ++i) {
             DevicePoint& point = points[std::size_t(i)];
-            point.X = Round(double(valueAt(dx.Values, i)) * kx + point.X);
-            point.Y = Round(double(valueAt(dy.Values, i)) * ky + point.Y);
+            point.X = moved(point.X, double(valueAt(dx.Values, i)) * kx);
+            point.Y = moved(point.Y, double(valueAt(dy.Values, i)) * ky);
         }
     });
 }

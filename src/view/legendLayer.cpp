@@ -204,9 +204,9 @@ void DrawScaleLegend(DeviceContext& device, const DeviceContext& ref, double sca
     rect.Top = Round(double(rect.Top) + lineHeight);
     at.x = double(rect.Right) - deviceMillimetres(converter, insetMm);
     at.y = rect.Top;
-    drawBackground(device, context.BackBrush,
-                   rectOf(at.x + at.gap, at.y - at.step, at.x - at.length - 3.0 * at.gap - captionWidth,
-                          at.y + 5.0 * at.step));
+    drawBackground(
+        device, context.BackBrush,
+        rectOf(at.x + at.gap, at.y - at.step, at.x - at.length - 3.0 * at.gap - captionWidth, at.y + 5.0 * at.step));
     if (isVector) {
         drawArrowBar(device, converter, style.LineStyles[2], at);
     } else {

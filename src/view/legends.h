@@ -9,8 +9,9 @@ using LegendRect = DeviceRect;
 
 namespace mdScene {
 
-// `ref` gives the resolution that fonts take their size from, everywhere in this header; texts are measured on `device`,
-// which is the one that has the font selected. So a preview on the screen lays its legends out as the page will.
+// `ref` gives the resolution that fonts take their size from, everywhere in this header; texts are measured on
+// `device`, which is the one that has the font selected. So a preview on the screen lays its legends out as the page
+// will.
 
 /// The legends that are switched on and have something to tell, one below the other from the top of `document`.
 void DrawLegends(DeviceContext& device, const DeviceContext& ref, const PlotConverter& converter,

@@ -21,12 +21,12 @@ public:
         constexpr double longestNumber = 56;
         const DeviceSize wide = mdTips::MeasureText(device, u"M"_qs);
         const double reachX = (longestNumber + double(mask.size())) * std::max(wide.Width, wide.Height) / 2;
-        visible = {Round(area->Left - reachX), Round(area->Top - double(wide.Height)), Round(area->Right + reachX),
-                   Round(area->Bottom + double(wide.Height))};
+        reach = {Round(area->Left - reachX), Round(area->Top - double(wide.Height)), Round(area->Right + reachX),
+                 Round(area->Bottom + double(wide.Height))};
     }
 
     void Write(DevicePoint at, float value) {
-        if (visible && (at.X < visible->Left || at.X > visible->Right || at.Y < visible->Top || at.Y > visible->Bottom))
+        if (at.X < reach.Left || at.X > reach.Right || at.Y < reach.Top || at.Y > reach.Bottom)
             return;
         mdTips::DrawAnchoredText(device, at.X, at.Y, NumberFormat::Format(value, mask), 5);
     }
@@ -34,7 +34,8 @@ public:
 private:
     DeviceContext& device;
     const QString& mask;
-    std::optional<DeviceRect> visible;
+    /// Numbers that stand in here may be seen; everywhere, when the device can't tell.
+    DeviceRect reach{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX};
 };
 
 } // namespace

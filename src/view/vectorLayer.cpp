@@ -18,8 +18,12 @@ struct Arrow {
     DevicePoint Tail, Head, Barb1, Barb2;
 };
 
+double halfLength(float vx, float vy, float scale) {
+    return std::sqrt(double(vx) * vx + double(vy) * vy) * double(scale) * 0.5;
+}
+
 Arrow arrowAt(int x, int y, float vx, float vy, float scale) {
-    double length = std::sqrt(double(vx) * vx + double(vy) * vy) * scale * 0.5;
+    double length = halfLength(vx, vy, scale);
     const double angle = ArrowAngle(vx, vy);
     const double cx = std::cos(angle) * length;
     const double cy = std::sin(angle) * length;
@@ -61,9 +65,10 @@ private:
 
     /// Half the arrow's length reaches everything of it, the barbs included.
     bool maySee(DevicePoint at, float vx, float vy) const {
-        if (!visible)
-            return true;
-        const double reach = std::sqrt(double(vx) * vx + double(vy) * vy) * scale * 0.5 + margin;
+        const double reach = halfLength(vx, vy, scale) + margin;
+        // A vector that is no number has no place to go to.
+        if (!visible || !std::isfinite(reach))
+            return std::isfinite(reach);
         return !(at.X + reach < visible->Left || at.X - reach > visible->Right || at.Y + reach < visible->Top ||
                  at.Y - reach > visible->Bottom);
     }

@@ -1,4 +1,5 @@
-// Arrows of two items of the loaded step, at the nodes or the elements. Lengths are those of a paper, whatever the zoom.
+// Arrows of two items of the loaded step, at the nodes or the elements. Lengths are those of a paper, whatever the
+// zoom.
 #pragma once
 
 #include "view/mdScene.h"
