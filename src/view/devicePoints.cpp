@@ -4,8 +4,7 @@
 #include "platform/Parallel.h"
 #include "platform/Rounding.h"
 #include "result/mdVelorinResultModel.h"
-
-#include <cmath>
+#include "view/valueScale.h"
 
 namespace mdScene {
 
@@ -24,14 +23,6 @@ void forStretches(std::int32_t count, Work work) {
 
 float valueAt(const QList<float>& values, std::int32_t index) {
     return index < values.size() ? values.at(index) : 0;
-}
-
-float largestMagnitude(const ItemValues& a, const ItemValues& b) {
-    return std::max({std::abs(a.MaxValue), std::abs(a.MinValue), std::abs(b.MaxValue), std::abs(b.MinValue)});
-}
-
-int signOf(float value) {
-    return value > 0 ? 1 : value < 0 ? -1 : 0;
 }
 
 /// `from` moved by `distance`, or `from` when that leads nowhere: a value that is no number moves nothing.
