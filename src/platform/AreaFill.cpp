@@ -1,5 +1,7 @@
 #include "platform/AreaFill.h"
 
+#include "platform/Rings.h"
+
 #include <vector>
 
 namespace {
@@ -108,19 +110,15 @@ void fillEdges(const PixelSurface& surface, const Ink& ink, std::span<Edge> edge
 std::size_t collectEdges(const PixelSurface& surface, std::span<const DevicePoint> points, std::span<const int> counts,
                          Edge* edges) {
     std::size_t edgeCount = 0;
-    std::size_t first = 0;
-    for (const int count : counts) {
-        if (count <= 0)
-            continue;
-        if (std::size_t(count) > points.size() - first)
-            break;
-        DevicePoint previous = points[first + std::size_t(count) - 1];
-        for (const DevicePoint point : points.subspan(first, std::size_t(count))) {
+    forEachRing(points, counts, [&](std::span<const DevicePoint> corners) {
+        if (corners.empty())
+            return;
+        DevicePoint previous = corners.back();
+        for (const DevicePoint point : corners) {
             edgeCount += makeEdge(surface.Top, surface.Bottom, previous, point, edges[edgeCount]) ? 1 : 0;
             previous = point;
         }
-        first += std::size_t(count);
-    }
+    });
     return edgeCount;
 }
 } // namespace
@@ -129,16 +127,15 @@ void AreaFill::Polygons(const PixelSurface& surface, const Ink& ink, std::span<c
                         std::span<const int> counts) {
     if (surface.IsEmpty())
         return;
-    // One slot more than there can be edges: a side that crosses no row is tried in the slot it then leaves free.
     constexpr std::size_t smallSize = 12;
-    if (points.size() < smallSize) {
+    if (points.size() <= smallSize) {
         std::array<Edge, smallSize> edges;
         std::array<Edge*, smallSize> active;
         const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
         fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
         return;
     }
-    std::vector<Edge> edges(points.size() + 1);
+    std::vector<Edge> edges(points.size());
     const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
     std::vector<Edge*> active(edgeCount);
     fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());

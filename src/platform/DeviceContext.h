@@ -5,6 +5,7 @@
 #include "platform/Geometry.h"
 
 #include <QString>
+#include <optional>
 #include <span>
 
 /// Line styles of a pen, numbered as the settings store them.
@@ -75,7 +76,7 @@ enum class DeviceCaps : int {
 
 /// Raster modes for `SetRop2`.
 namespace RasterMode {
-enum : int { MergePenNot = 12, XorPen = 7, Not = 6, CopyPen = 13 };
+enum : int { MergePenNot = 14, XorPen = 7, Not = 6, CopyPen = 13 };
 }
 
 /// One device. Drawing rules: `LineTo` leaves out its end point; `Rectangle`, `Ellipse` and `FillRect` leave out the
@@ -110,6 +111,12 @@ public:
     virtual void Text(DevicePoint leftTop, const QString& text) = 0;
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
+
+    /// What can be seen of anything drawn now, so that a layer can leave out the rest; nothing for a device on which
+    /// all counts, seen or not.
+    virtual std::optional<DeviceRect> VisibleArea() const { return {}; }
+    /// True for a device on which every single call counts, also one that later calls cover completely.
+    virtual bool ShowsEveryCall() const { return false; }
 
     /// A batch of lines in the selected pen: each step names a point by its index, n as `LineTo(points[n])`, ~n as
     /// `MoveTo(points[n])`. The same picture as the single calls, which is what this default makes; a device that can

@@ -1,7 +1,6 @@
 #include "property/drawingElements.h"
 
-#include "app/mdTips.h"
-
+#include <cmath>
 #include <limits>
 
 namespace drawingElements {
@@ -26,9 +25,10 @@ bool readInt(const QString& text, int lowest, int highest, int& target) {
 bool readReal(const QString& text, float& target) {
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
-    if (ok)
+    const bool fits = ok && std::abs(number) <= double(std::numeric_limits<float>::max());
+    if (fits)
         target = float(number);
-    return ok;
+    return fits;
 }
 
 /// The words "True" and "False" in any case, or a number, true when not 0.
@@ -46,12 +46,14 @@ bool readBool(const QString& text, bool& target) {
 
 bool readColour(const QString& text, Colour& target) {
     const QString digits = text.trimmed();
+    const bool hexadecimal = digits.startsWith(u"0x", Qt::CaseInsensitive);
     bool ok = false;
-    (digits.startsWith(u"0x", Qt::CaseInsensitive) ? digits.mid(2) : digits)
-        .toUInt(&ok, digits.startsWith(u"0x", Qt::CaseInsensitive) ? 16 : 10);
-    if (ok)
-        target = Colour(mdTips::ParseColor(digits));
-    return ok;
+    const Colour colour = (hexadecimal ? digits.mid(2) : digits).toUInt(&ok, hexadecimal ? 16 : 10);
+    constexpr Colour white = 0xffffff;
+    if (!ok || colour > white)
+        return false;
+    target = colour;
+    return true;
 }
 
 bool addItemSet(const QString& text, VectorSettings& vector) {

@@ -1,0 +1,323 @@
+// Areas, raster modes, clip, state, batches and text of the raster device.
+#include "Picture.h"
+
+#include "platform/Fonts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+__extension__ using Wide = __int128;
+
+bool isInside(std::span<const DevicePoint> ring, int x, int y) {
+    bool inside = false;
+    DevicePoint from = ring.back();
+    for (const DevicePoint to : ring) {
+        const DevicePoint low = from.Y < to.Y ? from : to, high = from.Y < to.Y ? to : from;
+        // A side counts for the points on it and right of it.
+        if (low.Y <= y && y < high.Y &&
+            (Wide(y) - low.Y) * (Wide(high.X) - low.X) <= (Wide(x) - low.X) * (Wide(high.Y) - low.Y))
+            inside = !inside;
+        from = to;
+    }
+    return inside;
+}
+
+/// Some figure in some pen and brush, from the dice.
+void drawAnything(DeviceContext& device, Dice& dice, int reach) {
+    Pen pen = solidPen(Colour(dice.Between(0, 0xffffff)), dice.Between(0, 3) == 0 ? dice.Between(2, 6) : 1);
+    pen.Style = dice.Between(0, 2) == 0 ? dice.Between(0, 5) : 0;
+    pen.Geometric = dice.Between(0, 1) == 0;
+    Brush brush = solidBrush(Colour(dice.Between(0, 0xffffff)));
+    brush.Hatch = dice.Between(0, 2) == 0 ? dice.Between(0, 5) : -1;
+    brush.Hollow = dice.Between(0, 3) == 0;
+    device.SelectPen(pen);
+    device.SelectBrush(brush);
+    const auto points = dice.Points(dice.Between(2, 14), -reach, 100 + reach);
+    const DeviceRect rect{points[0].X, points[0].Y, points[1].X, points[1].Y};
+    const int counts[] = {int(points.size()) / 2, int(points.size()) - int(points.size()) / 2};
+    switch (dice.Between(0, 5)) {
+    case 0:
+        device.MoveTo(points[0]);
+        device.LineTo(points[1]);
+        break;
+    case 1:
+        device.Polyline(points);
+        break;
+    case 2:
+        device.Polygon(points);
+        break;
+    case 3:
+        device.PolyPolygon(points, counts);
+        break;
+    case 4:
+        device.Rectangle(rect);
+        break;
+    default:
+        device.Ellipse(rect);
+    }
+}
+} // namespace
+
+TEST(RasterDevice, PolygonHoldsLeftAndTopEdgesAndItsWholeRing) {
+    const DevicePoint square[] = {{1, 1}, {4, 1}, {4, 3}, {1, 3}};
+    Picture picture(6, 5);
+    picture.With(solidBrush(black)).With(stockPen(Stock::NullPen)).Device.Polygon(square);
+    EXPECT_EQ(picture.Read(), (Rows{"......", ".###..", ".###..", "......", "......"}));
+    picture.With(solidPen(red)).Device.Polygon(square);
+    EXPECT_EQ(picture.Read(), (Rows{"......", ".rrrr.", ".r##r.", ".rrrr.", "......"}));
+
+    const DevicePoint speck[] = {{2, 2}, {2, 2}, {2, 2}};
+    Picture small(4, 4);
+    small.Device.Polygon(speck);
+    EXPECT_EQ(small.Read()[2], "..#.");
+}
+
+TEST(RasterDevice, PolygonFollowsTheAlternateRuleAtAnySize) {
+    Dice dice(2);
+    const int reaches[] = {12, 60, 3000, INT32_MAX};
+    for (int i = 0; i < 800; ++i) {
+        const int reach = reaches[i % 4];
+        const auto points = dice.Points(dice.Between(3, i % 16 == 0 ? 60 : 9), reach > 60 ? -reach : 0, reach);
+        Picture filled(40, 40), outlined(40, 40), ring(40, 40);
+        filled.With(solidBrush(black)).With(stockPen(Stock::NullPen)).Device.Polygon(points);
+        const Rows rows = filled.Read();
+        for (int y = 0; y < 40; ++y)
+            for (int x = 0; x < 40; ++x)
+                ASSERT_EQ(rows[y][x] == '#', isInside(points, x, y)) << i << ": " << x << ", " << y;
+        outlined.With(stockBrush(Stock::NullBrush)).Device.Polygon(points);
+        ring.Device.MoveTo(points.back());
+        for (const DevicePoint point : points)
+            ring.Device.LineTo(point);
+        ASSERT_EQ(outlined.Read(), ring.Read()) << i;
+    }
+}
+
+TEST(RasterDevice, AdjacentPolygonsShareNoPixelAndLeaveNoneOut) {
+    // Cells of a shaken grid: under the exclusive raster mode a pixel of two cells, or of none, would stay white.
+    for (const int cell : {3, 50}) {
+        Dice dice(3);
+        const int count = 150 / cell;
+        std::vector<DevicePoint> nodes;
+        for (int j = 0; j <= count; ++j)
+            for (int i = 0; i <= count; ++i)
+                nodes.push_back({i * cell + (i % count ? dice.Between(-cell / 3, cell / 3) : 0),
+                                 j * cell + (j % count ? dice.Between(-cell / 3, cell / 3) : 0)});
+        Picture picture(count * cell, count * cell);
+        picture.With(solidBrush(white)).With(stockPen(Stock::NullPen)).Device.SetRop2(RasterMode::XorPen);
+        for (int j = 0; j < count; ++j)
+            for (int i = 0; i < count; ++i) {
+                const int a = j * (count + 1) + i, b = a + count + 1;
+                const auto node = [&](int index) { return nodes[std::size_t(index)]; };
+                picture.Device.Polygon(std::array{node(a), node(a + 1), node(b + 1), node(b)});
+            }
+        EXPECT_FALSE(picture.Shows('.')) << cell;
+    }
+}
+
+TEST(RasterDevice, RectanglesAndEllipsesLeaveOutRightAndBottom) {
+    Picture picture(12, 6);
+    picture.With(solidPen(black)).With(solidBrush(red));
+    picture.Device.Rectangle({4, 4, 1, 1}); // reversed
+    picture.Device.FillRect({5, 1, 7, 3}, solidBrush(black));
+    picture.Device.Rectangle({8, 1, 9, 4});
+    picture.Device.Rectangle({10, 1, 10, 4}); // empty
+    picture.With(stockPen(Stock::NullPen)).Device.Rectangle({9, 1, 12, 4});
+    EXPECT_EQ(picture.Read(),
+              (Rows{"............", ".###.##.#rr.", ".#r#.##.#rr.", ".###....#...", "............", "............"}));
+    Picture round(14, 6);
+    round.With(solidPen(black)).With(solidBrush(red)).Device.Ellipse({0, 0, 6, 6});
+    round.With(stockPen(Stock::NullPen)).Device.Ellipse({7, 0, 14, 6});
+    EXPECT_EQ(round.Read(), (Rows{".####...rrrr..", "#rrrr#.rrrrrr.", "#rrrr#.rrrrrr.", "#rrrr#.rrrrrr.",
+                                  "#rrrr#..rrrr..", ".####........."}));
+}
+
+TEST(RasterDevice, HatchesLieOnTheDevicesGrid) {
+    Brush brush = solidBrush(black);
+    const std::pair<int, Rows> patterns[] = {{0, {"........", "########"}},
+                                             {1, {"...#....", "...#...."}},
+                                             {2, {"..#.....", "...#...."}},
+                                             {3, {".....#..", "....#..."}}};
+    for (const auto& [hatch, rows] : patterns) {
+        brush.Hatch = hatch;
+        Picture picture(24, 24);
+        picture.Device.FillRect({8, 10, 16, 12}, brush);
+        EXPECT_EQ(picture.Read()[10].substr(8, 8), rows[0]) << hatch;
+        EXPECT_EQ(picture.Read()[11].substr(8, 8), rows[1]) << hatch;
+    }
+}
+
+TEST(RasterDevice, RasterModesTouchEachPixelOfAFigureOnce) {
+    constexpr QRgb untouched = 0x00abcdef; // an alpha that no drawn pixel has
+    for (unsigned seed = 0; seed < 600; ++seed) {
+        Picture plain(100, 100), mixed(100, 100);
+        std::fill_n(reinterpret_cast<QRgb*>(plain.Image.bits()), 10000, untouched);
+        Dice noise(seed);
+        for (int i = 0; i < 10000; ++i)
+            mixed.Image.setPixel(i % 100, i / 100, 0xff000000u | unsigned(noise.Between(0, 0xffffff)));
+        const QImage before = mixed.Image.copy();
+        const int modes[] = {RasterMode::Not, RasterMode::XorPen, RasterMode::MergePenNot};
+        const int mode = modes[seed % 3];
+        mixed.Device.SetRop2(mode);
+        Dice one(seed), other(seed);
+        drawAnything(plain.Device, one, 20);
+        drawAnything(mixed.Device, other, 20);
+        for (int i = 0; i < 10000; ++i) {
+            const QRgb drawn = reinterpret_cast<const QRgb*>(plain.Image.constScanLine(i / 100))[i % 100];
+            const QRgb was = before.pixel(i % 100, i / 100);
+            const QRgb expected = drawn == untouched           ? was
+                                  : mode == RasterMode::Not    ? ~was
+                                  : mode == RasterMode::XorPen ? drawn ^ was
+                                                               : drawn | ~was;
+            ASSERT_EQ(mixed.Image.pixel(i % 100, i / 100), expected | 0xff000000u) << mode << ' ' << seed;
+        }
+    }
+}
+
+TEST(RasterDevice, AClipTakesAwayAndChangesNothing) {
+    for (unsigned seed = 0; seed < 1500; ++seed) {
+        const int reaches[] = {10, 1000, 1000000, INT32_MAX - 100};
+        Picture whole(100, 100), clipped(100, 100);
+        clipped.Device.ClipRect({70, 20, 31, 85}); // reversed
+        Dice one(seed), other(seed);
+        drawAnything(whole.Device, one, reaches[seed % 4]);
+        drawAnything(clipped.Device, other, reaches[seed % 4]);
+        QImage expected(100, 100, QImage::Format_RGB32);
+        expected.fill(toPixel(white));
+        for (int y = 20; y < 85; ++y)
+            for (int x = 31; x < 70; ++x)
+                expected.setPixel(x, y, whole.Image.pixel(x, y));
+        ASSERT_EQ(clipped.Image, expected) << seed;
+    }
+    Picture none(20, 20);
+    none.Device.ClipRect({5, 5, 5, 9});
+    Dice dice(4);
+    for (int i = 0; i < 100; ++i)
+        drawAnything(none.Device, dice, 20);
+    EXPECT_EQ(none.Read(), Rows(20, std::string(20, '.')));
+}
+
+TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
+    for (unsigned seed = 0; seed < 24; ++seed) {
+        Dice dice(seed);
+        const auto points = dice.Points(3000, -30, 130);
+        std::vector<std::int32_t> steps;
+        for (int i = 0; i < 6000; ++i) {
+            const int index = dice.Between(0, i % 100 ? 2999 : 4000);
+            steps.push_back(dice.Between(0, 2) ? index : ~index);
+        }
+        std::vector<int> counts;
+        for (int left = 2800; left > 0; left -= counts.back())
+            counts.push_back(std::min(left, dice.Between(0, 6)));
+        Pen pen = solidPen(red, seed % 3 == 2 ? 3 : 1);
+        pen.Style = seed % 2 ? int(seed % 5) : 0;
+        pen.Geometric = true;
+        std::vector<QImage> images;
+        for (const int threads : {0, 1, 4}) { // 0: one by one
+            Picture picture(100, 100, threads);
+            picture.With(pen)
+                .With(solidBrush(makeColour(10, 200, 30)))
+                .Device.SetRop2(seed < 12 ? RasterMode::CopyPen : RasterMode::XorPen);
+            picture.Device.MoveTo({50, 50});
+            if (threads == 0) {
+                picture.Device.DeviceContext::Polygons(points, counts);
+                picture.Device.DeviceContext::Lines(points, steps);
+            } else {
+                picture.Device.Polygons(points, counts);
+                picture.Device.Lines(points, steps);
+            }
+            picture.Device.LineTo({3, 7}); // from where the batch ended
+            images.push_back(picture.Image);
+        }
+        EXPECT_EQ(images[0], images[1]) << seed;
+        EXPECT_EQ(images[0], images[2]) << seed;
+    }
+}
+
+TEST(RasterDevice, SaveAndRestoreBringBackEverything) {
+    Picture picture(40, 8);
+    RasterDevice& device = picture.Device;
+    device.RestoreDC();
+    device.SelectPen(solidPen(red));
+    device.SelectBrush(solidBrush(red));
+    device.MoveTo({0, 0});
+    device.SaveDC();
+    device.SelectPen(solidPen(black));
+    device.SelectBrush(stockBrush(Stock::NullBrush));
+    Font font;
+    font.Height = 40;
+    const Font stock = device.SelectFont(font);
+    device.SetRop2(RasterMode::Not);
+    device.ClipRect({0, 0, 1, 1});
+    device.MoveTo({9, 7});
+    device.RestoreDC();
+    device.LineTo({40, 0});
+    device.Rectangle({2, 2, 5, 4});
+    EXPECT_EQ(picture.Read()[0], std::string(40, 'r'));
+    EXPECT_EQ(picture.Read()[2].substr(0, 6), "..rrr.");
+    EXPECT_EQ(device.SelectFont({}), stock);
+    EXPECT_EQ(device.SelectPen({}), solidPen(red));
+}
+
+TEST(RasterDevice, TellsItsMeasures) {
+    Picture picture(960, 480);
+    EXPECT_EQ(picture.Device.GetDeviceCaps(DeviceCaps::HorzRes), 960);
+    EXPECT_EQ(picture.Device.GetDeviceCaps(DeviceCaps::VertRes), 480);
+    EXPECT_EQ(picture.Device.GetDeviceCaps(DeviceCaps::HorzSize), 254);
+    EXPECT_EQ(picture.Device.GetDeviceCaps(DeviceCaps::VertSize), 127);
+    EXPECT_EQ(picture.Device.GetDeviceCaps(DeviceCaps::LogPixelsY), 96);
+    RasterDevice without(picture.Image, 0);
+    EXPECT_EQ(without.GetDeviceCaps(DeviceCaps::LogPixelsX), 96);
+}
+
+TEST(RasterDevice, TextFillsItsMeasuredBoxFromTheLeftTop) {
+    Fonts::InstallSubstitutions();
+    for (const int escapement : {0, 900}) {
+        Picture picture(200, 200);
+        Font font;
+        font.Face = u"Arial"_qs;
+        font.Height = 20;
+        font.Escapement = escapement;
+        picture.Device.SelectFont(font);
+        picture.Device.SetTextColor(red);
+        const DeviceSize size = picture.Device.MeasureText(u"Hijg 25"_qs);
+        EXPECT_NEAR(size.Height, 20, 1);
+        EXPECT_GT(size.Width, 40);
+        picture.Device.Text({100, 100}, u"Hijg 25"_qs);
+        picture.Device.Text({INT32_MIN, INT32_MAX}, u"away"_qs);
+        // Up the picture, the top of the letters on the left, when turned by a quarter.
+        const QRect box = escapement ? QRect(100, 100 - size.Width, size.Height, size.Width)
+                                     : QRect(100, 100, size.Width, size.Height);
+        QRect inked;
+        for (int y = 0; y < 200; ++y)
+            for (int x = 0; x < 200; ++x)
+                if (picture.Image.pixel(x, y) != toPixel(white))
+                    inked |= QRect(x, y, 1, 1);
+        EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(inked)) << escapement;
+        EXPECT_GT(inked.width() * inked.height(), size.Width * size.Height / 2);
+        EXPECT_TRUE(picture.Shows('r'));
+    }
+}
+
+TEST(RasterDevice, TextKeepsItsOrderClipAndPicture) {
+    Picture picture(60, 20);
+    RasterDevice& device = picture.Device;
+    device.Text({0, 0}, u"MMMMMMMM"_qs);
+    device.FillRect({0, 0, 60, 20}, solidBrush(white));
+    EXPECT_EQ(picture.Read()[8], std::string(60, '.'));
+    device.ClipRect({0, 0, 10, 20});
+    device.Text({0, 0}, u"MMMMMMMM"_qs);
+    const QImage snapshot = picture.Image;
+    const QImage kept = snapshot.copy();
+    EXPECT_EQ(snapshot.copy(10, 0, 50, 20), Picture(50, 20).Image);
+    EXPECT_NE(snapshot.copy(0, 0, 10, 20), Picture(10, 20).Image);
+    device.FillRect({0, 0, 60, 20}, solidBrush(red));
+    EXPECT_EQ(snapshot, kept) << "drawing reached a copy of the picture";
+    EXPECT_EQ(picture.Read()[0].substr(0, 11), "rrrrrrrrrr.");
+
+    QImage grey(10, 10, QImage::Format_Grayscale8);
+    grey.fill(7);
+    RasterDevice refused(grey, 96);
+    refused.MoveTo({0, 0});
+    refused.LineTo({9, 9});
+    EXPECT_EQ(grey.pixel(0, 0), qRgb(7, 7, 7));
+}
