@@ -1,7 +1,9 @@
 #include "property/drawingElements.h"
 
-#include "app/mdTips.h"
 #include "property/drawingElementTable.h"
+
+#include <cmath>
+#include <limits>
 
 namespace drawingElements {
 
@@ -53,10 +55,12 @@ struct Reader {
         const QString digits = Text.trimmed();
         const bool hexadecimal = digits.startsWith(u"0x", Qt::CaseInsensitive);
         bool ok = false;
-        digits.mid(hexadecimal ? 2 : 0).toUInt(&ok, hexadecimal ? 16 : 10);
-        if (ok)
-            target = mdTips::ParseColor(digits);
-        return ok;
+        const Colour colour = digits.mid(hexadecimal ? 2 : 0).toUInt(&ok, hexadecimal ? 16 : 10);
+        constexpr Colour white = 0xffffff;
+        if (!ok || colour > white)
+            return false;
+        target = colour;
+        return true;
     }
     bool operator()(VectorSettings& vector) const { return addItemSet(Text, vector); }
 };

@@ -211,7 +211,8 @@ void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& mo
         return;
     QSaveFile file(PathFor(model.FileName));
     const QByteArray bytes = bytesOf(settings, model);
-    // A disk that fills up in the middle of a write shows in its count alone; without the commit the new file is dropped.
+    // A disk that fills up in the middle of a write shows in its count alone; without the commit the new file is
+    // dropped.
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size())
         file.commit();
 }
