@@ -5,6 +5,7 @@
 #include "result/ResultModel.h"
 
 #include <QCommandLineParser>
+#include <limits>
 #include <optional>
 
 namespace batch {
@@ -18,8 +19,9 @@ struct Stop {
 /// The options of one command. Ends the command when they make no sense, or when help was asked for.
 class Options {
 public:
-    /// `operand` is the one argument without a name, such as "FILE".
-    Options(const QString& command, const QString& purpose, const QString& operand);
+    /// `operand` is the one argument without a name, such as "FILE", and `kind` what it is.
+    Options(const QString& command, const QString& purpose, const QString& operand,
+            const QString& kind = u"result file"_qs);
 
     void Flag(const QString& name, const QString& purpose);
     void Value(const QString& name, const QString& valueName, const QString& purpose);
@@ -28,23 +30,27 @@ public:
     bool IsSet(const QString& name) const { return parser.isSet(name); }
     QString Text(const QString& name) const { return parser.value(name); }
     QStringList Texts(const QString& name) const { return parser.values(name); }
-    /// The option as an integer from `lowest` on; nothing when it is not given.
-    std::optional<int> Integer(const QString& name, int lowest) const;
+    /// The option as an integer of `lowest` to `highest`; nothing when it is not given.
+    std::optional<int> Integer(const QString& name, int lowest, int highest = std::numeric_limits<int>::max()) const;
     QString Operand() const { return parser.positionalArguments().constFirst(); }
 
 private:
     QString commandName;
+    QString operandKind;
     QCommandLineParser parser;
 };
+
+/// Stops the command with the one line that says why `path` can't be used.
+[[noreturn]] void RefuseInput(const QString& path, const QString& reason);
 
 /// Opens the result file or stops the command with the path and the program's message.
 ResultModel OpenFile(const QString& path);
 
-/// An item by its number counted from 1, or by its name; stops the command when there is none.
-std::int32_t FindItem(const QString& text, const ResultModel& model);
+/// An item of the file at `path` by its number counted from 1, or by its name; stops the command when there is none.
+std::int32_t FindItem(const QString& text, const ResultModel& model, const QString& path);
 
-/// Loads a step by its number counted from 1, with an item index and a reference step's number (0: none); stops the
-/// command when the file has no such step.
-void LoadNumberedStep(ResultModel& model, int stepNumber, std::int32_t item, int referenceNumber);
+/// Loads a step of the file at `path` by its number counted from 1, with an item index and a reference step's number
+/// (0: none); stops the command when the file has no such step.
+void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, std::int32_t item, int referenceNumber);
 
 } // namespace batch

@@ -79,6 +79,9 @@ void writeMesh(JsonWriter& json, const MeshData& mesh) {
     json.EndArray();
 }
 
+constexpr const char16_t* queryKinds[] = {u"item", u"node", u"element", u"displacement-x", u"displacement-y"};
+
+/// `kind` is one of `queryKinds`.
 ItemValues query(const QString& kind, std::int32_t item, const ResultModel& model, bool difference) {
     using namespace mdVelorinResultModel;
     if (kind == u"item")
@@ -89,9 +92,6 @@ ItemValues query(const QString& kind, std::int32_t item, const ResultModel& mode
         return GetDisplacementX(model, difference);
     if (kind == u"displacement-y")
         return GetDisplacementY(model, difference);
-    if (kind != u"element")
-        throw Stop{WrongUsage,
-                   u"--query wants item, node, element, displacement-x or displacement-y, not \"%1\""_qs.arg(kind)};
     const ItemValues& values = model.ItemData.at(item);
     return ExpandItemValues(model.Items.at(item).ElementType, model.Mesh,
                             difference ? SubtractValues(values, model.ReferenceItemData.at(item)) : values);
@@ -157,7 +157,7 @@ Status RunMesh(const QStringList& arguments, const Streams& streams) {
     const std::optional<int> step = options.Integer(u"step"_qs, 1);
     ResultModel model = OpenFile(options.Operand());
     if (step || model.StepCount > 0)
-        LoadNumberedStep(model, step.value_or(1), 0, 0);
+        LoadNumberedStep(model, options.Operand(), step.value_or(1), 0, 0);
     JsonWriter json(streams.Output);
     json.BeginObject();
     writeMesh(json, model.Mesh);
@@ -178,10 +178,14 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
     if (!step || !options.IsSet(u"item"_qs))
         throw Stop{WrongUsage, u"--step and --item are needed"_qs};
     const QString kind = options.IsSet(u"query"_qs) ? options.Text(u"query"_qs) : u"item"_qs;
+    if (std::none_of(std::begin(queryKinds), std::end(queryKinds),
+                     [&kind](const char16_t* known) { return kind == QStringView(known); }))
+        throw Stop{WrongUsage,
+                   u"--query wants item, node, element, displacement-x or displacement-y, not \"%1\""_qs.arg(kind)};
 
     ResultModel model = OpenFile(options.Operand());
-    const std::int32_t item = FindItem(options.Text(u"item"_qs), model);
-    LoadNumberedStep(model, *step, item, reference.value_or(0));
+    const std::int32_t item = FindItem(options.Text(u"item"_qs), model, options.Operand());
+    LoadNumberedStep(model, options.Operand(), *step, item, reference.value_or(0));
     const ItemValues values = query(kind, item, model, reference.has_value());
     if (options.IsSet(u"json"_qs))
         writeValuesJson(streams.Output, values);

@@ -21,6 +21,7 @@ namespace {
 
 constexpr double mmPerInch = 25.4;
 constexpr int mostPixelsAcross = 32767;
+constexpr int mostDotsPerInch = 9600;
 constexpr Colour paper = makeColour(255, 255, 255);
 
 struct StepRange {
@@ -46,7 +47,7 @@ using Paint = std::function<void(DeviceContext&)>;
 QByteArray pngOf(const Job& job, const Paint& paint) {
     QImage image(job.size.Width, job.size.Height, QImage::Format_RGB32);
     if (image.isNull())
-        throw Stop{UnusableInput, job.output + u": the picture is too large for the memory"_qs};
+        RefuseInput(job.output, u"the picture is too large for the memory"_qs);
     image.fill(qRgb(redOf(paper), greenOf(paper), blueOf(paper)));
     image.setDotsPerMeterX(qRound(job.dotsPerInch * 1000 / mmPerInch));
     image.setDotsPerMeterY(qRound(job.dotsPerInch * 1000 / mmPerInch));
@@ -182,8 +183,8 @@ Job jobFrom(const Options& options) {
     job.output = options.Text(u"o"_qs);
     job.step = options.Integer(u"step"_qs, 1).value_or(1);
     job.item = options.Text(u"item"_qs);
-    job.dotsPerInch = options.Integer(u"dpi"_qs, 1).value_or(job.dotsPerInch);
-    job.zoom = options.Integer(u"zoom"_qs, ZoomMin).value_or(0);
+    job.dotsPerInch = options.Integer(u"dpi"_qs, 1, mostDotsPerInch).value_or(job.dotsPerInch);
+    job.zoom = options.Integer(u"zoom"_qs, ZoomMin, ZoomMax).value_or(0);
     if (options.IsSet(u"size"_qs))
         job.size = parseSize(options.Text(u"size"_qs));
     if (options.IsSet(u"steps"_qs))
@@ -209,7 +210,7 @@ std::optional<QString> numberedName(const QString& output, int step) {
 void save(const QString& path, const QByteArray& bytes) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Stop{UnusableInput, path + u": "_qs + file.errorString()};
+        RefuseInput(path, file.errorString());
 }
 
 /// Paints the loaded step in `format`.
@@ -239,12 +240,12 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);
-    const std::int32_t item = job.item.isEmpty() ? 0 : FindItem(job.item, model);
+    const std::int32_t item = job.item.isEmpty() ? 0 : FindItem(job.item, model, job.input);
     ViewState view;
     mdView::SetViewBounds(model.Mesh, view);
     mdView::ApplyZoom(job.zoom, view);
     for (qint64 step = range.first; step <= range.last; step += range.stride) {
-        LoadNumberedStep(model, int(step), item, job.settings.Difference.StandardStep + 1);
+        LoadNumberedStep(model, job.input, int(step), item, job.settings.Difference.StandardStep + 1);
         save(numberedName(job.output, int(step)).value_or(job.output), pictureOf(job, format, model, view));
     }
     return Done;

@@ -24,6 +24,8 @@ void frmMain::FirstStep(const QString& commandLine) {
 
 void frmMain::openResultFile(const QString& path) {
     if (!mdVelorinResultModel::LoadResultFile(path, Model)) {
+        // A file of another kind leaves the earlier one open, but this window has given it up.
+        mdVelorinResultModel::CloseResultFile(Model);
         updateCaption();
         updateCommands();
         mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, Dialogs::Style::Stop);

@@ -76,7 +76,7 @@ enum class DeviceCaps : int {
 
 /// Raster modes for `SetRop2`.
 namespace RasterMode {
-enum : int { MergePenNot = 12, XorPen = 7, Not = 6, CopyPen = 13 };
+enum : int { MergePenNot = 14, XorPen = 7, Not = 6, CopyPen = 13 };
 }
 
 /// One device. Drawing rules: `LineTo` leaves out its end point; `Rectangle`, `Ellipse` and `FillRect` leave out the
@@ -115,6 +115,8 @@ public:
     /// Where points must lie to matter: a line or an area, in the selected pen, whose points all lie beyond the same
     /// side of this rectangle leaves no mark and need not be drawn. Nothing for a device that wants every call.
     virtual std::optional<DeviceRect> VisibleArea() const { return {}; }
+    /// True for a device on which every single call counts, also one that later calls cover completely.
+    virtual bool ShowsEveryCall() const { return false; }
 
     /// A batch of lines in the selected pen: each step names a point by its index, n as `LineTo(points[n])`, ~n as
     /// `MoveTo(points[n])`. The same picture as the single calls, which is what this default makes; a device that can

@@ -33,7 +33,7 @@ void PlotDocument::SetWindow(DeviceSize pixels) {
 
 PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& document, double scale,
                              const DeviceContext& device)
-    : scaleX(std::copysign(scale, double(window.Width()))), scaleY(std::copysign(scale, double(window.Height()))),
+    : scaleX(window.Width() < 0 ? -scale : scale), scaleY(window.Height() > 0 ? scale : -scale),
       originX((double(document.Left) + document.Right) * 0.5 - double(window.CentreX()) * scaleX),
       originY((double(document.Top) + document.Bottom) * 0.5 - double(window.CentreY()) * scaleY),
       unitsPerMmX(device.GetDeviceCaps(DeviceCaps::LogPixelsX) / mmPerInch),

@@ -61,7 +61,8 @@ public:
     void WorldArrayToDevice(int count, const float* xs, const float* ys, int* outX, int* outY) const;
 
 private:
-    double scaleX, scaleY; ///< device units per world unit; `scaleY` is negative while world Y runs up
+    /// Device units per world unit; `scaleY` is negative while world Y runs up, as it does in a window without height.
+    double scaleX, scaleY;
     double originX, originY;
     double unitsPerMmX, unitsPerMmY;
 };

@@ -65,13 +65,12 @@ QString printable(QString text) {
 } // namespace
 
 PainterDevice::PainterDevice(QPainter& painter, int width, int height, int dotsPerInchX, int dotsPerInchY)
-    : m_painter(painter), m_width(width), m_height(height), m_dotsPerInchX(std::max(1, dotsPerInchX)),
-      m_dotsPerInchY(std::max(1, dotsPerInchY)) {
+    : m_painter(painter), m_measures{width, height, std::max(1, dotsPerInchX), std::max(1, dotsPerInchY)} {
     m_painter.save();
     m_painter.translate(0.5, 0.5);
     SelectPen(stockPen(Stock::BlackPen));
     SelectBrush(stockBrush(Stock::WhiteBrush));
-    SelectFont(stockFont(Stock::SystemFont, m_dotsPerInchY));
+    SelectFont(stockFont(Stock::SystemFont, m_measures.DotsPerInchY));
 }
 
 PainterDevice::~PainterDevice() {
@@ -256,22 +255,4 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
     const QFontMetricsF metrics(Fonts::ToQFont(m_state.CurrentFont), m_painter.device());
     return {qRound(metrics.horizontalAdvance(printable(text))), qRound(metrics.ascent() + metrics.descent())};
-}
-
-int PainterDevice::GetDeviceCaps(DeviceCaps caps) const {
-    switch (caps) {
-    case DeviceCaps::HorzSize:
-        return qRound(m_width * 25.4 / m_dotsPerInchX);
-    case DeviceCaps::VertSize:
-        return qRound(m_height * 25.4 / m_dotsPerInchY);
-    case DeviceCaps::HorzRes:
-        return m_width;
-    case DeviceCaps::VertRes:
-        return m_height;
-    case DeviceCaps::LogPixelsX:
-        return m_dotsPerInchX;
-    case DeviceCaps::LogPixelsY:
-        return m_dotsPerInchY;
-    }
-    return 0;
 }

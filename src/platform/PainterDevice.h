@@ -2,7 +2,7 @@
 // memory there is another device.
 #pragma once
 
-#include "platform/DeviceContext.h"
+#include "platform/DeviceMeasures.h"
 
 #include <QBrush>
 #include <QPainterPath>
@@ -48,7 +48,7 @@ public:
     /// Control characters are written as blanks.
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override;
+    int GetDeviceCaps(DeviceCaps caps) const override { return m_measures.Get(caps); }
 
 private:
     struct State {
@@ -67,10 +67,7 @@ private:
     std::optional<QRectF> figureBounds(const DeviceRect& rect) const;
 
     QPainter& m_painter;
-    int m_width;
-    int m_height;
-    int m_dotsPerInchX;
-    int m_dotsPerInchY;
+    DeviceMeasures m_measures;
     State m_state;
     std::vector<State> m_saved;
     QPen m_pen;           ///< of `m_state.CurrentPen`

@@ -62,9 +62,9 @@ Line& Line::Quoted(const QString& text) {
 } // namespace
 
 TraceDevice::TraceDevice(int width, int height, int dotsPerInch)
-    : m_width(width), m_height(height),
-      m_dotsPerInch(std::max(1, dotsPerInch)), m_state{stockPen(Stock::BlackPen), stockBrush(Stock::WhiteBrush),
-                                                       stockFont(Stock::SystemFont, m_dotsPerInch)} {}
+    : m_measures{width, height, std::max(1, dotsPerInch), std::max(1, dotsPerInch)},
+      m_state{stockPen(Stock::BlackPen), stockBrush(Stock::WhiteBrush),
+              stockFont(Stock::SystemFont, m_measures.DotsPerInchY)} {}
 
 void TraceDevice::SaveDC() {
     Line(m_trace, "SaveDC");
@@ -174,22 +174,4 @@ DeviceSize TraceDevice::MeasureText(const QString& text) const {
     const int doubleBytes = Codepage::ByteLength(text) - characters;
     const int height = m_state.CurrentFont.Height;
     return {(characters - doubleBytes) * (height / 2) + doubleBytes * height, height};
-}
-
-int TraceDevice::GetDeviceCaps(DeviceCaps caps) const {
-    const auto millimetres = [this](int units) { return qRound(units * 25.4 / m_dotsPerInch); };
-    switch (caps) {
-    case DeviceCaps::HorzSize:
-        return millimetres(m_width);
-    case DeviceCaps::VertSize:
-        return millimetres(m_height);
-    case DeviceCaps::HorzRes:
-        return m_width;
-    case DeviceCaps::VertRes:
-        return m_height;
-    case DeviceCaps::LogPixelsX:
-    case DeviceCaps::LogPixelsY:
-        return m_dotsPerInch;
-    }
-    return 0;
 }

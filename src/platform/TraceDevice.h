@@ -2,7 +2,7 @@
 // their calls. Its text measures are fixed, so a trace is the same on every system.
 #pragma once
 
-#include "platform/DeviceContext.h"
+#include "platform/DeviceMeasures.h"
 
 #include <QByteArray>
 #include <vector>
@@ -41,7 +41,8 @@ public:
     /// Height is the font's cell height h; a character takes h / 2 (rounded down) when it is one byte in code page
     /// 932 and h when it is two.
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override;
+    int GetDeviceCaps(DeviceCaps caps) const override { return m_measures.Get(caps); }
+    bool ShowsEveryCall() const override { return true; }
 
 private:
     struct State {
@@ -50,9 +51,7 @@ private:
         Font CurrentFont;
     };
 
-    int m_width;
-    int m_height;
-    int m_dotsPerInch;
+    DeviceMeasures m_measures;
     State m_state;
     std::vector<State> m_saved;
     QByteArray m_trace;

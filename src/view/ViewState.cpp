@@ -114,7 +114,9 @@ QString MouseCoordinates(const ViewState& view, float windowWidth, double x, dou
     float worldX = 0, worldY = 0;
     view.CoordConverter->DeviceToWorld(Round(x), Round(y), worldX, worldY);
     constexpr double commonLogOfE = 0.434294481903252;
-    const int digits = windowWidth > 0 ? int(std::floor(std::log(double(windowWidth)) * commonLogOfE)) - 3 : 1;
+    // A width that has no logarithm leaves the number of digits at 0.
+    const double power = std::floor(std::log(double(windowWidth)) * commonLogOfE);
+    const int digits = std::isfinite(power) ? int(power) - 3 : 0;
     const QString mask = digits < 1 ? u"0."_qs + QString(-digits, u'0') : u"0.0"_qs;
     return NumberFormat::Format(worldX, mask) + u", " + NumberFormat::Format(worldY, mask);
 }

@@ -4,8 +4,7 @@
 #include "platform/Parallel.h"
 #include "platform/Rounding.h"
 #include "result/mdVelorinResultModel.h"
-
-#include <cmath>
+#include "view/valueScale.h"
 
 namespace mdScene {
 
@@ -15,12 +14,9 @@ float valueAt(const QList<float>& values, std::int32_t index) {
     return index < values.size() ? values.at(index) : 0;
 }
 
-float largestMagnitude(const ItemValues& a, const ItemValues& b) {
-    return std::max({std::abs(a.MaxValue), std::abs(a.MinValue), std::abs(b.MaxValue), std::abs(b.MinValue)});
-}
-
-int signOf(float value) {
-    return value > 0 ? 1 : value < 0 ? -1 : 0;
+/// `from` moved by `distance`, or `from` when that leads nowhere: a value that is no number moves nothing.
+std::int32_t moved(std::int32_t from, double distance) {
+    return std::isfinite(distance) ? Round(distance + from) : from;
 }
 
 /// Moves each point by its displacement times a device length per unit.
@@ -29,8 +25,8 @@ void moveByDisplacement(const ItemValues& dx, const ItemValues& dy, double kx, d
     parallelStretches(std::int32_t(points.size()), [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i < last; ++i) {
             DevicePoint& point = points[std::size_t(i)];
-            point.X = Round(double(valueAt(dx.Values, i)) * kx + point.X);
-            point.Y = Round(double(valueAt(dy.Values, i)) * ky + point.Y);
+            point.X = moved(point.X, double(valueAt(dx.Values, i)) * kx);
+            point.Y = moved(point.Y, double(valueAt(dy.Values, i)) * ky);
         }
     });
 }

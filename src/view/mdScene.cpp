@@ -2,13 +2,20 @@
 
 #include "app/mdTipsDrawing.h"
 #include "platform/Rounding.h"
+#include "view/contour.h"
+#include "view/legends.h"
+#include "view/vectors.h"
 
 namespace mdScene {
 
-Pen SelectLineStyle(DeviceContext& device, const PlotConverter& converter, const LineStyle& style) {
+int LineStyleWidth(const PlotConverter& converter, const LineStyle& style) {
     double width = 0, unused = 0;
     converter.PaperLengthToDevice(style.Width * 0.1, 0, width, unused);
-    return mdTips::SelectGeometricPen(device, style.Style, std::max(1, Round(width)), style.Color);
+    return std::max(1, Round(width));
+}
+
+Pen SelectLineStyle(DeviceContext& device, const PlotConverter& converter, const LineStyle& style) {
+    return mdTips::SelectGeometricPen(device, style.Style, LineStyleWidth(converter, style), style.Color);
 }
 
 void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
@@ -24,10 +31,19 @@ void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
     context.Printing = printing;
     context.BackBrush = printing ? stockBrush(Stock::WhiteBrush) : Brush{scene.WindowColour};
     ComputeDevicePoints(converter, canvas.Window(), scene, context);
+    if (!scene.Model.LineElementsOnly)
+        DrawContour(device, scene, context);
     DrawMesh(device, converter, scene);
     const DisplacementSettings& displacement = scene.Settings.Displacement;
     if (displacement.Original && displacement.Fiducial != 0 && !scene.Model.NoDisplacement)
         DrawOriginalMesh(device, converter, scene);
+    DrawVectors(device, converter, canvas.Window(), scene, context);
+    const DeviceContext& reference = canvas.AttributeDC();
+    if (scene.Settings.ValueDisplay)
+        DrawValues(device, reference, scene);
+    DrawLegends(device, reference, converter, canvas.Document(), scene, context);
+    if (scene.View.SlideShowRunning && scene.Settings.SlideShow.PaintHeader)
+        DrawHeader(device, scene);
     device.RestoreDC();
 }
 

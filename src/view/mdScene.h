@@ -42,7 +42,10 @@ void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene
 /// The same edges before displacement, without the line elements.
 void DrawOriginalMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene);
 
-/// Selects the pen of a line style, its width on paper turned into at least one device unit; the pen selected before.
+/// A line style's width on paper as at least one device unit.
+int LineStyleWidth(const PlotConverter& converter, const LineStyle& style);
+
+/// Selects the pen of a line style at that width; gives back the pen selected before.
 Pen SelectLineStyle(DeviceContext& device, const PlotConverter& converter, const LineStyle& style);
 
 } // namespace mdScene

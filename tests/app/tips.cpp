@@ -1,5 +1,5 @@
-#include "platform/Rounding.h"
 #include "app/mdTips.h"
+#include "platform/Rounding.h"
 
 #include <QDir>
 #include <QTemporaryFile>

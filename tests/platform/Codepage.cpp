@@ -1,7 +1,6 @@
 #include "platform/Codepage.h"
 
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace {
 void expectRoundTrip(const QString& text, const QByteArray& bytes) {
@@ -72,16 +71,4 @@ TEST(Codepage, UnknownCharactersGiveOneMarkEach) {
     const char16_t lone[] = {0xd83d, u'x', 0xde00, u'位', 0xd83d};
     EXPECT_EQ(Codepage::Encode(QStringView(lone, 5)), "?x?\x88\xca?");
     EXPECT_EQ(Codepage::ByteLength(u"😀位ｱ"_qs), 4);
-}
-
-TEST(Codepage, ThreadsDoNotDisturbEachOther) {
-    const QString text = QString(2000, u'変') + u"\u00e9"_qs;
-    const QByteArray bytes = Codepage::Encode(text);
-    const auto work = [&] {
-        for (int i = 0; i < 50; ++i)
-            EXPECT_EQ(Codepage::Encode(text), bytes);
-    };
-    std::thread other(work);
-    work();
-    other.join();
 }

@@ -1,13 +1,11 @@
 #include "platform/Fonts.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QGlyphRun>
 #include <QRawFont>
 #include <QTextLayout>
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace {
 Font fontOf(const QString& face, int height) {
@@ -75,19 +73,4 @@ TEST(Fonts, StylesArePassedOnAndNotMixedInTheCache) {
     const QFont full = Fonts::ToQFont(styled), plain = Fonts::ToQFont(fontOf(u"Arial"_qs, 20));
     EXPECT_TRUE(full.bold() && full.italic() && full.underline() && full.strikeOut());
     EXPECT_FALSE(plain.bold() || plain.italic() || plain.underline() || plain.strikeOut());
-}
-
-TEST(Fonts, ThreadsAndManyFacesAreHarmless) {
-    const int expected = Fonts::ToQFont(fontOf(u"Arial"_qs, 20)).pixelSize();
-    std::atomic<int> wrong = 0;
-    const auto work = [&](int seed) {
-        for (int i = 0; i < 400; ++i) {
-            Fonts::ToQFont(fontOf(u"face %1"_qs.arg(i * seed), 10));
-            wrong += Fonts::ToQFont(fontOf(u"Arial"_qs, 20)).pixelSize() != expected;
-        }
-    };
-    std::thread other(work, 3);
-    work(2);
-    other.join();
-    EXPECT_EQ(wrong, 0);
 }

@@ -1,0 +1,238 @@
+#include "batch/commandLine.h"
+
+#include "result/VrfBuilder.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+QJsonArray asJson(const QByteArray& text) {
+    return QJsonDocument::fromJson("[" + text + "]").array();
+}
+
+class BatchTest : public testing::Test {
+protected:
+    /// Runs a command line of words between blanks, FILE standing for `path`; what it wrote stands in `output` and
+    /// `errors`.
+    int run(const QString& line) {
+        QStringList words = line.split(u' ', Qt::SkipEmptyParts);
+        words.replaceInStrings(QRegularExpression(u"^FILE$"_qs), path);
+        QBuffer outputBuffer(&output), errorBuffer(&errors);
+        output.clear();
+        errors.clear();
+        outputBuffer.open(QIODevice::WriteOnly);
+        errorBuffer.open(QIODevice::WriteOnly);
+        return batch::Run(words, {outputBuffer, errorBuffer});
+    }
+    QJsonObject json(const QString& line) {
+        EXPECT_EQ(run(line), 0) << errors.constData();
+        EXPECT_TRUE(errors.isEmpty() && output.endsWith('\n'));
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(output, &error);
+        EXPECT_EQ(error.error, QJsonParseError::NoError) << output.constData();
+        return document.object();
+    }
+    QByteArray csv(const QString& options) {
+        EXPECT_EQ(run(u"values FILE "_qs + options), 0) << errors.constData();
+        return output;
+    }
+    void expectUnusable(const QString& line, const QString& file, const char* reason) {
+        EXPECT_EQ(run(line), 1) << line.toStdString();
+        EXPECT_TRUE(errors.startsWith(QByteArray(file.toUtf8() + ": " + reason))) << errors.constData();
+        EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
+        EXPECT_TRUE(errors.endsWith('\n') && output.isEmpty()) << output.constData();
+    }
+    QByteArray fileBytes(const QString& name) const {
+        QFile file(folder.Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// The trace of a picture of 200 by 100 with nothing on it but lines.
+    QByteArray traceOf(const QString& options, const QString& name = u"out.trace"_qs) {
+        const QString line = u"render FILE --size 200x100 --set contour/values/automatic=False "
+                             "--set contour/values/div=0 --set displacement/fid=0 -o "_qs;
+        EXPECT_EQ(run(line + folder.Path(name) + u' ' + options), 0) << errors.constData();
+        return fileBytes(name);
+    }
+
+    TestFolder folder;
+    QString path = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_qs);
+    QByteArray output, errors;
+};
+
+TEST_F(BatchTest, InfoTellsWhatTheFileHolds) {
+    QJsonObject info = json(u"info FILE"_qs);
+    EXPECT_EQ(info.take(u"file"_qs), path);
+    EXPECT_EQ(QJsonArray{info}, asJson(R"({"magic": "VRF10", "version": 100, "title": "試験", "nodes": 6, "elements": 2,
+        "lineElementsOnly": false, "noDisplacement": false, "displacementItemX": 1, "displacementItemY": 1,
+        "firstStepOffset": 213,
+        "items": [{"number": 1, "name": "変位", "elementType": -1, "flags": 3},
+                  {"number": 2, "name": "応力", "elementType": 2, "flags": 0}],
+        "steps": [{"number": 1, "name": "初期", "time": 0, "offset": 213},
+                  {"number": 2, "name": "Time : 1.250", "time": 1.25, "offset": 301}]})"));
+    VrfBuilder file = twoSquares();
+    file.items[0].flags = 0;
+    file.title = u"\"\\\u0001"_qs;
+    file.steps[0].time = std::numeric_limits<double>::quiet_NaN();
+    info = json(u"info "_qs + folder.Write(file.Bytes()));
+    EXPECT_TRUE(info[u"displacementItemX"].isNull());
+    EXPECT_EQ(info[u"title"], file.title);
+    EXPECT_TRUE(info[u"steps"][0][u"time"].isNull());
+}
+
+TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
+    QJsonObject mesh = json(u"mesh FILE"_qs);
+    EXPECT_EQ(mesh[u"nodes"].toArray(), asJson("[0,0],[1,0],[2,0],[0,1],[1,1],[2,1]"));
+    EXPECT_EQ(mesh[u"elements"][1], asJson(R"({"type": 2, "nodes": [2, 3, 6, 5],
+        "neighbours": [null, null, null, 1], "centre": [1.5, 0.5]})")[0]);
+    mesh = json(u"mesh --step 2 FILE"_qs);
+    EXPECT_EQ(mesh[u"active"].toArray(), asJson("true, true, false, true, true, false"));
+    EXPECT_EQ(mesh[u"elements"][0][u"neighbours"].toArray(), asJson("null, null, null, null"));
+    EXPECT_EQ(mesh[u"elements"][1][u"type"], -1);
+    VrfBuilder file = twoSquares();
+    file.nodes[1] = {std::numeric_limits<double>::infinity(), 1e-7};
+    file.elements = {{1, 0, -5}};
+    file.steps = {};
+    mesh = json(u"mesh "_qs + folder.Write(file.Bytes()));
+    EXPECT_EQ(mesh[u"nodes"][1].toArray(), asJson("null, 1e-7"));
+    EXPECT_EQ(mesh[u"elements"][0][u"nodes"].toArray(), asJson("1, null, null"));
+}
+
+TEST_F(BatchTest, ValuesOfEveryQuery) {
+    const QString second = u"--step 2 --item 変位 "_qs, difference = second + u"--reference 1 "_qs;
+    EXPECT_EQ(csv(second), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
+    EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
+    EXPECT_EQ(csv(difference + u"--query node"_qs), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
+    EXPECT_EQ(csv(difference + u"--query displacement-y"_qs), csv(difference));
+    EXPECT_EQ(csv(second + u"--query displacement-x"_qs), csv(second));
+    EXPECT_EQ(csv(u"--item 2 --step 1"_qs), "number,value\n1,10\n");
+    EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_qs), "number,value\n1,0\n2,10\n");
+    EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_qs), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
+    EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_qs), "number,value\n1,0\n2,0\n");
+}
+
+TEST_F(BatchTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
+    VrfBuilder file = twoSquares();
+    const float most = std::numeric_limits<float>::max();
+    const std::vector<float> values{0.1f, -1e-7f, 1e20f, most, std::numeric_limits<float>::denorm_min(), 16777216};
+    file.steps[0].values[0].assign(values.begin(), values.end());
+    file.steps[1].values[0][2] = std::numeric_limits<double>::quiet_NaN();
+    file.steps[1].values[0][3] = -std::numeric_limits<double>::infinity();
+    path = folder.Write(file.Bytes());
+    const QJsonObject json1 = json(u"values --json FILE --step 1 --item 1"_qs);
+    const QList<QByteArray> lines = csv(u"--step 1 --item 1"_qs).split('\n');
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        EXPECT_EQ(float(json1[u"values"][qsizetype(i)].toDouble()), values[i]);
+        EXPECT_EQ(std::strtof(lines[qsizetype(i) + 1].split(',')[1].constData(), nullptr), values[i]);
+    }
+    EXPECT_EQ(lines[1], "1,0.1");
+    EXPECT_EQ(json1[u"count"], 6);
+    EXPECT_EQ(float(json1[u"max"].toDouble()), most);
+    const QJsonObject json2 = json(u"values FILE --json --step=2 --item=1"_qs);
+    EXPECT_EQ(json2[u"values"].toArray(), asJson("2, 4, null, null, 10, 12"));
+    EXPECT_TRUE(json2[u"min"].isNull());
+    EXPECT_EQ(json2[u"max"], 12);
+}
+
+TEST_F(BatchTest, RenderWritesEachFormat) {
+    struct {
+        QString name;
+        QByteArray start;
+    } const cases[] = {{u"o.png"_qs, "\x89PNG"}, {u"o.SVG"_qs, "<?xml"}, {u"o.pdf"_qs, "%PDF-"}};
+    for (const auto& expected : cases)
+        EXPECT_TRUE(traceOf(u"--dpi 144"_qs, expected.name).startsWith(expected.start)) << expected.name.toStdString();
+    const QImage image(folder.Path(u"o.png"_qs));
+    EXPECT_EQ(image.size(), QSize(200, 100));
+    EXPECT_EQ(image.dotsPerMeterX(), 5669);
+    EXPECT_EQ(image.pixel(0, 0), qRgb(255, 255, 255));
+    EXPECT_TRUE(fileBytes(u"o.SVG"_qs).contains("viewBox=\"0 0 200 100\""));
+    EXPECT_TRUE(fileBytes(u"o.pdf"_qs).contains("/MediaBox [0 0 100.000000 50.000000]"));
+}
+
+TEST_F(BatchTest, RenderFollowsItsOptions) {
+    const QByteArray plain = traceOf({});
+    // The world is 2.2 by 1.2 with its margin: 83.3 dots a unit, centred.
+    EXPECT_TRUE(plain.contains("MoveTo 17 92\nLineTo 100 92\n"));
+    EXPECT_TRUE(traceOf(u"--zoom -3"_qs).contains("MoveTo 58 71\nLineTo 100 71\n"));
+    EXPECT_LT(traceOf(u"--step 2"_qs).count("LineTo"), plain.count("LineTo"));
+    EXPECT_EQ(traceOf(u"--mesh OFF"_qs).count("LineTo 100 8\n"), 1);
+    EXPECT_NE(traceOf(u"--set displacement/fid=2"_qs), plain);
+}
+
+TEST_F(BatchTest, StepsAreWrittenUnderTheirNumbers) {
+    const QByteArray second = traceOf(u"--step 2"_qs);
+    traceOf(u"--steps 1:2"_qs, u"a%d.trace"_qs);
+    EXPECT_EQ(fileBytes(u"a2.trace"_qs), second);
+    EXPECT_FALSE(fileBytes(u"a1.trace"_qs).isEmpty());
+    traceOf(u"--steps 1:2:2"_qs, u"c%04d.trace"_qs);
+    EXPECT_FALSE(fileBytes(u"c0001.trace"_qs).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_qs)));
+}
+
+TEST_F(BatchTest, WrongUsageIsTold) {
+    const QString out = folder.Path(u"o.png"_qs);
+    QStringList wrong{QString(),
+                      u"draw FILE"_qs,
+                      u"info FILE FILE"_qs,
+                      u"info FILE --json"_qs,
+                      u"mesh FILE --step 0"_qs,
+                      u"values FILE --step 1"_qs,
+                      u"values FILE --step 1 --item 1 --reference x"_qs,
+                      u"values none.vrf --step 1 --item 1 --query x"_qs,
+                      u"render FILE"_qs,
+                      u"render FILE -o o.bmp"_qs};
+    for (const QString& option :
+         {u"size 0x10"_qs, u"size 40000x10"_qs, u"steps 1:2"_qs, u"steps 1:2:0"_qs, u"mesh yes"_qs, u"scale-mode 1"_qs,
+          u"zoom 10"_qs, u"dpi 2000000000"_qs, u"set contour/legend"_qs, u"set contour/legends=1"_qs})
+        wrong.append(u"render FILE -o "_qs + out + u" --"_qs + option);
+    for (const QString& line : wrong) {
+        EXPECT_EQ(run(line), 2) << line.toStdString();
+        EXPECT_TRUE(output.isEmpty() && !errors.isEmpty()) << line.toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(out));
+    for (const QString& help : {u"--help"_qs, u"info --help"_qs, u"--version"_qs}) {
+        EXPECT_EQ(run(help), 0);
+        EXPECT_TRUE(output.contains("velorin-batch") && errors.isEmpty());
+    }
+}
+
+TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
+    constexpr char badParameter[] = "無効なパラメータです。", badFormat[] = "ファイルの形式が不正です。";
+    // A path from the current folder is told as it was given.
+    for (const QString& file : {path, QDir::current().relativeFilePath(path)})
+        for (const QString& options : QStringList{u"mesh FILE --step=3"_qs, u"values FILE --step=1 --item=3"_qs,
+                                                  u"values FILE --step=1 --item=1 --reference=9"_qs,
+                                                  u"render FILE --steps=3:9 -o "_qs + folder.Path(u"%d.png"_qs)}) {
+            path = file;
+            expectUnusable(options, file, badParameter);
+        }
+    const QString nowhere = folder.Path(u"none/o.png"_qs);
+    expectUnusable(u"render FILE -o "_qs + nowhere, nowhere, "");
+    for (const QString& file : {folder.Path(u"none.vrf"_qs), folder.Path(u"."_qs)})
+        expectUnusable(u"info "_qs + file, file, badParameter);
+    for (const QByteArray& bytes : {QByteArray(), QByteArray("VRF11"), twoSquares().Bytes().left(190)}) {
+        path = folder.Write(bytes);
+        expectUnusable(u"mesh FILE"_qs, path, badFormat);
+    }
+}
+
+TEST_F(BatchTest, DamagedNumbersStillMakeAPicture) {
+    VrfBuilder file = twoSquares();
+    const double infinite = std::numeric_limits<double>::infinity();
+    for (const double damaged : {infinite, -1e300, 1e30, std::numeric_limits<double>::quiet_NaN()}) {
+        file.nodes[1] = {damaged, -damaged};
+        file.steps[0].values[0][3] = damaged;
+        path = folder.Write(file.Bytes());
+        for (const QString& name : {u"o.png"_qs, u"o.trace"_qs})
+            for (const QString& fiducial : {u"1"_qs, u"2"_qs, u"3"_qs})
+                EXPECT_FALSE(traceOf(u"--set displacement/fid="_qs + fiducial, name).isEmpty()) << damaged;
+    }
+}
+
+} // namespace

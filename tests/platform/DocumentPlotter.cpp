@@ -1,0 +1,149 @@
+#include "platform/DocumentPlotter.h"
+
+#include "platform/TraceDevice.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+namespace {
+
+PlotRect rectOf(float left, float top, float right, float bottom) {
+    PlotRect rect;
+    rect.SetRect(left, top, right, bottom);
+    return rect;
+}
+
+/// A plotter with its window; keeps what the latest paint was given.
+class DocumentPlotterTest : public testing::Test {
+protected:
+    DocumentPlotterTest() {
+        plotter.SetEventSink({[this] { return bounds; },
+                              [this](PlotCanvas& canvas) {
+                                  ++paints;
+                                  converter = canvas.Converter();
+                                  document = canvas.Document();
+                              },
+                              [this] { return std::exchange(refit, false); }});
+    }
+
+    void draw(int width, int height) {
+        plotter.Viewport().SetWindow({width, height});
+        TraceDevice device(width, height);
+        plotter.Draw(device);
+    }
+    DevicePoint at(float x, float y) const { return converter->WorldToDevice(x, y); }
+    double scale() const {
+        double across = 0, down = 0;
+        converter->WorldLengthToDevice(1, 1, across, down);
+        EXPECT_EQ(across, down);
+        return across;
+    }
+
+    DocumentPlotter plotter;
+    PlotRect bounds = rectOf(0, 10, 20, 0);
+    bool refit = false;
+    int paints = 0;
+    std::optional<PlotConverter> converter;
+    PlotDocument document;
+};
+
+TEST_F(DocumentPlotterTest, AutomaticFitsAndCentresAtEverySize) {
+    plotter.SetScaleMode(PlotScaleMode::Automatic);
+    draw(400, 400);
+    EXPECT_EQ(at(0, 10), (DevicePoint{0, 100}));
+    EXPECT_EQ(at(20, 0), (DevicePoint{400, 300}));
+    draw(800, 100);
+    EXPECT_EQ(at(0, 10), (DevicePoint{300, 0}));
+    EXPECT_EQ(at(20, 0), (DevicePoint{500, 100}));
+    EXPECT_EQ(plotter.Window().Width(), 20);
+}
+
+TEST_F(DocumentPlotterTest, FixedKeepsTheScaleUntilTheViewOrTheFileChanges) {
+    draw(400, 400);
+    EXPECT_EQ(scale(), 20);
+    draw(200, 600);
+    EXPECT_EQ(scale(), 20);
+    EXPECT_EQ(at(10, 5), (DevicePoint{100, 300}));
+    bounds.OffsetBy(3, -1);
+    draw(200, 600);
+    EXPECT_EQ(scale(), 20);
+    EXPECT_EQ(at(13, 4), (DevicePoint{100, 300}));
+    bounds = rectOf(0, 5, 10, 0);
+    draw(300, 600);
+    EXPECT_EQ(scale(), 30);
+    refit = true;
+    draw(400, 600);
+    EXPECT_EQ(scale(), 40);
+    draw(100, 600);
+    EXPECT_EQ(scale(), 40);
+}
+
+TEST_F(DocumentPlotterTest, WithoutAreaNothingIsPaintedAndTheNewFileIsNotUsedUp) {
+    refit = true;
+    draw(0, 400);
+    draw(400, 0);
+    EXPECT_EQ(paints, 0);
+    EXPECT_TRUE(refit);
+    draw(400, 400);
+    EXPECT_EQ(paints, 1);
+    EXPECT_FALSE(refit);
+}
+
+TEST_F(DocumentPlotterTest, WorldsWithoutExtentAreFittedByTheOtherDirectionWithYUp) {
+    plotter.SetScaleMode(PlotScaleMode::Automatic);
+    bounds = rectOf(5, 4, 5, 0);
+    draw(300, 400);
+    EXPECT_EQ(at(5, 4), (DevicePoint{150, 0}));
+    EXPECT_EQ(at(6, 0), (DevicePoint{250, 400}));
+    bounds = rectOf(0, 7, 3, 7);
+    draw(300, 400);
+    EXPECT_EQ(at(0, 7), (DevicePoint{0, 200}));
+    EXPECT_EQ(at(3, 8), (DevicePoint{300, 100}));
+    bounds = rectOf(2, 2, 2, 2);
+    draw(300, 400);
+    EXPECT_EQ(at(3, 3), (DevicePoint{151, 199}));
+}
+
+TEST_F(DocumentPlotterTest, DevicePointsReadBackToTheWorld) {
+    bounds = rectOf(-1.5f, 2.25f, 1.5f, -0.75f);
+    draw(640, 480);
+    for (const DevicePoint point : {DevicePoint{0, 0}, {1, 479}, {320, 240}, {-50, 1000}}) {
+        float x = 0, y = 0;
+        converter->DeviceToWorld(point.X, point.Y, x, y);
+        EXPECT_EQ(at(x, y), point);
+    }
+    const float xs[] = {-1.5f, 1e30f}, ys[] = {2.25f, 1e30f};
+    std::array<int, 2> outX, outY;
+    converter->WorldArrayToDevice(2, xs, ys, outX.data(), outY.data());
+    EXPECT_EQ(outX, (std::array{80, std::numeric_limits<int>::max()}));
+    EXPECT_EQ(outY, (std::array{0, std::numeric_limits<int>::min()}));
+}
+
+TEST_F(DocumentPlotterTest, HeadlessFillsEachDeviceAndPaperFollowsItsResolution) {
+    plotter.SetHeadless(true);
+    for (const int dotsPerInch : {96, 600}) {
+        TraceDevice device(500, 200, dotsPerInch);
+        plotter.Draw(device);
+        EXPECT_EQ(DeviceRect(document), (DeviceRect{0, 0, 500, 200}));
+        double across = 0, down = 0;
+        converter->PaperLengthToDevice(25.4, -12.7, across, down);
+        EXPECT_DOUBLE_EQ(across, dotsPerInch);
+        EXPECT_DOUBLE_EQ(down, dotsPerInch * -0.5);
+    }
+}
+
+TEST(PlotRect, MovesKeepTheSizeAndSizesKeepTheCorner) {
+    PlotRect rect = rectOf(1, 8, 5, 2);
+    EXPECT_EQ(rect.Height(), -6);
+    EXPECT_EQ(rect.CentreY(), 5);
+    rect.OffsetBy(10, -2);
+    EXPECT_EQ(rect.Right(), 15);
+    EXPECT_EQ(rect.Bottom(), 0);
+    rect.SetWidth(2);
+    rect.SetHeight(-1);
+    rect.MoveTo(0, 3);
+    EXPECT_EQ(rect.Right(), 2);
+    EXPECT_EQ(rect.Bottom(), 2);
+}
+
+} // namespace
