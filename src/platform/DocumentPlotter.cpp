@@ -1,7 +1,5 @@
 #include "platform/DocumentPlotter.h"
 
-#include "platform/Rounding.h"
-
 #include <cmath>
 
 namespace {
@@ -42,17 +40,6 @@ PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& documen
 void PlotConverter::WorldLengthToDevice(double lx, double ly, double& dx, double& dy) const {
     dx = lx * std::abs(scaleX);
     dy = ly * std::abs(scaleY);
-}
-
-void PlotConverter::WorldToDevice(float x, float y, int& px, int& py) const {
-    px = Round(double(x) * scaleX + originX);
-    py = Round(double(y) * scaleY + originY);
-}
-
-DevicePoint PlotConverter::WorldToDevice(float x, float y) const {
-    DevicePoint point;
-    WorldToDevice(x, y, point.X, point.Y);
-    return point;
 }
 
 void PlotConverter::DeviceToWorld(int px, int py, float& x, float& y) const {

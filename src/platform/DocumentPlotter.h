@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/DeviceContext.h"
+#include "platform/Rounding.h"
 
 #include <functional>
 
@@ -53,8 +54,15 @@ public:
 
     /// Lengths only, always as positive as they came.
     void WorldLengthToDevice(double lx, double ly, double& dx, double& dy) const;
-    void WorldToDevice(float x, float y, int& px, int& py) const;
-    DevicePoint WorldToDevice(float x, float y) const;
+    void WorldToDevice(float x, float y, int& px, int& py) const {
+        px = Round(double(x) * scaleX + originX);
+        py = Round(double(y) * scaleY + originY);
+    }
+    DevicePoint WorldToDevice(float x, float y) const {
+        DevicePoint point;
+        WorldToDevice(x, y, point.X, point.Y);
+        return point;
+    }
     void DeviceToWorld(int px, int py, float& x, float& y) const;
     /// Millimetres on paper; depends on the device's resolution, not on the view.
     void PaperLengthToDevice(double lx, double ly, double& dx, double& dy) const;

@@ -6,6 +6,28 @@
 #include <system_error>
 #include <thread>
 #include <vector>
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
+
+namespace {
+
+/// Some of Qt's own fills come back with the upper halves of the vector registers in use. On some processors all
+/// arithmetic with reals then takes three times as long, until they are cleared.
+#ifdef __x86_64__
+[[gnu::target("avx")]] void clearUpperHalves() {
+    _mm256_zeroupper();
+}
+void tidyVectorRegisters() {
+    static const bool hasUpperHalves = __builtin_cpu_supports("avx");
+    if (hasUpperHalves)
+        clearUpperHalves();
+}
+#else
+void tidyVectorRegisters() {}
+#endif
+
+} // namespace
 
 int coreCount() {
     static const int count = std::max(1, QThread::idealThreadCount());
@@ -13,6 +35,7 @@ int coreCount() {
 }
 
 void parallelFor(int count, const std::function<void(int)>& work, int threadLimit) {
+    tidyVectorRegisters();
     const int threadCount = std::min(threadLimit > 0 ? threadLimit : coreCount(), count);
     if (threadCount <= 1) {
         for (int i = 0; i < count; ++i)

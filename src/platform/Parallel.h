@@ -10,7 +10,7 @@ int coreCount();
 
 /// Calls `work(i)` for every i from 0 to `count` - 1, on up to `threadLimit` threads (0: `coreCount()`), and returns
 /// when all are done. The calls must not depend on each other's order. With one thread or one piece all runs on the
-/// caller's.
+/// caller's. Arithmetic in `work` is as fast as the machine has it, whatever ran before.
 void parallelFor(int count, const std::function<void(int)>& work, int threadLimit = 0);
 
 /// Indexes in a stretch of `parallelStretches`; the last may hold fewer.
