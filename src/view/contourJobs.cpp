@@ -1,6 +1,7 @@
 #include "view/contourJobs.h"
 
 #include "platform/Parallel.h"
+#include "view/CommonSides.h"
 
 #include <climits>
 #include <cmath>
@@ -26,22 +27,17 @@ void forCorners(const ContourInput& input, std::int32_t index, Take take) {
 /// What of an element decides where it is painted: the range of its values, and on which sides of the visible area all
 /// of its corners lie.
 struct Reach {
+    CommonSides sides;
     float lowest = std::numeric_limits<float>::infinity();
     float highest = -std::numeric_limits<float>::infinity();
-    bool left = true, right = true, above = true, below = true;
-
-    bool IsOutside() const { return left || right || above || below; }
 };
 
 Reach reachOf(const ContourInput& input, std::int32_t index, const DeviceRect& area) {
-    Reach reach;
-    forCorners(input, index, [&reach, &area](DevicePoint point, float value) {
+    Reach reach{CommonSides(area)};
+    forCorners(input, index, [&reach](DevicePoint point, float value) {
         reach.lowest = value < reach.lowest ? value : reach.lowest;
         reach.highest = value > reach.highest ? value : reach.highest;
-        reach.left &= point.X < area.Left;
-        reach.right &= point.X >= area.Right;
-        reach.above &= point.Y < area.Top;
-        reach.below &= point.Y >= area.Bottom;
+        reach.sides.Take(point);
     });
     return reach;
 }
@@ -110,7 +106,7 @@ void findJobs(const ContourInput& input, const JobSearch& search, std::int32_t f
         if (input.mesh.Elements.ElementType.at(e) < 0)
             continue;
         const Reach reach = reachOf(input, e, area);
-        if (search.visible && reach.IsOutside())
+        if (search.visible && reach.sides.Any())
             continue;
         // An infinite value crosses every level at its finite neighbour.
         const bool crossesAll = std::isinf(reach.highest) || std::isinf(reach.lowest);
