@@ -4,6 +4,7 @@
 
 #include "platform/DocumentPlotter.h"
 #include "view/ViewState.h"
+#include "view/clsMouse.h"
 
 #include <QMainWindow>
 #include <array>
@@ -32,7 +33,11 @@ public:
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
 
+    clsMouse Selection; ///< what the user has picked
+
 protected:
+    /// The popup menu of the picture, at `globalPosition`.
+    virtual void showPopup(QPoint globalPosition);
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
@@ -57,6 +62,18 @@ private:
     void showMouseCoordinates(QPointF pixel);
     void onPictureResized();
     void clearPicture();
+
+    // frmMainPicking.cpp
+    void connectPicking();
+    void beginDrag(DevicePoint corner);
+    void moveRubberBand(DevicePoint corner);
+    void endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers);
+    void cancelDrag();
+    void onMousePressed(QPoint pixel, Qt::MouseButton button);
+    void onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    void paintLayer(DeviceContext& device);
+    bool takesMouse() const;
+    int screenWidth() const;
 
     static frmMain* instance;
     DocumentPlotter clsModel;

@@ -23,6 +23,7 @@ void frmMain::FirstStep(const QString& commandLine) {
 }
 
 void frmMain::openResultFile(const QString& path) {
+    Selection.Clear();
     if (!mdVelorinResultModel::LoadResultFile(path, Model)) {
         // A file of another kind leaves the earlier one open, but this window has given it up.
         mdVelorinResultModel::CloseResultFile(Model);
@@ -35,6 +36,7 @@ void frmMain::openResultFile(const QString& path) {
     mdVelorinResultModel::LoadStep(std::max(Model.CurrentStep, 0), std::max(Model.CurrentItem, 0), Model, false,
                                    Settings.Difference.StandardStep);
     view.RefitPending = true;
+    Selection.Clear();
     mdView::SetViewBounds(Model.Mesh, view);
     if (!isVisible())
         show();
