@@ -52,6 +52,7 @@ frmMain::frmMain() {
 }
 
 frmMain::~frmMain() {
+    picScreen->disconnect(this);
     mdVelorinResultModel::CloseResultFile(mdApplication::Model);
     instance = nullptr;
 }
@@ -81,6 +82,7 @@ void frmMain::buildPanels() {
     connect(picScreen, &PictureBox::Resized, this, &frmMain::onPictureResized);
     connect(picScreen, &PictureBox::MouseMoved, this, &frmMain::showMouseCoordinates);
     connect(picScreen, &PictureBox::ZoomWheel, this, &frmMain::zoomAt);
+    connectPicking();
 
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_qs);

@@ -5,6 +5,7 @@
 #include "app/clsStringArray.h"
 #include "platform/DocumentPlotter.h"
 #include "view/ViewState.h"
+#include "view/clsMouse.h"
 
 #include <QMainWindow>
 #include <array>
@@ -35,6 +36,8 @@ public:
     void repaint();
     /// What a click on the command does.
     void ExecuteCommand(const QString& tool);
+
+    clsMouse Selection; ///< what the user has picked
 
 protected:
     bool event(QEvent* event) override;
@@ -89,6 +92,19 @@ private:
     void showMouseCoordinates(QPointF pixel);
     void onPictureResized();
     void clearPicture();
+
+    // frmMainPicking.cpp
+    void connectPicking();
+    void beginDrag(DevicePoint corner);
+    void moveRubberBand(DevicePoint corner);
+    void endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers);
+    void cancelDrag();
+    void onMousePressed(QPoint pixel, Qt::MouseButton button);
+    void onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    void paintLayer(DeviceContext& device);
+    bool takesMouse() const;
+    int screenWidth() const;
+    void showPopup(QPoint globalPosition);
 
     static frmMain* instance;
     DocumentPlotter clsModel;

@@ -54,6 +54,7 @@ void frmMain::FirstStep(const QString& commandLine) {
 void frmMain::openResultFile(const QString& path) {
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
+    Selection.Clear();
     if (mdVelorinResultModel::LoadResultFile(path, Model))
         takeUpFile();
     else
@@ -65,6 +66,7 @@ void frmMain::takeUpFile() {
         propertyFile::ResetDrawingSettings(Settings, Model);
     loadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem);
     view.RefitPending = true;
+    Selection.Clear();
     addRecentFile(Model.FileName, false);
     commandState::BuildRecentMenu(*bars, recentFiles);
     mdView::SetViewBounds(Model.Mesh, view);
