@@ -169,9 +169,9 @@ void frmMain::copyImage() {
 void frmMain::editDifference() {
     frmDifferenceStep dialog(this);
     DifferenceSettings& difference = Settings.Difference;
-    dialog.InitDialog(Model.StepCount, difference.StandardStep,
-                      {difference.ApplyDisplacement, difference.ApplyVector, difference.ApplyContour,
-                       difference.ApplyValue});
+    dialog.InitDialog(
+        Model.StepCount, difference.StandardStep,
+        {difference.ApplyDisplacement, difference.ApplyVector, difference.ApplyContour, difference.ApplyValue});
     dialog.exec();
     if (!dialog.Result)
         return;

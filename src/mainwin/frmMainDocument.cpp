@@ -95,8 +95,8 @@ void frmMain::promptAndOpen() {
 bool frmMain::promptFileName(QString& path) {
     const QString filter =
         mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_qs;
-    const auto chosen = Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_qs,
-                                              path.isEmpty() ? QDir::currentPath() : path, filter);
+    const auto chosen =
+        Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_qs, path.isEmpty() ? QDir::currentPath() : path, filter);
     path = chosen.value_or(path);
     return chosen.has_value();
 }
