@@ -1,0 +1,19 @@
+#include "app/clsLogger.h"
+
+#include "app/mdApplication.h"
+#include "platform/Dialogs.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+clsLogger::clsLogger() : file(QDir::tempPath() + u'/' + QCoreApplication::applicationName() + u".log"_qs) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        mdApplication::ShowMessage(u"ログファイルを開くことができません。"_qs, Dialogs::Style::Information);
+}
+
+void clsLogger::DumpMessage(const QString& text) {
+    if (!file.isOpen())
+        return;
+    file.write(text.toUtf8() + '\n');
+    file.flush();
+}

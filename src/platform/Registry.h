@@ -1,0 +1,94 @@
+// The typed key tree in which the program keeps its settings: keys hold values, and both are found without regard to
+// case, keep the case they were made with and are listed in the order in which they were made. Holds bytes, not
+// meaning: conversions stand with the readers. For one thread.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+#include <optional>
+
+namespace Registry {
+/// Numeric root handles; any other one fails everywhere.
+inline constexpr std::uint32_t HKEY_CURRENT_USER = 0x80000001;
+
+/// Types of values. Text is kept as UTF-16, little-endian, with its NUL; any other number is kept as raw bytes.
+enum : std::uint32_t {
+    REG_NONE = 0,
+    REG_SZ = 1,
+    REG_EXPAND_SZ = 2,
+    REG_BINARY = 3,
+    REG_DWORD = 4,
+    REG_DWORD_BIG_ENDIAN = 5,
+    REG_MULTI_SZ = 7,
+};
+
+/// Limits; what lies beyond is refused. A name has no control characters and is sound UTF-16, a key's also no "\".
+inline constexpr qsizetype MaxKeyName = 255, MaxValueName = 16383, MaxDepth = 512, MaxDataBytes = 16 << 20;
+
+struct Value {
+    QString Name; ///< empty for the key's default value
+    std::uint32_t Type = REG_NONE;
+    QByteArray Data;
+    bool operator==(const Value&) const = default;
+};
+
+/// An open key; 0 is none. Stays good, and then finds nothing, when somebody deletes the key.
+using Key = std::int64_t;
+
+struct Counts {
+    int SubKeys = 0;
+    int Values = 0;
+};
+
+/// The file of the tree, beneath the user's configuration folder as it is at the time of the call.
+///
+/// A file that can't be opened for writing or is damaged gives nothing to a reader, and every write fails. The next
+/// write after that moves a damaged file (with its journal) to "registry.db.damaged", or to that name with a number
+/// when there is one already, and starts anew.
+QString StorePath();
+
+enum class Access { Read, Write };
+
+/// All that is done while it lives happens in one step at `Commit`, or not at all. One inside another joins it; if the
+/// inner one ends without `Commit`, neither does the outer one commit. A reading one sees one state of the tree.
+/// Another program's save is waited for, at most 5 seconds.
+class Transaction {
+public:
+    explicit Transaction(Access access = Access::Write);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    /// False when the store isn't to be had; then nothing that follows will work either.
+    bool IsOpen() const { return open; }
+    /// False when not everything could be kept; then nothing of it is.
+    bool Commit();
+
+private:
+    bool open;
+};
+
+/// Paths are key names separated by "\"; empty names are passed over, so that the empty path is the root itself.
+Key OpenKey(std::uint32_t root, const QString& path);   ///< 0 when there is none
+Key CreateKey(std::uint32_t root, const QString& path); ///< opens it, made with its parents if it is missing
+bool CloseKey(Key key);                                 ///< false when it isn't open
+/// Only a key without subkeys goes, with its values; `DeleteTree` takes the subkeys along. Never the root.
+bool DeleteKey(std::uint32_t root, const QString& path);
+bool DeleteTree(std::uint32_t root, const QString& path);
+
+std::optional<Counts> CountsOf(Key key);
+QStringList SubKeyNames(Key key);
+QStringList ValueNames(Key key);
+std::optional<QString> SubKeyAt(Key key, int index);
+std::optional<Value> ValueAt(Key key, int index);
+std::optional<Value> GetValue(Key key, const QString& name);
+/// Overwriting keeps the place in the order and the name's case.
+bool SetValue(Key key, const Value& value);
+bool DeleteValue(Key key, const QString& name); ///< false when there is none
+
+/// Text as a text value's bytes, with its NUL; and back with every NUL that is among them, an odd last byte left out.
+QByteArray TextBytes(QStringView text);
+QString BytesText(QByteArrayView bytes);
+} // namespace Registry
