@@ -2,6 +2,7 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
+#include "platform/CommandBars.h"
 #include "platform/PictureBox.h"
 #include "view/picking.h"
 
@@ -118,4 +119,6 @@ void frmMain::paintLayer(DeviceContext& device) {
         mdPicking::DrawRubberBand(device, view.RubberBand);
 }
 
-void frmMain::showPopup(QPoint) {}
+void frmMain::showPopup(QPoint globalPosition) {
+    bars->ShowPopup(u"pbPopup"_qs, globalPosition);
+}
