@@ -87,6 +87,7 @@ private:
     // frmMainView.cpp
     void zoomAt(QPointF pixel, int steps);
     void finishZoom();
+    void updateZoomCommands();
     void updateScrollBars();
     void onScroll(ScrollBar bar, int value);
     void showMouseCoordinates(QPointF pixel);

@@ -94,9 +94,7 @@ void frmMain::ExecuteCommand(const QString& tool) {
 void frmMain::updateCommandState() {
     updatingUi = true;
     commandState::UpdateCommandState(*bars, IsOpen(), Model, Settings);
-    bars->SetEnabled(u"miViewZoomIn"_qs, IsOpen() && view.Zoom < ZoomMax);
-    bars->SetEnabled(u"miViewZoomOut"_qs, IsOpen() && view.Zoom > ZoomMin);
-    bars->SetEnabled(u"miViewZoomOff"_qs, IsOpen() && view.Zoom != 0);
+    updateZoomCommands();
     updatingUi = false;
 }
 
