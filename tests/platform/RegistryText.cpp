@@ -39,8 +39,8 @@ const QString everyForm =
     version +
     u"\r\n[HKEY_CURRENT_USER]\r\n\r\n[HKEY_CURRENT_USER\\Soft]ware]\r\n"
     u"\"Naïve \\\\ \\\"q\\\"\"=\"C:\\\\日本語 \\\"x\\\"\"\r\n@=\"\"\r\n\"n\"=dword:0000002a\r\n"
-    u"\"long name of a value\"=hex:00,01,02,03,04,05,06,07,08,09,0a,0b,0c,0d,0e,0f,10,11,\\\r\n"
-    u"  12,13,14,15,16,17,18,19,1a,1b,1c,1d,1e,1f,20,21,22,23,24,25,26,27,28,29,2a,\\\r\n  2b\r\n"
+    u"\"long name of a value\"=hex:00,01,02,03,04,05,06,07,08,09,0a,0b,0c,0d,0e,0f,\\\r\n"
+    u"  10,11,12,13,14,15,16,17,18,19,1a,1b,1c,1d,1e,1f,20,21,22,23,24,25,26,27,28,\\\r\n  29,2a,2b\r\n"
     u"\"none\"=hex(0):\r\n\"expand\"=hex(2):25,00,78,00,25,00,00,00\r\n\"big\"=hex(5):00,00,00,01\r\n"
     u"\"multi\"=hex(7):61,00,00,00,62,00,00,00,00,00\r\n\"two lines\"=hex(1):61,00,0d,00,0a,00,62,00,00,00\r\n"
     u"\"no end\"=hex(1):61,00\r\n\"short\"=hex(4):01,00\r\n\"other\"=hex(abcdef01):ff\r\n"
