@@ -3,6 +3,7 @@
 #include "platform/Registry.h"
 #include "platform/RegistryText.h"
 
+#include <QFile>
 #include <QSaveFile>
 
 namespace batch {
