@@ -78,6 +78,17 @@ DeviceRect RasterDevice::visibleRect() const {
     return rect.Left < rect.Right && rect.Top < rect.Bottom ? rect : DeviceRect{};
 }
 
+std::optional<DeviceRect> RasterDevice::VisibleArea() const {
+    DeviceRect rect = visibleRect();
+    // No device is so large that a wider pen than this could matter.
+    const int reach = std::clamp(state.LinePen.Width, 1, 1 << 20);
+    rect.Left -= reach;
+    rect.Top -= reach;
+    rect.Right += reach;
+    rect.Bottom += reach;
+    return rect;
+}
+
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
 PixelSurface RasterDevice::surface() {
     closeText();

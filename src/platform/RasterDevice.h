@@ -45,7 +45,7 @@ public:
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
     int GetDeviceCaps(DeviceCaps caps) const override;
-    std::optional<DeviceRect> VisibleArea() const override { return visibleRect(); }
+    std::optional<DeviceRect> VisibleArea() const override;
 
 private:
     struct State {

