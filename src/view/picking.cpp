@@ -65,19 +65,23 @@ std::int32_t nearestNode(const MeshData& mesh, std::span<const DevicePoint> poin
     return reach < 0 ? -1 : nearest;
 }
 
-/// False when all corners lie on one side of the area; most elements are done with after this.
-bool mayTouch(std::span<const std::int32_t> nodes, std::span<const DevicePoint> points, const Area& area) {
-    bool left = true, right = true, above = true, below = true;
-    for (const std::int32_t node : nodes) {
-        if (std::size_t(node) >= points.size())
-            continue;
-        const DevicePoint point = points[std::size_t(node)];
-        left &= point.X < area.left;
-        right &= point.X > area.right;
-        above &= point.Y < area.top;
-        below &= point.Y > area.bottom;
+/// For each position the sides of the area on which it lies beyond it, a bit each.
+Flags sidesOf(std::span<const DevicePoint> points, const Area& area) {
+    Flags sides(points.size());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto [x, y] = points[i];
+        sides[i] = std::uint8_t((x < area.left) | (x > area.right) << 1 | (y < area.top) << 2 | (y > area.bottom) << 3);
     }
-    return !(left || right || above || below);
+    return sides;
+}
+
+/// False when all corners lie beyond one side; nearly all elements are done with after this, and it reads bytes only.
+bool mayTouch(std::span<const std::int32_t> nodes, const Flags& sides) {
+    unsigned common = 0xf;
+    for (const std::int32_t node : nodes)
+        if (std::size_t(node) < sides.size())
+            common &= sides[std::size_t(node)];
+    return common == 0;
 }
 
 bool isOnLine(DevicePoint from, DevicePoint to, DevicePoint at, double reach) {
@@ -88,23 +92,22 @@ bool isOnLine(DevicePoint from, DevicePoint to, DevicePoint at, double reach) {
 
 std::int32_t firstElementAt(const MeshData& mesh, std::span<const DevicePoint> points, std::int32_t type,
                             DevicePoint at, std::int64_t reach) {
-    const Area spot{at.X, at.Y, at.X, at.Y};
-    const Area around{at.X - reach, at.Y - reach, at.X + reach, at.Y + reach};
+    const std::int64_t around = std::max<std::int64_t>(reach, 0);
+    const Flags sides = sidesOf(points, {at.X - around, at.Y - around, at.X + around, at.Y + around});
     const std::int32_t* types = mesh.Elements.ElementType.constData();
     std::vector<DevicePoint> corners;
     for (std::int32_t e = 0; e < mesh.ElementCount; ++e) {
         if (types[e] != type)
             continue;
         const std::span<const std::int32_t> nodes = nodesOf(mesh, e);
-        const bool isLine = nodes.size() == 2;
-        if (!mayTouch(nodes, points, isLine ? around : spot))
+        if (!mayTouch(nodes, sides))
             continue;
         corners.clear();
         for (const std::int32_t node : nodes)
             if (std::size_t(node) < points.size())
                 corners.push_back(points[std::size_t(node)]);
-        if (isLine ? corners.size() == 2 && isOnLine(corners[0], corners[1], at, double(reach))
-                   : IsInPolygon(corners, at))
+        if (nodes.size() == 2 ? corners.size() == 2 && isOnLine(corners[0], corners[1], at, double(reach))
+                              : IsInPolygon(corners, at))
             return e;
     }
     return -1;
@@ -125,14 +128,14 @@ Flags elementsInside(const MeshData& mesh, const Flags& inside, std::int32_t typ
     for (std::int32_t e = 0; e < mesh.ElementCount; ++e) {
         if (types[e] != type)
             continue;
-        bool any = false, none = false;
+        bool anyIn = false, anyOut = false;
         for (const std::int32_t node : nodesOf(mesh, e)) {
             if (std::size_t(node) >= inside.size())
                 continue;
-            any |= inside[std::size_t(node)] != 0;
-            none |= inside[std::size_t(node)] == 0;
+            anyIn |= inside[std::size_t(node)] != 0;
+            anyOut |= inside[std::size_t(node)] == 0;
         }
-        all[std::size_t(e)] = any && !none;
+        all[std::size_t(e)] = anyIn && !anyOut;
     }
     return all;
 }
