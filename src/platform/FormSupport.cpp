@@ -2,9 +2,11 @@
 
 #include <QFocusEvent>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 
 namespace FormSupport {
@@ -78,12 +80,25 @@ void SelectAllOnFocus(QLineEdit& box) {
     new Selector(box);
 }
 
-void EqualWidths(std::initializer_list<QWidget*> controls) {
+void ButtonWidths(std::initializer_list<QPushButton*> buttons) {
+    constexpr int airInCharacters = 4;
     int width = 0;
-    for (const QWidget* control : controls)
-        width = std::max(width, control->sizeHint().width());
-    for (QWidget* control : controls)
-        control->setMinimumWidth(width);
+    for (const QPushButton* button : buttons)
+        width = std::max(width, button->fontMetrics().horizontalAdvance(button->text()) +
+                                    airInCharacters * button->fontMetrics().averageCharWidth());
+    for (QPushButton* button : buttons)
+        button->setMinimumWidth(std::max(width, button->sizeHint().width()));
+}
+
+QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> left, std::initializer_list<QPushButton*> right) {
+    auto* row = new QHBoxLayout;
+    for (QPushButton* button : left)
+        row->addWidget(button);
+    row->addStretch();
+    for (QPushButton* button : right)
+        row->addWidget(button);
+    row->setContentsMargins(0, (*right.begin())->sizeHint().height() / 3, 0, 0);
+    return row;
 }
 
 void TabOrder(std::initializer_list<QWidget*> controls) {
@@ -92,11 +107,9 @@ void TabOrder(std::initializer_list<QWidget*> controls) {
 }
 
 void PlaceOnScreen(QWidget& form, QSize size) {
-    if (size.isValid())
-        form.resize(size);
-    else
-        form.adjustSize();
+    form.ensurePolished();
     const QRect screen = form.screen()->geometry();
+    form.resize((size.isValid() ? size : form.sizeHint()).boundedTo(screen.size()));
     form.move(screen.left() + (screen.width() - form.width()) / 2,
               screen.top() + (screen.height() - form.height()) / 3);
 }

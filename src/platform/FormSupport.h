@@ -8,8 +8,10 @@
 #include <initializer_list>
 
 class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QWidget;
 
 namespace FormSupport {
@@ -33,8 +35,11 @@ void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> re
 /// Selects the whole text whenever the box gets the focus, by mouse as well.
 void SelectAllOnFocus(QLineEdit& box);
 
-/// Makes all as wide as the widest of them wants to be.
-void EqualWidths(std::initializer_list<QWidget*> controls);
+/// Makes all as wide as the widest of them needs to have some air around its caption.
+void ButtonWidths(std::initializer_list<QPushButton*> buttons);
+
+/// The row of buttons at the foot of a form: `left` at its left end, `right` at its right.
+QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> left, std::initializer_list<QPushButton*> right);
 
 /// The order in which the Tab key goes round.
 void TabOrder(std::initializer_list<QWidget*> controls);

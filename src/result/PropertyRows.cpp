@@ -120,8 +120,8 @@ QVariant PropertyRows::data(const QModelIndex& index, int role) const {
         return child ? QString() : captions[place.Of];
     if (role == Qt::DisplayRole)
         return child ? childText(place) : entryText(place.Of);
-    if (role == Qt::DecorationRole && index.column() == 0 && !child && !prefixes[place.Of].isEmpty())
-        return opened[place.Of] ? openIcon : closeIcon;
+    if (role == Qt::DecorationRole && index.column() == 0 && !child)
+        return prefixes[place.Of].isEmpty() ? noIcon : opened[place.Of] ? openIcon : closeIcon;
     return {};
 }
 
@@ -138,6 +138,9 @@ QVariant PropertyRows::headerData(int section, Qt::Orientation orientation, int 
 void PropertyRows::SetIcons(const QPixmap& close, const QPixmap& open) {
     closeIcon = close;
     openIcon = open;
+    noIcon = QPixmap(close.size());
+    noIcon.setDevicePixelRatio(close.devicePixelRatio());
+    noIcon.fill(Qt::transparent);
     emit dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::DecorationRole});
 }
 

@@ -45,4 +45,5 @@ private:
     ResultModel model; ///< a copy shares its columns
     std::array<bool, EntryCount> opened{};
     QPixmap closeIcon, openIcon;
+    QPixmap noIcon; ///< keeps the captions of all rows in line
 };

@@ -17,8 +17,8 @@
 using FormSupport::Named;
 
 namespace {
-constexpr int charactersWide = 80;
-constexpr int linesHigh = 26;
+constexpr int charactersWide = 96;
+constexpr int linesHigh = 32;
 constexpr int iconSize = 13;
 constexpr Colour signColour = 0x808080;
 constexpr Colour squareColour = 0xe0e0e0;
@@ -32,8 +32,9 @@ frmProperties::frmProperties(QWidget* parent, const ResultModel& model)
     setWindowTitle(u"プロパティ - "_qs + mdApplication::PathPart(model.FileName, mdApplication::BaseName));
     buildControls();
     DrawPropertyIcons();
-    lvProperties->resizeColumnToContents(0);
     const QFontMetrics metrics = fontMetrics();
+    lvProperties->resizeColumnToContents(0);
+    lvProperties->setColumnWidth(0, lvProperties->columnWidth(0) + metrics.averageCharWidth() * 3);
     FormSupport::PlaceOnScreen(*this, {metrics.averageCharWidth() * charactersWide, metrics.height() * linesHigh});
 }
 
@@ -62,13 +63,11 @@ void frmProperties::buildControls() {
     Picture1->setFixedSize(iconSize, iconSize);
     Picture1->hide();
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(Command2);
-    buttons->addStretch();
-    buttons->addWidget(Command1);
+    FormSupport::ButtonWidths({Command1});
+    FormSupport::ButtonWidths({Command2});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lvProperties);
-    layout->addLayout(buttons);
+    layout->addLayout(FormSupport::ButtonRow({Command2}, {Command1}));
     FormSupport::TabOrder({lvProperties, Command1, Command2});
 
     connect(lvProperties, &QTableView::clicked, this, [this](const QModelIndex& at) { rows->Toggle(at.row()); });

@@ -66,18 +66,13 @@ void frmContourValue::buildControls() {
         FormSupport::AddRow(*valueGrid, i, valueCaptions[i], txtValue[i]);
         Command1[i] = Named(new QPushButton(buttonCaptions[i]), u"Command1"_qs, i);
     }
-    FormSupport::EqualWidths({Command1[Ok], Command1[Cancel], Command1[Automatic]});
+    FormSupport::ButtonWidths({Command1[Ok], Command1[Cancel], Command1[Automatic]});
     Command1[Ok]->setDefault(true);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(Command1[Automatic]);
-    buttons->addStretch();
-    buttons->addWidget(Command1[Ok]);
-    buttons->addWidget(Command1[Cancel]);
     auto* layout = new QGridLayout(this);
     layout->addWidget(defaults, 0, 0);
     layout->addWidget(values, 0, 1);
-    layout->addLayout(buttons, 1, 0, 1, 2);
+    layout->addLayout(FormSupport::ButtonRow({Command1[Automatic]}, {Command1[Ok], Command1[Cancel]}), 1, 0, 1, 2);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     FormSupport::TabOrder(

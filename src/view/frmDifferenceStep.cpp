@@ -7,6 +7,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QStringListModel>
+#include <QVBoxLayout>
 
 using FormSupport::Named;
 
@@ -34,15 +35,9 @@ frmDifferenceStep::frmDifferenceStep(QWidget* parent) : QDialog(parent), cmbStep
 
     auto* ok = Named(new QPushButton(u"OK"_qs), u"Command1"_qs, 0);
     auto* cancel = Named(new QPushButton(u"キャンセル"_qs), u"Command1"_qs, 1);
-    FormSupport::EqualWidths({ok, cancel});
+    FormSupport::ButtonWidths({ok, cancel});
     ok->setDefault(true);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
-    layout->addLayout(buttons, 2, 0, 1, 2);
-    layout->setRowMinimumHeight(2, ok->sizeHint().height() + layout->verticalSpacing());
-    buttons->setAlignment(Qt::AlignBottom);
+    layout->addLayout(FormSupport::ButtonRow({}, {ok, cancel}), 2, 0, 1, 2);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     connect(cmbStep, &QComboBox::currentIndexChanged, this, &frmDifferenceStep::enableChecks);

@@ -1,5 +1,4 @@
-// The dialog for the reference step and for which pictures show the difference from it. It changes no setting: the
-// caller takes its values when `Result` is true.
+// The dialog for the reference step and which pictures show the difference from it; it changes no setting itself.
 // frmDifferenceStep form(this); form.InitDialog(Model.StepCount, difference.StandardStep, {...}); form.exec();
 #pragma once
 

@@ -16,10 +16,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
 using FormSupport::Named;
 
 namespace {
+constexpr int listCharacters = 26;
+
 QString wholeMillimetres(const QString& text) {
     return QString::number(Round(mdTips::MaxOf(mdTips::Val(text), 0.0)));
 }
@@ -57,16 +60,12 @@ void frmDrawSettings::buildControls() {
                 Named(new QPushButton(u"キャンセル"_qs), u"Command1"_qs, 1)};
     Command1[0]->setDefault(true);
     cmdSetDefault = Named(new QPushButton(u"規定値として設定"_qs), u"cmdSetDefault"_qs);
-    FormSupport::EqualWidths({Command1[0], Command1[1]});
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdSetDefault);
-    buttons->addStretch();
-    buttons->addWidget(Command1[0]);
-    buttons->addWidget(Command1[1]);
+    FormSupport::ButtonWidths({Command1[0], Command1[1]});
+    FormSupport::ButtonWidths({cmdSetDefault});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tbTab);
-    layout->addLayout(buttons);
+    layout->addLayout(FormSupport::ButtonRow({cmdSetDefault}, {Command1[0], Command1[1]}));
     FormSupport::TabOrder({tbTab, cmbDispScale, txtDispScale, chkDispPaintLegend, chkDispOrgMesh, cmbVectorScale,
                            txtVectorScale, chkVectorPaintLegend, lstVectorItem, txtVectorItem, cmbVectorItem[0],
                            cmbVectorItem[1], cmdVectorEdit[0], cmdVectorEdit[1]});
@@ -107,6 +106,10 @@ QWidget* frmDrawSettings::buildVectorTab() {
 QWidget* frmDrawSettings::buildItemSetFrame() {
     lstVectorItem = Named(new QListWidget, u"lstVectorItem"_qs);
     lstVectorItem->setUniformItemSizes(true);
+    // As high as the boxes beside it.
+    lstVectorItem->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    lstVectorItem->setMinimumWidth(fontMetrics().averageCharWidth() * listCharacters);
+    lstVectorItem->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     txtVectorItem = Named(new QLineEdit, u"txtVectorItem"_qs);
     for (int i = 0; i < 2; ++i)
         cmbVectorItem[i] = Named(itemCombo(), u"cmbVectorItem"_qs, i);
@@ -147,8 +150,7 @@ QWidget* frmDrawSettings::buildContourTab() {
         optContourColor[i] = Named(new QRadioButton(captions[i]), u"optContourColor"_qs, i);
         options->addWidget(optContourColor[i]);
     }
-    options->addStretch();
-    grid->addLayout(options, 0, 0);
+    grid->addLayout(options, 0, 0, Qt::AlignTop);
     grid->addWidget(buildUserColours(), 0, 1, Qt::AlignTop);
 
     picContourPreview = Named(new PictureBox, u"picContourPreview"_qs);
@@ -163,6 +165,7 @@ QWidget* frmDrawSettings::buildContourTab() {
     grid->addWidget(chkContourColorReverse, 3, 0, 1, 2);
     grid->addWidget(chkContourPaintLegend, 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 4);
     grid->setRowStretch(5, 1);
     return tab;
 }
