@@ -14,6 +14,7 @@ class CommandBars;
 class PictureBox;
 class QLabel;
 class QScrollBar;
+struct ResultModel;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -72,6 +73,7 @@ private:
 
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
+    bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
     void takeUpFile();
     void refuseFile(const QString& path);
     void promptAndOpen();

@@ -5,6 +5,7 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
+#include "mainwin/LongWork.h"
 #include "mainwin/commandState.h"
 #include "platform/Dialogs.h"
 #include "platform/Registry.h"
@@ -13,7 +14,9 @@
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QScreen>
 
 using mdApplication::Model;
@@ -51,14 +54,37 @@ void frmMain::FirstStep(const QString& commandLine) {
         mdApplication::ShowMessage(u"無効なパラメータです。"_qs, Dialogs::Style::Stop);
 }
 
+bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
+    constexpr qint64 bytesReadAtOnce = 16 << 20;
+    if (QFileInfo(path).size() < bytesReadAtOnce)
+        return mdVelorinResultModel::LoadResultFile(path, loaded);
+    bool good = false;
+    LongWork work(u"読み込み中... (Esc で中止)"_qs, [this](const QString& text) { panels[0]->setText(text); });
+    stopped = !work.Run([&](const LongWork::Progress& progress) {
+        good = mdVelorinResultModel::LoadResultFile(path, loaded, progress);
+    });
+    return good;
+}
+
 void frmMain::openResultFile(const QString& path) {
+    if (LongWork::IsRunning())
+        return;
+    // Read into a model of its own, so that a load that is stopped leaves everything as it was.
+    ResultModel loaded;
+    loaded.Title = Model.Title;
+    bool stopped = false;
+    const bool good = readResultFile(path, loaded, stopped);
+    if (stopped)
+        return;
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
     Selection.Clear();
-    if (mdVelorinResultModel::LoadResultFile(path, Model))
+    if (good) {
+        Model = loaded;
         takeUpFile();
-    else
+    } else {
         refuseFile(path);
+    }
 }
 
 void frmMain::takeUpFile() {
@@ -78,7 +104,7 @@ void frmMain::takeUpFile() {
 }
 
 void frmMain::refuseFile(const QString& path) {
-    // A file of another kind leaves the earlier one open, but this window has given it up.
+    // A failed open gives the earlier file up too.
     mdVelorinResultModel::CloseResultFile(Model);
     updateCaption();
     updateCommandState();
