@@ -23,7 +23,8 @@ constexpr Command commands[] = {
 QString usage() {
     QString text = u"Usage: velorin-batch COMMAND FILE [OPTION]...\n\nCommands:\n"_qs;
     for (const Command& command : commands)
-        text += u"  "_qs + QStringView(command.name).toString().leftJustified(10) + QStringView(command.purpose) + u'\n';
+        text +=
+            u"  "_qs + QStringView(command.name).toString().leftJustified(10) + QStringView(command.purpose) + u'\n';
     return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_qs;
 }
 

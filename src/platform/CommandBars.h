@@ -1,5 +1,5 @@
-// Menu bar, tool bars, popups and combo tools, found by name. A command is one tool however many bands it stands on. What
-// a command does, and when it can be used, is for whoever listens.
+// Menu bar, tool bars, popups and combo tools, found by name. A command is one tool however many bands it stands on.
+// What a command does, and when it can be used, is for whoever listens.
 #pragma once
 
 #include <QHash>

@@ -1,6 +1,7 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -11,10 +12,11 @@
 namespace Dialogs {
 namespace {
 using FileAnswer = std::optional<QString>;
+using ColourAnswer = std::optional<Colour>;
 
 struct Script {
     bool Running = false;
-    QList<std::variant<int, FileAnswer>> Answers;
+    QList<std::variant<int, FileAnswer, ColourAnswer>> Answers;
     QList<Testing::Question> Asked;
     int Unexpected = 0;
 };
@@ -161,6 +163,22 @@ std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const
     return askFile(parent, title, start, filter, true);
 }
 
+std::optional<Colour> ChooseColour(QWidget* parent, const QString& title, Colour initial) {
+    const QColor first(redOf(initial), greenOf(initial), blueOf(initial));
+    if (script().Running)
+        return scriptedAnswer<ColourAnswer>({Testing::Kind::Colour, first.name(), title, 0}, std::nullopt);
+    if (!hasWidgets())
+        return std::nullopt;
+    QColorDialog dialog(first, parent);
+    dialog.setObjectName(u"colourDialog"_qs);
+    dialog.setWindowTitle(title);
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    const QColor chosen = dialog.selectedColor();
+    return makeColour(chosen.red(), chosen.green(), chosen.blue());
+}
+
 namespace Testing {
 void Start() {
     script() = {};
@@ -177,6 +195,10 @@ void QueueAnswer(int answer) {
 
 void QueueFile(const std::optional<QString>& path) {
     script().Answers += path;
+}
+
+void QueueColour(std::optional<Colour> colour) {
+    script().Answers += colour;
 }
 
 QList<Question> Asked() {

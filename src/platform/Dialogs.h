@@ -1,6 +1,8 @@
-// Message boxes and file dialogs; the one way to ask the user something and wait. A test can give the answers
+// Message boxes, file and colour dialogs; the one way to ask the user something and wait. A test can give the answers
 // beforehand. No texts of the program's own stand here but those of the buttons.
 #pragma once
+
+#include "platform/Geometry.h"
 
 #include <QList>
 #include <QString>
@@ -37,14 +39,17 @@ std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const
 /// Likewise; asks before an existing file is chosen, and adds the suffix of the selected patterns to a bare name.
 std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
 
+/// The chosen colour, none after Cancel (and in a program without widgets). The dialog starts from `initial`.
+std::optional<Colour> ChooseColour(QWidget* parent, const QString& title, Colour initial);
+
 /// Scripted answers. Between `Start` and `Stop` nothing is shown: each question takes the next answer of its kind's
 /// form from the queue; without one it is counted as unexpected and answered as Esc would.
 namespace Testing {
-enum class Kind { MessageBox, OpenFile, SaveFile };
+enum class Kind { MessageBox, OpenFile, SaveFile, Colour };
 
 struct Question {
     Dialogs::Testing::Kind Kind;
-    QString Text; ///< of a file dialog: the starting place
+    QString Text; ///< of a file dialog: the starting place; of a colour dialog: the first colour as "#rrggbb"
     QString Title;
     int Flags = 0;
 };
@@ -53,6 +58,7 @@ void Start();
 void Stop();
 void QueueAnswer(int answer);
 void QueueFile(const std::optional<QString>& path); ///< none: Cancel
+void QueueColour(std::optional<Colour> colour);     ///< likewise
 /// Everything asked since `Start`, expected or not.
 QList<Question> Asked();
 int UnexpectedCount();

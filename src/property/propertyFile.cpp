@@ -211,9 +211,9 @@ void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& mo
         return;
     QSaveFile file(PathFor(model.FileName));
     const QByteArray bytes = bytesOf(settings, model);
-    // A disk that fills up in the middle of a write shows in its count alone; without the commit the new file is
-    // dropped.
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size())
+    // A disk that fills up in the middle of a write shows in the count alone, and nowhere once a buffer is in between;
+    // without the commit the new file is dropped.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size())
         file.commit();
 }
 

@@ -55,7 +55,14 @@ bool readHeaderAndItems(SequentialReader& reader, ResultModel& model) {
     return true;
 }
 
-bool readNodes(SequentialReader& reader, MeshData& mesh) {
+/// Between two calls of the progress lie this many nodes or elements.
+constexpr qint64 progressStride = 65536;
+
+bool goesOn(const LoadProgress& progress, const SequentialReader& reader) {
+    return !progress || progress(reader.Position(), reader.Position() + reader.Remaining());
+}
+
+bool readNodes(SequentialReader& reader, MeshData& mesh, const LoadProgress& progress) {
     const qint64 count = howMany(mesh.NodeCount);
     NodeTable& nodes = mesh.Nodes;
     for (QList<float>* column : {&nodes.X, &nodes.Y, &nodes.Value, &nodes.ReferenceValue})
@@ -65,7 +72,7 @@ bool readNodes(SequentialReader& reader, MeshData& mesh) {
     float* y = nodes.Y.data();
     for (qint64 i = 0; i < count; ++i) {
         double position[2];
-        if (!reader.ReadBytes(position, sizeof position))
+        if (!reader.ReadBytes(position, sizeof position) || (i % progressStride == 0 && !goesOn(progress, reader)))
             return false;
         x[i] = float(position[0]);
         y[i] = float(position[1]);
@@ -73,7 +80,7 @@ bool readNodes(SequentialReader& reader, MeshData& mesh) {
     return true;
 }
 
-bool readElements(SequentialReader& reader, MeshData& mesh) {
+bool readElements(SequentialReader& reader, MeshData& mesh, const LoadProgress& progress) {
     const qint64 count = howMany(mesh.ElementCount);
     ElementTable& elements = mesh.Elements;
     elements.ElementType.resize(count);
@@ -84,6 +91,8 @@ bool readElements(SequentialReader& reader, MeshData& mesh) {
     numbers.reserve(std::size_t(std::min(count * 4, reader.Remaining() / 4)));
     for (qint64 e = 0; e < count; ++e) {
         std::int32_t nodeCount = 0;
+        if (e % progressStride == 0 && !goesOn(progress, reader))
+            return false;
         if (!reader.ReadInt32(nodeCount) || howMany(nodeCount) * 4 > reader.Remaining())
             return false;
         const std::size_t start = numbers.size();
@@ -100,22 +109,24 @@ bool readElements(SequentialReader& reader, MeshData& mesh) {
     return true;
 }
 
-bool readMesh(SequentialReader& reader, MeshData& mesh) {
+bool readMesh(SequentialReader& reader, MeshData& mesh, const LoadProgress& progress) {
     if (!reader.ReadInt32(mesh.NodeCount) || !reader.ReadInt32(mesh.ElementCount))
         return false;
     if (howMany(mesh.NodeCount) * bytesPerNode + howMany(mesh.ElementCount) * fewestBytesPerElement >
         reader.Remaining())
         return false;
-    if (!readNodes(reader, mesh) || !readElements(reader, mesh))
+    if (!readNodes(reader, mesh, progress) || !readElements(reader, mesh, progress))
         return false;
     constexpr qint64 reservedBytes = 16;
     reader.Skip(reservedBytes);
     return true;
 }
 
-void scanSteps(SequentialReader& reader, ResultModel& model) {
+bool scanSteps(SequentialReader& reader, ResultModel& model, const LoadProgress& progress) {
     model.FirstStepOffset = std::int32_t(reader.Position());
     while (reader.Remaining() > 0) {
+        if (!goesOn(progress, reader))
+            return false;
         StepInfo step;
         step.FileOffset = std::int32_t(reader.Position());
         double time = 0;
@@ -134,6 +145,7 @@ void scanSteps(SequentialReader& reader, ResultModel& model) {
         model.Steps.append(step);
     }
     model.StepCount = std::int32_t(model.Steps.size());
+    return true;
 }
 
 void findDisplacementItems(ResultModel& model) {
@@ -198,16 +210,15 @@ bool hasLineElementsOnly(const MeshData& mesh) {
     return true;
 }
 
-bool readWholeFile(SequentialReader& reader, ResultModel& model) {
-    if (!readHeaderAndItems(reader, model) || !readMesh(reader, model.Mesh))
+bool readWholeFile(SequentialReader& reader, ResultModel& model, const LoadProgress& progress) {
+    if (!readHeaderAndItems(reader, model) || !readMesh(reader, model.Mesh, progress))
         return false;
     if (model.ItemCount < 1 || model.Mesh.NodeCount < 1 || model.Mesh.ElementCount < 1)
         return false;
     // From here on only a few bytes are read between long ways, and a large buffer would read the whole file after all.
     constexpr qint64 scanBufferBytes = 512;
     SequentialReader scan(model.FileHandle, reader.Position(), scanBufferBytes);
-    scanSteps(scan, model);
-    return true;
+    return scanSteps(scan, model, progress);
 }
 
 } // namespace
@@ -225,7 +236,7 @@ bool IsResultFile(const QString& path) {
     return mdApplication::FileExists(path) && CheckFileMagic(path, ResultFileMagic);
 }
 
-bool LoadResultFile(const QString& path, ResultModel& model) {
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress) {
     if (!IsResultFile(path))
         return false;
     CloseResultFile(model);
@@ -240,7 +251,7 @@ bool LoadResultFile(const QString& path, ResultModel& model) {
     model.FileHandle = file;
     model.Magic = ResultFileMagic;
     SequentialReader reader(file, ResultFileMagic.size());
-    if (file.Size() > std::numeric_limits<std::int32_t>::max() || !readWholeFile(reader, model)) {
+    if (file.Size() > std::numeric_limits<std::int32_t>::max() || !readWholeFile(reader, model, progress)) {
         model = {};
         model.Title = title;
         return false;

@@ -3,6 +3,11 @@
 
 #include "result/ResultModel.h"
 
+#include <functional>
+
+/// Told how many of a file's bytes have been dealt with; false ends the work.
+using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
+
 namespace mdVelorinResultModel {
 
 /// The first bytes of every result file.
@@ -20,13 +25,13 @@ bool IsResultFile(const QString& path);
 /// Reads mesh, items and the directory of steps, and leaves the file open. False, with the model untouched, for a file
 /// of another kind; false, with the model closed and its file name empty, for one that cannot be opened, is larger than
 /// 2^31-1 bytes, has no items, nodes or elements, or names more of anything than its bytes can hold.
-bool LoadResultFile(const QString& path, ResultModel& model);
+/// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
 
 void CloseResultFile(ResultModel& model);
 bool IsFileClosed(const ResultModel& model);
 
-// --- steps
-// ------------------------------------------------------------------------------------------------------------
+// Steps.
 
 /// Loads `step` with `item` spread onto the nodes, and before it `referenceStep` (-1: none) as the reference. False
 /// when no file is open or there is no such step; `CurrentStep` is then -1. `keepNeighbours` leaves the neighbours as
@@ -52,8 +57,7 @@ void KeepReference(ResultModel& model);
 /// when the same elements exist as at the last call.
 void BuildElementNeighbours(MeshData& mesh);
 
-// --- queries: all return a fresh record and change nothing
-// --------------------------------------------------------------
+// Queries: all return a fresh record and change nothing.
 
 /// An item in its own form, per node or packed per element; with `difference` less the reference step.
 ItemValues GetItemValues(std::int32_t item, const ResultModel& model, bool difference);

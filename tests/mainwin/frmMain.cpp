@@ -16,11 +16,11 @@ using mdApplication::Settings;
 
 namespace {
 
-const QString platePath = QStringLiteral(VELORIN_SOURCE_DIR "/demo/plate.vrf");
-
 class FrmMainTest : public testing::Test {
 protected:
     FrmMainTest() {
+        // A copy, since the drawing settings are kept beside the file.
+        EXPECT_TRUE(QFile::copy(QStringLiteral(VELORIN_SOURCE_DIR "/demo/plate.vrf"), platePath));
         Settings = {};
         Dialogs::Testing::Start();
     }
@@ -86,6 +86,7 @@ protected:
     static int currentStep() { return mdApplication::Model.CurrentStep; }
 
     TestFolder folder;
+    const QString platePath = folder.Path(u"plate.vrf"_qs);
     frmMain window;
 };
 
@@ -175,9 +176,10 @@ TEST_F(FrmMainTest, ZoomCommandsEnableTheBarsFromTheFirstStepIn) {
 }
 
 TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
+    openPlate();
+    // Each further open finds the settings in the file that the one before has left.
     Settings.Displacement.Fiducial = 0;
     Settings.Contour.Legend = false;
-    openPlate();
     resizeTo(700, 600);
     window.FirstStep(platePath);
     const int wide = meshWidth();

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -90,6 +91,18 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
     EXPECT_EQ(saveAs(u"b"_qs, 1), folder.filePath(u"b"_qs));
 }
 
+TEST(Dialogs, ColourDialogStartsFromTheColourAndGivesTheChosenOne) {
+    whenShown<QColorDialog>([](QColorDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"色"_qs);
+        EXPECT_EQ(dialog.currentColor(), QColor(0x12, 0x34, 0x56));
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_EQ(Dialogs::ChooseColour(nullptr, u"色"_qs, 0x563412), 0x030201u);
+    whenShown<QColorDialog>([](QColorDialog& dialog) { press(dialog, Qt::Key_Escape); });
+    EXPECT_EQ(Dialogs::ChooseColour(nullptr, u"色"_qs, 0x563412), std::nullopt);
+}
+
 TEST(Dialogs, ScriptAnswersInOrderAndCountsTheUnexpected) {
     Dialogs::Testing::Start();
     Dialogs::Testing::QueueAnswer(6);
@@ -98,6 +111,8 @@ TEST(Dialogs, ScriptAnswersInOrderAndCountsTheUnexpected) {
     EXPECT_EQ(Dialogs::MessageBox(nullptr, u"a"_qs, u"t"_qs, 292), 6);
     EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"o"_qs, u"/start"_qs, {}), u"/tmp/x"_qs);
     EXPECT_EQ(Dialogs::SaveFileName(nullptr, u"s"_qs, {}, {}), std::nullopt);
+    Dialogs::Testing::QueueColour(0xff8000);
+    EXPECT_EQ(Dialogs::ChooseColour(nullptr, u"c"_qs, 0x0080ff), 0xff8000u);
     EXPECT_EQ(Dialogs::Testing::UnexpectedCount(), 0);
 
     EXPECT_EQ(Dialogs::MessageBox(nullptr, u"b"_qs, u"t"_qs, 36), 7);
@@ -109,12 +124,14 @@ TEST(Dialogs, ScriptAnswersInOrderAndCountsTheUnexpected) {
     EXPECT_EQ(Dialogs::Testing::UnusedCount(), 1);
 
     const QList<Dialogs::Testing::Question> asked = Dialogs::Testing::Asked();
-    ASSERT_EQ(asked.size(), 7);
+    ASSERT_EQ(asked.size(), 8);
     EXPECT_EQ(asked[0].Text, u"a"_qs);
     EXPECT_EQ(asked[0].Flags, 292);
     EXPECT_EQ(asked[1].Kind, Dialogs::Testing::Kind::OpenFile);
     EXPECT_EQ(asked[1].Text, u"/start"_qs);
     EXPECT_EQ(asked[1].Title, u"o"_qs);
+    EXPECT_EQ(asked[3].Kind, Dialogs::Testing::Kind::Colour);
+    EXPECT_EQ(asked[3].Text, u"#ff8000"_qs);
     Dialogs::Testing::Start();
     EXPECT_TRUE(Dialogs::Testing::Asked().isEmpty());
     EXPECT_EQ(Dialogs::Testing::UnexpectedCount() + Dialogs::Testing::UnusedCount(), 0);

@@ -1,4 +1,5 @@
 #include "property/propertyFile.h"
+#include "app/settingsStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,61 +12,6 @@
 using namespace propertyFile;
 
 namespace {
-constexpr const char* templateHead = "<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\r\n"
-                                     "<VRFPROPERTY>\r\n"
-                                     "  <currentstep>2</currentstep>\r\n"
-                                     "  <difference>\r\n"
-                                     "    <std>4</std>\r\n"
-                                     "    <dsp>1</dsp>\r\n"
-                                     "    <vct>0</vct>\r\n"
-                                     "    <cnt>1</cnt>\r\n"
-                                     "    <val>0</val>\r\n"
-                                     "  </difference>\r\n"
-                                     "  <value>\r\n"
-                                     "    <disp>True</disp>\r\n"
-                                     "  </value>\r\n"
-                                     "  <displacement>\r\n"
-                                     "    <legend>False</legend>\r\n"
-                                     "    <orgmesh>True</orgmesh>\r\n"
-                                     "    <fid>1</fid>\r\n"
-                                     "    <scale>12345678</scale>\r\n"
-                                     "  </displacement>\r\n"
-                                     "  <vector>\r\n"
-                                     "    <legend>False</legend>\r\n"
-                                     "    <fid>0</fid>\r\n"
-                                     "    <scale>350</scale>\r\n"
-                                     "    <items>\r\n";
-constexpr const char* templateSets = "      <itemset>\r\n"
-                                     "        <name>\x97\xac\x91\xac</name>\r\n"
-                                     "        <horz>3</horz>\r\n"
-                                     "        <vert>-1</vert>\r\n"
-                                     "      </itemset>\r\n"
-                                     "      <itemset default=\"true\">\r\n"
-                                     "        <name>q \"x\"</name>\r\n"
-                                     "        <horz>0</horz>\r\n"
-                                     "        <vert>1</vert>\r\n"
-                                     "      </itemset>\r\n";
-constexpr const char* templateTail = "    </items>\r\n"
-                                     "  </vector>\r\n"
-                                     "  <contour>\r\n"
-                                     "    <legend>False</legend>\r\n"
-                                     "    <reverse>True</reverse>\r\n"
-                                     "    <item>5</item>\r\n"
-                                     "    <values>\r\n"
-                                     "      <automatic>False</automatic>\r\n"
-                                     "      <max>1.25000e2</max>\r\n"
-                                     "      <min>-1.00000e-1</min>\r\n"
-                                     "      <div>12</div>\r\n"
-                                     "    </values>\r\n"
-                                     "    <colors>\r\n"
-                                     "      <index>3</index>\r\n"
-                                     "      <min>0x000000ff</min>\r\n"
-                                     "      <mid>0x00abcdef</mid>\r\n"
-                                     "      <max>0x00ff0000</max>\r\n"
-                                     "    </colors>\r\n"
-                                     "  </contour>\r\n"
-                                     "</VRFPROPERTY>\r\n";
-
 class PropertyFile : public testing::Test {
 protected:
     PropertyFile() {
@@ -83,6 +29,8 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
         return file.readAll();
     }
+    /// A file with every element, as `fill` sets them, in the bytes that are written.
+    static QByteArray drawn() { return read(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/drawn.property")); }
     QString path() const { return PathFor(Model.FileName); }
     bool load(const QByteArray& bytes) {
         write(path(), bytes);
@@ -90,7 +38,6 @@ protected:
     }
     bool loadInRoot(const QByteArray& bytes) { return load("<VRFPROPERTY>" + bytes + "</VRFPROPERTY>"); }
 
-    /// The records as the texts above tell them.
     void fill() {
         Model.CurrentStep = 2;
         Model.CurrentItem = 5;
@@ -113,23 +60,22 @@ protected:
     ApplicationSettings Settings;
     ResultModel Model;
 };
-
-class SystemLocale {
-public:
-    explicit SystemLocale(const QLocale& locale) { QLocale::setDefault(locale); }
-    ~SystemLocale() { QLocale::setDefault(QLocale::c()); }
-};
 } // namespace
 
-TEST_F(PropertyFile, TemplateBytes) {
-    const SystemLocale german{QLocale(QLocale::German)};
+TEST_F(PropertyFile, Bytes) {
+    QLocale::setDefault(QLocale::German);
     fill();
     SavePropertyFile(Settings, Model);
-    EXPECT_EQ(read(path()).split('\n'), QByteArray(QByteArray(templateHead) + templateSets + templateTail).split('\n'));
+    QByteArray expected = drawn();
+    EXPECT_EQ(read(path()).split('\n'), expected.split('\n'));
 
-    Settings.Vector = {0, -1, {}, false, 350, 0};
+    Settings.Vector.ItemSets.clear();
+    Settings.Vector.ItemSetCount = 0;
     SavePropertyFile(Settings, Model);
-    EXPECT_EQ(read(path()).split('\n'), QByteArray(QByteArray(templateHead) + templateTail).split('\n'));
+    QLocale::setDefault(QLocale::c());
+    const qsizetype sets = expected.indexOf("<items>\r\n") + 9;
+    expected.remove(sets, expected.indexOf("    </items>") - sets);
+    EXPECT_EQ(read(path()).split('\n'), expected.split('\n'));
 }
 
 TEST_F(PropertyFile, RoundTrip) {
@@ -182,7 +128,7 @@ TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
     expectStart(load("<settings><contour><item>3</item></contour></settings>"), true, "another root");
     expectStart(load("<VRFPROPERTY></VRFPROPERTY></x>"), false, "closed twice");
     expectStart(load("<VRFPROPERTY>" + QByteArray("<contour>").repeated(100000)), true, "deep");
-    expectStart(load("<VRFPROPERTY><currentstep>3"), true, "cut off");
+    expectStart(load("<VRFPROPERTY><currentstep"), true, "cut off");
     QFile::remove(Model.FileName);
     expectStart(LoadPropertyFile(Settings, Model), false, "no result file");
     Model.FileName.clear();
@@ -248,12 +194,32 @@ TEST_F(PropertyFile, ItemSets) {
 }
 
 TEST_F(PropertyFile, CutAtEveryByte) {
-    const QByteArray whole = QByteArray(templateHead) + templateSets + templateTail;
-    for (qsizetype size = 0; size < whole.size(); ++size) {
+    const QByteArray whole = drawn();
+    write(path(), whole);
+    for (qsizetype size = whole.size(); size >= 0; --size) {
+        QFile::resize(path(), size);
         const bool hasRoot = size >= whole.indexOf("<VRFPROPERTY>") + 13;
-        EXPECT_EQ(load(whole.left(size)), hasRoot) << size;
+        EXPECT_EQ(LoadPropertyFile(Settings, Model), hasRoot) << size;
         EXPECT_EQ(Settings.Vector.ItemSetCount, Settings.Vector.ItemSets.size()) << size;
     }
+}
+
+TEST_F(PropertyFile, WhatAFileDoesNotTellComesFromTheStoredDefaults) {
+    ApplicationSettings defaults;
+    defaults.Displacement.Scale = 77;
+    defaults.Vector.Fiducial = 1;
+    defaults.Contour.Divide = 9;
+    ASSERT_TRUE(settingsStore::SaveDrawingDefaults(defaults));
+    fill();
+    EXPECT_TRUE(
+        loadInRoot("<displacement><fid>0</fid></displacement><contour><values><div>8</div></values></contour>"));
+    EXPECT_EQ(Settings.Displacement.Scale, 77);
+    EXPECT_EQ(Settings.Displacement.Fiducial, 0);
+    EXPECT_EQ(Settings.Vector.Fiducial, 1);
+    EXPECT_EQ(Settings.Contour.Divide, 8);
+    EXPECT_TRUE(Settings.Contour.Automatic);
+    EXPECT_EQ(Settings.Contour.MaxValue, 125) << "the ends of the contour have no default";
+    ASSERT_TRUE(settingsStore::SaveDrawingDefaults({}));
 }
 
 TEST_F(PropertyFile, AWriteThatFailsIsSilentAndLeavesTheOldFile) {
@@ -263,7 +229,7 @@ TEST_F(PropertyFile, AWriteThatFailsIsSilentAndLeavesTheOldFile) {
     const QFile::Permissions mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
     QFile::setPermissions(path(), mode);
 
-    // A file may not grow beyond this, as on a full disk; the small one stays in a buffer until the very end.
+    // A file may not grow beyond this, as on a full disk; the small one would fit into a buffer.
     rlimit usual{};
     getrlimit(RLIMIT_FSIZE, &usual);
     const rlimit tight{4096, usual.rlim_max};

@@ -62,7 +62,7 @@ TEST(Xml, Trees) {
         {"<a><b>1</c>2</b></a>", u"a{;b{11}}"},
         {"<a>x&lt;\ny</a>", u"a{x&lt;\ny}"},
         {"<a>1\r\n2</a>", u"a{12}"},
-        {"<a>bb>c/>d", u"a{;b{;/}}"},
+        {"<a>bb>cc/>d/>", u"a{;b{;c/}}"},
         {"\x95\x5c<\x94\x5c>\x83\x5c\x80\xa0</\x94\x5c>", u"能{ソ\uFFFD\uFFFD}"},
     };
     for (const auto& c : cases)

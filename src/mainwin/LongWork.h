@@ -1,0 +1,37 @@
+// Work that may take long, done on another thread while the window stays alive. Knows nothing of the work.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <atomic>
+#include <functional>
+
+/// While it runs the program's windows paint and move but take no input, except that Esc (or closing the window) asks
+/// the work to stop. After half a second it begins to tell its progress.
+class LongWork : public QObject {
+    Q_OBJECT
+
+public:
+    /// How the work tells its progress and learns whether it is to go on.
+    using Progress = std::function<bool(qint64 done, qint64 total)>;
+
+    /// `show` is called on this thread with `caption` and the percentage.
+    LongWork(const QString& caption, std::function<void(const QString&)> show);
+
+    /// Runs `work` to its end, on another thread, from which it must not touch any window. False when it was asked to
+    /// stop.
+    bool Run(const std::function<void(const Progress&)>& work);
+
+    /// True while any work runs.
+    static bool IsRunning() { return running; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    static bool running;
+    QString caption;
+    std::function<void(const QString&)> show;
+    std::atomic<bool> stopped = false;
+    std::atomic<int> percent = 0;
+};

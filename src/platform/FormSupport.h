@@ -1,0 +1,50 @@
+// What the program's dialogs have in common: names of controls, captions with access keys, boxes that put their text in
+// order, equal widths, the place on the screen. No base class: a dialog calls what it needs while it is built.
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <functional>
+#include <initializer_list>
+
+class QGridLayout;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
+namespace FormSupport {
+/// `control` under its object name, which is "name_index" in an array of controls.
+template<class Control>
+Control* Named(Control* control, const QString& name, int index = -1) {
+    control->setObjectName(index < 0 ? name : QString(name + u'_' + QString::number(index)));
+    return control;
+}
+
+/// A row of a form: `caption` in column 0, its access key leading to `control` in column 1.
+QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* control);
+
+/// Shows text to look at and to copy; the Tab key passes it by.
+void MakeReadOnly(QLineEdit& box);
+
+/// Puts the text through `reformat` when the focus goes to another control. Enter does the same and selects the text
+/// instead of pressing the dialog's default button.
+void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> reformat);
+
+/// Selects the whole text whenever the box gets the focus, by mouse as well.
+void SelectAllOnFocus(QLineEdit& box);
+
+/// Makes all as wide as the widest of them needs to have some air around its caption.
+void ButtonWidths(std::initializer_list<QPushButton*> buttons);
+
+/// The row of buttons at the foot of a form: `left` at its left end, `right` at its right.
+QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> left, std::initializer_list<QPushButton*> right);
+
+/// The order in which the Tab key goes round.
+void TabOrder(std::initializer_list<QWidget*> controls);
+
+/// Gives a finished form its size, that of its contents unless told otherwise, and its place: centred across its screen
+/// and with a third of the free height above it.
+void PlaceOnScreen(QWidget& form, QSize size = {});
+} // namespace FormSupport

@@ -1,0 +1,163 @@
+#include "view/frmDrawSettings.h"
+
+#include "app/NumberFormat.h"
+#include "app/mdApplication.h"
+#include "app/mdTips.h"
+#include "app/mdTipsDrawing.h"
+#include "app/settingsStore.h"
+#include "platform/Dialogs.h"
+#include "platform/FormSupport.h"
+#include "platform/PictureBox.h"
+#include "platform/RasterDevice.h"
+#include "result/ResultModel.h"
+#include "view/contour.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <limits>
+
+namespace {
+constexpr int tenthsPerMillimetre = 10;
+enum : int { DisplacementTab, VectorTab, ContourTab };
+
+QString lengthText(int tenths) {
+    return NumberFormat::Format(tenths * 0.1, u"0.0");
+}
+
+int lengthOf(const QString& text) {
+    constexpr int longest = std::numeric_limits<int>::max() / tenthsPerMillimetre;
+    return std::clamp(Round(mdTips::Val(text)), 0, longest) * tenthsPerMillimetre;
+}
+} // namespace
+
+frmDrawSettings::frmDrawSettings(QWidget* parent, const ResultModel& source, ApplicationSettings& target)
+    : QDialog(parent), model(source), settings(target) {
+    setObjectName(u"frmDrawSettings"_qs);
+    setWindowTitle(u"描画設定"_qs);
+    buildControls();
+    connectControls();
+    load();
+    FormSupport::PlaceOnScreen(*this);
+}
+
+void frmDrawSettings::load() {
+    for (const ItemInfo& item : model.Items)
+        cmbVectorItem[0]->addItem(item.Name);
+    cmbVectorItem[0]->setCurrentIndex(-1);
+    itemSets = settings.Vector.ItemSets.first(
+        std::clamp<qsizetype>(settings.Vector.ItemSetCount, 0, settings.Vector.ItemSets.size()));
+
+    cmbDispScale->setCurrentIndex(settings.Displacement.Fiducial);
+    txtDispScale->setText(lengthText(settings.Displacement.Scale));
+    chkDispPaintLegend->setChecked(settings.Displacement.Legend);
+    chkDispOrgMesh->setChecked(settings.Displacement.Original);
+    tbTab->setTabEnabled(DisplacementTab, !model.NoDisplacement);
+
+    cmbVectorScale->setCurrentIndex(settings.Vector.Fiducial);
+    txtVectorScale->setText(lengthText(settings.Vector.Scale));
+    chkVectorPaintLegend->setChecked(settings.Vector.Legend);
+    for (const VectorItemSet& set : itemSets)
+        lstVectorItem->addItem(set.Name);
+    enableItemSet(!itemSets.isEmpty());
+
+    if (const int index = settings.Contour.ColorIndex; index >= 0 && index < int(optContourColor.size()))
+        optContourColor[index]->setChecked(true);
+    colours = settings.Contour.Colors;
+    showColours();
+    chkContourPaintLegend->setChecked(settings.Contour.Legend);
+    chkContourColorReverse->setChecked(settings.Contour.Reverse);
+    tbTab->setTabEnabled(ContourTab, !model.LineElementsOnly);
+
+    Updating = false;
+    drawContourPreview();
+    selectLine(0);
+}
+
+void frmDrawSettings::ReadDialogSettings(ApplicationSettings& target) const {
+    target.Displacement.Fiducial = cmbDispScale->currentIndex();
+    target.Displacement.Scale = lengthOf(txtDispScale->text());
+    target.Displacement.Legend = chkDispPaintLegend->isChecked();
+    target.Displacement.Original = chkDispOrgMesh->isChecked();
+    target.Vector.Fiducial = cmbVectorScale->currentIndex();
+    target.Vector.Scale = lengthOf(txtVectorScale->text());
+    target.Vector.Legend = chkVectorPaintLegend->isChecked();
+    target.Vector.ItemSetCount = int(itemSets.size());
+    target.Vector.ItemSets = itemSets;
+    target.Contour.ColorIndex = colourIndex();
+    target.Contour.Colors = colours;
+    target.Contour.Legend = chkContourPaintLegend->isChecked();
+    target.Contour.Reverse = chkContourColorReverse->isChecked();
+}
+
+void frmDrawSettings::apply() {
+    ReadDialogSettings(settings);
+    Result = true;
+    accept();
+}
+
+void frmDrawSettings::setDefault() {
+    const int answer =
+        mdApplication::ShowMessage(u"現在の設定値をアプリケーションの規定値として設定します。\n"
+                                   u"（ただし、ベクトル図のアイテムセットだけは規定値とは設定されません）"_qs,
+                                   Dialogs::Style::AskNoDefault);
+    if (answer != Dialogs::Answer::Yes)
+        return;
+    ApplicationSettings temporary = settings;
+    ReadDialogSettings(temporary);
+    if (!settingsStore::SaveDrawingDefaults(temporary))
+        mdApplication::ShowMessage(u"規定値を保存することができませんでした。"_qs, Dialogs::Style::Stop);
+}
+
+int frmDrawSettings::colourIndex() const {
+    for (int i = 0; i < int(optContourColor.size()); ++i)
+        if (optContourColor[i]->isChecked())
+            return i;
+    return settings.Contour.ColorIndex;
+}
+
+void frmDrawSettings::showColours() {
+    constexpr int middleGrey = 128;
+    for (int i = 0; i < int(colours.size()); ++i) {
+        const QColor back(redOf(colours[i]), greenOf(colours[i]), blueOf(colours[i]));
+        const QString text = qGray(back.rgb()) < middleGrey ? u"white"_qs : u"black"_qs;
+        cmdContourColor[i]->setStyleSheet(
+            u"QPushButton { background-color: "_qs + back.name() + u"; color: "_qs + text +
+            u"; border: 1px solid #808080; border-radius: 3px; padding: 5px 16px; }"_qs
+            u"QPushButton:focus { border: 2px solid palette(highlight); padding: 4px 15px; }"_qs);
+    }
+}
+
+void frmDrawSettings::chooseColour(int index) {
+    const std::optional<Colour> chosen = Dialogs::ChooseColour(this, u"色の設定"_qs, colours[index]);
+    if (!chosen)
+        return;
+    colours[index] = *chosen;
+    showColours();
+    drawContourPreview();
+}
+
+void frmDrawSettings::drawContourPreview() {
+    if (Updating)
+        return;
+    ContourSettings shown;
+    shown.ColorIndex = colourIndex();
+    shown.Colors = colours;
+    shown.Reverse = chkContourColorReverse->isChecked();
+    RasterDevice device(picContourPreview->ClearedImage(), picContourPreview->DotsPerInch());
+    const DeviceSize size = picContourPreview->PixelSize();
+    device.SaveDC();
+    for (int x = 0; x <= size.Width; ++x) {
+        const float t = float(x) * (1.0f / float(size.Width));
+        const Pen old = mdTips::SelectSolidPen(device, mdScene::ContourColor(t, shown), 1, PenStyle::Solid);
+        device.MoveTo({x, 0});
+        device.LineTo({x, size.Height});
+        mdTips::RestoreObject(device, old);
+    }
+    device.RestoreDC();
+    picContourPreview->Refresh();
+}

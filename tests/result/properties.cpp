@@ -1,0 +1,144 @@
+#include "platform/Dialogs.h"
+#include "result/PropertyRows.h"
+#include "result/VrfBuilder.h"
+#include "result/frmProperties.h"
+#include "result/mdVelorinResultModel.h"
+
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class PropertiesTest : public testing::Test {
+protected:
+    PropertiesTest() {
+        VrfBuilder file = twoSquares();
+        file.nodes[1] = {0.1, -2.5};
+        EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes(), u"板.a.vrf"_qs), model));
+    }
+    void show() {
+        form = std::make_unique<frmProperties>(nullptr, model);
+        list = form->findChild<QTableView*>(u"lvProperties"_qs);
+        form->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    }
+    void click(int row) const {
+        list->scrollTo(list->model()->index(row, 1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualRect(list->model()->index(row, 1)).center());
+    }
+    QString text(int row, int column = 1) const { return list->model()->index(row, column).data().toString(); }
+    QString key(int row) const { return list->model()->index(row, 0).data(PropertyRows::KeyRole).toString(); }
+    QImage icon(int row) const {
+        return list->model()->index(row, 0).data(Qt::DecorationRole).value<QPixmap>().toImage();
+    }
+    int count() const { return list->model()->rowCount(); }
+
+    TestFolder folder;
+    ResultModel model;
+    std::unique_ptr<frmProperties> form;
+    QTableView* list = nullptr;
+};
+
+TEST_F(PropertiesTest, NineRowsTellWhatTheFileHolds) {
+    show();
+    EXPECT_EQ(form->windowTitle(), u"プロパティ - 板"_qs);
+    ASSERT_EQ(count(), 9);
+    QStringList shown;
+    for (int row = 0; row < 9; ++row)
+        shown += text(row, 0) + u'=' + text(row);
+    const QString path = folder.Path({});
+    EXPECT_EQ(shown, (QStringList{u"パス="_qs + path.chopped(path.endsWith(u'/') ? 1 : 0), u"ファイル名=板.a.vrf"_qs,
+                                  u"プレフィックス=VRF10"_qs, u"バージョン=1.00"_qs, u"解析タイトル=試験"_qs,
+                                  u"アイテム=2"_qs, u"節点=6"_qs, u"要素=2"_qs, u"ステップ=2"_qs}));
+    model.LineElementsOnly = true;
+    show();
+    EXPECT_EQ(text(7), u"2 [ 線要素のみ ]"_qs);
+}
+
+TEST_F(PropertiesTest, ClickOpensAndShutsTheFourThatHaveAnIcon) {
+    show();
+    const QImage shut = icon(5);
+    EXPECT_NE(shut, icon(4));
+    for (int row = 8; row >= 0; --row)
+        click(row);
+    ASSERT_EQ(count(), 9 + 2 + 6 + 2 + 2);
+    EXPECT_NE(icon(5), shut);
+    EXPECT_EQ(text(6, 0), QString());
+    EXPECT_EQ(text(6), u"変位 ( 節点対象 )"_qs);
+    EXPECT_EQ(text(7), u"応力 ( 要素対象 )"_qs);
+    EXPECT_EQ(text(10), u"2 : 0.100, -2.500"_qs);
+    EXPECT_EQ(key(10), u"node-1"_qs);
+    EXPECT_EQ(text(17), u"2 : 2 - 3 - 6 - 5"_qs);
+    EXPECT_EQ(text(19), u"1 : 初期 ( 0.0 )"_qs);
+    EXPECT_EQ(text(20), u"2 : Time : 1.250 ( 1.25 )"_qs);
+    EXPECT_EQ(key(20), u"step-1"_qs);
+    click(10);
+    EXPECT_EQ(count(), 21) << "a row without icon";
+
+    click(8);
+    ASSERT_EQ(count(), 15);
+    EXPECT_EQ(icon(8), shut);
+    EXPECT_EQ(key(10), u"elem-0"_qs);
+    list->setCurrentIndex(list->model()->index(8, 0));
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(count(), 21) << "no duplicates, and by the keyboard as well";
+    form->RemoveChildRows(u"item-"_qs);
+    form->RemoveChildRows(u"item-"_qs);
+    form->RemoveChildRows(u"none"_qs);
+    EXPECT_EQ(count(), 19);
+}
+
+TEST_F(PropertiesTest, MillionNodesOpenWithoutMakingRows) {
+    // There are no coordinates behind this count: a row that was made would read beyond the end.
+    ResultModel counted;
+    counted.Mesh.NodeCount = 1'000'000'000;
+    PropertyRows rows(counted);
+    rows.Toggle(PropertyRows::Nodes);
+    EXPECT_EQ(rows.rowCount(), 1'000'000'009);
+
+    constexpr int million = 1'000'000;
+    model.Mesh.NodeCount = million;
+    model.Mesh.Nodes.X = QList<float>(million, 1.5f);
+    model.Mesh.Nodes.Y = model.Mesh.Nodes.X;
+    show();
+    click(6);
+    ASSERT_EQ(count(), million + 9);
+    list->scrollToBottom();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text(million + 6), u"1000000 : 1.500, 1.500"_qs);
+    EXPECT_EQ(text(million + 7, 0), u"要素"_qs);
+    click(million + 8);
+    EXPECT_EQ(count(), million + 11);
+}
+
+TEST_F(PropertiesTest, NothingOpenAndEmptyEntriesAreHarmless) {
+    model = {};
+    show();
+    EXPECT_EQ(text(0) + text(5), u"0"_qs);
+    for (int row = 0; row < 9; ++row)
+        click(row);
+    click(5);
+    EXPECT_EQ(count(), 9);
+}
+
+TEST_F(PropertiesTest, TextExportAsksForAFileAndWritesNone) {
+    show();
+    Dialogs::Testing::Start();
+    const QString chosen = folder.Path(u"out.TXT"_qs);
+    for (const std::optional<QString>& answer : {std::optional(chosen), std::optional<QString>()}) {
+        Dialogs::Testing::QueueFile(answer);
+        QTest::mouseClick(form->findChild<QPushButton*>(u"Command2"_qs), Qt::LeftButton);
+    }
+    EXPECT_EQ(Dialogs::Testing::Asked().first().Kind, Dialogs::Testing::Kind::SaveFile);
+    EXPECT_EQ(Dialogs::Testing::Asked().first().Text, folder.Path(u"板"_qs));
+    EXPECT_EQ(Dialogs::Testing::UnexpectedCount() + Dialogs::Testing::UnusedCount(), 0);
+    Dialogs::Testing::Stop();
+    EXPECT_FALSE(QFile::exists(chosen));
+    QTest::mouseClick(form->findChild<QPushButton*>(u"Command1"_qs), Qt::LeftButton);
+    EXPECT_FALSE(form->isVisible());
+}
+
+} // namespace
