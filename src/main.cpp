@@ -1,5 +1,6 @@
 // The entry procedure and the start-up chain.
 #include "app/mdApplication.h"
+#include "app/settingsStore.h"
 #include "mainwin/frmMain.h"
 #include "platform/Dialogs.h"
 #include "platform/Fonts.h"
@@ -23,7 +24,7 @@ std::optional<StartUpFailure> InitializeApplication() {
         Fonts::InstallSubstitutions();
         // The answer is of no interest: a missing part is to show here and not in the middle of a drawing.
         brenlib::GetDllVersion();
-        SetDefaults(Settings, ProgramFolder(), QString());
+        settingsStore::LoadSettings(Settings, ProgramFolder(), QString());
         return {};
     } catch (const std::exception& error) {
         return StartUpFailure{1, QString::fromUtf8(error.what())};

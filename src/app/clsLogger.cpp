@@ -6,8 +6,10 @@
 #include <QCoreApplication>
 #include <QDir>
 
-clsLogger::clsLogger() : file(QDir::tempPath() + u'/' + QCoreApplication::applicationName() + u".log"_qs) {
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+clsLogger::clsLogger() {
+    const QString folder = QDir::tempPath(); // empty when it is missing
+    file.setFileName(folder + u'/' + QCoreApplication::applicationName() + u".log"_qs);
+    if (folder.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         mdApplication::ShowMessage(u"ログファイルを開くことができません。"_qs, Dialogs::Style::Information);
 }
 

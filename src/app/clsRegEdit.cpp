@@ -8,10 +8,6 @@ namespace {
 constexpr int closeError = 600001;
 constexpr qsizetype enumerationBytes = 2000, subKeyNameCharacters = 200;
 
-bool isText(std::uint32_t type) {
-    return type == Registry::REG_SZ || type == Registry::REG_EXPAND_SZ || type == Registry::REG_MULTI_SZ;
-}
-
 QVariant numberFrom(const Registry::Value& stored) {
     if (stored.Data.size() != 4)
         return {};
@@ -50,7 +46,7 @@ int reportedType(std::uint32_t type) {
 }
 
 qsizetype sizeOf(const Registry::Value& stored) {
-    return isText(stored.Type) ? Codepage::ByteLength(Registry::BytesText(stored.Data)) : stored.Data.size();
+    return Registry::IsText(stored.Type) ? Codepage::ByteLength(Registry::BytesText(stored.Data)) : stored.Data.size();
 }
 
 /// The bytes to store; nothing when `value` isn't of the type's form.

@@ -63,7 +63,8 @@ void mdTips::DrawAnchoredText(DeviceContext& device, int x, int y, const QString
     const DeviceSize size = MeasureText(device, text);
     const int left[] = {0, size.Width / 2, size.Width};
     const int top[] = {0, size.Height / 2, size.Height};
-    device.Text({x - left[place % 3], y - top[place / 3]}, text);
+    // By way of reals: a corner may come to lie beyond what a device can name.
+    device.Text({Round(double(x) - left[place % 3]), Round(double(y) - top[place / 3])}, text);
 }
 
 int mdTips::MulDiv(int number, int numerator, int denominator) {

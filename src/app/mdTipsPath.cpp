@@ -29,7 +29,10 @@ QString mdTips::ReadTextFile(const QString& path, qint64 maxBytes) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return Codepage::Decode(file.read(maxBytes > 0 ? std::min(maxBytes, largestTextFile) : largestTextFile));
+    const qint64 most = maxBytes > 0 ? std::min(maxBytes, largestTextFile) : largestTextFile;
+    // A buffer for all that is asked for comes before the first byte, so a small file mustn't ask for the largest.
+    const qint64 length = file.isSequential() ? most : std::min(most, file.size());
+    return Codepage::Decode(file.read(length));
 }
 
 QString mdTips::AddTrailingChar(const QString& text, QChar trailing) {

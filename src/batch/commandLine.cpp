@@ -17,12 +17,14 @@ constexpr Command commands[] = {
     {u"mesh", u"its nodes and elements, as JSON", RunMesh},
     {u"values", u"the values of an item at a step, as CSV or JSON", RunValues},
     {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender},
+    {u"registry", u"export or import the settings, as a registry file", RunRegistry},
 };
 
 QString usage() {
     QString text = u"Usage: velorin-batch COMMAND FILE [OPTION]...\n\nCommands:\n"_qs;
     for (const Command& command : commands)
-        text += u"  "_qs + QStringView(command.name).toString().leftJustified(8) + QStringView(command.purpose) + u'\n';
+        text +=
+            u"  "_qs + QStringView(command.name).toString().leftJustified(10) + QStringView(command.purpose) + u'\n';
     return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_qs;
 }
 

@@ -25,5 +25,6 @@ Status RunInfo(const QStringList& arguments, const Streams& streams);
 Status RunMesh(const QStringList& arguments, const Streams& streams);
 Status RunValues(const QStringList& arguments, const Streams& streams);
 Status RunRender(const QStringList& arguments, const Streams& streams);
+Status RunRegistry(const QStringList& arguments, const Streams& streams);
 
 } // namespace batch

@@ -7,11 +7,12 @@
 
 namespace batch {
 
-Options::Options(const QString& command, const QString& purpose, const QString& operand) : commandName(command) {
+Options::Options(const QString& command, const QString& purpose, const QString& operand, const QString& kind)
+    : commandName(command), operandKind(kind) {
     parser.setApplicationDescription(purpose);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsCompactedShortOptions);
     parser.addOption({u"help"_qs, u"Show this help."_qs});
-    parser.addPositionalArgument(operand.toLower(), u"Result file (.vrf)."_qs, operand);
+    parser.addPositionalArgument(operand.toLower(), u"The "_qs + kind + u'.', operand);
 }
 
 void Options::Flag(const QString& name, const QString& purpose) {
@@ -36,7 +37,8 @@ void Options::Parse(const QStringList& arguments, const Streams& streams) {
     if (!understood)
         throw Stop{WrongUsage, parser.errorText()};
     if (parser.positionalArguments().size() != 1)
-        throw Stop{WrongUsage, u"one result file is wanted, %1 given"_qs.arg(parser.positionalArguments().size())};
+        throw Stop{WrongUsage,
+                   u"one %1 is wanted, %2 given"_qs.arg(operandKind).arg(parser.positionalArguments().size())};
 }
 
 std::optional<int> Options::Integer(const QString& name, int lowest, int highest) const {

@@ -19,8 +19,9 @@ struct Stop {
 /// The options of one command. Ends the command when they make no sense, or when help was asked for.
 class Options {
 public:
-    /// `operand` is the one argument without a name, such as "FILE".
-    Options(const QString& command, const QString& purpose, const QString& operand);
+    /// `operand` is the one argument without a name, such as "FILE", and `kind` what it is.
+    Options(const QString& command, const QString& purpose, const QString& operand,
+            const QString& kind = u"result file"_qs);
 
     void Flag(const QString& name, const QString& purpose);
     void Value(const QString& name, const QString& valueName, const QString& purpose);
@@ -35,6 +36,7 @@ public:
 
 private:
     QString commandName;
+    QString operandKind;
     QCommandLineParser parser;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/RasterDevice.h"
 #include "platform/TraceDevice.h"
 #include "property/drawingElements.h"
+#include "property/propertyFile.h"
 #include "view/mdScene.h"
 
 #include <QBuffer>
@@ -36,9 +37,11 @@ struct Job {
     int zoom = 0;
     PlotScaleMode scaleMode = PlotScaleMode::Automatic;
     std::optional<StepRange> range;
-    int step = 1;
+    std::optional<int> step;
     QString item;
-    ApplicationSettings settings;
+    bool mesh = true;
+    bool withPropertyFile = true;
+    QStringList assignments; ///< of drawing settings, each of which is sound
 };
 
 /// A picture and how its bytes come about; each writes the whole file's content for one paint.
@@ -181,7 +184,7 @@ Job jobFrom(const Options& options) {
     if (!options.IsSet(u"o"_qs))
         throw Stop{WrongUsage, u"-o is needed"_qs};
     job.output = options.Text(u"o"_qs);
-    job.step = options.Integer(u"step"_qs, 1).value_or(1);
+    job.step = options.Integer(u"step"_qs, 1);
     job.item = options.Text(u"item"_qs);
     job.dotsPerInch = options.Integer(u"dpi"_qs, 1, mostDotsPerInch).value_or(job.dotsPerInch);
     job.zoom = options.Integer(u"zoom"_qs, ZoomMin, ZoomMax).value_or(0);
@@ -189,10 +192,14 @@ Job jobFrom(const Options& options) {
         job.size = parseSize(options.Text(u"size"_qs));
     if (options.IsSet(u"steps"_qs))
         job.range = parseRange(options.Text(u"steps"_qs));
-    job.settings.Window.Mesh = chosen(options, u"mesh"_qs, u"on"_qs, u"off"_qs, job.settings.Window.Mesh);
+    job.mesh = chosen(options, u"mesh"_qs, u"on"_qs, u"off"_qs, job.mesh);
+    job.withPropertyFile = !options.IsSet(u"no-property"_qs);
     job.scaleMode = chosen(options, u"scale-mode"_qs, u"fixed"_qs, u"automatic"_qs, true) ? PlotScaleMode::Fixed
                                                                                           : PlotScaleMode::Automatic;
-    applySettings(options.Texts(u"set"_qs), job.settings);
+    job.assignments = options.Texts(u"set"_qs);
+    // Tried out here, so that a wrong one is told before the file is opened.
+    ApplicationSettings trial;
+    applySettings(job.assignments, trial);
     return job;
 }
 
@@ -213,14 +220,27 @@ void save(const QString& path, const QByteArray& bytes) {
         RefuseInput(path, file.errorString());
 }
 
+/// The settings of the picture: the property file's, if there is one and it counts, under those of the command line.
+/// Leaves the file's step and item in `model`.
+ApplicationSettings settingsFor(const Job& job, ResultModel& model) {
+    ApplicationSettings settings;
+    // Without a file to read the store of drawing defaults isn't touched: many companions may run at once.
+    if (job.withPropertyFile && QFileInfo::exists(propertyFile::PathFor(model.FileName)))
+        propertyFile::LoadPropertyFile(settings, model);
+    settings.Window.Mesh = job.mesh;
+    applySettings(job.assignments, settings);
+    return settings;
+}
+
 /// Paints the loaded step in `format`.
-QByteArray pictureOf(const Job& job, Format format, const ResultModel& model, ViewState& view) {
+QByteArray pictureOf(const Job& job, Format format, const ResultModel& model, const ApplicationSettings& settings,
+                     ViewState& view) {
     DocumentPlotter plotter;
     plotter.SetHeadless(true);
     plotter.SetScaleMode(job.scaleMode);
     plotter.SetEventSink({[&view] { return view.ViewBounds; },
                           [&](PlotCanvas& canvas) {
-                              mdScene::PaintScene(canvas, false, {model, job.settings, view});
+                              mdScene::PaintScene(canvas, false, {model, settings, view});
                           },
                           {}});
     return format(job, [&plotter](DeviceContext& device) { plotter.Draw(device); });
@@ -234,19 +254,25 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     options.Parse(arguments, streams);
     const Job job = jobFrom(options);
     const Format format = formatFor(job.output);
-    const StepRange range = job.range.value_or(StepRange{job.step, job.step, 1});
-    if (range.first != range.last && !numberedName(job.output, 1))
+    if (job.range && job.range->first != job.range->last && !numberedName(job.output, 1))
         throw Stop{WrongUsage, u"-o wants %d in the name when there is more than one step"_qs};
 
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);
-    const std::int32_t item = job.item.isEmpty() ? 0 : FindItem(job.item, model, job.input);
+    const ApplicationSettings settings = settingsFor(job, model);
+    const std::int32_t item =
+        job.item.isEmpty() ? std::max(model.CurrentItem, 0) : FindItem(job.item, model, job.input);
+    const int step = job.step.value_or(std::max(model.CurrentStep, 0) + 1);
+    const StepRange range = job.range.value_or(StepRange{step, step, 1});
+    // A file without steps has a mesh to show all the same.
+    const bool meshAlone = model.StepCount < 1 && !job.step && !job.range;
     ViewState view;
     mdView::SetViewBounds(model.Mesh, view);
     mdView::ApplyZoom(job.zoom, view);
-    for (qint64 step = range.first; step <= range.last; step += range.stride) {
-        LoadNumberedStep(model, job.input, int(step), item, job.settings.Difference.StandardStep + 1);
-        save(numberedName(job.output, int(step)).value_or(job.output), pictureOf(job, format, model, view));
+    for (qint64 number = range.first; number <= range.last; number += range.stride) {
+        if (!meshAlone)
+            LoadNumberedStep(model, job.input, int(number), item, settings.Difference.StandardStep + 1);
+        save(numberedName(job.output, int(number)).value_or(job.output), pictureOf(job, format, model, settings, view));
     }
     return Done;
 }

@@ -1,17 +1,20 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
+#include "mainwin/commandState.h"
+#include "mainwin/commandTable.h"
 #include "platform/PictureBox.h"
 #include "result/mdVelorinResultModel.h"
 #include "view/mdScene.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 
 frmMain* frmMain::instance = nullptr;
 
@@ -25,7 +28,10 @@ frmMain::frmMain() {
     setObjectName(u"frmMain"_qs);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_qs));
     buildPanels();
-    buildMenus();
+    bars = new CommandBars(*this);
+    commandTable::Build(*bars);
+    bars->SetBandVisible(u"tbSlideShow"_qs, false);
+    connectEvents();
     constexpr QSize startSize(1024, 720);
     resize(startSize.boundedTo(screen()->availableSize()));
     move(screen()->availableGeometry().center() - rect().center());
@@ -39,11 +45,14 @@ frmMain::frmMain() {
              mdScene::PaintScene(canvas, false, {mdApplication::Model, mdApplication::Settings, view});
          },
          [this] { return std::exchange(view.RefitPending, false); }});
+    loadRecentFiles();
     updateCaption();
-    updateCommands();
+    updateCommandState();
+    commandState::BuildRecentMenu(*bars, recentFiles);
 }
 
 frmMain::~frmMain() {
+    picScreen->disconnect(this);
     mdVelorinResultModel::CloseResultFile(mdApplication::Model);
     instance = nullptr;
 }
@@ -73,6 +82,7 @@ void frmMain::buildPanels() {
     connect(picScreen, &PictureBox::Resized, this, &frmMain::onPictureResized);
     connect(picScreen, &PictureBox::MouseMoved, this, &frmMain::showMouseCoordinates);
     connect(picScreen, &PictureBox::ZoomWheel, this, &frmMain::zoomAt);
+    connectPicking();
 
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_qs);
@@ -90,47 +100,42 @@ void frmMain::buildPanels() {
     }
 }
 
-void frmMain::buildMenus() {
-    const auto add = [this](QMenu* menu, const QString& name, const QString& caption, const QKeySequence& key,
-                            auto reaction) {
-        QAction* action = menu->addAction(caption);
-        action->setObjectName(name);
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, reaction);
-        return action;
-    };
-    QMenu* file = menuBar()->addMenu(tr("ファイル(&F)"));
-    add(file, u"miFileOpen"_qs, tr("計算結果ファイルを開く(&O)..."), QKeySequence::Open, [this] { promptAndOpen(); });
-    file->addSeparator();
-    add(file, u"miFileQuit"_qs, tr("終了(&X)"), {}, [this] { close(); });
-    QMenu* viewMenu = menuBar()->addMenu(tr("表示(&V)"));
-    miViewZoomIn = add(viewMenu, u"miViewZoomIn"_qs, tr("拡大(&I)"), {}, [this] { SetZoom(Zoom() + 1); });
-    miViewZoomOut = add(viewMenu, u"miViewZoomOut"_qs, tr("縮小(&O)"), {}, [this] { SetZoom(Zoom() - 1); });
-    miViewZoomOff = add(viewMenu, u"miViewZoomOff"_qs, tr("全体表示(&A)"), {}, [this] { SetZoom(0); });
-    viewMenu->addSeparator();
-    add(viewMenu, u"miViewRefresh"_qs, tr("最新の情報に更新(&R)"), Qt::Key_F5, [this] { repaint(); });
+void frmMain::connectEvents() {
+    connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
+    connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
+    connect(bars, &CommandBars::BandOpening, this, [this](const QString& band) {
+        if (band == u"pbTools" || band == u"pbPopup")
+            bars->SetEnabled(u"miToolsImageCopy"_qs, IsOpen());
+    });
+    // Keys come to the window before the control that has the focus, as far as they choose a step.
+    qApp->installEventFilter(this);
 }
 
-void frmMain::updateCommands() {
-    miViewZoomIn->setEnabled(IsOpen() && view.Zoom < ZoomMax);
-    miViewZoomOut->setEnabled(IsOpen() && view.Zoom >= ZoomMin + 1);
-    miViewZoomOff->setEnabled(IsOpen() && view.Zoom != 0);
+bool frmMain::event(QEvent* event) {
+    if (event->type() == QEvent::StatusTip) {
+        panels[0]->setText(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    }
+    return QMainWindow::event(event);
 }
 
-void frmMain::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
-        onKey(event);
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    const bool here = watched->isWidgetType() && static_cast<QWidget*>(watched)->window() == this;
+    const bool free = !QApplication::activePopupWidget() && !QApplication::activeModalWidget();
+    if (event->type() == QEvent::KeyPress && here && free && takeStepKey(*static_cast<QKeyEvent*>(event)))
+        return true;
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool frmMain::takeStepKey(const QKeyEvent& event) {
+    if (event.key() != Qt::Key_Up && event.key() != Qt::Key_Down)
+        return false;
+    const QString combo = u"miDrawStep"_qs;
+    const bool toEnd = event.modifiers() & Qt::ControlModifier;
+    const int last = bars->ListCount(combo) - 1;
+    if (event.key() == Qt::Key_Up)
+        bars->SetListIndex(combo, toEnd ? std::min(0, last) : std::min(std::max(bars->ListIndex(combo) - 1, 0), last));
     else
-        QMainWindow::keyPressEvent(event);
-}
-
-void frmMain::onKey(QKeyEvent* event) {
-    const ResultModel& model = mdApplication::Model;
-    const bool toEnd = event->modifiers() & Qt::ControlModifier;
-    const int last = model.StepCount - 1;
-    if (event->key() == Qt::Key_Up)
-        selectStep(toEnd ? 0 : std::max(model.CurrentStep - 1, 0));
-    else
-        selectStep(toEnd ? last : std::min(model.CurrentStep + 1, last));
-    event->accept();
+        bars->SetListIndex(combo, toEnd ? last : std::min(bars->ListIndex(combo) + 1, last));
+    return true;
 }

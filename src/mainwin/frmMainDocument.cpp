@@ -1,14 +1,37 @@
-// How a file enters the window, and how its steps follow each other.
+// How a file enters the window, what is remembered of it, and how the window comes back as it was left.
 #include "mainwin/frmMain.h"
 
+#include "app/clsRegEdit.h"
 #include "app/mdApplication.h"
+#include "app/mdTips.h"
+#include "app/settingsStore.h"
+#include "mainwin/commandState.h"
 #include "platform/Dialogs.h"
+#include "platform/Registry.h"
+#include "property/propertyFile.h"
 #include "result/mdVelorinResultModel.h"
 
+#include <QCloseEvent>
 #include <QDir>
+#include <QGuiApplication>
+#include <QScreen>
 
 using mdApplication::Model;
 using mdApplication::Settings;
+
+namespace {
+
+/// Window places are kept in twentieths of a point, of which there are 15 in a pixel at 96 dots an inch.
+constexpr int twipsPerPixel = 15;
+constexpr int mostRecentFilesKept = 10;
+
+enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
+
+QString recentFilesKey() {
+    return settingsStore::RootKey + u"\\Recent Files"_qs;
+}
+
+} // namespace
 
 bool frmMain::IsOpen() const {
     return !mdVelorinResultModel::IsFileClosed(Model);
@@ -16,28 +39,51 @@ bool frmMain::IsOpen() const {
 
 void frmMain::FirstStep(const QString& commandLine) {
     clsModel.SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
-    if (mdApplication::FileExists(commandLine))
-        openResultFile(commandLine);
-    else if (!commandLine.isEmpty())
+    applyBarVisibility();
+    if (Settings.Window.RestoreWindowStatus)
+        restoreWindow();
+    QString path = commandLine;
+    if (path.isEmpty() && Settings.Window.RestoreLastFile && recentFiles.Count() > 0)
+        path = recentFiles.PrivateData(0);
+    if (mdApplication::FileExists(path))
+        openResultFile(path);
+    else if (!path.isEmpty())
         mdApplication::ShowMessage(u"無効なパラメータです。"_qs, Dialogs::Style::Stop);
 }
 
 void frmMain::openResultFile(const QString& path) {
-    if (!mdVelorinResultModel::LoadResultFile(path, Model)) {
-        updateCaption();
-        updateCommands();
-        mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, Dialogs::Style::Stop);
-        clearPicture();
-        return;
-    }
-    mdVelorinResultModel::LoadStep(std::max(Model.CurrentStep, 0), std::max(Model.CurrentItem, 0), Model, false,
-                                   Settings.Difference.StandardStep);
+    if (IsOpen() && Settings.Window.AutoSave)
+        propertyFile::SavePropertyFile(Settings, Model);
+    Selection.Clear();
+    if (mdVelorinResultModel::LoadResultFile(path, Model))
+        takeUpFile();
+    else
+        refuseFile(path);
+}
+
+void frmMain::takeUpFile() {
+    if (!propertyFile::LoadPropertyFile(Settings, Model))
+        propertyFile::ResetDrawingSettings(Settings, Model);
+    loadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem);
     view.RefitPending = true;
+    Selection.Clear();
+    addRecentFile(Model.FileName, false);
+    commandState::BuildRecentMenu(*bars, recentFiles);
     mdView::SetViewBounds(Model.Mesh, view);
     if (!isVisible())
         show();
     updateCaption();
+    updateCommandState();
     SetZoom(0);
+}
+
+void frmMain::refuseFile(const QString& path) {
+    // A file of another kind leaves the earlier one open, but this window has given it up.
+    mdVelorinResultModel::CloseResultFile(Model);
+    updateCaption();
+    updateCommandState();
+    mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, Dialogs::Style::Stop);
+    clearPicture();
 }
 
 void frmMain::promptAndOpen() {
@@ -50,7 +96,7 @@ bool frmMain::promptFileName(QString& path) {
     const QString filter =
         mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_qs;
     const auto chosen =
-        Dialogs::OpenFileName(this, tr("計算結果ファイルを開く"), path.isEmpty() ? QDir::currentPath() : path, filter);
+        Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_qs, path.isEmpty() ? QDir::currentPath() : path, filter);
     path = chosen.value_or(path);
     return chosen.has_value();
 }
@@ -60,9 +106,72 @@ void frmMain::updateCaption() {
     setWindowTitle(mdApplication::ApplicationTitle + u" - "_qs + title);
 }
 
-void frmMain::selectStep(int step) {
-    if (!IsOpen() || step == Model.CurrentStep)
+void frmMain::loadStep(int step, int item) {
+    // No item is taken for the first one: a file whose first load failed would otherwise never load a step again.
+    mdVelorinResultModel::LoadStep(step, std::max(item, 0), Model, false, Settings.Difference.StandardStep);
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (IsOpen() && Settings.Window.AutoSave)
+        propertyFile::SavePropertyFile(Settings, Model);
+    storeWindow();
+    settingsStore::SaveSettings(Settings);
+    saveRecentFiles();
+    event->accept();
+}
+
+void frmMain::restoreWindow() {
+    const WindowSettings& saved = Settings.Window;
+    if (saved.WindowState == Minimised)
+        setWindowState(Qt::WindowMinimized);
+    else if (saved.WindowState == Maximised)
+        setWindowState(Qt::WindowMaximized);
+    if (saved.WindowState != Normal)
         return;
-    mdVelorinResultModel::LoadStep(step, Model.CurrentItem, Model, false, Settings.Difference.StandardStep);
-    repaint();
+    const auto pixels = [&](std::size_t i) { return saved.WindowPos[i] / twipsPerPixel; };
+    const QRect place(pixels(0), pixels(1), pixels(2), pixels(3));
+    // A place on a screen that is no longer there would put the window out of reach.
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const bool reachable = std::any_of(screens.begin(), screens.end(), [&](const QScreen* other) {
+        return other->availableGeometry().intersects(place);
+    });
+    if (!reachable || place.width() < minimumSizeHint().width() || place.height() < minimumSizeHint().height())
+        return;
+    move(place.topLeft());
+    resize(place.size());
+}
+
+void frmMain::storeWindow() {
+    Settings.Window.WindowState = isMinimized() ? Minimised : isMaximized() ? Maximised : Normal;
+    const QPoint corner = pos();
+    Settings.Window.WindowPos = {corner.x() * twipsPerPixel, corner.y() * twipsPerPixel, width() * twipsPerPixel,
+                                 height() * twipsPerPixel};
+}
+
+void frmMain::addRecentFile(const QString& path, bool atEnd) {
+    recentFiles.Add(mdTips::NormalizePathCase(path), atEnd, path);
+}
+
+void frmMain::loadRecentFiles() {
+    clsRegEdit key;
+    if (!key.OpenRegKey(Registry::HKEY_CURRENT_USER, recentFilesKey()))
+        return;
+    QString name;
+    int type = 0;
+    QVariant value;
+    int size = 0;
+    for (int i = 0; key.EnumRegValue(i, name, type, value, size); ++i)
+        if (type == Registry::REG_SZ && mdApplication::FileExists(value.toString()))
+            addRecentFile(value.toString(), true);
+}
+
+void frmMain::saveRecentFiles() {
+    clsRegEdit key;
+    if (!key.OpenRegKey(Registry::HKEY_CURRENT_USER, recentFilesKey()))
+        return;
+    Registry::Transaction save;
+    // Values beyond the count stay: their files come back when they exist.
+    for (int i = 0; i < std::min(recentFiles.Count(), mostRecentFilesKept); ++i)
+        key.SetRegValue(QString::number(i + 1), Registry::REG_SZ, recentFiles.PrivateData(i));
+    save.Commit();
 }

@@ -3,6 +3,7 @@
 
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
+#include "platform/CommandBars.h"
 #include "platform/PictureBox.h"
 #include "platform/RasterDevice.h"
 
@@ -27,10 +28,16 @@ void frmMain::zoomAt(QPointF pixel, int steps) {
 
 void frmMain::finishZoom() {
     updatingUi = true;
-    updateCommands();
+    updateZoomCommands();
     updateScrollBars();
     updatingUi = false;
     repaint();
+}
+
+void frmMain::updateZoomCommands() {
+    bars->SetEnabled(u"miViewZoomIn"_qs, IsOpen() && view.Zoom < ZoomMax);
+    bars->SetEnabled(u"miViewZoomOut"_qs, IsOpen() && view.Zoom > ZoomMin);
+    bars->SetEnabled(u"miViewZoomOff"_qs, IsOpen() && view.Zoom != 0);
 }
 
 void frmMain::updateScrollBars() {

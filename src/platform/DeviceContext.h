@@ -112,8 +112,8 @@ public:
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
 
-    /// What can be seen of anything drawn now, so that a layer can leave out the rest; nothing for a device on which
-    /// all counts, seen or not.
+    /// Where points must lie to matter: a line or an area, in the selected pen, whose points all lie beyond the same
+    /// side of this rectangle leaves no mark and need not be drawn. Nothing for a device that wants every call.
     virtual std::optional<DeviceRect> VisibleArea() const { return {}; }
     /// True for a device on which every single call counts, also one that later calls cover completely.
     virtual bool ShowsEveryCall() const { return false; }

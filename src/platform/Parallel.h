@@ -1,6 +1,8 @@
 // Shares independent pieces of work out over the cores; knows nothing of what the work is.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <functional>
 
 /// Number of cores that `parallelFor` may use; at least 1.
@@ -10,3 +12,20 @@ int coreCount();
 /// when all are done. The calls must not depend on each other's order. With one thread or one piece all runs on the
 /// caller's.
 void parallelFor(int count, const std::function<void(int)>& work, int threadLimit = 0);
+
+/// Indexes in a stretch of `parallelStretches`; the last may hold fewer.
+inline constexpr std::int32_t indexesPerStretch = 32768;
+
+/// Number of stretches that 0 to `count` - 1 fall into.
+constexpr int stretchCount(std::int32_t count) {
+    return count / indexesPerStretch + (count % indexesPerStretch > 0 ? 1 : 0);
+}
+
+/// Calls `work(first, last)` for the stretches of 0 to `count` - 1, `last` left out, as `parallelFor` does.
+template<class Work>
+void parallelStretches(std::int32_t count, const Work& work) {
+    parallelFor(stretchCount(count), [&](int stretch) {
+        const std::int32_t first = stretch * indexesPerStretch;
+        work(first, first + std::min(count - first, indexesPerStretch));
+    });
+}

@@ -1,14 +1,30 @@
 #include "platform/PictureBox.h"
 
+#include "platform/RasterDevice.h"
+#include "platform/Rounding.h"
+
+#include <QApplication>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 #include <cmath>
 
+namespace {
+QStringList localFiles(const QDropEvent& event) {
+    QStringList paths;
+    for (const QUrl& url : event.mimeData()->urls())
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    return paths;
+}
+} // namespace
+
 PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setAcceptDrops(true);
 }
 
 DeviceSize PictureBox::PixelSize() const {
@@ -21,7 +37,14 @@ int PictureBox::DotsPerInch() const {
     return int(std::lround(dotsPerInchAtFullScale * devicePixelRatioF()));
 }
 
+QPoint PictureBox::PixelAt(QPointF position) const {
+    const QPointF pixel = ToPixels(position);
+    return {Round(pixel.x()), Round(pixel.y())};
+}
+
 QImage& PictureBox::ClearedImage() {
+    layered = QImage();
+    layerStale = true;
     const DeviceSize size = PixelSize();
     if (image.width() != size.Width || image.height() != size.Height)
         image = QImage(size.Width, size.Height, QImage::Format_RGB32);
@@ -30,16 +53,56 @@ QImage& PictureBox::ClearedImage() {
     return image;
 }
 
+void PictureBox::RefreshLayer() {
+    layerStale = true;
+    update();
+}
+
+/// The copy is made by the first pixel drawn: until then both images share the picture's.
+void PictureBox::drawLayer(const std::function<void(DeviceContext&)>& draw) {
+    if (image.isNull() || !draw)
+        return;
+    if (layered.isNull())
+        layered = image;
+    {
+        RasterDevice device(layered, DotsPerInch());
+        draw(device);
+    }
+    if (layered.constBits() == image.constBits())
+        layered = QImage();
+}
+
+const QImage& PictureBox::ShownImage() {
+    if (std::exchange(layerStale, false)) {
+        layered = QImage();
+        drawLayer(Layer);
+    }
+    return layered.isNull() ? image : layered;
+}
+
+void PictureBox::DrawOnLayer(const QRegion& changed, const std::function<void(DeviceContext&)>& draw) {
+    if (layerStale)
+        return;
+    drawLayer(draw);
+    const double ratio = devicePixelRatioF();
+    for (const QRect& part : changed) {
+        const QRectF exact(part.x() / ratio, part.y() / ratio, part.width() / ratio, part.height() / ratio);
+        update(exact.toAlignedRect());
+    }
+}
+
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    if (image.isNull()) {
+    ShownImage();
+    QImage& shown = layered.isNull() ? image : layered;
+    if (shown.isNull()) {
         painter.fillRect(rect(), QColor(redOf(BackColour), greenOf(BackColour), blueOf(BackColour)));
         return;
     }
     // The ratio is set only while it is shown: whoever draws into the picture counts its pixels.
-    image.setDevicePixelRatio(devicePixelRatioF());
-    painter.drawImage(QPointF(0, 0), image);
-    image.setDevicePixelRatio(1);
+    shown.setDevicePixelRatio(devicePixelRatioF());
+    painter.drawImage(QPointF(0, 0), shown);
+    shown.setDevicePixelRatio(1);
 }
 
 void PictureBox::resizeEvent(QResizeEvent* event) {
@@ -49,13 +112,65 @@ void PictureBox::resizeEvent(QResizeEvent* event) {
 
 bool PictureBox::event(QEvent* event) {
     const bool handled = QWidget::event(event);
-    if (event->type() == QEvent::ScreenChangeInternal)
+    switch (event->type()) {
+    case QEvent::ScreenChangeInternal:
         emit Resized();
+        break;
+    case QEvent::FocusOut:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+    case QEvent::Hide:
+        giveUpLeftButton();
+        break;
+    default:
+        break;
+    }
     return handled;
 }
 
+void PictureBox::giveUpLeftButton() {
+    if (std::exchange(leftHeld, false))
+        emit MouseLost();
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        giveUpLeftButton();
+        leftHeld = true;
+    }
+    emit MousePressed(PixelAt(event->position()), event->button(), event->modifiers());
+}
+
 void PictureBox::mouseMoveEvent(QMouseEvent* event) {
-    emit MouseMoved(ToPixels(event->position()));
+    if (!(event->buttons() & Qt::LeftButton))
+        giveUpLeftButton();
+    emit MouseMoved(PixelAt(event->position()), event->buttons());
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        leftHeld = false;
+    emit MouseReleased(PixelAt(event->position()), event->button(), event->modifiers());
+}
+
+void PictureBox::dragEnterEvent(QDragEnterEvent* event) {
+    if (QApplication::activeModalWidget() || localFiles(*event).isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void PictureBox::dropEvent(QDropEvent* event) {
+    const QStringList paths = localFiles(*event);
+    if (QApplication::activeModalWidget() || paths.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    emit FilesDropped(paths);
 }
 
 void PictureBox::wheelEvent(QWheelEvent* event) {

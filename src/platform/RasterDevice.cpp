@@ -78,6 +78,17 @@ DeviceRect RasterDevice::visibleRect() const {
     return rect.Left < rect.Right && rect.Top < rect.Bottom ? rect : DeviceRect{};
 }
 
+std::optional<DeviceRect> RasterDevice::VisibleArea() const {
+    DeviceRect rect = visibleRect();
+    // No device is so large that a wider pen than this could matter.
+    const int reach = std::clamp(state.LinePen.Width, 1, 1 << 20);
+    rect.Left -= reach;
+    rect.Top -= reach;
+    rect.Right += reach;
+    rect.Bottom += reach;
+    return rect;
+}
+
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
 PixelSurface RasterDevice::surface() {
     closeText();
@@ -180,11 +191,15 @@ void RasterDevice::closeText() {
 void RasterDevice::forgetFont() {
     currentFont.reset();
     currentMetrics.reset();
+    currentGlyphs.reset();
 }
 
 const QFont& RasterDevice::textFont() const {
-    if (!currentFont)
+    if (!currentFont) {
         currentFont = Fonts::ToQFont(state.TextFont);
+        // A picture may be shown anywhere; coloured fringes would fit one kind of screen only.
+        currentFont->setStyleStrategy(QFont::NoSubpixelAntialias);
+    }
     return *currentFont;
 }
 
@@ -192,6 +207,16 @@ const QFontMetrics& RasterDevice::textMetrics() const {
     if (!currentMetrics)
         currentMetrics = QFontMetrics(textFont());
     return *currentMetrics;
+}
+
+/// The glyphs to draw and measure `text` with; none when that is left to Qt.
+GlyphCache* RasterDevice::glyphsFor(const QString& text) const {
+    const Font& font = state.TextFont;
+    if (font.Underline || font.StrikeOut || font.Height > GlyphCache::LargestSize || !GlyphCache::Takes(text))
+        return nullptr;
+    if (!currentGlyphs)
+        currentGlyphs.emplace(textFont());
+    return &*currentGlyphs;
 }
 
 /// Whether the picture could hold any of a text, by a generous guess at its size: most texts of an enlarged view lie
@@ -208,6 +233,11 @@ bool RasterDevice::mayShow(DevicePoint leftTop, const QString& text) const {
 void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty() || image.isNull() || !mayShow(leftTop, text))
         return;
+    const bool upright = state.TextFont.Escapement % 3600 == 0;
+    if (GlyphCache* const glyphs = upright ? glyphsFor(text) : nullptr) {
+        glyphs->Draw(surface(), leftTop, text, state.TextColour);
+        return;
+    }
     if (!textPainter.isActive()) {
         if (!textPainter.begin(&image))
             return;
@@ -217,7 +247,7 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
     textPainter.setPen(QColor(redOf(state.TextColour), greenOf(state.TextColour), blueOf(state.TextColour)));
     textPainter.setFont(textFont());
     const int ascent = textMetrics().ascent();
-    if (state.TextFont.Escapement % 3600 == 0) {
+    if (upright) {
         textPainter.drawText(QPointF(leftTop.X, double(leftTop.Y) + ascent), text);
         return;
     }
@@ -228,7 +258,8 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 DeviceSize RasterDevice::MeasureText(const QString& text) const {
-    return {textMetrics().horizontalAdvance(text), textMetrics().height()};
+    GlyphCache* const glyphs = glyphsFor(text);
+    return {glyphs ? glyphs->Advance(text) : textMetrics().horizontalAdvance(text), textMetrics().height()};
 }
 
 int RasterDevice::GetDeviceCaps(DeviceCaps caps) const {

@@ -1,8 +1,10 @@
 // The drawing device for a picture in memory: the screen's picture, a film frame, a PNG. Lines and areas are its own,
-// exact to the pixel and the same for any clip and any number of threads; text is Qt's.
+// exact to the pixel and the same for any clip and any number of threads; text is Qt's,
+// numbers out of a cache of glyphs.
 #pragma once
 
 #include "platform/FigurePainter.h"
+#include "platform/GlyphCache.h"
 
 #include <QFontMetrics>
 #include <QImage>
@@ -43,7 +45,7 @@ public:
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
     int GetDeviceCaps(DeviceCaps caps) const override;
-    std::optional<DeviceRect> VisibleArea() const override { return visibleRect(); }
+    std::optional<DeviceRect> VisibleArea() const override;
 
 private:
     struct State {
@@ -64,6 +66,7 @@ private:
     void forgetFont();
     const QFont& textFont() const;
     const QFontMetrics& textMetrics() const;
+    GlyphCache* glyphsFor(const QString& text) const;
     bool mayShow(DevicePoint leftTop, const QString& text) const;
     DeviceRect visibleRect() const;
 
@@ -75,4 +78,5 @@ private:
     QPainter textPainter; ///< open from one text to the next pixel call
     mutable std::optional<QFont> currentFont;
     mutable std::optional<QFontMetrics> currentMetrics;
+    mutable std::optional<GlyphCache> currentGlyphs;
 };

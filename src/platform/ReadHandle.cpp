@@ -57,13 +57,6 @@ SequentialReader::SequentialReader(const ReadHandle& source, qint64 position, qi
 
 SequentialReader::~SequentialReader() = default;
 
-bool SequentialReader::refill() {
-    bufferStart += next;
-    next = 0;
-    filled = file.ReadAt(bufferStart, buffer.get(), bufferBytes);
-    return filled > 0;
-}
-
 bool SequentialReader::ReadBytes(void* target, qint64 count) {
     if (filled - next >= count) {
         std::memcpy(target, buffer.get() + next, std::size_t(count));
@@ -75,16 +68,21 @@ bool SequentialReader::ReadBytes(void* target, qint64 count) {
         return false;
     }
     auto* out = static_cast<char*>(target);
-    while (count > 0) {
-        const qint64 part = std::min(count, filled - next);
-        std::memcpy(out, buffer.get() + next, std::size_t(part));
-        out += part;
-        next += part;
-        count -= part;
-        if (count > 0 && !refill())
-            return false;
+    const qint64 buffered = filled - next;
+    std::memcpy(out, buffer.get() + next, std::size_t(buffered));
+    out += buffered;
+    count -= buffered;
+    bufferStart += filled;
+    next = filled = 0;
+    if (count >= bufferBytes) {
+        const qint64 got = file.ReadAt(bufferStart, out, count);
+        bufferStart += got;
+        return got == count;
     }
-    return true;
+    filled = file.ReadAt(bufferStart, buffer.get(), bufferBytes);
+    next = std::min(count, filled);
+    std::memcpy(out, buffer.get(), std::size_t(next));
+    return next == count;
 }
 
 void SequentialReader::Skip(qint64 count) {

@@ -41,7 +41,6 @@ public:
     void Skip(qint64 count);
 
 private:
-    bool refill();
     const ReadHandle& file;
     std::unique_ptr<char[]> buffer;
     qint64 bufferBytes;

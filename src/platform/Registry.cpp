@@ -217,13 +217,15 @@ bool DeleteValue(Key key, const QString& name) {
 
 QByteArray TextBytes(QStringView text) {
     QByteArray bytes((text.size() + 1) * 2, '\0');
-    qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data());
+    if (!text.isEmpty()) // which may have no address
+        qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data());
     return bytes;
 }
 
 QString BytesText(QByteArrayView bytes) {
     QString text(bytes.size() / 2, Qt::Uninitialized);
-    qFromLittleEndian<char16_t>(bytes.data(), text.size(), text.data());
+    if (!text.isEmpty())
+        qFromLittleEndian<char16_t>(bytes.data(), text.size(), text.data());
     return text;
 }
 } // namespace Registry

@@ -24,6 +24,10 @@ enum : std::uint32_t {
     REG_MULTI_SZ = 7,
 };
 
+constexpr bool IsText(std::uint32_t type) {
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
 /// Limits; what lies beyond is refused. A name has no control characters and is sound UTF-16, a key's also no "\".
 inline constexpr qsizetype MaxKeyName = 255, MaxValueName = 16383, MaxDepth = 512, MaxDataBytes = 16 << 20;
 

@@ -9,6 +9,7 @@
 namespace Registry {
 namespace {
 constexpr int waitMs = 5000;
+constexpr qint64 headerBytes = 512;
 
 constexpr const char* tables =
     "PRAGMA application_id = 0x56524547; PRAGMA user_version = 1;"
@@ -100,8 +101,11 @@ Store::Health Store::check() {
     Statement objects("SELECT count(*) FROM sqlite_master"), id("PRAGMA application_id");
     if (!objects.Next() || !id.Next())
         return Health::Unusable;
-    if (objects.Integer(0) == 0 && id.Integer(0) == 0)
-        return Health::Empty;
+    if (objects.Integer(0) == 0 && id.Integer(0) == 0) {
+        // A file too short for a header passes for a new one, but it is somebody's.
+        const qint64 size = QFileInfo(path).size();
+        return size == 0 || size >= headerBytes ? Health::Empty : Health::Damaged;
+    }
     Statement keys("SELECT id, parent, name, folded FROM keys WHERE id = 1 AND parent IS NULL"),
         values("SELECT id, key, name, folded, type, data FROM vals LIMIT 0");
     return id.Integer(0) == applicationId && keys.Next() && values.Run() ? Health::Good : Health::Damaged;
@@ -190,7 +194,8 @@ sqlite3_stmt* Store::prepare(const char* sql) {
 
 int Store::note(int result) {
     const int kind = result & 0xff;
-    if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB)
+    // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
+    if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
         doubtful = true;
     if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT)
         spoilt = true;

@@ -1,5 +1,5 @@
-// The drawing settings of one result file by their element paths, such as `contour/colors/index`. One table for whoever
-// reads such settings as text.
+// The drawing settings of one result file by their element paths, such as `contour/colors/index`, for whoever sets them
+// one by one as text. The property file reads and writes the same elements in its own, more lenient forms.
 #pragma once
 
 #include "app/ApplicationSettings.h"
@@ -17,5 +17,11 @@ bool Set(const QString& path, const QString& text, ApplicationSettings& settings
 
 /// All paths that `Set` knows, in the order of the table.
 QStringList Paths();
+
+/// The words "True" and "False" in any case, or a whole number, true when not 0. Any other text is refused.
+bool ReadBoolean(const QString& text, bool& target);
+
+/// False, and `target` stays, for a number beyond single precision.
+bool Narrow(double number, float& target);
 
 } // namespace drawingElements

@@ -25,6 +25,9 @@ struct ViewState {
     std::vector<DevicePoint> NodePoints;         ///< of the latest paint, one per node, displacement included
     std::vector<DevicePoint> ElementCentres;     ///< of the latest paint, one per element
 
+    std::array<DevicePoint, 2> RubberBand; ///< corners of the drag rectangle, the second where the mouse is
+    bool Dragging = false;                 ///< a left drag is in progress
+
     bool SlideShowRunning = false;
     float SlideMaxDisplacement = 0; ///< over all steps; stands in for the step's own while a slide show runs
     float SlideMaxVector = 0;

@@ -10,17 +10,6 @@ namespace mdScene {
 
 namespace {
 
-constexpr int indexesPerPiece = 32768;
-
-/// Calls `work(first, last)` for stretches of 0 to `count` - 1, shared out over the cores.
-template<typename Work>
-void forStretches(std::int32_t count, Work work) {
-    parallelFor((count + indexesPerPiece - 1) / indexesPerPiece, [&](int piece) {
-        const std::int32_t first = piece * indexesPerPiece;
-        work(first, std::min(count, first + indexesPerPiece));
-    });
-}
-
 float valueAt(const QList<float>& values, std::int32_t index) {
     return index < values.size() ? values.at(index) : 0;
 }
@@ -33,7 +22,7 @@ std::int32_t moved(std::int32_t from, double distance) {
 /// Moves each point by its displacement times a device length per unit.
 void moveByDisplacement(const ItemValues& dx, const ItemValues& dy, double kx, double ky,
                         std::vector<DevicePoint>& points) {
-    forStretches(std::int32_t(points.size()), [&](std::int32_t first, std::int32_t last) {
+    parallelStretches(std::int32_t(points.size()), [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i < last; ++i) {
             DevicePoint& point = points[std::size_t(i)];
             point.X = moved(point.X, double(valueAt(dx.Values, i)) * kx);
@@ -59,7 +48,7 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     if (settings.Fiducial == 3) {
         const ItemValues dx = mdVelorinResultModel::GetDisplacementX(scene.Model, difference);
         const ItemValues dy = mdVelorinResultModel::GetDisplacementY(scene.Model, difference);
-        forStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
+        parallelStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
             for (std::int32_t i = first; i < last; ++i)
                 points[std::size_t(i)] =
                     converter.WorldToDevice(x[i] + valueAt(dx.Values, i), y[i] + valueAt(dy.Values, i));
@@ -68,7 +57,7 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
         converter.WorldLengthToDevice(1.0, 0, context.DisplacementScale, unused);
         return;
     }
-    forStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
+    parallelStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i < last; ++i)
             points[std::size_t(i)] = converter.WorldToDevice(x[i], y[i]);
     });
@@ -90,7 +79,7 @@ void computeElementCentres(const MeshData& mesh, ViewState& view) {
     view.ElementCentres.assign(std::size_t(std::max(mesh.ElementCount, 0)), DevicePoint{});
     const std::int32_t* firstCorner = mesh.Elements.FirstCorner.constData();
     const std::int32_t* nodeIndex = mesh.Elements.NodeIndex.constData();
-    forStretches(mesh.ElementCount, [&](std::int32_t first, std::int32_t last) {
+    parallelStretches(mesh.ElementCount, [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t e = first; e < last; ++e) {
             const std::int32_t count = firstCorner[e + 1] - firstCorner[e];
             if (count < 1)

@@ -36,6 +36,9 @@ int deviceMillimetres(const PlotConverter& converter, double millimetres) {
 constexpr double insetMm = 10;
 constexpr double gapMm = 1;
 
+/// More bands than any picture or trace can reasonably hold.
+constexpr std::int64_t mostBands = 100000;
+
 /// What the parts of a scale legend go by; X and Y are the right end of the bar and the legend's own top.
 struct ScaleMeasures {
     double length = 0; ///< of the bar
@@ -118,8 +121,7 @@ public:
 
     /// Width of the widest label; of a great many, a sample evenly spread from the first to the last is measured.
     int Widest(const DeviceContext& device) const {
-        constexpr std::int64_t mostMeasured = 20000;
-        const std::int64_t measured = std::min<std::int64_t>(count, mostMeasured);
+        const std::int64_t measured = std::min<std::int64_t>(count, mostBands);
         int widest = 0;
         for (std::int64_t k = 0; k <= measured; ++k)
             widest = std::max(widest, mdTips::MeasureText(device, Text(int(k * count / measured))).Width);
@@ -141,14 +143,13 @@ struct BarMeasures {
     int gap = 1;
 };
 
-/// Which boxes are worth drawing, counted from the highest: those that show on the device, and not more than a picture
-/// or a trace can reasonably hold.
+/// Which boxes are worth drawing, counted from the highest: those that show on the device, and no more than
+/// `mostBands`.
 struct BoxRange {
     std::int64_t first = 0, last = 0;
 };
 
 BoxRange boxesToDraw(const DeviceContext& device, const BarMeasures& bar, int count) {
-    constexpr std::int64_t mostBoxes = 100000;
     BoxRange range = {0, count - std::int64_t(1)};
     if (const std::optional<DeviceRect> area = device.VisibleArea(); area && bar.boxHeight > 0) {
         // A label stands half its height above its box, and the lowest one half below.
@@ -157,7 +158,7 @@ BoxRange boxesToDraw(const DeviceContext& device, const BarMeasures& bar, int co
         range.first = std::int64_t(std::clamp<double>(above, 0, count));
         range.last = std::int64_t(std::clamp<double>(below, -1, double(range.last)));
     }
-    range.last = std::min(range.last, range.first + mostBoxes - 1);
+    range.last = std::min(range.last, range.first + mostBands - 1);
     return range;
 }
 

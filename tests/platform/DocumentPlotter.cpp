@@ -2,6 +2,7 @@
 
 #include "platform/TraceDevice.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -70,8 +71,6 @@ TEST_F(DocumentPlotterTest, FixedKeepsTheScaleUntilTheViewOrTheFileChanges) {
     bounds = rectOf(0, 5, 10, 0);
     draw(300, 600);
     EXPECT_EQ(scale(), 30);
-    draw(400, 600);
-    EXPECT_EQ(scale(), 30);
     refit = true;
     draw(400, 600);
     EXPECT_EQ(scale(), 40);
@@ -103,10 +102,6 @@ TEST_F(DocumentPlotterTest, WorldsWithoutExtentAreFittedByTheOtherDirectionWithY
     bounds = rectOf(2, 2, 2, 2);
     draw(300, 400);
     EXPECT_EQ(at(3, 3), (DevicePoint{151, 199}));
-    const float infinite = std::numeric_limits<float>::infinity();
-    bounds = rectOf(-infinite, infinite, infinite, -infinite);
-    draw(300, 400);
-    EXPECT_EQ(at(0, 0), (DevicePoint{0, 0}));
 }
 
 TEST_F(DocumentPlotterTest, DevicePointsReadBackToTheWorld) {
@@ -117,22 +112,19 @@ TEST_F(DocumentPlotterTest, DevicePointsReadBackToTheWorld) {
         converter->DeviceToWorld(point.X, point.Y, x, y);
         EXPECT_EQ(at(x, y), point);
     }
-    const float xs[] = {-1.5f, 0, 1e30f}, ys[] = {2.25f, 0.75f, 1e30f};
-    int outX[3], outY[3];
-    converter->WorldArrayToDevice(3, xs, ys, outX, outY);
-    EXPECT_EQ(outX[0], 80);
-    EXPECT_EQ(outY[0], 0);
-    EXPECT_EQ(outX[1], 320);
-    EXPECT_EQ(outY[1], 240);
-    EXPECT_EQ(outX[2], std::numeric_limits<int>::max());
-    EXPECT_EQ(outY[2], std::numeric_limits<int>::min());
+    const float xs[] = {-1.5f, 1e30f}, ys[] = {2.25f, 1e30f};
+    std::array<int, 2> outX, outY;
+    converter->WorldArrayToDevice(2, xs, ys, outX.data(), outY.data());
+    EXPECT_EQ(outX, (std::array{80, std::numeric_limits<int>::max()}));
+    EXPECT_EQ(outY, (std::array{0, std::numeric_limits<int>::min()}));
 }
 
-TEST_F(DocumentPlotterTest, PaperLengthsFollowTheDeviceAlone) {
+TEST_F(DocumentPlotterTest, HeadlessFillsEachDeviceAndPaperFollowsItsResolution) {
+    plotter.SetHeadless(true);
     for (const int dotsPerInch : {96, 600}) {
-        plotter.SetHeadless(true);
-        TraceDevice device(400, 300, dotsPerInch);
+        TraceDevice device(500, 200, dotsPerInch);
         plotter.Draw(device);
+        EXPECT_EQ(DeviceRect(document), (DeviceRect{0, 0, 500, 200}));
         double across = 0, down = 0;
         converter->PaperLengthToDevice(25.4, -12.7, across, down);
         EXPECT_DOUBLE_EQ(across, dotsPerInch);
@@ -140,34 +132,17 @@ TEST_F(DocumentPlotterTest, PaperLengthsFollowTheDeviceAlone) {
     }
 }
 
-TEST_F(DocumentPlotterTest, HeadlessFillsEachDeviceAndNeedsNoOwner) {
-    plotter.SetHeadless(true);
-    TraceDevice device(500, 200);
-    plotter.Draw(device);
-    EXPECT_EQ(DeviceRect(document), (DeviceRect{0, 0, 500, 200}));
-    DocumentPlotter alone;
-    alone.SetWindow(bounds);
-    alone.Draw(device);
-    EXPECT_EQ(alone.Window().Bottom(), 0);
-}
-
 TEST(PlotRect, MovesKeepTheSizeAndSizesKeepTheCorner) {
     PlotRect rect = rectOf(1, 8, 5, 2);
-    EXPECT_EQ(rect.Width(), 4);
     EXPECT_EQ(rect.Height(), -6);
-    EXPECT_EQ(rect.CentreX(), 3);
     EXPECT_EQ(rect.CentreY(), 5);
     rect.OffsetBy(10, -2);
     EXPECT_EQ(rect.Right(), 15);
     EXPECT_EQ(rect.Bottom(), 0);
-    rect.MoveTo(0, 3);
-    EXPECT_EQ(rect.Right(), 4);
-    EXPECT_EQ(rect.Bottom(), -3);
     rect.SetWidth(2);
     rect.SetHeight(-1);
-    EXPECT_EQ(rect.Left(), 0);
+    rect.MoveTo(0, 3);
     EXPECT_EQ(rect.Right(), 2);
-    EXPECT_EQ(rect.Top(), 3);
     EXPECT_EQ(rect.Bottom(), 2);
 }
 

@@ -1,6 +1,10 @@
 #include "platform/PictureBox.h"
 
+#include "platform/DeviceContext.h"
+
 #include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
 
@@ -52,16 +56,6 @@ TEST(PictureBox, PictureHasTheScreensOwnPixelsAtEveryScale) {
     }
 }
 
-TEST(PictureBox, WithoutSizeOrPictureItShowsItsBackground) {
-    ScaledBox box(1.5);
-    QImage shown(101, 67, QImage::Format_RGB32);
-    shown.fill(0);
-    box.render(&shown);
-    EXPECT_EQ(shown.pixel(100, 66), qRgb(255, 255, 255));
-    box.resize(0, 0);
-    EXPECT_TRUE(box.ClearedImage().isNull());
-}
-
 TEST(PictureBox, CtrlWheelZoomsByWholeStepsAtThePointer) {
     ScaledBox box(1.5);
     std::vector<int> steps;
@@ -74,8 +68,130 @@ TEST(PictureBox, CtrlWheelZoomsByWholeStepsAtThePointer) {
     EXPECT_TRUE(turnWheel(box, 60, Qt::ControlModifier));
     EXPECT_TRUE(turnWheel(box, 60, Qt::ControlModifier));
     EXPECT_TRUE(turnWheel(box, -130, Qt::ControlModifier));
-    EXPECT_TRUE(turnWheel(box, -110, Qt::ControlModifier));
-    EXPECT_EQ(steps, (std::vector{2, 1, -1, -1}));
+    EXPECT_EQ(steps, (std::vector{2, 1, -1}));
+}
+
+void drawBlock(DeviceContext& device, const QRect& block) {
+    device.SetRop2(RasterMode::XorPen);
+    device.SelectPen(stockPen(Stock::NullPen));
+    device.SelectBrush({.Color = 0xff});
+    device.Rectangle({block.left(), block.top(), block.right() + 2, block.bottom() + 2});
+    device.SetRop2(RasterMode::CopyPen);
+}
+
+/// What the box itself paints.
+QImage painted(PictureBox& box) {
+    QImage shown(box.Image().size(), QImage::Format_RGB32);
+    shown.setDevicePixelRatio(box.devicePixelRatioF());
+    box.render(&shown);
+    shown.setDevicePixelRatio(1);
+    return shown;
+}
+
+TEST(PictureBox, LayerStandsOverThePictureAndNeverInIt) {
+    ScaledBox box(1.5);
+    QRect block(3, 4, 5, 6);
+    bool drawing = false;
+    int calls = 0;
+    box.Layer = [&](DeviceContext& device) {
+        ++calls;
+        if (drawing)
+            drawBlock(device, block);
+    };
+    box.RefreshLayer();
+    EXPECT_TRUE(box.ShownImage().isNull());
+    EXPECT_EQ(calls, 0) << "there is no picture yet";
+    const QImage& picture = box.ClearedImage();
+    const QImage plain = picture.copy();
+    box.Refresh();
+    EXPECT_TRUE(painted(box) == plain);
+    EXPECT_EQ(box.ShownImage().constBits(), picture.constBits()) << "nothing drawn, nothing copied";
+    drawing = true;
+    EXPECT_TRUE(painted(box) == plain);
+    EXPECT_EQ(calls, 1) << "drawn anew only when asked to";
+    box.RefreshLayer();
+    const QImage withBlock = painted(box);
+    EXPECT_EQ(withBlock.pixel(3, 4), qRgb(0, 255, 255));
+    EXPECT_EQ(withBlock.pixel(8, 9), qRgb(255, 255, 255));
+    EXPECT_TRUE(withBlock == box.ShownImage());
+    EXPECT_TRUE(picture == plain);
+    const QRect other(20, 20, 4, 4);
+    box.DrawOnLayer(block | other, [&](DeviceContext& device) {
+        drawBlock(device, block);
+        drawBlock(device, other);
+    });
+    EXPECT_EQ(painted(box).pixel(3, 4), qRgb(255, 255, 255));
+    EXPECT_EQ(painted(box).pixel(21, 21), qRgb(0, 255, 255));
+    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(picture == plain);
+    box.RefreshLayer();
+    box.DrawOnLayer(other, [&](DeviceContext& device) { drawBlock(device, other); });
+    EXPECT_TRUE(painted(box) == withBlock) << "the layer drawn anew holds it already";
+    box.ClearedImage().fill(Qt::black);
+    EXPECT_EQ(painted(box).pixel(3, 4), qRgb(255, 0, 0)) << "over the new picture";
+    drawing = false;
+    box.Refresh();
+    EXPECT_TRUE(painted(box) == picture);
+}
+
+TEST(PictureBox, MouseEventsComeInPixelsAndALostReleaseIsTold) {
+    ScaledBox box(1.5);
+    QStringList events;
+    const auto note = [&events](const QString& name, QPoint pixel, int buttons, int modifiers) {
+        events.append(u"%1 %2,%3 %4 %5"_qs.arg(name).arg(pixel.x()).arg(pixel.y()).arg(buttons).arg(modifiers >> 25));
+    };
+    QObject::connect(&box, &PictureBox::MousePressed,
+                     [&](QPoint pixel, int button, int modifiers) { note(u"press"_qs, pixel, button, modifiers); });
+    QObject::connect(&box, &PictureBox::MouseMoved, [&](QPoint pixel, int held) { note(u"move"_qs, pixel, held, 0); });
+    QObject::connect(&box, &PictureBox::MouseReleased,
+                     [&](QPoint pixel, int button, int modifiers) { note(u"release"_qs, pixel, button, modifiers); });
+    QObject::connect(&box, &PictureBox::MouseLost, [&] { events.append(u"lost"_qs); });
+    const auto send = [&box](QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, at, button, held, Qt::ShiftModifier);
+        QApplication::sendEvent(&box, &event);
+    };
+    const auto expect = [&events](const QStringList& expected) {
+        EXPECT_EQ(events, expected) << events.join(u" | "_qs).toStdString();
+        events.clear();
+    };
+    send(QEvent::MouseButtonPress, {10, 21}, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseMove, {-2, 300}, Qt::NoButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, {-2, 300}, Qt::LeftButton, Qt::NoButton);
+    send(QEvent::MouseMove, {2, 2}, Qt::NoButton, Qt::NoButton);
+    expect({u"press 15,32 1 1"_qs, u"move -3,450 1 0"_qs, u"release -3,450 1 1"_qs, u"move 3,3 0 0"_qs});
+    send(QEvent::MouseButtonPress, {2, 2}, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseMove, {2, 2}, Qt::NoButton, Qt::RightButton);
+    send(QEvent::MouseMove, {2, 2}, Qt::NoButton, Qt::NoButton);
+    expect({u"press 3,3 1 1"_qs, u"lost"_qs, u"move 3,3 2 0"_qs, u"move 3,3 0 0"_qs});
+    for (const QEvent::Type type : {QEvent::WindowDeactivate, QEvent::WindowBlocked, QEvent::Hide}) {
+        send(QEvent::MouseButtonPress, {2, 2}, Qt::LeftButton, Qt::LeftButton);
+        QEvent event(type);
+        QApplication::sendEvent(&box, &event);
+        QApplication::sendEvent(&box, &event);
+        expect({u"press 3,3 1 1"_qs, u"lost"_qs});
+    }
+}
+
+TEST(PictureBox, LocalFilesCanBeDropped) {
+    ScaledBox box(1);
+    QStringList dropped;
+    QObject::connect(&box, &PictureBox::FilesDropped, [&dropped](const QStringList& paths) { dropped = paths; });
+    const auto drop = [&box](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&box, &enter);
+        QDropEvent event({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&box, &event);
+        EXPECT_EQ(enter.isAccepted(), event.isAccepted());
+        return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    };
+    EXPECT_FALSE(drop({}));
+    EXPECT_FALSE(drop({QUrl(u"https://example.org/a.vrf"_qs)}));
+    EXPECT_TRUE(dropped.isEmpty());
+    EXPECT_TRUE(drop({QUrl(u"https://example.org/a.vrf"_qs), QUrl::fromLocalFile(u"/tmp/結果 1.vrf"_qs),
+                      QUrl::fromLocalFile(u"/tmp/b"_qs)}));
+    EXPECT_EQ(dropped, QStringList({u"/tmp/結果 1.vrf"_qs, u"/tmp/b"_qs}));
 }
 
 } // namespace

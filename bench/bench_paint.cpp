@@ -1,0 +1,71 @@
+// Painting layer by layer and as a whole, with all of the mesh in view and with 1 % of it, on one core and on two.
+// Times are per element of the mesh, in view or not.
+#include "QuadMesh.h"
+#include "Stage.h"
+#include "Table.h"
+
+#include <pthread.h>
+
+namespace {
+
+/// What is painted. `Prepare` sets what is not the default; `Paint` is what is timed.
+struct Layer {
+    const char* Name;
+    const char* Budget; ///< for two cores and all in view
+    void (*Prepare)(ApplicationSettings&);
+    void (*Paint)(PlotCanvas&, const Scene&, PaintContext&);
+};
+
+const Layer layers[] = {
+    {"devicePoints", "", [](ApplicationSettings&) {},
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext& context) {
+         mdScene::ComputeDevicePoints(canvas.Converter(), canvas.Window(), scene, context);
+     }},
+    {"mesh", "100 ns", [](ApplicationSettings&) {},
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext&) {
+         mdScene::DrawMesh(canvas.hDC(), canvas.Converter(), scene);
+     }},
+    {"outline", "", [](ApplicationSettings& settings) { settings.Window.Mesh = false; },
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext&) {
+         mdScene::DrawMesh(canvas.hDC(), canvas.Converter(), scene);
+     }},
+    {"scene", "250 ns", [](ApplicationSettings&) {},
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext&) { mdScene::PaintScene(canvas, false, scene); }},
+};
+
+/// All threads that are started from here on share this many cores.
+void useCores(int count) {
+    cpu_set_t cores;
+    CPU_ZERO(&cores);
+    for (int core = 0; core < count; ++core)
+        CPU_SET(core, &cores);
+    pthread_setaffinity_np(pthread_self(), sizeof cores, &cores);
+}
+
+void paint(benchmark::State& state, const Layer& layer) {
+    const int elements = int(state.range(0));
+    const int threads = int(state.range(1));
+    const double percentInView = double(state.range(2));
+    Stage stage(QuadMesh::Opened(elements, 1));
+    layer.Prepare(stage.Settings);
+    stage.ShowPart(percentInView / 100);
+    useCores(threads);
+    stage.Paint(threads, [&](PlotCanvas& canvas, const Scene& scene) {
+        PaintContext context;
+        mdScene::ComputeDevicePoints(canvas.Converter(), canvas.Window(), scene, context);
+        Table::Measure(state, elements, {[&] { layer.Paint(canvas, scene, context); }, {}, {}});
+    });
+    if (threads == 2 && percentInView == 100)
+        state.SetLabel(layer.Budget);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    for (const Layer& layer : layers)
+        benchmark::RegisterBenchmark(layer.Name, paint, layer)
+            ->ArgNames({"", "cores", "view%"})
+            ->ArgsProduct({{10000, 100000, 1000000}, {1, 2}, {100, 1}})
+            ->UseManualTime();
+    return Table::Main(argc, argv);
+}

@@ -1,0 +1,220 @@
+#include "property/propertyFile.h"
+
+#include "app/NumberFormat.h"
+#include "app/mdApplication.h"
+#include "app/mdTips.h"
+#include "app/settingsStore.h"
+#include "platform/Codepage.h"
+#include "platform/Rounding.h"
+#include "property/clsXML.h"
+#include "property/drawingElementTable.h"
+#include "property/drawingElements.h"
+
+#include <QSaveFile>
+
+namespace propertyFile {
+
+namespace {
+
+using drawingElements::Element;
+using drawingElements::Elements;
+using drawingElements::Held;
+
+/// Hands `use` the value of an element.
+template<class Use>
+void withValue(const Element& element, ApplicationSettings& settings, ResultModel& model, const Use& use) {
+    const auto pass = [&](auto field) {
+        if constexpr (std::is_member_pointer_v<decltype(field)>)
+            use(model.*field);
+        else
+            use(field(settings));
+    };
+    std::visit(pass, element.Value);
+}
+
+void readNumber(const QString& text, const Held& held, int shift, int& target) {
+    const double number = std::clamp(mdTips::Val(text), held.Lowest, held.Highest) - shift;
+    if (number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max())
+        target = Round(number);
+}
+
+VectorItemSet itemSetOf(const clsXMLNode& node) {
+    VectorItemSet set{{}, 0, 0};
+    for (int i = 0; i < node.childNodes.Length(); ++i) {
+        const clsXMLNode& child = *node.childNodes.Item(i);
+        const QString name = child.nodeName.toLower();
+        if (name == u"name")
+            set.Name = child.Text;
+        else if (name == u"horz")
+            readNumber(child.Text, {}, 0, set.Horz);
+        else if (name == u"vert")
+            readNumber(child.Text, {}, 0, set.Vert);
+    }
+    return set;
+}
+
+/// Reads an element's node leniently, by the kind of what it is read into.
+struct Reader {
+    const Element& What;
+    const clsXMLNode& Node;
+
+    void operator()(int& target) const { readNumber(Node.Text, What.InFile, What.Shift, target); }
+    void operator()(bool& target) const {
+        if (What.IsDigit)
+            target = mdTips::Val(Node.Text) != 0;
+        else
+            drawingElements::ReadBoolean(Node.Text, target);
+    }
+    void operator()(float& target) const { drawingElements::Narrow(mdTips::Val(Node.Text), target); }
+    void operator()(Colour& target) const { target = mdTips::ParseColor(Node.Text); }
+    void operator()(VectorSettings& vector) const {
+        const int count = Node.childNodes.Length();
+        vector.ItemSetCount = count;
+        vector.DefaultItemSet = -1;
+        vector.ItemSets = QList<VectorItemSet>(count, {{}, 0, 0});
+        for (int i = 0; i < count; ++i) {
+            const clsXMLNode& child = *Node.childNodes.Item(i);
+            if (child.nodeName.toLower() != u"itemset")
+                continue;
+            vector.ItemSets[i] = itemSetOf(child);
+            // Any attribute marks the set, whatever its name and value.
+            if (child.Attributes.Length() > 0)
+                vector.DefaultItemSet = i;
+        }
+    }
+};
+
+/// Reads all that stands beneath `section`, whose path is `prefix`. It goes only as deep as the table's paths do.
+void readSection(const clsXMLNode& section, const QString& prefix, ApplicationSettings& settings, ResultModel& model) {
+    for (int i = 0; i < section.childNodes.Length(); ++i) {
+        const clsXMLNode& node = *section.childNodes.Item(i);
+        if (node.nodeName.contains(u'/'))
+            continue;
+        const QString path = prefix + node.nodeName.toLower();
+        const QString asSection = path + u'/';
+        for (const Element& element : Elements()) {
+            const QStringView known = element.Path;
+            if (known == path) {
+                withValue(element, settings, model, Reader{element, node});
+                break;
+            }
+            if (known.startsWith(asSection)) {
+                readSection(node, asSection, settings, model);
+                break;
+            }
+        }
+    }
+}
+
+/// The lines of the file, indented by the sections that are open.
+class Lines {
+public:
+    void Add(const QString& line) { m_text += QString(m_depth * 2, u' ') + line + u"\r\n"_qs; }
+    void Add(const QString& name, const QString& value) { Add(u'<' + name + u'>' + value + u"</"_qs + name + u'>'); }
+    void Open(const QString& name, const QString& attribute = {}) {
+        Add(u'<' + name + attribute + u'>');
+        ++m_depth;
+    }
+    void Close(const QString& name) {
+        --m_depth;
+        Add(u"</"_qs + name + u'>');
+    }
+    QByteArray Bytes() const { return Codepage::Encode(m_text); }
+
+private:
+    QString m_text;
+    int m_depth = 0;
+};
+
+/// Writes an element under its last name.
+struct Writer {
+    const Element& What;
+    const QString& Name;
+    Lines& To;
+
+    void operator()(int value) const { To.Add(Name, QString::number(qint64(value) + What.Shift)); }
+    void operator()(bool value) const {
+        To.Add(Name, What.IsDigit ? (value ? u"1"_qs : u"0"_qs) : (value ? u"True"_qs : u"False"_qs));
+    }
+    void operator()(float value) const { To.Add(Name, NumberFormat::Format(value, u"0.00000e-0")); }
+    void operator()(Colour value) const { To.Add(Name, mdTips::FormatColor(value, u"0x"_qs)); }
+    void operator()(const VectorSettings& vector) const {
+        To.Open(Name);
+        for (int i = 0; i < vector.ItemSetCount && i < vector.ItemSets.size(); ++i) {
+            const VectorItemSet& set = vector.ItemSets[i];
+            To.Open(u"itemset"_qs, i == vector.DefaultItemSet ? u" default=\"true\""_qs : QString());
+            To.Add(u"name"_qs, set.Name);
+            To.Add(u"horz"_qs, QString::number(set.Horz));
+            To.Add(u"vert"_qs, QString::number(set.Vert));
+            To.Close(u"itemset"_qs);
+        }
+        To.Close(Name);
+    }
+};
+
+/// The whole file. The records come as copies of their own: the table reaches into what may be changed.
+QByteArray bytesOf(ApplicationSettings settings, ResultModel model) {
+    Lines lines;
+    lines.Add(u"<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>"_qs);
+    QStringList open;
+    const auto closeTo = [&](qsizetype depth) {
+        while (open.size() > depth)
+            lines.Close(open.takeLast());
+    };
+    for (const Element& element : Elements()) {
+        const QStringList path = QString(u"VRFPROPERTY/"_qs + QStringView(element.Path)).split(u'/');
+        const auto [differs, _] = std::mismatch(open.cbegin(), open.cend(), path.cbegin(), path.cend() - 1);
+        closeTo(differs - open.cbegin());
+        while (open.size() < path.size() - 1) {
+            open.append(path[open.size()]);
+            lines.Open(open.back());
+        }
+        withValue(element, settings, model, Writer{element, path.back(), lines});
+    }
+    closeTo(0);
+    return lines.Bytes();
+}
+
+} // namespace
+
+QString PathFor(const QString& resultFile) {
+    return resultFile + u".property"_qs;
+}
+
+void ResetDrawingSettings(ApplicationSettings& settings, ResultModel& model) {
+    model.CurrentStep = -1;
+    model.CurrentItem = -1;
+    settings.Vector.ItemSetCount = 0;
+    settings.Vector.DefaultItemSet = -1;
+    settings.Vector.ItemSets.clear();
+    settings.Difference = {};
+    settings.ValueDisplay = false;
+    settingsStore::LoadDisplacementDefaults(settings.Displacement);
+    settingsStore::LoadVectorDefaults(settings.Vector);
+    settingsStore::LoadContourDefaults(settings.Contour);
+}
+
+bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model) {
+    ResetDrawingSettings(settings, model);
+    const QString path = PathFor(model.FileName);
+    clsXML document;
+    if (!mdApplication::FileExists(model.FileName) || !mdApplication::FileExists(path) || !document.Load(path))
+        return false;
+    const clsXMLNode& root = *document.lastChild();
+    if (root.nodeName.toUpper() == u"VRFPROPERTY")
+        readSection(root, {}, settings, model);
+    return true;
+}
+
+void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model) {
+    if (!mdApplication::FileExists(model.FileName))
+        return;
+    QSaveFile file(PathFor(model.FileName));
+    const QByteArray bytes = bytesOf(settings, model);
+    // A disk that fills up in the middle of a write shows in the count alone, and nowhere once a buffer is in between;
+    // without the commit the new file is dropped.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size())
+        file.commit();
+}
+
+} // namespace propertyFile

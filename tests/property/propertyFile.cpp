@@ -1,0 +1,262 @@
+#include "property/propertyFile.h"
+#include "app/settingsStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QTemporaryDir>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+using namespace propertyFile;
+
+namespace {
+class PropertyFile : public testing::Test {
+protected:
+    PropertyFile() {
+        Model.FileName = Folder.filePath(u"結果 1.vrf"_qs);
+        write(Model.FileName, "result");
+    }
+
+    static void write(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(bytes), bytes.size());
+    }
+    static QByteArray read(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+    /// A file with every element, as `fill` sets them, in the bytes that are written.
+    static QByteArray drawn() { return read(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/drawn.property")); }
+    QString path() const { return PathFor(Model.FileName); }
+    bool load(const QByteArray& bytes) {
+        write(path(), bytes);
+        return LoadPropertyFile(Settings, Model);
+    }
+    bool loadInRoot(const QByteArray& bytes) { return load("<VRFPROPERTY>" + bytes + "</VRFPROPERTY>"); }
+
+    void fill() {
+        Model.CurrentStep = 2;
+        Model.CurrentItem = 5;
+        Settings.Difference = {3, true, false, true, false};
+        Settings.ValueDisplay = true;
+        Settings.Displacement = {false, 12345678, 1, true};
+        Settings.Vector = {2, 1, {{u"流速"_qs, 3, -1}, {u"q \"x\""_qs, 0, 1}}, false, 350, 0};
+        Settings.Contour = {3, {0xff, 0xabcdef, 0xff0000}, false, true, 125, -0.1f, 12, false};
+    }
+
+    /// The settings that a reset leaves.
+    ApplicationSettings start() const {
+        ApplicationSettings settings = Settings;
+        ResultModel model;
+        ResetDrawingSettings(settings, model);
+        return settings;
+    }
+
+    QTemporaryDir Folder;
+    ApplicationSettings Settings;
+    ResultModel Model;
+};
+} // namespace
+
+TEST_F(PropertyFile, Bytes) {
+    QLocale::setDefault(QLocale::German);
+    fill();
+    SavePropertyFile(Settings, Model);
+    QByteArray expected = drawn();
+    EXPECT_EQ(read(path()).split('\n'), expected.split('\n'));
+
+    Settings.Vector.ItemSets.clear();
+    Settings.Vector.ItemSetCount = 0;
+    SavePropertyFile(Settings, Model);
+    QLocale::setDefault(QLocale::c());
+    const qsizetype sets = expected.indexOf("<items>\r\n") + 9;
+    expected.remove(sets, expected.indexOf("    </items>") - sets);
+    EXPECT_EQ(read(path()).split('\n'), expected.split('\n'));
+}
+
+TEST_F(PropertyFile, RoundTrip) {
+    fill();
+    const ApplicationSettings saved = Settings;
+    SavePropertyFile(Settings, Model);
+    ResetDrawingSettings(Settings, Model);
+    EXPECT_NE(Settings, saved);
+    EXPECT_TRUE(LoadPropertyFile(Settings, Model));
+    EXPECT_EQ(Settings, saved);
+    EXPECT_EQ(Model.CurrentStep, 2);
+    EXPECT_EQ(Model.CurrentItem, 5);
+
+    Settings.Contour.MaxValue = 1.23456789e-20f;
+    SavePropertyFile(Settings, Model);
+    EXPECT_TRUE(LoadPropertyFile(Settings, Model));
+    EXPECT_EQ(Settings.Contour.MaxValue, 1.23457e-20f);
+}
+
+TEST_F(PropertyFile, ElementsInAnyOrderAndCaseAndUnknownOnesPassedOver) {
+    const ApplicationSettings before = start();
+    EXPECT_TRUE(load("<old></old><vrfProperty><contour><colors><max>0x00ff0000</max><INDEX>9</INDEX></colors>"
+                     "<contour/legend>False</contour/legend><what><legend>False</legend></what><legend/>"
+                     "<item>1</item></contour><legend>False</legend><currentstep>7</currentstep>"
+                     "<values><div>3</div></values><displacement><fid>-1</fid></displacement></vrfproperty>"));
+    ApplicationSettings expected = before;
+    expected.Contour.Colors[2] = 0xff0000;
+    expected.Contour.ColorIndex = 5;
+    expected.Displacement.Fiducial = 0;
+    EXPECT_EQ(Settings, expected);
+    EXPECT_EQ(Model.CurrentStep, 7);
+    EXPECT_EQ(Model.CurrentItem, 1);
+}
+
+TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
+    fill();
+    const ApplicationSettings before = start();
+    const auto expectStart = [&](bool loaded, bool expected, const char* what) {
+        EXPECT_EQ(loaded, expected) << what;
+        EXPECT_EQ(Settings, before) << what;
+        EXPECT_EQ(Model.CurrentStep, -1) << what;
+        EXPECT_EQ(Model.CurrentItem, -1) << what;
+        fill();
+    };
+    expectStart(LoadPropertyFile(Settings, Model), false, "no property file");
+    expectStart(load("not XML at all"), false, "text");
+    expectStart(load(QByteArray()), false, "empty");
+    expectStart(load(QByteArray(10 << 20, '<')), false, "brackets");
+    expectStart(load(QByteArray("\xff\x80\x00\xfd", 4)), false, "bytes of no character");
+    expectStart(load("<settings><contour><item>3</item></contour></settings>"), true, "another root");
+    expectStart(load("<VRFPROPERTY></VRFPROPERTY></x>"), false, "closed twice");
+    expectStart(load("<VRFPROPERTY>" + QByteArray("<contour>").repeated(100000)), true, "deep");
+    expectStart(load("<VRFPROPERTY><currentstep"), true, "cut off");
+    QFile::remove(Model.FileName);
+    expectStart(LoadPropertyFile(Settings, Model), false, "no result file");
+    Model.FileName.clear();
+    expectStart(LoadPropertyFile(Settings, Model), false, "no name");
+}
+
+TEST_F(PropertyFile, Values) {
+    const ApplicationSettings before = start();
+    const auto value = [&](const char* xml, auto get) {
+        EXPECT_TRUE(loadInRoot(xml)) << xml;
+        return get(Settings);
+    };
+    const auto standard = [](const auto& s) { return s.Difference.StandardStep; };
+    EXPECT_EQ(value("<difference><std>0</std></difference>", standard), -1);
+    EXPECT_EQ(value("<difference><std> 3 </std></difference>", standard), 2);
+    EXPECT_EQ(value("<difference><std>three</std></difference>", standard), -1);
+    EXPECT_EQ(value("<difference><std>-2147483648</std></difference>", standard), -1);
+
+    const auto scale = [](const auto& s) { return s.Vector.Scale; };
+    EXPECT_EQ(value("<vector><scale>-3</scale></vector>", scale), 0);
+    EXPECT_EQ(value("<vector><scale>2.5x</scale></vector>", scale), 2);
+    EXPECT_EQ(value("<vector><scale></scale></vector>", scale), 0);
+    EXPECT_EQ(value("<vector><scale>99999999999</scale></vector>", scale), before.Vector.Scale);
+    EXPECT_EQ(value("<vector><fid>99999999999</fid></vector>", [](auto& s) { return s.Vector.Fiducial; }), 2);
+    EXPECT_EQ(value("<displacement><fid>3</fid></displacement>", [](auto& s) { return s.Displacement.Fiducial; }), 2);
+
+    const auto legend = [](const auto& s) { return s.Contour.Legend; };
+    EXPECT_FALSE(value("<contour><legend>fALSE</legend></contour>", legend));
+    EXPECT_FALSE(value("<contour><legend>0</legend></contour>", legend));
+    EXPECT_TRUE(value("<contour><legend>Falsch</legend></contour>", legend));
+    const auto dsp = [](const auto& s) { return s.Difference.ApplyDisplacement; };
+    EXPECT_TRUE(value("<difference><dsp>-1</dsp></difference>", dsp));
+    EXPECT_FALSE(value("<difference><dsp>True</dsp></difference>", dsp));
+
+    const auto max = [](const auto& s) { return s.Contour.MaxValue; };
+    EXPECT_EQ(value("<contour><values><max>1.5e-3</max></values></contour>", max), 1.5e-3f);
+    EXPECT_EQ(value("<contour><values><max>1e39</max></values></contour>", max), 1.5e-3f);
+    EXPECT_EQ(value("<contour><values><max>1,5</max></values></contour>", max), 1.0f);
+    EXPECT_EQ(value("<contour><colors><mid>red</mid></colors></contour>", [](auto& s) { return s.Contour.Colors[1]; }),
+              0u);
+}
+
+TEST_F(PropertyFile, ItemSets) {
+    EXPECT_TRUE(loadInRoot("<vector><items><itemset><vert>4</vert></itemset><itemset default=\"false\"><name>a>b</name>"
+                           "<horz>1</horz></itemset><other><name>x</name></other><ITEMSET x=1></ITEMSET>"
+                           "<itemset><name>c</name><horz>1e10</horz></itemset></items></vector>"));
+    const QList<VectorItemSet> expected{{{}, 0, 4}, {u"a>b"_qs, 1, 0}, {{}, 0, 0}, {{}, 0, 0}, {u"c"_qs, 0, 0}};
+    EXPECT_EQ(Settings.Vector.ItemSets, expected);
+    EXPECT_EQ(Settings.Vector.ItemSetCount, 5);
+    EXPECT_EQ(Settings.Vector.DefaultItemSet, 3);
+
+    EXPECT_TRUE(loadInRoot("<vector><items><itemset a=1></itemset></items>\r\n<items>\r\n  </items></vector>"));
+    EXPECT_EQ(Settings.Vector.ItemSets.size(), 0);
+    EXPECT_EQ(Settings.Vector.ItemSetCount, 0);
+    EXPECT_EQ(Settings.Vector.DefaultItemSet, -1);
+
+    // More sets than the records hold are not written.
+    Settings.Vector.ItemSetCount = 3;
+    Settings.Vector.ItemSets = {{u"one"_qs, 1, 1}};
+    SavePropertyFile(Settings, Model);
+    EXPECT_TRUE(LoadPropertyFile(Settings, Model));
+    EXPECT_EQ(Settings.Vector.ItemSetCount, 1);
+}
+
+TEST_F(PropertyFile, CutAtEveryByte) {
+    const QByteArray whole = drawn();
+    write(path(), whole);
+    for (qsizetype size = whole.size(); size >= 0; --size) {
+        QFile::resize(path(), size);
+        const bool hasRoot = size >= whole.indexOf("<VRFPROPERTY>") + 13;
+        EXPECT_EQ(LoadPropertyFile(Settings, Model), hasRoot) << size;
+        EXPECT_EQ(Settings.Vector.ItemSetCount, Settings.Vector.ItemSets.size()) << size;
+    }
+}
+
+TEST_F(PropertyFile, WhatAFileDoesNotTellComesFromTheStoredDefaults) {
+    ApplicationSettings defaults;
+    defaults.Displacement.Scale = 77;
+    defaults.Vector.Fiducial = 1;
+    defaults.Contour.Divide = 9;
+    ASSERT_TRUE(settingsStore::SaveDrawingDefaults(defaults));
+    fill();
+    EXPECT_TRUE(
+        loadInRoot("<displacement><fid>0</fid></displacement><contour><values><div>8</div></values></contour>"));
+    EXPECT_EQ(Settings.Displacement.Scale, 77);
+    EXPECT_EQ(Settings.Displacement.Fiducial, 0);
+    EXPECT_EQ(Settings.Vector.Fiducial, 1);
+    EXPECT_EQ(Settings.Contour.Divide, 8);
+    EXPECT_TRUE(Settings.Contour.Automatic);
+    EXPECT_EQ(Settings.Contour.MaxValue, 125) << "the ends of the contour have no default";
+    ASSERT_TRUE(settingsStore::SaveDrawingDefaults({}));
+}
+
+TEST_F(PropertyFile, AWriteThatFailsIsSilentAndLeavesTheOldFile) {
+    fill();
+    SavePropertyFile(Settings, Model);
+    const QByteArray old = read(path());
+    const QFile::Permissions mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    QFile::setPermissions(path(), mode);
+
+    // A file may not grow beyond this, as on a full disk; the small one would fit into a buffer.
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit tight{4096, usual.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const int count : {20000, 60}) {
+        Settings.Vector.ItemSets.resize(count);
+        Settings.Vector.ItemSetCount = count;
+        setrlimit(RLIMIT_FSIZE, &tight);
+        SavePropertyFile(Settings, Model);
+        setrlimit(RLIMIT_FSIZE, &usual);
+        EXPECT_EQ(read(path()), old) << count;
+    }
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(QDir(Folder.path()).entryList(QDir::Files).size(), 2) << "nothing is left beside the two files";
+
+    Settings.Vector.ItemSets.resize(1);
+    SavePropertyFile(Settings, Model);
+    EXPECT_NE(read(path()), old);
+    EXPECT_EQ(QFile::permissions(path()), mode);
+
+    // A folder that takes no file, even from the system's administrator.
+    Model.FileName = u"/proc/version"_qs;
+    ASSERT_TRUE(QFile::exists(Model.FileName));
+    SavePropertyFile(Settings, Model);
+    EXPECT_FALSE(QFile::exists(path()));
+
+    Model.FileName = Folder.filePath(u"gone.vrf"_qs);
+    SavePropertyFile(Settings, Model);
+    EXPECT_FALSE(QFile::exists(path()));
+}

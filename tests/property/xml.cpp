@@ -1,0 +1,133 @@
+#include "property/clsXML.h"
+
+#include <QTemporaryFile>
+#include <gtest/gtest.h>
+
+namespace {
+bool load(clsXML& document, const QByteArray& bytes) {
+    QTemporaryFile file;
+    EXPECT_TRUE(file.open());
+    file.write(bytes);
+    file.close();
+    return document.Load(file.fileName());
+}
+
+/// name[attribute=value]{text;children}, each part only where there is something.
+QString dump(const clsXMLNodeCollection& nodes) {
+    QStringList parts;
+    for (int i = 0; i < nodes.Length(); ++i) {
+        const clsXMLNode& node = *nodes.Item(i);
+        QString part = node.nodeName;
+        for (int k = 0; k < node.Attributes.Length(); ++k)
+            part += u'[' + node.Attributes.Item(k)->nodeName + u'=' + node.Attributes.Item(k)->Text + u']';
+        const QString children = dump(node.childNodes);
+        if (!node.Text.isEmpty() || !children.isEmpty())
+            part += u'{' + node.Text + (children.isEmpty() ? QString() : QString(u';' + children)) + u'}';
+        parts.append(part);
+    }
+    return parts.join(u',');
+}
+
+QString dumpOf(const QByteArray& bytes) {
+    clsXML document;
+    const bool good = load(document, bytes);
+    return (good ? QString() : u"false:"_qs) + dump(document.childNodes());
+}
+
+/// Number of nodes down from the first, each being the first child of the one above.
+int depthOf(const clsXML& document) {
+    int depth = 0;
+    for (const clsXMLNode* node = document.childNodes().Item(0); node; node = node->childNodes.Item(0))
+        ++depth;
+    return depth;
+}
+} // namespace
+
+TEST(Xml, Trees) {
+    const struct {
+        const char* Bytes;
+        const char16_t* Tree;
+    } cases[] = {
+        {"<a>1</a>", u"a{1}"},
+        {"<?xml version=\"1.0\" ?>\r\n<a/>", u"a/"},
+        {"<a />", u"a"},
+        {"<r><a>1</a>\r\n  <B> 2 </b></r>", u"r{;a{1},B{2}}"},
+        {"<A>x</a><b></b>", u"A{x},b"},
+        {"<a></a></a><b></b>", u"false:a"},
+        {"<a><b>1</b><c>", u"a{;b{1},c}"},
+        {"<a>1</a><b", u"a{1}"},
+        {"<?xml ?><!-- only -->", u"false:"},
+        {"no tags", u"false:"},
+        {"<a> <!-- c > text --> </x>1</a>", u"a{<!-- c >}"},
+        {"<a><b>1</c>2</b></a>", u"a{;b{11}}"},
+        {"<a>x&lt;\ny</a>", u"a{x&lt;\ny}"},
+        {"<a>1\r\n2</a>", u"a{12}"},
+        {"<a>bb>cc/>d/>", u"a{;b{;c/}}"},
+        {"\x95\x5c<\x94\x5c>\x83\x5c\x80\xa0</\x94\x5c>", u"能{ソ\uFFFD\uFFFD}"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(dumpOf(c.Bytes).toStdString(), QString::fromUtf16(c.Tree).toStdString()) << c.Bytes;
+}
+
+TEST(Xml, TextComesFromBehindTheOpeningTagAsItStands) {
+    // At the top level leading blanks push the end of the text out; inside, they are gone before.
+    EXPECT_EQ(dumpOf("<a>  12</a>"), u"a"_qs);
+    EXPECT_EQ(dumpOf("<a> 123</a>"), u"a{12}"_qs);
+    EXPECT_EQ(dumpOf("<r><a>  12</a></r>"), u"r{;a{12}}"_qs);
+    EXPECT_EQ(dumpOf("<a>one<b/>three</a>"), u"a{oneone<b;b/}"_qs);
+}
+
+TEST(Xml, Attributes) {
+    const struct {
+        const char* Tag;
+        const char16_t* Tree;
+    } cases[] = {
+        {"<a default=\"true\">", u"a[default=true]"},
+        {"<a b = \"1 2\" />", u"a[b=]"},
+        {"<a b=1 />", u"a[b=1]"},
+        {"<a b=>", u"a"},
+        {"<a =b>", u"a"},
+        {"<a b=1 c=2>", u"a[b=1][c=2]"},
+        {"<a b=\"1\" c=\"2\">", u"a[b=\"1][c=2]"},
+        {"<a ab=\"1\" c=\"2\">", u"a[ab=\"][\" c=2]"},
+        {"<a \"b\"=\">", u"a[b=\"]"},
+        {"<a long= 1 x>", u"a[long=][ng=]"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(dumpOf(c.Tag).toStdString(), QString::fromUtf16(c.Tree).toStdString()) << c.Tag;
+}
+
+TEST(Xml, EachLoadStartsAnew) {
+    clsXML document;
+    EXPECT_EQ(document.lastChild(), nullptr);
+    EXPECT_TRUE(load(document, "<a></a><b><c></c></b>"));
+    EXPECT_EQ(document.lastChild()->nodeName, u"b"_qs);
+    EXPECT_EQ(document.childNodes().Item(-1), nullptr);
+    EXPECT_EQ(document.childNodes().Item(2), nullptr);
+    EXPECT_FALSE(document.Load(u"/nowhere/at/all"_qs));
+    EXPECT_EQ(document.childNodes().Length(), 0);
+    EXPECT_EQ(document.lastChild(), nullptr);
+}
+
+// Inputs that would take hours, gigabytes or all of the stack if the work grew faster than the file.
+TEST(Xml, HostileInput) {
+    clsXML document;
+    constexpr int many = 10 << 20;
+    EXPECT_FALSE(load(document, QByteArray(many, '<')));
+    EXPECT_TRUE(load(document, QByteArray(many, '<') + '>'));
+    EXPECT_EQ(document.childNodes().Length(), 1);
+
+    EXPECT_TRUE(load(document, QByteArray("<a>").repeated(100000)));
+    EXPECT_EQ(depthOf(document), 100000);
+    EXPECT_TRUE(load(document, QByteArray("<a>").repeated(100000) + QByteArray("</a>").repeated(100000) + "<b/>"));
+    EXPECT_EQ(depthOf(document), 100000);
+    EXPECT_EQ(document.childNodes().Length(), 2);
+
+    EXPECT_TRUE(load(document, "<a>" + QByteArray(many, '>')));
+    EXPECT_LE(depthOf(document), 1 << 20);
+    EXPECT_TRUE(load(document, QByteArray("<a/>").repeated(many / 4) + QByteArray(1 << 20, ' ')));
+    EXPECT_LE(document.childNodes().Length(), 1 << 20);
+    EXPECT_TRUE(load(document, "<a " + QByteArray(many / 2, 'x') + "= b>"));
+    EXPECT_TRUE(load(document, "<a x" + QByteArray(many / 2, ' ') + "y= b>"));
+    EXPECT_TRUE(load(document, "<a>t" + QByteArray("<!>t").repeated(many / 4)));
+}

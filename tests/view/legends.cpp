@@ -1,0 +1,216 @@
+#include "DrawnScene.h"
+
+#include "platform/RasterDevice.h"
+
+using namespace mdScene;
+
+namespace {
+
+struct Legends : DrawnScene {
+    LegendRect rect{0, 0, 1000, 800};
+
+    std::string scaleLegend(double scale, bool isVector, bool selects = false) {
+        rect.Top = 0;
+        const auto draw = [&](DeviceContext& device) {
+            DrawScaleLegend(device, device, scale, rect, converter(window), scene(), context, isVector);
+        };
+        return traceOf(draw, selects);
+    }
+    std::string captionFor(double scale) {
+        const std::string trace = scaleLegend(scale, false);
+        const std::size_t start = trace.find('"') + 1;
+        return trace.substr(start, trace.rfind('"') - start);
+    }
+    std::string contourLegend(bool selects = false) {
+        rect.Top = 0;
+        const auto draw = [&](DeviceContext& device) {
+            DrawContourLegend(device, device, context, rect, converter(window), scene());
+        };
+        return traceOf(draw, selects);
+    }
+    std::string allLegends() {
+        return traceOf([&](DeviceContext& device) {
+            DrawLegends(device, device, converter(window), {0, 0, 1000, 800}, scene(), context);
+        });
+    }
+    std::string values() {
+        return traceOf([&](DeviceContext& device) { DrawValues(device, device, scene()); });
+    }
+};
+
+TEST_F(Legends, DisplacementBarIsHalfWhiteHalfGrey) {
+    context.BackBrush = Brush{0x123456};
+    const std::string font = "Font 32 400 0 0 0 0 \"Arial\"\n";
+    EXPECT_EQ(scaleLegend(7, false, true), font +
+                                               "StockPen 8\nBrush 0x00123456 -1\nRectangle 910 24 736 72\n"
+                                               "StockBrush 0\nStockPen 7\n"
+                                               "StockPen 7\nStockBrush 0\nRectangle 830 40 900 56\n"
+                                               "StockBrush 2\nRectangle 865 40 900 56\nStockBrush 0\nStockPen 7\n"
+                                               "Text 756 32 \"10.0\"\n" +
+                                               font);
+    EXPECT_EQ(rect.Top, 64);
+}
+
+TEST_F(Legends, VectorArrowKeepsItsHeadInTheBox) {
+    settings.Style.LineStyles[2].Width = 4;
+    EXPECT_EQ(scaleLegend(7, true), "Rectangle 910 24 736 72\nMoveTo 830 48\nLineTo 900 48\n"
+                                    "MoveTo 884 42\nLineTo 900 48\nLineTo 884 54\nMoveTo 865 40\nLineTo 865 56\n"
+                                    "Text 762 32 \"10.0\"\n");
+    EXPECT_EQ(rect.Top, 32);
+    EXPECT_NE(scaleLegend(2.4, true).find("MoveTo 857 32\nLineTo 900 48\nLineTo 857 64\n"), std::string::npos);
+}
+
+TEST_F(Legends, CaptionIsThePowerOfTenThatFitsAQuarter) {
+    const std::pair<double, const char*> captions[] = {{250, "1.0"},   {250.1, "0.1"},  {20000, "0.01"},
+                                                       {2e5, "0.001"}, {2e6, "1.0e-4"}, {0.2, "1000.0"},
+                                                       {0.02, "1.0e4"}};
+    for (const auto& [scale, caption] : captions)
+        EXPECT_EQ(captionFor(scale), caption);
+    EXPECT_EQ(captionFor(HUGE_VAL), "1.0");
+    EXPECT_EQ(captionFor(std::nan("")), "1.0");
+    EXPECT_EQ(scaleLegend(0, true, true), "");
+    EXPECT_EQ(rect.Top, 0);
+}
+
+TEST_F(Legends, ContourBarHasItsHighestBandOnTop) {
+    context.ContourMax = 1;
+    context.ContourDivide = 2;
+    settings.Contour.ColorIndex = 0;
+    settings.Contour.Reverse = true;
+    EXPECT_EQ(contourLegend(), "Rectangle 774 64 920 192\nRectangle 852 96 900 128\nText 794 80 \"1.0\"\n"
+                               "Rectangle 852 128 900 160\nText 794 112 \"0.5\"\nText 794 144 \"0.0\"\n");
+    EXPECT_EQ(rect.Top, 192);
+    const std::string trace = contourLegend(true);
+    const std::size_t high = trace.find("Brush 0x00ffffff -1\nRectangle 852 96 ");
+    EXPECT_LT(high, trace.find("Brush 0x00000000 -1\nRectangle 852 128 "));
+    EXPECT_NE(trace.find("Brush 0x00000000 -1\nRectangle 852 128 "), std::string::npos);
+    settings.Style.RealFormat.clear();
+    context.ContourMin = -10;
+    EXPECT_NE(contourLegend().find("\"-4.500\""), std::string::npos);
+    EXPECT_TRUE(contourLegend().starts_with("Rectangle 646 64 ")) << "as wide as \"-10.000\"";
+}
+
+TEST_F(Legends, StandBelowEachOtherAsFarAsSwitchedOn) {
+    context.DisplacementScale = context.VectorScale = 7;
+    context.ContourMax = 1;
+    context.ContourDivide = 2;
+    const std::string displacement = "Rectangle 910 24 ", vector = "Rectangle 910 88 ", contour = "Rectangle 774 160 ";
+    const auto shows = [&](const std::string& what) { return allLegends().find(what) != std::string::npos; };
+    EXPECT_TRUE(shows(displacement) && shows(vector) && shows(contour));
+    settings.Vector.Legend = false;
+    EXPECT_FALSE(shows(vector));
+    EXPECT_TRUE(shows("Rectangle 774 128 "));
+    settings.Displacement.Fiducial = 3;
+    EXPECT_FALSE(shows(displacement));
+    settings.Displacement.Fiducial = 2;
+    model.NoDisplacement = true;
+    EXPECT_FALSE(shows(displacement));
+    EXPECT_TRUE(shows("Rectangle 774 64 "));
+    for (const auto& [divide, top, lineElements] : {std::tuple{1, 1, false}, {2, 0, false}, {2, 1, true}}) {
+        context.ContourDivide = divide;
+        context.ContourMax = float(top);
+        model.LineElementsOnly = lineElements;
+        EXPECT_EQ(allLegends(), "");
+    }
+}
+
+TEST_F(Legends, NumbersStandOnActiveNodesOrOnElementsOfTheItemsType) {
+    addNode({100, 100});
+    addNode({300, 300}, false);
+    addNode({400, 400});
+    addNode({500, 500});
+    addItem(u"u"_qs, -1, {1.25, 2, -10});
+    addItem(u"s"_qs, 4, {0.5, 7, 2.5, 3});
+    model.CurrentItem = 0;
+    EXPECT_EQ(values(), "Text 76 84 \"1.3\"\nText 360 384 \"-10.0\"\n");
+    settings.Style.RealFormat.clear();
+    EXPECT_EQ(values(), "Text 68 84 \"1.25\"\nText 376 384 \"-10\"\n");
+    settings.Difference.ApplyValue = true;
+    model.ReferenceItemData = {{3, {1, 1, 1}, 0, 0}};
+    EXPECT_EQ(values(), "Text 68 84 \"0.25\"\nText 376 384 \"-11\"\n");
+    settings.Difference.ApplyValue = false;
+    addElement({100, 100}, 4);
+    addElement({200, 200}, 3);
+    addElement({300, 300}, 4);
+    addElement({0, 0}, 4, 0);
+    addElement({400, 400}, 4);
+    model.CurrentItem = 1;
+    EXPECT_EQ(values(), "Text 76 84 \"0.5\"\nText 276 284 \"2.5\"\n");
+    model.CurrentItem = 2;
+    EXPECT_EQ(values(), "");
+}
+
+TEST_F(Legends, HeaderHasThePartsThatAreOn) {
+    model.Steps = {{}, {u"two"_qs, 0.1f, 0}};
+    model.CurrentStep = 1;
+    addItem(u"応力"_qs, -1, {1});
+    model.CurrentItem = 0;
+    settings.Vector.ItemSets = {{u"流れ"_qs, 0, 0}};
+    settings.Vector.DefaultItemSet = 0;
+    const auto header = [&] {
+        TraceDevice device(1000, 800, 254);
+        DrawHeader(device, scene());
+        return device.Trace().toStdString();
+    };
+    const std::string font = "Font 32 400 0 0 0 0 \"";
+    EXPECT_EQ(header(), font +
+                            "MS UI Gothic\"\nFillRect 0 0 449 33\n"
+                            "Text 0 0 \"   STEP : 2   CONTOUR : 応力\"\n" +
+                            font + "Arial\"\n");
+    settings.SlideShow = {.HeaderStep = false, .HeaderTime = true, .HeaderContour = false, .HeaderVector = true};
+    EXPECT_NE(header().find("\"   TIME : 0.1   VECTOR : 流れ\""), std::string::npos);
+    settings.Vector.DefaultItemSet = 1;
+    model.CurrentStep = -1;
+    EXPECT_NE(header().find("Text 0 0 \"\""), std::string::npos);
+}
+
+/// A picture that counts its texts and steps, and that may keep to itself what can be seen of it.
+class CountingPicture : public RasterDevice {
+public:
+    CountingPicture(QImage& target, bool isOpen) : RasterDevice(target, 254), open(isOpen) {}
+    std::optional<DeviceRect> VisibleArea() const override { return open ? RasterDevice::VisibleArea() : std::nullopt; }
+    void Text(DevicePoint leftTop, const QString& text) override {
+        ++Calls;
+        RasterDevice::Text(leftTop, text);
+    }
+    void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override {
+        Calls += int(steps.size() / 5);
+        RasterDevice::Lines(points, steps);
+    }
+    int Calls = 0;
+
+private:
+    bool open;
+};
+
+TEST_F(Legends, WhatCannotBeSeenIsLeftOutAndTheRestStaysToThePixel) {
+    QList<float> numbers;
+    for (int x = -2000; x < 3000; x += 97)
+        for (int y = -2000; y < 3000; y += 89) {
+            addNode({x, y});
+            numbers.append(float(x * y) / 1e5f);
+        }
+    addItem(u"u"_qs, -1, numbers);
+    model.CurrentItem = 0;
+    settings.Vector.ItemSets = {{u"set"_qs, 0, 0}};
+    settings.Vector.ItemSetCount = 1;
+    settings.Vector.DefaultItemSet = 0;
+    context.ContourMax = 1;
+    context.ContourDivide = 5000;
+    const auto paint = [&](QImage& image, bool open) {
+        image.fill(Qt::white);
+        CountingPicture device(image, open);
+        device.ClipRect({50, 100, 450, 250});
+        DrawVectors(device, converter(window), window, scene(), context);
+        DrawValues(device, device, scene());
+        DrawContourLegend(device, device, context, rect = {0, 0, 500, 300}, converter(window), scene());
+        return device.Calls;
+    };
+    QImage kept(500, 300, QImage::Format_RGB32), all(500, 300, QImage::Format_RGB32);
+    const int keptCalls = paint(kept, true);
+    EXPECT_EQ(paint(all, false), 2 * int(numbers.size()) + 5001);
+    EXPECT_LT(keptCalls, 600);
+    EXPECT_EQ(kept, all);
+}
+
+} // namespace

@@ -1,0 +1,263 @@
+#include "view/picking.h"
+
+#include "platform/Dialogs.h"
+#include "platform/RasterDevice.h"
+#include "platform/TraceDevice.h"
+#include "result/VrfBuilder.h"
+#include "result/mdVelorinResultModel.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace mdPicking;
+
+namespace {
+
+using Ids = std::vector<int>;
+
+/// Two quads of type 1 side by side, one of type 2 over the first and one of type 1 over both, a line of type 3, an
+/// element without nodes and one of type 4 with a node missing. In the second step only the second quad and the line
+/// exist.
+class PickingTest : public testing::Test {
+protected:
+    PickingTest() {
+        VrfBuilder file;
+        file.items = {{u"節点"_qs, -1}, {u"一"_qs, 1}, {u"二"_qs, 2}, {u"線"_qs, 3}, {u"欠"_qs, 4}};
+        file.nodes.resize(9);
+        file.elements = {{1, 2, 3, 4}, {2, 5, 6, 3}, {1, 2, 3, 4}, {1, 5, 6, 4}, {7, 8}, {0, 0, 0}, {1, 0, 2, 4}};
+        const std::vector<std::vector<double>> values(5);
+        file.steps = {{0, {}, {1, 1, 2, 1, 3, 1, 4}, values}, {1, {}, {-1, 1, -1, -1, 3, -1, -1}, values}};
+        EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
+        loadStep(0);
+        view.NodePoints = {{10, 10}, {30, 10},   {30, 30},   {10, 30}, {50, 10},
+                           {50, 30}, {100, 100}, {130, 140}, {11, 10}};
+    }
+    void loadStep(int step) { ASSERT_TRUE(mdVelorinResultModel::LoadStep(step, 0, model, false, -1)); }
+    void select(int kind, const Ids& ids) {
+        selection.Clear();
+        for (const int id : ids)
+            selection.Add(id, kind);
+    }
+    Ids selected() const {
+        Ids ids;
+        for (int i = 0; i < selection.Count(); ++i)
+            ids.push_back(selection.Item(i));
+        return ids;
+    }
+    Ids click(int item, DevicePoint at, int mode = Mode::Replace, int tolerance = 3) {
+        model.CurrentItem = item;
+        PickPoint(model, view, selection, mode, at, tolerance);
+        return selected();
+    }
+    Ids drag(int item, DevicePoint from, DevicePoint to, int mode = Mode::Replace, int tolerance = 3) {
+        model.CurrentItem = item;
+        PickRectangle(model, view, selection, mode, std::array{from, to}, tolerance);
+        return selected();
+    }
+    std::string marks() const {
+        TraceDevice device(200, 200);
+        DrawSelection(device, model, view, selection, 5);
+        return device.Trace().toStdString();
+    }
+
+    TestFolder folder;
+    ResultModel model;
+    ViewState view;
+    clsMouse selection;
+};
+
+TEST(Selection, HoldsOneKindAtATime) {
+    clsMouse list;
+    list.Remove(0);
+    EXPECT_EQ(list.Item(0), -1);
+    for (const int id : {7, 3, 7})
+        list.Add(id, PickedKind::Nodes);
+    list.Add(1, PickedKind::Elements);
+    EXPECT_EQ(list.Count(), 3);
+    EXPECT_EQ(list.ObjectType(), 1);
+    list.Remove(3);
+    list.Remove(-1);
+    list.Remove(0);
+    EXPECT_EQ(list.Item(0), 3);
+    EXPECT_EQ(list.Item(1), 7);
+    list.Remove(1);
+    EXPECT_EQ(list.ObjectType(), 1);
+    list.Remove(0);
+    EXPECT_EQ(list.ObjectType(), 0);
+    list.Add(1, PickedKind::Elements);
+    EXPECT_EQ(list.ObjectType(), 2);
+    list.Clear();
+    EXPECT_EQ(list.Count() + list.ObjectType(), 0);
+}
+
+TEST_F(PickingTest, ClickTakesTheNearestActiveNode) {
+    EXPECT_EQ(click(0, {28, 13}), Ids{1});
+    EXPECT_EQ(selection.ObjectType(), PickedKind::Nodes);
+    EXPECT_EQ(click(0, {100, 106}), Ids{6}) << "exactly twice the tolerance away";
+    EXPECT_EQ(click(0, {100, 107}), Ids{});
+    EXPECT_EQ(click(0, {104, 105}), Ids{}) << "less than 6 in both directions, more than 6 away";
+    EXPECT_EQ(click(0, {100, 107}, 0, -3), Ids{});
+    // Node 8 at (11, 10) has no element.
+    EXPECT_EQ(click(0, {11, 10}), Ids{0});
+    EXPECT_EQ(click(0, {10, 20}, 0, 5), Ids{0}) << "node 3 is as near";
+    loadStep(1);
+    EXPECT_EQ(click(0, {10, 10}), Ids{}) << "its elements do not exist";
+}
+
+TEST_F(PickingTest, ClickTakesTheFirstElementThatHoldsThePoint) {
+    EXPECT_EQ(click(1, {20, 20}), Ids{0});
+    EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
+    EXPECT_EQ(click(2, {20, 20}), Ids{2});
+    EXPECT_EQ(click(3, {20, 20}), Ids{});
+    struct {
+        DevicePoint at;
+        Ids hit;
+    } const cases[] = {{{10, 10}, {0}}, {{29, 29}, {0}}, {{30, 10}, {1}}, {{49, 29}, {1}},
+                       {{50, 20}, {}},  {{20, 30}, {}},  {{9, 20}, {}},   {{20, 9}, {}}};
+    for (const auto& expected : cases)
+        EXPECT_EQ(click(1, expected.at), expected.hit) << expected.at.X << ' ' << expected.at.Y;
+    loadStep(1);
+    EXPECT_EQ(click(1, {20, 20}), Ids{});
+    EXPECT_EQ(click(1, {40, 20}), Ids{1});
+}
+
+TEST_F(PickingTest, LineElementsAreHitWithinTwiceTheTolerance) {
+    // (119, 117) is 5 from (115, 120), the middle of the line, at right angles.
+    EXPECT_EQ(click(3, {119, 117}, 0, 3), Ids{4});
+    EXPECT_EQ(click(3, {119, 117}, 0, 2), Ids{});
+    // 10 beyond an end.
+    EXPECT_EQ(click(3, {136, 148}, 0, 5), Ids{4});
+    EXPECT_EQ(click(3, {94, 92}, 0, 5), Ids{4});
+    EXPECT_EQ(click(3, {93, 92}, 0, 5), Ids{});
+}
+
+TEST_F(PickingTest, ModesReplaceAddAndToggle) {
+    click(0, {10, 10});
+    EXPECT_EQ(click(0, {200, 200}, Mode::Add), Ids{0});
+    EXPECT_EQ(click(0, {50, 10}, Mode::Add), (Ids{0, 4}));
+    EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4})) << "in ascending order";
+    EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4}));
+    EXPECT_EQ(click(0, {30, 10}, Mode::Toggle), (Ids{0, 4}));
+    EXPECT_EQ(click(0, {200, 200}, Mode::Toggle), (Ids{0, 4}));
+    EXPECT_EQ(drag(0, {8, 8}, {32, 12}, Mode::Toggle), (Ids{1, 4}));
+    EXPECT_EQ(drag(0, {8, 8}, {32, 12}, Mode::Add), (Ids{0, 1, 4}));
+    EXPECT_EQ(drag(0, {95, 95}, {105, 105}), Ids{6});
+    EXPECT_EQ(click(0, {200, 200}), Ids{});
+    EXPECT_EQ(selection.ObjectType(), 0);
+}
+
+TEST_F(PickingTest, RectangleTakesWhatLiesInItWithItsEdges) {
+    EXPECT_EQ(drag(0, {13, 13}, {47, 27}), (Ids{0, 1, 2, 3, 4, 5})) << "exactly the tolerance away";
+    EXPECT_EQ(drag(0, {47, 27}, {14, 13}), (Ids{1, 2, 4, 5})) << "from any corner";
+    EXPECT_EQ(drag(0, {47, 13}, {14, 26}), (Ids{1, 4}));
+    EXPECT_EQ(drag(1, {13, 13}, {27, 27}), Ids{0});
+    EXPECT_EQ(drag(1, {27, 27}, {13, 14}), Ids{}) << "all corners must be in";
+    EXPECT_EQ(drag(1, {0, 0}, {200, 200}), (Ids{0, 1, 3})) << "of the item's type, and with nodes";
+    EXPECT_EQ(drag(3, {0, 0}, {200, 200}), Ids{4});
+    EXPECT_EQ(drag(4, {8, 8}, {32, 32}), Ids{6}) << "a missing node counts nothing";
+    EXPECT_EQ(click(4, {15, 15}), Ids{6});
+    EXPECT_EQ(click(4, {25, 25}), Ids{});
+    loadStep(1);
+    EXPECT_EQ(drag(1, {0, 0}, {200, 200}), Ids{1});
+    EXPECT_EQ(drag(0, {0, 0}, {200, 200}), (Ids{1, 2, 4, 5, 6, 7}));
+}
+
+TEST_F(PickingTest, EarlierSelectionCountsByItsNumbersAlone) {
+    const Ids all{0, 2, 4, 5, 7, 999, -5};
+    select(PickedKind::Nodes, all);
+    EXPECT_EQ(click(1, {200, 200}, Mode::Add), (Ids{0, 2, 4, 5}));
+    EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
+    select(PickedKind::Nodes, all);
+    EXPECT_EQ(drag(1, {200, 200}, {210, 210}, Mode::Toggle), (Ids{0, 5})) << "other types drop out";
+    loadStep(1);
+    select(PickedKind::Nodes, all);
+    EXPECT_EQ(click(0, {200, 200}, Mode::Add), (Ids{0, 2, 4, 5, 7})) << "also those not active";
+    EXPECT_EQ(drag(0, {200, 200}, {210, 210}, Mode::Add), (Ids{2, 4, 5, 7}));
+}
+
+TEST_F(PickingTest, NothingToPickFrom) {
+    const Ids old{1};
+    for (const int item : {-1, 5}) {
+        select(PickedKind::Nodes, old);
+        EXPECT_EQ(click(item, {10, 10}, Mode::Toggle), old);
+        EXPECT_EQ(drag(item, {0, 0}, {99, 99}, Mode::Add), old);
+        EXPECT_EQ(drag(item, {0, 0}, {99, 99}), Ids{});
+        select(PickedKind::Nodes, old);
+        EXPECT_EQ(click(item, {10, 10}), Ids{});
+    }
+    view.NodePoints.clear();
+    for (const int item : {0, 1, 3}) {
+        EXPECT_EQ(click(item, {10, 10}), Ids{});
+        EXPECT_EQ(drag(item, {0, 0}, {99, 99}), Ids{});
+    }
+    select(PickedKind::Nodes, old);
+    EXPECT_EQ(marks().find("Rectangle"), std::string::npos);
+    mdVelorinResultModel::CloseResultFile(model);
+    EXPECT_EQ(click(0, {10, 10}), old);
+    EXPECT_EQ(drag(0, {0, 0}, {99, 99}), old);
+}
+
+TEST(Picking, InsideOfAPolygonIsWhatADeviceFills) {
+    std::mt19937 random(5);
+    const auto upTo = [&random](int end) { return int(random() % unsigned(end)); };
+    for (int round = 0; round < 300; ++round) {
+        std::vector<DevicePoint> polygon(std::size_t(3 + upTo(5)));
+        for (DevicePoint& point : polygon)
+            point = {upTo(round % 2 ? 12 : 60) - 2, upTo(round % 2 ? 12 : 60) - 2};
+        QImage image(56, 56, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        RasterDevice device(image, 96);
+        device.SelectPen(stockPen(Stock::NullPen));
+        device.SelectBrush({.Color = 0});
+        device.Polygon(polygon);
+        int different = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                different += IsInPolygon(polygon, {x, y}) != (image.pixel(x, y) == qRgb(0, 0, 0));
+        EXPECT_EQ(different, 0) << round;
+    }
+    constexpr int most = std::numeric_limits<int>::max(), least = std::numeric_limits<int>::min();
+    const DevicePoint huge[] = {{least, least}, {most, least}, {most, most}, {least, most}};
+    EXPECT_TRUE(IsInPolygon(huge, {0, 0}));
+    EXPECT_FALSE(IsInPolygon(huge, {most, 0}));
+    EXPECT_FALSE(IsInPolygon({}, {0, 0}));
+}
+
+TEST_F(PickingTest, MarksAreDrawnInTheirRasterMode) {
+    const std::string begin = "SaveDC\nRop2 14\nPen 0 2 0x004040ff\nBrush 0x004040ff -1\n";
+    const std::string end = "StockPen 7\nStockBrush 0\nRop2 13\nRestoreDC\n";
+    EXPECT_EQ(marks(), "");
+    select(PickedKind::Elements, {1, 4, 5, 99});
+    EXPECT_EQ(marks(), begin + "PolyPolygon 2 4 2 30 10 50 10 50 30 30 30 100 100 130 140\n" + end);
+    select(PickedKind::Nodes, {6, 8, 99});
+    EXPECT_EQ(marks(), begin + "Rectangle 95 95 105 105\n" + end);
+    loadStep(1);
+    select(PickedKind::Nodes, {0, 1});
+    EXPECT_EQ(marks(), begin + "Rectangle 25 5 35 15\n" + end);
+    select(PickedKind::Elements, {0, 3});
+    EXPECT_EQ(marks(), begin + end);
+    TraceDevice device(200, 200);
+    DrawRubberBand(device, std::array<DevicePoint, 2>{{{7, 9}, {3, 2}}});
+    EXPECT_EQ(
+        device.Trace().toStdString(),
+        "Rop2 7\nPen 0 1 0x003f007f\nBrush 0x003f007f -1\nRectangle 7 9 3 2\nStockPen 7\nStockBrush 0\nRop2 13\n");
+}
+
+TEST(Picking, SizesFollowTheLargerOfWindowAndScreen) {
+    EXPECT_EQ(PickTolerance(900, 1280), 3);
+    EXPECT_EQ(PickTolerance(3840, 1280), 8);
+    EXPECT_EQ(PickTolerance(0, 1250), 2) << "a half goes to the even neighbour";
+    EXPECT_EQ(NodeMarkSize(900, 1280), 5);
+    EXPECT_EQ(NodeMarkSize(3840, 1280), 15);
+}
+
+TEST(Picking, GraphsOfNothingOrOfManyAreAskedAbout) {
+    EXPECT_EQ(GraphRequest(0)->Text, u"オブジェクトを選択してください。"_qs);
+    EXPECT_EQ(GraphRequest(0)->Flags, Dialogs::Style::Information);
+    EXPECT_FALSE(GraphRequest(1) || GraphRequest(100));
+    EXPECT_TRUE(GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_EQ(GraphRequest(101)->Text.count(u"\r\n"_qs), 3);
+    EXPECT_EQ(GraphRequest(101)->Flags, Dialogs::Style::Ask);
+}
+
+} // namespace
