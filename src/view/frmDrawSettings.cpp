@@ -65,8 +65,12 @@ void frmDrawSettings::load() {
         lstVectorItem->addItem(set.Name);
     enableItemSet(!itemSets.isEmpty());
 
-    if (const int index = settings.Contour.ColorIndex; index >= 0 && index < int(optContourColor.size()))
+    if (const int index = settings.Contour.ColorIndex; index >= 0 && index < int(optContourColor.size())) {
         optContourColor[index]->setChecked(true);
+        // Left to itself the Tab key would first come to an option that isn't chosen.
+        for (QRadioButton* option : optContourColor)
+            option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    }
     colours = settings.Contour.Colors;
     showColours();
     chkContourPaintLegend->setChecked(settings.Contour.Legend);
