@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QStringListModel>
 #include <QToolBar>
+#include <QWidgetAction>
 
 struct CommandBars::Tool {
     ToolRecord record;
@@ -21,7 +22,18 @@ struct CommandBars::Tool {
     // Of a combo.
     QStringListModel* lines = nullptr;
     int index = -1;
-    std::vector<QComboBox*> combos;
+    struct Combo {
+        QComboBox* box;
+        QAction* action; ///< its place on the tool bar
+    };
+    std::vector<Combo> combos;
+};
+
+/// What stands on a band; the separator before it is its own.
+struct CommandBars::Place {
+    QString tool;
+    QAction* action;
+    QAction* separator;
 };
 
 struct CommandBars::Band {
@@ -29,18 +41,30 @@ struct CommandBars::Band {
     QMenuBar* menuBar = nullptr;
     QToolBar* toolBar = nullptr;
     QMenu* menu = nullptr;
-    /// What stands on it; the separator before an entry is its own.
-    struct Place {
-        QString tool;
-        QAction* action;
-        QAction* separator;
-    };
     std::vector<Place> places;
 
     QWidget& Widget() const {
         return menuBar ? static_cast<QWidget&>(*menuBar) : toolBar ? static_cast<QWidget&>(*toolBar) : *menu;
     }
 };
+
+namespace {
+
+/// A caption as it reads where there are no access keys: "(&O)" and "..." are left out.
+QString plainCaption(QString caption) {
+    static const QRegularExpression marks(u"\\(&.\\)|&(?!&)|\\.\\.\\.$"_qs);
+    return caption.remove(marks);
+}
+
+void setCaption(QAction& action, const QString& caption) {
+    const QString plain = plainCaption(caption);
+    const QString key = action.shortcut().toString(QKeySequence::NativeText);
+    action.setText(caption);
+    action.setIconText(plain);
+    action.setToolTip(key.isEmpty() ? plain : plain + u" ("_qs + key + u')');
+}
+
+} // namespace
 
 CommandBars::CommandBars(QMainWindow& ownWindow) : QObject(&ownWindow), window(ownWindow) {}
 
@@ -92,11 +116,12 @@ QAction* CommandBars::actionFor(Band& band, Tool& tool, const QString& caption) 
     for (QAction* action : tool.actions)
         if (action->text() == caption && tool.record.Form == ToolRecord::Kind::Button)
             return action;
-    auto* action = new QAction(caption, &window);
+    auto* action = new QAction(&window);
     // One of a tool's actions has its plain name and its key; two with a key would make it ambiguous.
     action->setObjectName(tool.actions.empty() ? tool.record.Name : tool.record.Name + u'@' + band.name);
     if (tool.actions.empty())
         action->setShortcut(tool.record.Shortcut);
+    setCaption(*action, caption);
     action->setStatusTip(tool.record.Description);
     action->setEnabled(tool.enabled);
     action->setVisible(tool.visible);
@@ -114,7 +139,9 @@ QAction* CommandBars::actionFor(Band& band, Tool& tool, const QString& caption) 
             // A check mark follows the state that the command's reaction sets, not the click.
             if (action->isCheckable())
                 action->setChecked(tool.checked);
-            emit Clicked(tool.record.Name);
+            // A copy, since the reaction may remove the tool: opening a recent file makes the recent files' tools anew.
+            const QString clicked = tool.record.Name;
+            emit Clicked(clicked);
         });
     }
     tool.actions.push_back(action);
@@ -122,24 +149,24 @@ QAction* CommandBars::actionFor(Band& band, Tool& tool, const QString& caption) 
 }
 
 void CommandBars::place(Band& band, Tool& tool, const BandEntry& entry) {
+    QAction* action = band.toolBar && tool.record.Form == ToolRecord::Kind::Combo
+                          ? placeCombo(*band.toolBar, tool)
+                          : actionFor(band, tool, entry.Caption.isEmpty() ? tool.record.Caption : entry.Caption);
+    append(band, {tool.record.Name, action, nullptr}, entry.BeginGroup);
+}
+
+void CommandBars::append(Band& band, Place place, bool beginGroup) {
     QWidget& widget = band.Widget();
-    Band::Place place = {tool.record.Name, nullptr, nullptr};
-    if (entry.BeginGroup && !band.places.empty()) {
+    if (beginGroup && !band.places.empty()) {
         place.separator = new QAction(&widget);
         place.separator->setSeparator(true);
         widget.addAction(place.separator);
     }
-    if (band.toolBar && tool.record.Form == ToolRecord::Kind::Combo) {
-        placeCombo(*band.toolBar, tool);
-        place.action = band.toolBar->actions().constLast();
-    } else {
-        place.action = actionFor(band, tool, entry.Caption.isEmpty() ? tool.record.Caption : entry.Caption);
-        widget.addAction(place.action);
-    }
+    widget.addAction(place.action);
     band.places.push_back(place);
 }
 
-void CommandBars::placeCombo(QToolBar& bar, Tool& tool) {
+QAction* CommandBars::placeCombo(QToolBar& bar, Tool& tool) {
     auto* combo = new QComboBox(&bar);
     combo->setObjectName(tool.record.Name + u'@' + bar.objectName());
     combo->setModel(tool.lines);
@@ -148,14 +175,16 @@ void CommandBars::placeCombo(QToolBar& bar, Tool& tool) {
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(14);
     combo->setFocusPolicy(Qt::ClickFocus);
-    QString name = tool.record.Caption;
-    name.remove(QRegularExpression(u"\\(&.\\)|&"_qs));
+    const QString name = plainCaption(tool.record.Caption);
     combo->setAccessibleName(name);
     combo->setToolTip(name);
     combo->setStatusTip(tool.record.Description);
     connect(combo, &QComboBox::activated, this, [this, &tool](int index) { SetListIndex(tool.record.Name, index); });
-    tool.combos.push_back(combo);
-    bar.addWidget(combo);
+    auto* action = new QWidgetAction(&bar);
+    action->setDefaultWidget(combo);
+    action->setVisible(tool.visible);
+    tool.combos.push_back({combo, action});
+    return action;
 }
 
 void CommandBars::fillComboMenu(Tool& tool, QMenu& menu) {
@@ -192,8 +221,8 @@ void CommandBars::SetEnabled(const QString& name, bool enabled) {
         tool->enabled = enabled;
         for (QAction* action : tool->actions)
             action->setEnabled(enabled);
-        for (QComboBox* combo : tool->combos)
-            combo->setEnabled(enabled);
+        for (const Tool::Combo& combo : tool->combos)
+            combo.box->setEnabled(enabled);
     }
 }
 
@@ -217,6 +246,8 @@ void CommandBars::SetVisible(const QString& name, bool visible) {
         tool->visible = visible;
         for (QAction* action : tool->actions)
             action->setVisible(visible);
+        for (const Tool::Combo& combo : tool->combos)
+            combo.action->setVisible(visible);
     }
 }
 
@@ -229,7 +260,7 @@ void CommandBars::SetCaption(const QString& name, const QString& caption) {
     if (Tool* tool = find(name)) {
         for (QAction* action : tool->actions)
             if (action->text() == tool->record.Caption)
-                action->setText(caption);
+                ::setCaption(*action, caption);
         tool->record.Caption = caption;
     }
 }
@@ -244,6 +275,8 @@ void CommandBars::SetDescription(const QString& name, const QString& description
         tool->record.Description = description;
         for (QAction* action : tool->actions)
             action->setStatusTip(description);
+        for (const Tool::Combo& combo : tool->combos)
+            combo.box->setStatusTip(description);
     }
 }
 
@@ -268,7 +301,7 @@ void CommandBars::SetBandVisible(const QString& name, bool visible) {
 QStringList CommandBars::BandTools(const QString& name) const {
     QStringList names;
     if (const Band* band = findBand(name))
-        for (const Band::Place& place : band->places)
+        for (const Place& place : band->places)
             names.append(place.tool);
     return names;
 }
@@ -281,40 +314,44 @@ void CommandBars::AddToBand(const QString& bandName, const ToolRecord& record, b
         place(*band, *tool, {record.Name, beginGroup, {}});
 }
 
-void CommandBars::RemoveFromBand(const QString& bandName, const QString& toolName) {
+std::optional<CommandBars::Place> CommandBars::take(const QString& bandName, const QString& toolName) {
     Band* band = findBand(bandName);
     if (!band)
-        return;
+        return {};
     const auto place = std::find_if(band->places.begin(), band->places.end(),
-                                    [&](const Band::Place& other) { return other.tool == toolName; });
+                                    [&](const Place& other) { return other.tool == toolName; });
     if (place == band->places.end())
-        return;
-    band->Widget().removeAction(place->action);
-    delete place->separator;
+        return {};
+    const Place taken = *place;
+    band->Widget().removeAction(taken.action);
+    delete taken.separator;
     band->places.erase(place);
-    // A tool that stood on this band alone goes with its place.
-    const bool elsewhere = std::any_of(bands.cbegin(), bands.cend(), [&](const std::shared_ptr<Band>& other) {
-        return BandTools(other->name).contains(toolName);
+    return taken;
+}
+
+void CommandBars::RemoveFromBand(const QString& bandName, const QString& toolName) {
+    const auto taken = take(bandName, toolName);
+    const bool shown = std::any_of(bands.cbegin(), bands.cend(), [&](const std::shared_ptr<Band>& band) {
+        return std::any_of(band->places.begin(), band->places.end(),
+                           [&](const Place& other) { return taken && other.action == taken->action; });
     });
-    if (const auto tool = elsewhere ? nullptr : tools.take(toolName))
-        for (QAction* action : tool->actions)
-            action->deleteLater();
+    if (!taken || shown)
+        return;
+    Tool& tool = *find(toolName);
+    std::erase(tool.actions, taken->action);
+    std::erase_if(tool.combos, [&](const Tool::Combo& combo) { return combo.action == taken->action; });
+    // Not at once: it may be the one that has just been clicked. Nobody is to find it meanwhile.
+    taken->action->setObjectName(QString());
+    taken->action->deleteLater();
+    if (tool.actions.empty() && tool.combos.empty())
+        tools.remove(toolName);
 }
 
 void CommandBars::MoveToEnd(const QString& bandName, const QString& toolName, bool beginGroup) {
-    Band* band = findBand(bandName);
-    // Held here, so that the tool outlives its last place.
-    const std::shared_ptr<Tool> tool = tools.value(toolName);
-    if (!band || !tool)
-        return;
-    const auto place = std::find_if(band->places.begin(), band->places.end(),
-                                    [&](const Band::Place& other) { return other.tool == toolName; });
-    if (place == band->places.end())
-        return;
-    band->Widget().removeAction(place->action);
-    delete place->separator;
-    band->places.erase(place);
-    this->place(*band, *tool, {toolName, beginGroup, {}});
+    if (auto taken = take(bandName, toolName)) {
+        taken->separator = nullptr;
+        append(*findBand(bandName), *taken, beginGroup);
+    }
 }
 
 void CommandBars::ShowPopup(const QString& name, QPoint globalPosition) {
@@ -366,6 +403,6 @@ void CommandBars::SetListIndex(const QString& name, int index) {
 }
 
 void CommandBars::showIndex(Tool& tool) {
-    for (QComboBox* combo : tool.combos)
-        combo->setCurrentIndex(tool.index);
+    for (const Tool::Combo& combo : tool.combos)
+        combo.box->setCurrentIndex(tool.index);
 }

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QStringList>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QAction;
@@ -38,7 +39,7 @@ struct ToolRecord {
 struct BandEntry {
     QString Tool;
     bool BeginGroup = false;
-    QString Caption; ///< on this band in place of the tool's own; empty for the tool's own
+    QString Caption{}; ///< on this band in place of the tool's own; empty for the tool's own
 };
 
 /// All calls that name a tool or a band do nothing (and give false, -1, 0 or an empty text) when there is none of that
@@ -75,6 +76,7 @@ public:
     QStringList BandTools(const QString& band) const;
     /// Puts a tool at the end of a band, made first when it is new.
     void AddToBand(const QString& band, const ToolRecord& record, bool beginGroup);
+    /// A tool that stands nowhere else goes altogether.
     void RemoveFromBand(const QString& band, const QString& tool);
     /// Takes a tool that stands on a band to its end.
     void MoveToEnd(const QString& band, const QString& tool, bool beginGroup);
@@ -97,12 +99,15 @@ signals:
 private:
     struct Tool;
     struct Band;
+    struct Place;
 
     Tool* find(const QString& name) const;
     Band* findBand(const QString& name) const;
     void place(Band& band, Tool& tool, const BandEntry& entry);
     QAction* actionFor(Band& band, Tool& tool, const QString& caption);
-    void placeCombo(QToolBar& bar, Tool& tool);
+    void append(Band& band, Place place, bool beginGroup);
+    std::optional<Place> take(const QString& band, const QString& tool);
+    QAction* placeCombo(QToolBar& bar, Tool& tool);
     void fillComboMenu(Tool& tool, QMenu& menu);
     void showIndex(Tool& tool);
 

@@ -1,0 +1,116 @@
+#include "mainwin/commandState.h"
+
+#include "mainwin/commandTable.h"
+
+#include <QMainWindow>
+#include <QMenu>
+#include <gtest/gtest.h>
+
+namespace {
+
+class CommandStateTest : public testing::Test {
+protected:
+    CommandStateTest() {
+        commandTable::Build(bars);
+        model.StepCount = 3;
+        model.CurrentStep = 2;
+        model.CurrentItem = 1;
+        model.Items = {{u"変位"_qs}, {u"応力"_qs}};
+        settings.Vector.ItemSets = {{u"u"_qs}, {u"v"_qs}};
+        settings.Vector.ItemSetCount = 2;
+        settings.Vector.DefaultItemSet = 5;
+        settings.Contour.ColorIndex = 1;
+        settings.Displacement.Fiducial = 3;
+        settings.Window.Mesh = false;
+    }
+    void update(bool open) { commandState::UpdateCommandState(bars, open, model, settings); }
+    void expectEnabled(const QString& names, bool enabled) {
+        for (const QString& name : names.split(u' '))
+            EXPECT_EQ(bars.Enabled(name), enabled) << name.toStdString();
+    }
+    /// The marked tools of a band, by their position.
+    QString marks(const QString& band) {
+        QString text;
+        for (const QString& tool : bars.BandTools(band))
+            text += bars.Checked(tool) ? u'x' : u'-';
+        return text;
+    }
+    QString lists() {
+        QStringList texts;
+        for (const QString& combo : {u"miDrawStep"_qs, u"miDrawVectorItem"_qs, u"miDrawContourItem"_qs})
+            texts.append(u"%1/%2"_qs.arg(bars.ListIndex(combo)).arg(bars.ListCount(combo)));
+        return texts.join(u' ');
+    }
+
+    const QString always = u"miFile miFileOpen miFileQuit miViewToolBar miViewStatusBar miViewRefresh miHelp"_qs;
+    const QString ofFile = u"miFileSaveLayout miFileProperty miViewScale miViewMesh miViewZoomIn miViewZoomOut "
+                           u"miViewZoomOff miDraw"_qs;
+    const QString ofDisplacement = u"miDrawDispScale miDrawDispLegend miDrawOrgMesh"_qs;
+    const QString ofContour = u"miDrawContourColor miDrawContourLegend miDrawContourValue"_qs;
+    QMainWindow window;
+    CommandBars& bars = *new CommandBars(window);
+    ResultModel model;
+    ApplicationSettings settings;
+};
+
+TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
+    update(false);
+    expectEnabled(ofFile, false);
+    expectEnabled(always, true);
+    update(true);
+    expectEnabled(ofFile + u' ' + always + u' ' + ofDisplacement + u' ' + ofContour, true);
+    EXPECT_EQ(lists(), u"2/3 1/2 1/2"_qs);
+    EXPECT_EQ(marks(u"pdDrawContourColor"_qs), u"-x----"_qs);
+    EXPECT_EQ(marks(u"pbDrawDispScale"_qs), u"---x"_qs);
+    EXPECT_EQ(marks(u"pbViewScale"_qs), u"x-"_qs);
+    EXPECT_FALSE(bars.Checked(u"miViewMesh"_qs));
+    EXPECT_TRUE(bars.Checked(u"miViewToolBar"_qs) && bars.Checked(u"miDrawContourLegend"_qs));
+    commandState::CheckBandChoiceByName(bars, u"pbViewScale"_qs, u"miViewScaleAutomatic"_qs);
+    EXPECT_EQ(marks(u"pbViewScale"_qs), u"-x"_qs);
+    update(false);
+    expectEnabled(ofFile, false);
+    EXPECT_EQ(lists(), u"-1/0 1/2 -1/0"_qs) << "the list of vectors stays";
+    EXPECT_EQ(marks(u"pdDrawContourColor"_qs), u"-x----"_qs);
+}
+
+TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
+    model.NoDisplacement = true;
+    update(true);
+    expectEnabled(ofDisplacement, false);
+    expectEnabled(ofContour, true);
+    model.NoDisplacement = false;
+    model.LineElementsOnly = true;
+    update(true);
+    expectEnabled(ofDisplacement + u" miDrawContourItem"_qs, true);
+    expectEnabled(ofContour, false);
+}
+
+TEST_F(CommandStateTest, EveryCommandStandsOnceAndThoseToComeStayDisabled) {
+    update(true);
+    QSet<int> ids;
+    for (const CommandRow& row : commandTable::Commands()) {
+        const QString name = QString::fromUtf16(row.name);
+        ids.insert(bars.ToolID(name));
+        EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
+    }
+    EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size()));
+}
+
+TEST_F(CommandStateTest, RecentFilesStandBeforeQuit) {
+    clsStringArray files;
+    for (int i = 0; i < 12; ++i)
+        files.Add(u"/solid/R&D/%1.vrf"_qs.arg(i), true, {});
+    commandState::BuildRecentMenu(bars, files);
+    commandState::BuildRecentMenu(bars, files);
+    const QStringList tools = bars.BandTools(u"pbFile"_qs);
+    EXPECT_EQ(tools.last(), u"miFileQuit"_qs);
+    EXPECT_EQ(tools.filter(u"recent-"_qs).size(), 9);
+    EXPECT_EQ(tools.at(tools.size() - 2), u"recent-8"_qs);
+    EXPECT_EQ(bars.ToolID(u"recent-8"_qs), 100008);
+    EXPECT_EQ(bars.Caption(u"recent-2"_qs), u"&3 - /solid/R&&D/2.vrf"_qs);
+    files.Clear();
+    commandState::BuildRecentMenu(bars, files);
+    EXPECT_FALSE(bars.HasTool(u"recent-1"_qs));
+}
+
+} // namespace
