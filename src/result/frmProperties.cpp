@@ -19,7 +19,7 @@ using FormSupport::Named;
 namespace {
 constexpr int charactersWide = 96;
 constexpr int linesHigh = 32;
-constexpr int iconSize = 13;
+constexpr int iconSize = 12; ///< whole pixels at 125 % and 150 % as well
 constexpr Colour signColour = 0x808080;
 constexpr Colour squareColour = 0xe0e0e0;
 } // namespace
@@ -87,18 +87,21 @@ void frmProperties::buildControls() {
 void frmProperties::DrawPropertyIcons() {
     const auto draw = [this](bool plus) {
         QImage& picture = Picture1->ClearedImage();
-        const DeviceSize size = Picture1->PixelSize();
-        const int thickness = std::max(1, size.Width / iconSize);
-        const int left = (size.Width - thickness) / 2;
-        const int margin = size.Width / 4;
+        const int size = picture.width();
+        const int thickness = std::max(1, size / iconSize);
+        // The sign is in the middle only when as much is left on both sides of it.
+        const int side = size - (size - thickness) % 2;
+        const int middle = (side - thickness) / 2;
+        const int margin = side / 4;
         RasterDevice device(picture, Picture1->DotsPerInch());
-        device.FillRect({0, 0, size.Width, size.Height}, {.Color = signColour});
-        device.FillRect({thickness, thickness, size.Width - thickness, size.Height - thickness},
-                        {.Color = squareColour});
-        device.FillRect({margin, left, size.Width - margin, left + thickness}, {.Color = signColour});
+        device.FillRect({0, 0, side, side}, {.Color = signColour});
+        device.FillRect({thickness, thickness, side - thickness, side - thickness}, {.Color = squareColour});
+        device.FillRect({margin, middle, side - margin, middle + thickness}, {.Color = signColour});
         if (plus)
-            device.FillRect({left, margin, left + thickness, size.Width - margin}, {.Color = signColour});
-        QPixmap icon = QPixmap::fromImage(picture);
+            device.FillRect({middle, margin, middle + thickness, side - margin}, {.Color = signColour});
+        QPixmap icon(picture.size());
+        icon.fill(Qt::transparent);
+        QPainter(&icon).drawImage(0, 0, picture, 0, 0, side, side);
         icon.setDevicePixelRatio(Picture1->devicePixelRatioF());
         return icon;
     };
