@@ -93,7 +93,6 @@ void frmMain::buildPanels() {
         panels[i] = new QLabel(stbStatus);
         panels[i]->setObjectName(u"stbStatus_%1"_qs.arg(i + 1));
         panels[i]->setToolTip(toolTips[i]);
-        panels[i]->setAccessibleName(toolTips[i]);
         panels[i]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
         panels[i]->setMinimumWidth(panels[i]->fontMetrics().horizontalAdvance(widest[i]));
         stbStatus->addWidget(panels[i], i == 0 ? 1 : 0);

@@ -1,0 +1,179 @@
+#!/usr/bin/python3
+"""Starts the real program on a display of its own and works with it as a user does: keys in, window titles, the
+accessibility tree and the screen out. Usage: mainWindow.py VELORIN [NAME OF A TEST]...; 77 means skipped."""
+import contextlib
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+SKIPPED = 77
+PATIENCE = 20  # seconds
+DEMO = pathlib.Path(__file__).resolve().parents[2] / "demo" / "plate.vrf"
+PROGRAMS = ("Xvfb", "openbox", "dbus-run-session", "xdotool", "import")
+
+
+def missing():
+    names = [name for name in PROGRAMS if not shutil.which(name)]
+    names += [] if pathlib.Path("/usr/libexec/at-spi-bus-launcher").exists() else ["at-spi2-core"]
+    try:
+        import pyatspi  # noqa: F401
+    except ImportError:
+        names.append("python3-pyatspi")
+    return names
+
+
+@contextlib.contextmanager
+def running(*arguments, **options):
+    process = subprocess.Popen(arguments, **options)
+    try:
+        yield process
+    finally:
+        process.terminate()
+        try:
+            process.wait(5)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+
+
+def wait_for(what, probe):
+    """What `probe` gives as soon as it is something; the tree may change while it is read, which counts as nothing."""
+    end = time.monotonic() + PATIENCE
+    error = None
+    while time.monotonic() < end:
+        try:
+            found = probe()
+            if found:
+                return found
+        except Exception as fault:  # objects of the tree come and go, with errors of several kinds
+            error = fault
+        time.sleep(0.05)
+    raise AssertionError(f"waited {PATIENCE} s for {what}" + (f" (last: {error})" if error else ""))
+
+
+def xdotool(*arguments):
+    return subprocess.run(["xdotool", *arguments], capture_output=True, text=True, check=False).stdout.strip()
+
+
+def objects(root):
+    yield root
+    for index in range(root.childCount):
+        child = root.getChildAtIndex(index)
+        if child is not None:
+            yield from objects(child)
+
+
+class MainWindow(unittest.TestCase):
+    def start(self, path):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        # Leaks of the display's libraries are not the program's.
+        environment = os.environ | {"XDG_CONFIG_HOME": folder.name, "ASAN_OPTIONS": "detect_leaks=0"}
+        self.velorin = self.enterContext(running(PROGRAM, str(path), env=environment))
+
+    # unittest has this itself from Python 3.11 on.
+    def enterContext(self, context):
+        self.addCleanup(context.__exit__, None, None, None)
+        return context.__enter__()
+
+    def application(self):
+        import pyatspi
+        desktop = pyatspi.Registry.getDesktop(0)
+        return next(app for app in desktop if app is not None and app.get_process_id() == self.velorin.pid)
+
+    def shown(self, name):
+        """The visible object of this name, none while there isn't one."""
+        import pyatspi
+        return next((item for item in objects(self.application())
+                     if item.name == name and item.getState().contains(pyatspi.STATE_SHOWING)), None)
+
+    def panel(self, tool_tip):
+        """The text of a panel of the status bar."""
+        return next(item.name for item in objects(self.application()) if item.description == tool_tip)
+
+    def wait_window(self, title):
+        wait_for(f"the window {title}", lambda: xdotool("getactivewindow", "getwindowname") == title)
+
+    def wait_panel(self, tool_tip, text):
+        wait_for(f"{tool_tip} {text}", lambda: self.panel(tool_tip) == text)
+
+    def choose(self, menu_key, item_key, caption):
+        """Opens a menu and chooses of it by access keys."""
+        xdotool("key", f"alt+{menu_key}")
+        wait_for(f"the menu with {caption}", lambda: self.shown(caption))
+        xdotool("key", item_key)
+
+    def picture(self):
+        window = xdotool("getactivewindow")
+        return subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"], capture_output=True,
+                              check=True).stdout
+
+    def expect_end(self):
+        self.assertEqual(self.velorin.wait(PATIENCE), 0)
+
+    def test_opens_steps_zooms_and_closes(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.start(shutil.copy(DEMO, folder))
+            self.wait_window("Velorin - plate")
+            self.wait_panel("経過時間", "0.05")
+            first = wait_for("the picture", self.coloured)
+            xdotool("key", "ctrl+Down")
+            self.wait_panel("経過時間", "1")
+            last = wait_for("the picture of the last step", lambda: self.changed(first))
+            self.wait_panel("倍率", "100 %")
+            self.choose("v", "i", "拡大(I)")
+            self.wait_panel("倍率", "125 %")
+            wait_for("the larger picture", lambda: self.changed(last))
+            xdotool("key", "Up")
+            self.wait_panel("経過時間", "0.95")
+            xdotool("key", "alt+F4")
+            self.expect_end()
+
+    def coloured(self):
+        """The screen once a contour stands on it: many pixels of strong colour."""
+        pixels = self.picture()
+        strong = sum(max(pixels[i:i + 3]) - min(pixels[i:i + 3]) > 150 for i in range(0, len(pixels), 3 * 97))
+        return pixels if strong > len(pixels) / 3 / 97 / 20 else None
+
+    def changed(self, before):
+        pixels = self.picture()
+        return pixels if pixels != before else None
+
+    def test_a_path_that_is_not_there_is_told(self):
+        self.start("/nowhere/none.vrf")
+        wait_for("the message", lambda: self.shown("無効なパラメータです。"))
+        xdotool("key", "Return")
+        self.wait_window("Velorin - (未定義)")
+        self.assertIsNone(self.shown("無効なパラメータです。"))
+        self.assertIsNone(self.velorin.poll())
+        self.choose("f", "x", "終了(X)")
+        self.expect_end()
+
+
+def outside():
+    """A display and a message bus for this run alone, and within them this script again."""
+    absent = missing()
+    if absent:
+        print(f"skipped: this needs {', '.join(absent)}, which scripts/setup installs")
+        return SKIPPED
+    with tempfile.TemporaryDirectory() as folder:
+        environment = os.environ | {"HOME": folder, "XDG_RUNTIME_DIR": folder, "QT_QPA_PLATFORM": "xcb",
+                                    "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "VELORIN_E2E_INSIDE": "1"}
+        screen = ["-screen", "0", "1280x900x24", "-nolisten", "tcp"]
+        with running("Xvfb", "-displayfd", "1", *screen, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as server:
+            environment["DISPLAY"] = ":" + server.stdout.readline().decode().strip()
+            with running("openbox", env=environment, stderr=subprocess.DEVNULL):
+                inside = ["dbus-run-session", "--", sys.executable, *sys.argv]
+                return subprocess.run(inside, env=environment, check=False).returncode
+
+
+if __name__ == "__main__":
+    PROGRAM = sys.argv[1]
+    if "VELORIN_E2E_INSIDE" not in os.environ:
+        sys.exit(outside())
+    unittest.main(argv=[sys.argv[0], *sys.argv[2:]], verbosity=2)
