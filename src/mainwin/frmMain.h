@@ -56,6 +56,7 @@ private:
     static const Reaction reactions[];
     void updateCommandState();
     void onComboSelection(const QString& combo);
+    void chooseItem(int item);
     void toggle(const QString& tool, bool& setting);
     void choose(const QString& band, const QString& tool, int firstId, int& setting);
     void saveLayout();

@@ -107,9 +107,19 @@ void frmMain::onComboSelection(const QString& combo) {
     else if (combo == u"miDrawVectorItem")
         Settings.Vector.DefaultItemSet = index;
     else if (combo == u"miDrawContourItem")
-        loadStep(Model.CurrentStep, index);
+        chooseItem(index);
     repaint();
     picScreen->setFocus();
+}
+
+void frmMain::chooseItem(int item) {
+    const auto typeOf = [](int index) {
+        return index >= 0 && index < Model.Items.size() ? Model.Items.at(index).ElementType : -1;
+    };
+    // What was picked for one kind of object means nothing for another.
+    if (typeOf(item) != typeOf(Model.CurrentItem))
+        Selection.Clear();
+    loadStep(Model.CurrentStep, item);
 }
 
 void frmMain::toggle(const QString& tool, bool& setting) {
