@@ -3,6 +3,9 @@
 #include "QuadMesh.h"
 #include "Stage.h"
 #include "Table.h"
+#include "view/contour.h"
+#include "view/legends.h"
+#include "view/vectors.h"
 
 #include <pthread.h>
 
@@ -28,6 +31,23 @@ const Layer layers[] = {
     {"outline", "", [](ApplicationSettings& settings) { settings.Window.Mesh = false; },
      [](PlotCanvas& canvas, const Scene& scene, PaintContext&) {
          mdScene::DrawMesh(canvas.hDC(), canvas.Converter(), scene);
+     }},
+    {"contour", "150 ns", [](ApplicationSettings&) {},
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext& context) {
+         mdScene::DrawContour(canvas.hDC(), scene, context);
+     }},
+    {"vectors", "",
+     [](ApplicationSettings& settings) {
+         settings.Vector.ItemSets = {{QStringLiteral("displacement"), 0, 1}};
+         settings.Vector.ItemSetCount = 1;
+         settings.Vector.DefaultItemSet = 0;
+     },
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext& context) {
+         mdScene::DrawVectors(canvas.hDC(), canvas.Converter(), canvas.Window(), scene, context);
+     }},
+    {"numbers", "", [](ApplicationSettings&) {},
+     [](PlotCanvas& canvas, const Scene& scene, PaintContext&) {
+         mdScene::DrawValues(canvas.hDC(), canvas.AttributeDC(), scene);
      }},
     {"scene", "250 ns", [](ApplicationSettings&) {},
      [](PlotCanvas& canvas, const Scene& scene, PaintContext&) { mdScene::PaintScene(canvas, false, scene); }},
