@@ -44,8 +44,6 @@ TEST(Dialogs, EnterTakesTheDefaultAndEscapeTheWayOut) {
 
 TEST(Dialogs, BoxShowsItsTextsAsTheyStand) {
     whenShown<QMessageBox>([](QMessageBox& box) {
-        EXPECT_EQ(box.windowTitle(), u"題"_qs);
-        EXPECT_EQ(box.text(), u"<b>x</b>"_qs);
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.icon(), QMessageBox::Question);
         QStringList captions;

@@ -124,17 +124,6 @@ TEST(PainterDevice, LinesOfOnePenBecomeOnePath) {
                            u"none #000000 4 8,8: M0,0 L10,0 L10,10 L0,10"_qs, u"none #000000 1 3,3: M6,6 L7,4"_qs}));
 }
 
-TEST(PainterDevice, RingsAreFilledTogether) {
-    const QString ring = pixelsOf([](DeviceContext& device) {
-        const DevicePoint points[] = {{1, 1}, {6, 1}, {6, 5}, {1, 5}, {3, 3}, {4, 3}, {4, 4}, {3, 4}, {9, 9}};
-        const int counts[] = {4, 4, 7};
-        device.SelectBrush(solid);
-        device.SelectPen(stockPen(Stock::NullPen));
-        device.PolyPolygon(points, counts);
-    });
-    EXPECT_EQ(ring.count(u'#'), 5 * 4 - 1) << ring.toStdString();
-}
-
 TEST(PainterDevice, TextAndHatchesStayVectors) {
     const auto draw = [](DeviceContext& device) {
         for (int hatch = -1; hatch < 6; ++hatch) {
@@ -168,19 +157,4 @@ TEST(PainterDevice, TextAndHatchesStayVectors) {
     ASSERT_TRUE(process.waitForFinished());
     const QString text = QString::fromUtf8(process.readAllStandardOutput());
     EXPECT_TRUE(text.contains(u"変位図 <a> 1"_qs) && text.contains(u"Upright"_qs)) << text.toStdString();
-}
-
-TEST(PainterDevice, ThePainterIsLeftAsFound) {
-    QImage image(8, 8, QImage::Format_RGB32);
-    QPainter painter(&image);
-    painter.setPen(Qt::red);
-    {
-        PainterDevice device(painter, 8, 8, 96, 48);
-        device.RestoreDC();
-        device.ClipRect({0, 0, 1, 1});
-        device.LineTo({3, 3});
-    }
-    EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
-    EXPECT_TRUE(painter.transform().isIdentity());
-    EXPECT_FALSE(painter.hasClipping());
 }

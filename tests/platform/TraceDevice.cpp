@@ -55,12 +55,8 @@ TEST(TraceDevice, BatchesAreTheirSingleCalls) {
     const int counts[] = {2, 1, 1};
     device.Lines(points, steps);
     device.Polygons(points, counts);
-    device.PolyPolygon(points, counts);
-    const int negative[] = {-1, 2};
-    device.PolyPolygon(points, negative);
     EXPECT_EQ(device.Trace().toStdString(), "MoveTo 0 1\nLineTo 2 3\nMoveTo 4 5\nLineTo 0 1\n"
-                                            "Polygon 2 0 1 2 3\nPolygon 1 4 5\n"
-                                            "PolyPolygon 2 2 1 0 1 2 3 4 5\nPolyPolygon 0\n");
+                                            "Polygon 2 0 1 2 3\nPolygon 1 4 5\n");
     device.SelectFont({.Height = 15, .Face = {}});
     EXPECT_EQ(device.MeasureText(u"aｱ変位😀"_qs), (DeviceSize{7 + 7 + 15 + 15 + 7, 15}));
 }
