@@ -85,8 +85,9 @@ TEST_F(PropertyFile, BytesAndRoundTrip) {
 TEST_F(PropertyFile, ElementsInAnyOrderAndCaseAndUnknownOnesPassedOver) {
     const ApplicationSettings before = start();
     EXPECT_TRUE(load("<old></old><vrfProperty><contour><colors><max>0x00ff0000</max><INDEX>9</INDEX></colors>"
-                     "<contour/legend>False</contour/legend><what><legend>False</legend></what><legend/>"
-                     "<item>1</item></contour><legend>False</legend><currentstep>7</currentstep>"
+                     "<what><legend>False</legend></what><legend/>"
+                     "<item>1</item></contour><contour/legend>False</contour/legend><legend>False</"
+                     "legend><currentstep>7</currentstep>"
                      "<values><div>3</div></values><displacement><fid>-1</fid></displacement></vrfproperty>"));
     ApplicationSettings expected = before;
     expected.Contour.Colors[2] = 0xff0000;
@@ -100,6 +101,7 @@ TEST_F(PropertyFile, ElementsInAnyOrderAndCaseAndUnknownOnesPassedOver) {
 TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
     fill();
     const ApplicationSettings before = start();
+    EXPECT_FALSE(before.ValueDisplay);
     const auto expectStart = [&](bool loaded, bool expected, const char* what) {
         EXPECT_EQ(loaded, expected) << what;
         EXPECT_EQ(Settings, before) << what;
