@@ -40,16 +40,6 @@ protected:
     std::optional<PlotConverter> converter;
 };
 
-TEST_F(DocumentPlotterTest, AutomaticFitsAndCentresAtEverySize) {
-    plotter.SetScaleMode(PlotScaleMode::Automatic);
-    draw(400, 400);
-    EXPECT_EQ(at(0, 10), (DevicePoint{0, 100}));
-    EXPECT_EQ(at(20, 0), (DevicePoint{400, 300}));
-    draw(800, 100);
-    EXPECT_EQ(at(0, 10), (DevicePoint{300, 0}));
-    EXPECT_EQ(at(20, 0), (DevicePoint{500, 100}));
-}
-
 TEST_F(DocumentPlotterTest, FixedKeepsTheScaleUntilTheViewOrTheFileChanges) {
     draw(400, 400);
     EXPECT_EQ(scale(), 20);

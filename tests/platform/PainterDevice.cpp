@@ -124,6 +124,17 @@ TEST(PainterDevice, LinesOfOnePenBecomeOnePath) {
                            u"none #000000 4 8,8: M0,0 L10,0 L10,10 L0,10"_qs, u"none #000000 1 3,3: M6,6 L7,4"_qs}));
 }
 
+TEST(PainterDevice, RingsAreFilledTogether) {
+    const QString ring = pixelsOf([](DeviceContext& device) {
+        const DevicePoint points[] = {{1, 1}, {6, 1}, {6, 5}, {1, 5}, {3, 3}, {4, 3}, {4, 4}, {3, 4}, {9, 9}};
+        const int counts[] = {4, 4, 7};
+        device.SelectBrush(solid);
+        device.SelectPen(stockPen(Stock::NullPen));
+        device.PolyPolygon(points, counts);
+    });
+    EXPECT_EQ(ring.count(u'#'), 5 * 4 - 1) << ring.toStdString();
+}
+
 TEST(PainterDevice, TextAndHatchesStayVectors) {
     const auto draw = [](DeviceContext& device) {
         for (int hatch = -1; hatch < 6; ++hatch) {
