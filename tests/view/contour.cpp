@@ -110,26 +110,6 @@ TEST(Contour, RangeAndContext) {
     EXPECT_EQ(flat.trace(), "");
 }
 
-TEST(Contour, ColourRamps) {
-    ContourSettings settings;
-    settings.Reverse = true;
-    struct Case {
-        int scheme;
-        float t;
-        Colour colour;
-    };
-    // Rounded t * 255, 511 and 767, a half to the even neighbour.
-    const Case cases[] = {{0, 0.5f, 0x808080},  {1, 0.25f, 0x80}, {2, 0.75f, 0x7fff7f},
-                          {3, 0.25f, 0x800000}, {4, 0.25f, 0xc0}, {5, 0.75f, 0xc0c0c0}};
-    for (const Case& c : cases) {
-        settings.ColorIndex = c.scheme;
-        EXPECT_EQ(ContourColor(c.t, settings), c.colour) << c.scheme << " at " << c.t;
-    }
-    settings.Reverse = false;
-    settings.Colors = {0x0000ff, 0x00ff00, 0xff0000};
-    EXPECT_EQ(ContourColor(0.25f, settings), 0x808000u);
-}
-
 TEST(Contour, LevelsOnEdgesAndTheirOrder) {
     DevicePoint point;
     const DevicePoint ends[2] = {{0, 0}, {10, 5}};

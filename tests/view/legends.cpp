@@ -35,19 +35,6 @@ struct Legends : DrawnScene {
     }
 };
 
-TEST_F(Legends, DisplacementBarIsHalfWhiteHalfGrey) {
-    context.BackBrush = Brush{0x123456};
-    const std::string font = "Font 32 400 0 0 0 0 \"Arial\"\n";
-    EXPECT_EQ(scaleLegend(7, false, true), font +
-                                               "StockPen 8\nBrush 0x00123456 -1\nRectangle 910 24 736 72\n"
-                                               "StockBrush 0\nStockPen 7\n"
-                                               "StockPen 7\nStockBrush 0\nRectangle 830 40 900 56\n"
-                                               "StockBrush 2\nRectangle 865 40 900 56\nStockBrush 0\nStockPen 7\n"
-                                               "Text 756 32 \"10.0\"\n" +
-                                               font);
-    EXPECT_EQ(rect.Top, 64);
-}
-
 TEST_F(Legends, VectorArrowKeepsItsHeadInTheBox) {
     settings.Style.LineStyles[2].Width = 4;
     EXPECT_EQ(scaleLegend(7, true), "Rectangle 910 24 736 72\nMoveTo 830 48\nLineTo 900 48\n"

@@ -67,27 +67,6 @@ protected:
     PlotRect window = rectOf(0, 1, 2, 0);
 };
 
-TEST_F(SceneTest, SharedEdgeIsDrawnOnceAndMissingFromTheOutline) {
-    open(twoSquares());
-    EXPECT_EQ(meshTrace(), meshPen +
-                               std::string("MoveTo 0 100\nLineTo 100 100\nMoveTo 100 0\nLineTo 0 0\nLineTo 0 100\n"
-                                           "MoveTo 100 100\nLineTo 200 100\nLineTo 200 0\nLineTo 100 0\n"
-                                           "LineTo 100 100\n") +
-                               oldPen + linePen + oldPen);
-    settings.Window.Mesh = false;
-    EXPECT_EQ(meshTrace(), meshPen +
-                               std::string("MoveTo 0 100\nLineTo 100 100\nMoveTo 100 0\nLineTo 0 0\n"
-                                           "MoveTo 0 0\nLineTo 0 100\nMoveTo 100 100\nLineTo 200 100\n"
-                                           "MoveTo 200 100\nLineTo 200 0\nMoveTo 200 0\nLineTo 100 0\n") +
-                               oldPen + linePen + oldPen);
-    // With the second square vanished the edge between them belongs to the outline.
-    open(twoSquares(), 1);
-    EXPECT_EQ(meshTrace(), meshPen +
-                               std::string("MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 100 0\n"
-                                           "MoveTo 100 0\nLineTo 0 0\nMoveTo 0 0\nLineTo 0 100\n") +
-                               oldPen + linePen + oldPen);
-}
-
 TEST_F(SceneTest, LineElementsHaveTheirOwnStyle) {
     VrfBuilder file = oneSquare();
     file.elements = {{1, 2}, {2, 3}, {4, 5}, {6}, {}};
