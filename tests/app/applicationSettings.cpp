@@ -1,5 +1,6 @@
 #include "app/ApplicationSettings.h"
 #include "app/mdApplication.h"
+#include "platform/Dialogs.h"
 
 #include <climits>
 #include <gtest/gtest.h>
@@ -52,4 +53,18 @@ TEST(mdApplication, PathParts) {
         for (int part = 0; part < 6; ++part)
             EXPECT_EQ(mdApplication::PathPart(QString::fromUtf16(c.Path), part),
                       QString::fromUtf16(c.Parts[std::size_t(part)]));
+}
+
+TEST(mdApplication, WindowsMakeWayForAMessage) {
+    QString order;
+    mdApplication::MessageBoxHook = [&](bool lower) {
+        order += (lower ? u"lower " : u"raise ") + QString::number(Dialogs::Testing::Asked().size()) + u' ';
+    };
+    Dialogs::Testing::Start();
+    Dialogs::Testing::QueueAnswer(Dialogs::Answer::No);
+    EXPECT_EQ(mdApplication::ShowMessage(u"保存しますか?"_qs, Dialogs::Style::AskNoDefault), 7);
+    EXPECT_EQ(order, u"lower 0 raise 1 "_qs);
+    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Title, u"Velorin"_qs);
+    Dialogs::Testing::Stop();
+    mdApplication::MessageBoxHook = nullptr;
 }

@@ -32,6 +32,13 @@ TEST(TipsDrawing, MulDivRoundsAwayFromZero) {
     EXPECT_EQ(MulDiv(5, 5, 0), -1);
 }
 
+TEST(TipsDrawing, HatchesBeyondTheKnownOnesAreSolid) {
+    TraceDevice device(100, 100);
+    SelectBrush(device, 1, 8);
+    EXPECT_EQ(SelectBrush(device, 2, -3), (Brush{1, -1, false, -1}));
+    EXPECT_EQ(SelectBrush(device, 3, 5), (Brush{2, -1, false, -1}));
+}
+
 TEST(TipsDrawing, FontsTakeTheirSizeFromTheReferenceDevice) {
     TraceDevice device(100, 100);
     const TraceDevice page(100, 100, 600);
