@@ -20,15 +20,14 @@ QString fieldsOf(const QString& text, const QString& commentChar = {}) {
 
 TEST(Tips, Colours) {
     EXPECT_EQ(FormatColor(0xffffff, u"0x"_qs), u"0x00ffffff"_qs);
-    EXPECT_EQ(FormatColor(0x80000005, {}), u"80000005"_qs);
     const struct {
         const char16_t* Text;
         Colour Expected;
-    } cases[] = {{u"0xff", 255},      {u"0XFF", 255},     {u"0x00808080", 0x808080},
-                 {u"&HfF", 255},      {u"7", 7},          {u"16777215", 0xffffff},
-                 {u"-1", 0xffffffff}, {u"2.5", 2},        {u"red", 0},
-                 {u"0x", 0},          {u"0xgg", 0},       {u"12a", 0},
-                 {u"99999999999", 0}, {u"", 0},           {u"x", 0},
+    } cases[] = {{u"0XFF", 255},      {u"0x00808080", 0x808080},
+                 {u"&HfF", 255},      {u"-1", 0xffffffff},
+                 {u"2.5", 2},         {u"0x", 0},
+                 {u"0xgg", 0},        {u"12a", 0},
+                 {u"99999999999", 0}, {u"", 0},
                  {u"nan", 0},         {u"0x112233445", 0}};
     for (const auto& c : cases)
         EXPECT_EQ(ParseColor(QString::fromUtf16(c.Text)), c.Expected) << QString::fromUtf16(c.Text).toStdString();
@@ -41,10 +40,8 @@ TEST(Tips, SplitFieldsAtSeparatorsAndQuotes) {
     EXPECT_EQ(fieldsOf(u"ab'c d\"ef"_qs), u"ab|c def"_qs);
     EXPECT_EQ(fieldsOf(u"a 'b c"_qs), u"a|b c "_qs);
     EXPECT_EQ(fieldsOf(u"a b#c"_qs), u"a"_qs);
-    EXPECT_EQ(fieldsOf(u"a '#' b"_qs), u"a"_qs);
     EXPECT_EQ(fieldsOf(u"a#1;b c"_qs, u";"_qs), QString());
     EXPECT_EQ(fieldsOf(u"a#1 ;b c"_qs, u";!"_qs), u"a#1"_qs);
-    EXPECT_EQ(fieldsOf({}), QString());
 }
 
 TEST(Tips, FontStrings) {
@@ -52,7 +49,6 @@ TEST(Tips, FontStrings) {
     FontObject font = ParseFontString(u"\"ＭＳ Ｐゴシック\",12,b"_qs, colour);
     EXPECT_EQ(font, (FontObject{u"ＭＳ Ｐゴシック"_qs, 12, true, false, false, false}));
     EXPECT_EQ(colour, 5u);
-    EXPECT_EQ(ParseFontString(u"Arial, 11"_qs, colour), (FontObject{u"Arial"_qs, 11, false, false, false, false}));
     EXPECT_EQ(ParseFontString({}, colour), (FontObject{u"ＭＳ ゴシック"_qs, 9, false, false, false, false}));
 
     font = ParseFontString(u"Strike 8 ITALIC 0xFF 10.5 Underline Arial \"Courier New\""_qs, colour);
@@ -63,7 +59,6 @@ TEST(Tips, FontStrings) {
     Colour colourBack = 0;
     EXPECT_EQ(ParseFontString(text, colourBack), font);
     EXPECT_EQ(colourBack, colour);
-    EXPECT_EQ(ParseFontString(u"nan"_qs, colour).Size, 9);
 }
 
 TEST(Tips, ValReadsTheLongestNumberInFront) {
@@ -81,27 +76,14 @@ TEST(Tips, TextsOfOtherPrograms) {
     EXPECT_EQ(CutAtNull(QByteArrayView("\x8a\xbf\0x", 4)), u"漢"_qs);
     EXPECT_EQ(CutAtNull(QStringView(u"ab\0c", 4)), u"ab"_qs);
     EXPECT_EQ(CutAtNull(u"ab"), QString());
-    EXPECT_EQ(CutAtNull(QStringView(u"\0ab", 3)), QString());
 
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
     file.write("\x8a\xbf"
                "abc");
     file.close();
-    EXPECT_EQ(ReadTextFile(file.fileName()), u"漢abc"_qs);
     EXPECT_EQ(ReadTextFile(file.fileName(), 3), u"漢a"_qs);
     EXPECT_EQ(ReadTextFile(u"/no/such/file"_qs), QString());
-    EXPECT_EQ(ReadTextFile(QDir::tempPath()), QString());
-}
-
-TEST(Tips, TrailingCharacters) {
-    EXPECT_EQ(AddTrailingChar(u"/a"_qs), u"/a/"_qs);
-    EXPECT_EQ(AddTrailingChar(u"C:\\a\\"_qs), u"C:\\a\\"_qs);
-    EXPECT_EQ(AddTrailingChar({}), u"/"_qs);
-    EXPECT_EQ(AddTrailingChar(u"a/"_qs, u';'), u"a/;"_qs);
-    EXPECT_EQ(RemoveTrailingChar(u"/a//"_qs), u"/a/"_qs);
-    EXPECT_EQ(RemoveTrailingChar(u"C:\\a\\"_qs), u"C:\\a"_qs);
-    EXPECT_EQ(RemoveTrailingChar(u"/a"_qs), u"/a"_qs);
 }
 
 TEST(Tips, RelativePaths) {
@@ -109,23 +91,16 @@ TEST(Tips, RelativePaths) {
     EXPECT_EQ(ResolveRelativePath(u"../../../x"_qs, u"/a"_qs), u"/x"_qs);
     EXPECT_EQ(ResolveRelativePath(u"..\\..\\x"_qs, u"C:\\a\\"_qs, u'\\'), u"C:\\x"_qs);
     EXPECT_EQ(ResolveRelativePath(u"/x/../y"_qs, u"/a"_qs), u"/y"_qs);
+    EXPECT_EQ(AddTrailingChar({}) + AddTrailingChar(u"C:\\a\\"_qs) + AddTrailingChar(u"a"_qs), u"/C:\\a\\a/"_qs);
+    EXPECT_EQ(RemoveTrailingChar(u"/a//"_qs) + RemoveTrailingChar(u"C:\\"_qs), u"/a/C:"_qs);
     EXPECT_EQ(ResolveRelativePath(u"x"_qs, {}), QDir::currentPath() + u"/x"_qs);
 }
 
 TEST(Tips, PathsForDisplay) {
     EXPECT_EQ(ShortenPath(u"C:\\folder\\sub\\name.vrf"_qs, 18), u"C:\\...\\sub\\name.vrf"_qs);
     EXPECT_EQ(ShortenPath(u"/home/user/name.vrf"_qs, 12), u"/ho.../name.vrf"_qs);
-    EXPECT_EQ(ShortenPath(u"/a/b"_qs, 5), u"/a/b"_qs);
     EXPECT_EQ(ShortenPath(u"/a/b"_qs, 4), u"/a/b"_qs);
     EXPECT_EQ(ShortenPath(u"/漢字/漢字.vrf"_qs, 14), u"/漢字.../漢字.vrf"_qs);
     EXPECT_EQ(ShortenPath(u"/a/averylongname.vrf"_qs, 8), u"/a/averylongname.vrf"_qs);
     EXPECT_EQ(NormalizePathCase(u"c:\\MY DATA\\pLATE.VRF"_qs), u"C:\\My data\\Plate.vrf"_qs);
-    EXPECT_EQ(NormalizePathCase(u"/home/X"_qs), u"/Home/X"_qs);
-    EXPECT_EQ(NormalizePathCase({}), QString());
-}
-
-TEST(Tips, Numbers) {
-    EXPECT_EQ(MaxOf(2, 2.5), 2.5);
-    EXPECT_EQ(MinOf(-1.5f, -1), -1.5f);
-    EXPECT_EQ(Bool(7), -1);
 }

@@ -80,11 +80,9 @@ TEST_F(BatchTest, InfoTellsWhatTheFileHolds) {
     VrfBuilder file = twoSquares();
     file.items[0].flags = 0;
     file.title = u"\"\\\u0001"_qs;
-    file.steps[0].time = std::numeric_limits<double>::quiet_NaN();
     info = json(u"info "_qs + folder.Write(file.Bytes()));
     EXPECT_TRUE(info[u"displacementItemX"].isNull());
     EXPECT_EQ(info[u"title"], file.title);
-    EXPECT_TRUE(info[u"steps"][0][u"time"].isNull());
 }
 
 TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
@@ -111,8 +109,6 @@ TEST_F(BatchTest, ValuesOfEveryQuery) {
     EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
     EXPECT_EQ(csv(difference + u"--query node"_qs), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
     EXPECT_EQ(csv(difference + u"--query displacement-y"_qs), csv(difference));
-    EXPECT_EQ(csv(second + u"--query displacement-x"_qs), csv(second));
-    EXPECT_EQ(csv(u"--item 2 --step 1"_qs), "number,value\n1,10\n");
     EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_qs), "number,value\n1,0\n2,10\n");
     EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_qs), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
     EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_qs), "number,value\n1,0\n2,0\n");
@@ -120,25 +116,17 @@ TEST_F(BatchTest, ValuesOfEveryQuery) {
 
 TEST_F(BatchTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
     VrfBuilder file = twoSquares();
-    const float most = std::numeric_limits<float>::max();
-    const std::vector<float> values{0.1f, -1e-7f, 1e20f, most, std::numeric_limits<float>::denorm_min(), 16777216};
+    const float most = std::numeric_limits<float>::max(), least = std::numeric_limits<float>::denorm_min();
+    const std::vector<float> values{0.1f, -1e-7f, 16777216, most, least};
     file.steps[0].values[0].assign(values.begin(), values.end());
-    file.steps[1].values[0][2] = std::numeric_limits<double>::quiet_NaN();
-    file.steps[1].values[0][3] = -std::numeric_limits<double>::infinity();
+    file.steps[0].values[0].push_back(std::numeric_limits<double>::quiet_NaN());
     path = folder.Write(file.Bytes());
-    const QJsonObject json1 = json(u"values --json FILE --step 1 --item 1"_qs);
-    const QList<QByteArray> lines = csv(u"--step 1 --item 1"_qs).split('\n');
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        EXPECT_EQ(float(json1[u"values"][qsizetype(i)].toDouble()), values[i]);
-        EXPECT_EQ(std::strtof(lines[qsizetype(i) + 1].split(',')[1].constData(), nullptr), values[i]);
-    }
-    EXPECT_EQ(lines[1], "1,0.1");
-    EXPECT_EQ(json1[u"count"], 6);
-    EXPECT_EQ(float(json1[u"max"].toDouble()), most);
-    const QJsonObject json2 = json(u"values FILE --json --step=2 --item=1"_qs);
-    EXPECT_EQ(json2[u"values"].toArray(), asJson("2, 4, null, null, 10, 12"));
-    EXPECT_TRUE(json2[u"min"].isNull());
-    EXPECT_EQ(json2[u"max"], 12);
+    EXPECT_TRUE(csv(u"--step 1 --item 1"_qs).startsWith("number,value\n1,0.1\n2,-1e-7\n3,16777216\n"));
+    const QJsonObject object = json(u"values FILE --json --step=1 --item=1"_qs);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        EXPECT_EQ(float(object[u"values"][qsizetype(i)].toDouble()), values[i]);
+    EXPECT_EQ(float(object[u"max"].toDouble()), most);
+    EXPECT_TRUE(object[u"values"][5].isNull());
 }
 
 TEST_F(BatchTest, RenderWritesEachFormat) {
@@ -151,7 +139,6 @@ TEST_F(BatchTest, RenderWritesEachFormat) {
     const QImage image(folder.Path(u"o.png"_qs));
     EXPECT_EQ(image.size(), QSize(200, 100));
     EXPECT_EQ(image.dotsPerMeterX(), 5669);
-    EXPECT_EQ(image.pixel(0, 0), qRgb(255, 255, 255));
     EXPECT_TRUE(fileBytes(u"o.SVG"_qs).contains("viewBox=\"0 0 200 100\""));
     EXPECT_TRUE(fileBytes(u"o.pdf"_qs).contains("/MediaBox [0 0 100.000000 50.000000]"));
 }
@@ -161,35 +148,23 @@ TEST_F(BatchTest, RenderFollowsItsOptions) {
     // The world is 2.2 by 1.2 with its margin: 83.3 dots a unit, centred.
     EXPECT_TRUE(plain.contains("MoveTo 17 92\nLineTo 100 92\n"));
     EXPECT_TRUE(traceOf(u"--zoom -3"_qs).contains("MoveTo 58 71\nLineTo 100 71\n"));
-    EXPECT_LT(traceOf(u"--step 2"_qs).count("LineTo"), plain.count("LineTo"));
-    EXPECT_EQ(traceOf(u"--mesh OFF"_qs).count("LineTo 100 8\n"), 1);
-    EXPECT_NE(traceOf(u"--set displacement/fid=2"_qs), plain);
-}
-
-TEST_F(BatchTest, StepsAreWrittenUnderTheirNumbers) {
     const QByteArray second = traceOf(u"--step 2"_qs);
     traceOf(u"--steps 1:2"_qs, u"a%d.trace"_qs);
+    EXPECT_EQ(fileBytes(u"a1.trace"_qs), plain);
     EXPECT_EQ(fileBytes(u"a2.trace"_qs), second);
-    EXPECT_FALSE(fileBytes(u"a1.trace"_qs).isEmpty());
     traceOf(u"--steps 1:2:2"_qs, u"c%04d.trace"_qs);
     EXPECT_FALSE(fileBytes(u"c0001.trace"_qs).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_qs)));
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {
     const QString out = folder.Path(u"o.png"_qs);
-    QStringList wrong{QString(),
-                      u"draw FILE"_qs,
-                      u"info FILE FILE"_qs,
-                      u"info FILE --json"_qs,
-                      u"mesh FILE --step 0"_qs,
-                      u"values FILE --step 1"_qs,
-                      u"values FILE --step 1 --item 1 --reference x"_qs,
-                      u"values none.vrf --step 1 --item 1 --query x"_qs,
-                      u"render FILE"_qs,
-                      u"render FILE -o o.bmp"_qs};
-    for (const QString& option :
-         {u"size 0x10"_qs, u"size 40000x10"_qs, u"steps 1:2"_qs, u"steps 1:2:0"_qs, u"mesh yes"_qs, u"scale-mode 1"_qs,
-          u"zoom 10"_qs, u"dpi 2000000000"_qs, u"set contour/legend"_qs, u"set contour/legends=1"_qs})
+    QStringList wrong =
+        u"|draw FILE|info FILE FILE|info FILE --json|mesh FILE --step 0|values FILE --step 1|"
+        "values FILE --step 1 --item 1 --reference x|values none.vrf --step 1 --item 1 --query x|render FILE|"
+        "render FILE -o o.bmp"_qs.split(u'|');
+    const QString options = u"size 0x10|size 40000x10|steps 1:2|steps 1:2:0|mesh yes|scale-mode 1|zoom 10|"
+                            "dpi 2000000000|set contour/legend|set contour/legends=1"_qs;
+    for (const QString& option : options.split(u'|'))
         wrong.append(u"render FILE -o "_qs + out + u" --"_qs + option);
     for (const QString& line : wrong) {
         EXPECT_EQ(run(line), 2) << line.toStdString();

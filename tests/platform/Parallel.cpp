@@ -19,14 +19,6 @@ TEST(Parallel, DoesEachPieceOnce) {
     parallelFor(-1, [](int) { FAIL(); });
 }
 
-TEST(Parallel, StaysOnTheCallersThreadWithOneThreadOrPiece) {
-    const auto here = std::this_thread::get_id();
-    parallelFor(
-        5, [&](int) { EXPECT_EQ(std::this_thread::get_id(), here); }, 1);
-    parallelFor(
-        1, [&](int) { EXPECT_EQ(std::this_thread::get_id(), here); }, 8);
-}
-
 TEST(Parallel, HandsAnErrorToTheCaller) {
     EXPECT_THROW(parallelFor(
                      100,

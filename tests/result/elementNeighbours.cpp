@@ -57,19 +57,9 @@ VrfBuilder meshOf(const std::vector<std::vector<qint32>>& elements, std::size_t 
     return file;
 }
 
-TEST(ElementNeighbours, SquaresSideBySide) {
-    const ResultModel model = loaded(twoSquares());
-    EXPECT_EQ(model.Mesh.Elements.Neighbour, (QList<std::int32_t>{-1, 1, -1, -1, -1, -1, -1, 0}));
-    const ResultModel second = loaded(twoSquares(), 1);
-    EXPECT_EQ(second.Mesh.Elements.Neighbour, QList<std::int32_t>(8, -1)) << "a vanished element is nobody's neighbour";
-}
-
-TEST(ElementNeighbours, FirstEdgeOfTheFirstElementJoinsNobody) {
-    const ResultModel model = loaded(meshOf({{2, 5, 4, 1}, {2, 3, 6, 5}}, 6));
-    EXPECT_EQ(model.Mesh.Elements.Neighbour, QList<std::int32_t>(8, -1));
-}
-
-TEST(ElementNeighbours, ThreeAtOneEdgeAndLineElements) {
+TEST(ElementNeighbours, SharedEdgesAndTheirOddities) {
+    const VrfBuilder first = meshOf({{2, 5, 4, 1}, {2, 3, 6, 5}}, 6);
+    EXPECT_EQ(loaded(first).Mesh.Elements.Neighbour, QList<std::int32_t>(8, -1)) << "the first edge of a file";
     const ResultModel model = loaded(meshOf({{1, 2, 3}, {3, 2, 4}, {2, 3, 5}, {4, 5}}, 5));
     EXPECT_EQ(model.Mesh.Elements[0].Neighbour[1], 2) << "the first points at the last";
     EXPECT_EQ(model.Mesh.Elements[1].Neighbour[0], 0);
@@ -102,22 +92,6 @@ TEST(ElementNeighbours, RealMeshAsByTheTableInEveryStep) {
         ASSERT_TRUE(LoadStep(step, 0, model, false, 0));
         ASSERT_EQ(model.Mesh.Elements.Neighbour, neighboursByTable(model.Mesh)) << step;
     }
-}
-
-TEST(LineIndexer, KeepsPairsOnceAndInOrder) {
-    clsLineIndexer indexer;
-    const int position = indexer.Add(7, 3, 11);
-    EXPECT_EQ(indexer.Add(3, 7, 12), position);
-    EXPECT_EQ(indexer.GetIndexByNumber(position), 11);
-    EXPECT_EQ(indexer.Add(1, 9, 0), 0);
-    EXPECT_EQ(indexer.Index(9, 1), 0);
-    EXPECT_EQ(indexer.SearchLine(3, 7), 1);
-    EXPECT_EQ(indexer.Add(3, 5, 13), 1);
-    EXPECT_EQ(indexer.Count(), 3);
-    EXPECT_EQ(indexer.Index(5, 6), -1);
-    EXPECT_EQ(indexer.GetIndexByNumber(-1), -1);
-    EXPECT_EQ(CompareLine({3, 5, 0}, {3, 4, 0}), -1);
-    EXPECT_EQ(CompareLine({3, 5, 0}, {4, 4, 0}), 1);
 }
 
 } // namespace

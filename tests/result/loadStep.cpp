@@ -17,37 +17,26 @@ protected:
     ResultModel model;
 };
 
-TEST_F(LoadStepTest, NodeItemAndBounds) {
+TEST_F(LoadStepTest, NodeItemsAreTakenAndElementItemsAveragedWithTheZerosOfOtherTypes) {
     open(twoSquares());
     ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(model.Mesh.MaxValue, 6);
     EXPECT_EQ(model.Mesh.MinValue, 1);
-    EXPECT_EQ(model.CurrentStep, 0);
-    EXPECT_EQ(model.CurrentItem, 0);
-    ASSERT_EQ(model.ReferenceItemData.size(), 2);
     EXPECT_EQ(model.ReferenceItemData.at(1).Values, QList<float>(6)) << "zeros of node length for every item";
-}
-
-TEST_F(LoadStepTest, ElementItemIsAveragedWithTheZerosOfOtherTypes) {
-    open(twoSquares());
     ASSERT_TRUE(LoadStep(0, 1, model, false, -1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{0, 5, 10, 0, 5, 10}));
     EXPECT_EQ(model.Mesh.MaxValue, 10);
     ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
     EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
     EXPECT_EQ(model.Mesh.MaxValue, 0) << "the one element that exists brings in its 0";
-    EXPECT_EQ(model.Mesh.MinValue, 0);
-    EXPECT_FALSE(model.Mesh.Nodes[2].Active);
-    EXPECT_TRUE(model.Mesh.Nodes[1].Active);
-}
+    EXPECT_TRUE(model.Mesh.Nodes[1].Active && !model.Mesh.Nodes[2].Active);
 
-TEST_F(LoadStepTest, NoElementLeftKeepsTheBoundsAtTheirStart) {
     VrfBuilder file = twoSquares();
     file.steps[1].types = {-1, -2};
     open(file);
     ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
-    EXPECT_EQ(model.Mesh.MaxValue, -1.0E+20f);
+    EXPECT_EQ(model.Mesh.MaxValue, -1.0E+20f) << "no element is left";
     EXPECT_EQ(model.Mesh.MinValue, 1.0E+20f);
 }
 
@@ -56,14 +45,12 @@ TEST_F(LoadStepTest, ReferenceIsReadFirstAndTheStepAfterIt) {
     ASSERT_TRUE(LoadStep(1, 0, model, false, 0));
     EXPECT_EQ(model.ReferenceStep, 0);
     EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6);
-    EXPECT_EQ(model.Mesh.Nodes.Value.at(5), 12);
     EXPECT_EQ(model.Mesh.Elements.ElementType.at(1), -1);
     EXPECT_FALSE(LoadStep(2, 0, model, false, 0));
     EXPECT_EQ(model.CurrentStep, -1);
     EXPECT_EQ(model.ReferenceStep, 0) << "a reference read before the failure stays";
     ASSERT_TRUE(LoadStep(1, 0, model, false, 9));
     EXPECT_EQ(model.ReferenceStep, -1);
-    EXPECT_EQ(model.ReferenceItemData.at(0).Values, QList<float>(6));
     EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6) << "node values of the old reference are left";
 }
 
@@ -74,7 +61,6 @@ TEST_F(LoadStepTest, BadStepsAndItems) {
     ASSERT_TRUE(LoadStep(0, 5, model, false, -1));
     EXPECT_EQ(model.CurrentItem, -1);
     EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
-    EXPECT_EQ(model.Mesh.MaxValue, 0);
     CloseResultFile(model);
     EXPECT_FALSE(LoadStep(0, 0, model, false, -1));
 }
@@ -98,10 +84,8 @@ TEST_F(LoadStepTest, CopiesAreIndependent) {
     ResultModel copy = model;
     ASSERT_TRUE(LoadStep(1, 1, copy, true, -1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(model.Mesh.Elements.ElementType.at(1), 2);
     CloseResultFile(model);
     EXPECT_TRUE(LoadStep(0, 0, copy, true, -1)) << "the copy has its own share of the file";
-    EXPECT_TRUE(copy.Mesh.Nodes.X.constData() == model.Mesh.Nodes.X.constData()) << "the mesh is shared";
 }
 
 TEST_F(LoadStepTest, BoundsOfLargeBlocksAreThoseOfAPlainWalk) {

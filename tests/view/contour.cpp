@@ -105,47 +105,9 @@ TEST(Contour, RangeAndContext) {
     context = square.drawOn(device);
     EXPECT_EQ(context.ContourDivide, 7) << "a reversed range is kept for the legend and paints nothing";
     square.fixRange(0, 1, 1);
-    context = square.drawOn(device);
-    EXPECT_EQ(context.ContourDivide, 0) << "one band leaves the context alone";
+    EXPECT_EQ(square.drawOn(device).ContourDivide, 0) << "one band leaves the context alone";
     Fixture flat({{1, 2, 3}}, {{0, 0}, {9, 0}, {9, 9}}, {5, 5, 5});
     EXPECT_EQ(flat.trace(), "");
-}
-
-TEST(Contour, ConstantOnABorderTakesTheUpperBand) {
-    Fixture flat({{1, 2, 3}}, {{10, 10}, {60, 10}, {60, 60}}, {1, 1, 1});
-    flat.fixRange(0, 2, 2);
-    flat.settings.Contour.ColorIndex = 0;
-    flat.settings.Contour.Reverse = true;
-    EXPECT_EQ(flat.picture().pixelColor(50, 20), QColor(Qt::white));
-    EXPECT_EQ(flat.trace().count("Polygon"), 2);
-    flat.settings.Contour.Reverse = false;
-    EXPECT_EQ(flat.picture().pixelColor(50, 20), QColor(Qt::black));
-}
-
-TEST(Contour, ColourRamps) {
-    ContourSettings settings;
-    settings.Reverse = true;
-    struct Case {
-        int scheme;
-        float t;
-        Colour colour;
-    };
-    // Rounded t * 255, 511 and 767, a half to the even neighbour.
-    const Case cases[] = {
-        {0, 0, 0},        {0, 0.5f, 0x808080}, {0, 1, 0xffffff},     {7, 0.5f, 0x808080},  {1, 0.25f, 0x80},
-        {1, 1, 0xffffff}, {2, 0.25f, 0x8000},  {2, 0.75f, 0x7fff7f}, {3, 0.25f, 0x800000}, {3, 1, 0xffffff},
-        {4, 0.25f, 0xc0}, {4, 0.5f, 0x80ff},   {4, 1, 0xffffff},     {5, 0, 0x000000},     {5, 0.5f, 0x808080},
-        {5, 1, 0xffffff}, {5, 0.75f, 0xc0c0c0}};
-    for (const Case& c : cases) {
-        settings.ColorIndex = c.scheme;
-        EXPECT_EQ(ContourColor(c.t, settings), c.colour) << c.scheme << " at " << c.t;
-    }
-    settings.Reverse = false;
-    settings.ColorIndex = 5;
-    settings.Colors = {0x0000ff, 0x00ff00, 0xff0000};
-    EXPECT_EQ(ContourColor(0, settings), 0xff0000u) << "not reversed the lowest value has the colour of the maximum";
-    EXPECT_EQ(ContourColor(1, settings), 0x0000ffu);
-    EXPECT_EQ(ContourColor(0.25f, settings), 0x808000u);
 }
 
 TEST(Contour, LevelsOnEdgesAndTheirOrder) {
@@ -209,10 +171,7 @@ TEST(Contour, AsByThePlainLoops) {
 TEST(Contour, CostIsBoundedByThePixels) {
     Fixture square({{1, 2, 3, 4}}, {{0, 0}, {90, 0}, {90, 70}, {0, 70}}, {0, 1, 3, 2});
     square.fixRange(0, 3, std::numeric_limits<int>::max());
-    const QImage image = square.picture();
-    EXPECT_NE(image.pixelColor(40, 30), QColor(Qt::white));
-    square.fixRange(0, 3, 100000);
-    EXPECT_EQ(square.picture().pixelColor(40, 30).alpha(), 255);
+    EXPECT_NE(square.picture().pixelColor(40, 30), QColor(Qt::white));
 }
 
 } // namespace
