@@ -17,3 +17,15 @@ void SetDefaults(ApplicationSettings& settings, const QString& programFolder, co
     settings.Page.Printer = defaultPrinter;
     settings.Window.Help = helpFolder(programFolder);
 }
+
+QList<LegendStyle> GraphDefaults::DefaultStyles() {
+    constexpr Colour colours[] = {0xff0000, 0x4080ff, 0x808000, 0x8000ff, 0xc0c0c0,
+                                  0xff8080, 0x8000,   0x80ff00, 0xff00ff, 0x808040};
+    constexpr int lineStyleCount = 5;
+    QList<LegendStyle> styles;
+    for (const Colour colour : colours) {
+        const int row = int(styles.size());
+        styles.append({row % lineStyleCount, colour, row < lineStyleCount ? 1 : 2, colour});
+    }
+    return styles;
+}

@@ -95,10 +95,8 @@ struct GraphDefaults {
     int DotSize = 10;
     int LineSize = 3;
     /// In rotation, one a series; may be empty.
-    QList<LegendStyle> LegendStyles{{0, 0xff0000, 1, 0xff0000}, {1, 0x4080ff, 1, 0x4080ff}, {2, 0x808000, 1, 0x808000},
-                                    {3, 0x8000ff, 1, 0x8000ff}, {4, 0xc0c0c0, 1, 0xc0c0c0}, {0, 0xff8080, 2, 0xff8080},
-                                    {1, 0x8000, 2, 0x8000},     {2, 0x80ff00, 2, 0x80ff00}, {3, 0xff00ff, 2, 0xff00ff},
-                                    {4, 0x808040, 2, 0x808040}};
+    QList<LegendStyle> LegendStyles = DefaultStyles();
+    static QList<LegendStyle> DefaultStyles();
     bool operator==(const GraphDefaults&) const = default;
 };
 
