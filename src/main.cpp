@@ -7,6 +7,8 @@
 #include "platform/brenlib.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <exception>
 
 namespace mdApplication {
@@ -52,5 +54,9 @@ int main(int argc, char** argv) {
     application.setApplicationName(mdApplication::ApplicationTitle);
     application.setApplicationVersion(QStringLiteral(VELORIN_VERSION));
     application.setDesktopFileName(u"velorin"_qs);
+    // The program speaks Japanese whatever the desktop does, and so must the toolkit's own dialogs.
+    QTranslator toolkitTexts;
+    if (toolkitTexts.load(u"qtbase_ja"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(&toolkitTexts);
     return mdApplication::EntryProcedure(application);
 }

@@ -6,6 +6,7 @@
 #include "platform/PictureBox.h"
 #include "view/picking.h"
 
+#include <QApplication>
 #include <QScreen>
 
 using mdApplication::Model;
@@ -40,7 +41,12 @@ void frmMain::connectPicking() {
     connect(picScreen, &PictureBox::MouseLost, this, &frmMain::cancelDrag);
     // Only after the drop is over: the program that the files come from waits for its end, and opening takes long.
     connect(
-        picScreen, &PictureBox::FilesDropped, this, [this](const QStringList& paths) { FirstStep(paths.first()); },
+        picScreen, &PictureBox::FilesDropped, this,
+        [this](const QStringList& paths) {
+            // A dialog that is open works on the file that is open.
+            if (!QApplication::activeModalWidget())
+                FirstStep(paths.first());
+        },
         Qt::QueuedConnection);
 }
 
