@@ -28,6 +28,15 @@ std::optional<std::int32_t> pickedType(const ResultModel& model) {
     return model.Items.at(model.CurrentItem).ElementType;
 }
 
+/// What every pick begins with: the current item's element type, none when there is nothing to pick from.
+std::optional<std::int32_t> beginPick(const ResultModel& model, clsMouse& selection, int mode) {
+    if (mdVelorinResultModel::IsFileClosed(model))
+        return {};
+    if (mode == Mode::Replace)
+        selection.Clear();
+    return pickedType(model);
+}
+
 std::span<const std::int32_t> nodesOf(const MeshData& mesh, std::int32_t element) {
     const std::int32_t first = mesh.Elements.FirstCorner[element];
     return {mesh.Elements.NodeIndex.constData() + first, std::size_t(mesh.Elements.NodeCount(element))};
@@ -166,11 +175,7 @@ bool IsInPolygon(std::span<const DevicePoint> polygon, DevicePoint point) {
 
 void PickPoint(const ResultModel& model, const ViewState& view, clsMouse& selection, int mode, DevicePoint point,
                int tolerance) {
-    if (mdVelorinResultModel::IsFileClosed(model))
-        return;
-    if (mode == Mode::Replace)
-        selection.Clear();
-    const std::optional<std::int32_t> type = pickedType(model);
+    const std::optional<std::int32_t> type = beginPick(model, selection, mode);
     if (!type)
         return;
     const MeshData& mesh = model.Mesh;
@@ -188,11 +193,7 @@ void PickPoint(const ResultModel& model, const ViewState& view, clsMouse& select
 
 void PickRectangle(const ResultModel& model, const ViewState& view, clsMouse& selection, int mode,
                    std::span<const DevicePoint, 2> corners, int tolerance) {
-    if (mdVelorinResultModel::IsFileClosed(model))
-        return;
-    if (mode == Mode::Replace)
-        selection.Clear();
-    const std::optional<std::int32_t> type = pickedType(model);
+    const std::optional<std::int32_t> type = beginPick(model, selection, mode);
     if (!type)
         return;
     const auto [left, right] = std::minmax(corners[0].X, corners[1].X);

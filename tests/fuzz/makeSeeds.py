@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the seeds of the result file's fuzz target: small files that reach every part of the reader."""
+"""Writes seeds for the result file's fuzz target: small files that reach every part of the reader."""
 import pathlib
 import struct
 
