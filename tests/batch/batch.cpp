@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QFileInfo>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -154,6 +155,17 @@ TEST_F(BatchTest, RenderFollowsItsOptions) {
     EXPECT_EQ(fileBytes(u"a2.trace"_qs), second);
     traceOf(u"--steps 1:2:2"_qs, u"c%04d.trace"_qs);
     EXPECT_FALSE(fileBytes(u"c0001.trace"_qs).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_qs)));
+}
+
+TEST_F(BatchTest, RenderFollowsThePropertyFileUnlessToldNotTo) {
+    const QByteArray plain = traceOf({});
+    folder.Write("<?xml version=\"1.0\"?><VRFPROPERTY><currentstep>1</currentstep><displacement><orgmesh>True</orgmesh>"
+                 "</displacement></VRFPROPERTY>",
+                 QFileInfo(path).fileName() + u".property"_qs);
+    EXPECT_EQ(traceOf(u"--no-property"_qs), plain);
+    EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_qs)) << "the step that the file was left at";
+    EXPECT_EQ(traceOf(u"--step 1"_qs), plain) << "the command line goes before the file";
+    EXPECT_NE(traceOf({}), plain);
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {

@@ -1,15 +1,19 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
+#include "app/settingsStore.h"
+#include "mainwin/LongWork.h"
 #include "platform/Dialogs.h"
 #include "platform/PictureBox.h"
-#include "result/ResultModel.h"
 #include "result/VrfBuilder.h"
+#include "result/mdVelorinResultModel.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using mdApplication::Settings;
@@ -193,6 +197,44 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     EXPECT_GT(fitted, wide + 50) << "fitted anew for a new file";
     resizeTo(700, 600);
     EXPECT_EQ(meshWidth(), wide) << "automatic";
+}
+
+TEST_F(FrmMainTest, AllIsFoundAgainAfterClosing) {
+    openPlate();
+    action(u"miContourColor1"_qs)->trigger();
+    action(u"miViewMesh"_qs)->trigger();
+    QTest::keyClick(&window, Qt::Key_Down, Qt::ControlModifier);
+    window.close();
+    mdVelorinResultModel::CloseResultFile(mdApplication::Model); // as the end of the program does
+
+    settingsStore::LoadSettings(Settings, {}, {});
+    frmMain next;
+    next.FirstStep(platePath);
+    EXPECT_EQ(Settings.Contour.ColorIndex, 0);
+    EXPECT_FALSE(Settings.Window.Mesh);
+    EXPECT_EQ(mdApplication::Model.CurrentStep, mdApplication::Model.StepCount - 1);
+    QAction* recent = next.findChild<QAction*>(u"recent-0"_qs);
+    ASSERT_NE(recent, nullptr);
+    recent->trigger();
+    EXPECT_EQ(mdApplication::Model.FileName, platePath);
+}
+
+TEST(LongWork, EscStopsItAndTheWindowStaysAlive) {
+    QWidget window;
+    window.show();
+    int turns = 0;
+    QTimer::singleShot(20, [&] {
+        EXPECT_TRUE(LongWork::IsRunning());
+        ++turns;
+        QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    LongWork work(u"work"_qs, [](const QString&) {});
+    EXPECT_FALSE(work.Run([](const LongWork::Progress& progress) {
+        while (progress(1, 2))
+            QThread::msleep(1);
+    }));
+    EXPECT_EQ(turns, 1);
+    EXPECT_FALSE(LongWork::IsRunning());
 }
 
 TEST_F(FrmMainTest, MouseShowsWorldCoordinatesAndZoomsAtItsPlace) {

@@ -126,6 +126,7 @@ TEST_F(LoadResultFileTest, NodeCountsAndTextLengthsPastTheEndAreRefused) {
 TEST_F(LoadResultFileTest, RealFilesCutShort) {
     const QString roots[] = {QStringLiteral(VELORIN_SOURCE_DIR "/demo/plate.vrf"),
                              QStringLiteral(VELORIN_SOURCE_DIR "/demo/tunnel.vrf"),
+                             QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/heat.vrf"),
                              QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/truss.vrf")};
     for (const QString& path : roots) {
         ResultModel whole;
