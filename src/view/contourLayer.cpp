@@ -118,7 +118,9 @@ void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& contex
         return;
     const ContourBands bands(lower, upper, count);
     const ContourInput input = {scene.Model.Mesh, values.Values, scene.View.NodePoints, bands};
-    if (device.ShowsEveryCall())
+    // Beyond this nobody reads the calls one by one, and they would outgrow any memory.
+    constexpr int mostBandsInFull = 1000000;
+    if (device.ShowsEveryCall() && count <= mostBandsInFull)
         drawEveryBand(device, input, settings);
     else
         drawTouchedBands(device, input, settings);
