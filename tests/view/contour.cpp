@@ -94,6 +94,17 @@ TEST(Contour, OneSquareInTwoBands) {
                               "StockBrush 0\nStockPen 7\n");
 }
 
+TEST(Contour, RampThroughTheUsersColours) {
+    ContourSettings settings;
+    settings.ColorIndex = 5;
+    settings.Colors = {0x0000ff, 0x00ff00, 0xff0000};
+    EXPECT_EQ(ContourColor(0, settings), 0xff0000u) << "not reversed the lowest value has the colour of the maximum";
+    settings.Reverse = true;
+    EXPECT_EQ(ContourColor(0, settings), 0x0000ffu);
+    EXPECT_EQ(ContourColor(0.5f, settings), 0x00ff00u);
+    EXPECT_EQ(ContourColor(0.5625f, settings), 0x20df00u) << "just past the middle colour";
+}
+
 TEST(Contour, RangeAndContext) {
     Fixture square({{1, 2, 3, 4}}, {{0, 0}, {20, 0}, {20, 20}, {0, 20}}, {1, 2, 3, 4});
     TraceDevice device(100, 100);
