@@ -62,7 +62,7 @@ void frmMain::buildPanels() {
     picContainer->setObjectName(u"picContainer"_qs);
     picScreen = new PictureBox(picContainer);
     picScreen->setObjectName(u"picScreen"_qs);
-    picScreen->setAccessibleName(tr("計算結果の図"));
+    picScreen->setAccessibleName(u"計算結果の図"_qs);
     auto* layout = new QGridLayout(picContainer);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -71,7 +71,7 @@ void frmMain::buildPanels() {
         const bool across = bar == ScrollBar::Horizontal;
         auto* scrollBar = new QScrollBar(across ? Qt::Horizontal : Qt::Vertical, picContainer);
         scrollBar->setObjectName(u"scrScroll_%1"_qs.arg(int(bar)));
-        scrollBar->setAccessibleName(across ? tr("横スクロール") : tr("縦スクロール"));
+        scrollBar->setAccessibleName(across ? u"横スクロール"_qs : u"縦スクロール"_qs);
         scrollBar->setRange(0, 100);
         scrollBar->setEnabled(false);
         connect(scrollBar, &QScrollBar::valueChanged, this, [this, bar](int value) { onScroll(bar, value); });
@@ -87,7 +87,7 @@ void frmMain::buildPanels() {
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_qs);
     setStatusBar(stbStatus);
-    const std::array<QString, 4> toolTips{QString(), tr("マウス座標"), tr("経過時間"), tr("倍率")};
+    const std::array<QString, 4> toolTips{QString(), u"マウス座標"_qs, u"経過時間"_qs, u"倍率"_qs};
     const std::array<QString, 4> widest{QString(), u"-0000.0000, -0000.0000"_qs, u"-0.0000000E-00"_qs, u"66.67 %00"_qs};
     for (std::size_t i = 0; i < panels.size(); ++i) {
         panels[i] = new QLabel(stbStatus);

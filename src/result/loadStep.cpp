@@ -145,8 +145,7 @@ void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
     }
     const ItemValues& values = model.ItemData.at(item);
     if (model.Items.at(item).ElementType < 0) {
-        // As many values as nodes is the rule, and then the column is shared. Nodes beyond the values keep what they
-        // had.
+        // As many values as nodes is the rule, and then the column is shared. Nodes beyond keep what they had.
         if (values.Values.size() == mesh.NodeCount)
             mesh.Nodes.Value = values.Values;
         else
