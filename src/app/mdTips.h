@@ -20,6 +20,16 @@ struct FontObject {
     bool operator==(const FontObject&) const = default;
 };
 
+/// Keys such as "%item%" and what stands for them, in the order in which they are replaced.
+using LabelMacros = QList<std::pair<QString, QString>>;
+
+/// One entry of a file of "key=value" lines.
+struct KeyValue {
+    QString Key;
+    QString Value;        ///< without the double quotes around it; empty for a line without "="
+    bool IsBlock = false; ///< the value starts with "{" and ends with "}"
+};
+
 namespace mdTips {
 /// `prefix`, then 8 small hexadecimal digits.
 QString FormatColor(Colour value, const QString& prefix);
@@ -36,6 +46,17 @@ QString MakeFontString(const FontObject& font, Colour color);
 /// `fields` counts from 1 to `count`, its entry 0 is empty. The first character of `commentChar`, "#" when that is
 /// empty, ends the line and takes the field before it along, unless that has ended. Fields are never empty.
 void SplitFields(const QString& text, QStringList& fields, int& count, const QString& commentChar = {});
+
+/// `line` without leading tabs and without what follows the first `commentChar` outside double quotes.
+QString StripComment(const QString& line, QChar commentChar);
+
+/// The next entry of `lines` from `next` on, which moves past it; false at the end. Lines are stripped of comments
+/// (`comment` as for `SplitFields`) and blanks and passed over when nothing is left; a "\" at the end joins the next
+/// line.
+bool ReadKeyValueLine(const QStringList& lines, qsizetype& next, KeyValue& record, const QString& comment = {});
+
+/// Replaces each macro throughout `text`, one after the other: a value may hold a macro that comes later.
+QString ExpandLabelMacros(const QString& text, const LabelMacros& macros);
 
 /// The longest number at the front of `text`, blanks anywhere in it passed over: "1 2.5e3x" is 12500. The point is
 /// "." in every locale. 0 when there is none or it is beyond range.

@@ -43,3 +43,13 @@ void DeviceContext::Polygons(std::span<const DevicePoint> points, std::span<cons
         first += std::size_t(count);
     }
 }
+
+void DeviceContext::Rectangles(std::span<const DeviceRect> rects) {
+    for (const DeviceRect& rect : rects)
+        Rectangle(rect);
+}
+
+void DeviceContext::Ellipses(std::span<const DeviceRect> rects) {
+    for (const DeviceRect& rect : rects)
+        Ellipse(rect);
+}

@@ -8,6 +8,8 @@
 #include <optional>
 #include <span>
 
+class QImage;
+
 /// Line styles of a pen, numbered as the settings store them.
 namespace PenStyle {
 enum : int { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, Null = 5 };
@@ -34,7 +36,8 @@ struct Pen {
     int Width = 1;
     Colour Color = 0;
     bool Geometric = false;
-    int Stock = -1; ///< number of the ready-made pen that this is, -1 for a made one
+    bool BevelJoin = false; ///< geometric: corners are cut off; vector output alone shows it
+    int Stock = -1;         ///< number of the ready-made pen that this is, -1 for a made one
     bool operator==(const Pen&) const = default;
 };
 
@@ -108,6 +111,9 @@ public:
     virtual void Ellipse(const DeviceRect& rect) = 0;
     virtual void FillRect(const DeviceRect& rect, const Brush& brush) = 0;
 
+    /// The picture onto the rectangle, stretched when its size is another one. Raster modes don't hold.
+    virtual void DrawPicture(const DeviceRect& target, const QImage& picture) = 0;
+
     virtual void Text(DevicePoint leftTop, const QString& text) = 0;
     virtual DeviceSize MeasureText(const QString& text) const = 0;
     virtual int GetDeviceCaps(DeviceCaps caps) const = 0;
@@ -124,4 +130,7 @@ public:
     virtual void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps);
     /// A batch of polygons in the selected pen and brush, `counts` points each; the same picture as single calls.
     virtual void Polygons(std::span<const DevicePoint> points, std::span<const int> counts);
+    /// Batches of single figures in the selected pen and brush; the same picture as single calls.
+    virtual void Rectangles(std::span<const DeviceRect> rects);
+    virtual void Ellipses(std::span<const DeviceRect> rects);
 };

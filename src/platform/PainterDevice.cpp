@@ -232,6 +232,11 @@ void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
     m_painter.drawRect(area);
 }
 
+void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    flushLines();
+    m_painter.drawImage(areaOf(target), picture);
+}
+
 void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty())
         return;

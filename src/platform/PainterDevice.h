@@ -44,6 +44,7 @@ public:
     void Rectangle(const DeviceRect& rect) override;
     void Ellipse(const DeviceRect& rect) override;
     void FillRect(const DeviceRect& rect, const Brush& brush) override;
+    void DrawPicture(const DeviceRect& target, const QImage& picture) override;
 
     /// Control characters are written as blanks.
     void Text(DevicePoint leftTop, const QString& text) override;

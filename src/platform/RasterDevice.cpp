@@ -230,6 +230,14 @@ bool RasterDevice::mayShow(DevicePoint leftTop, const QString& text) const {
            leftTop.Y + reachY >= visible.Top && leftTop.Y - reachY < visible.Bottom;
 }
 
+void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    closeText();
+    QPainter painter(&image);
+    const DeviceRect visible = visibleRect();
+    painter.setClipRect(visible.Left, visible.Top, visible.Width(), visible.Height());
+    painter.drawImage(QRect(target.Left, target.Top, target.Width(), target.Height()), picture);
+}
+
 void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty() || image.isNull() || !mayShow(leftTop, text))
         return;

@@ -39,6 +39,7 @@ public:
     void Rectangle(const DeviceRect& rect) override;
     void Ellipse(const DeviceRect& rect) override;
     void FillRect(const DeviceRect& rect, const Brush& brush) override;
+    void DrawPicture(const DeviceRect& target, const QImage& picture) override;
     void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override;
     void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) override;
 

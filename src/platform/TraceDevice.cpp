@@ -3,6 +3,7 @@
 #include "platform/Codepage.h"
 #include "platform/Rings.h"
 
+#include <QImage>
 #include <charconv>
 #include <utility>
 
@@ -158,6 +159,10 @@ void TraceDevice::Ellipse(const DeviceRect& rect) {
 
 void TraceDevice::FillRect(const DeviceRect& rect, const Brush&) {
     Line(m_trace, "FillRect").Rect(rect);
+}
+
+void TraceDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    Line(m_trace, "Picture").Rect(target).Int(picture.width()).Int(picture.height());
 }
 
 void TraceDevice::Text(DevicePoint leftTop, const QString& text) {

@@ -36,6 +36,7 @@ public:
     void Rectangle(const DeviceRect& rect) override;
     void Ellipse(const DeviceRect& rect) override;
     void FillRect(const DeviceRect& rect, const Brush& brush) override;
+    void DrawPicture(const DeviceRect& target, const QImage& picture) override;
 
     void Text(DevicePoint leftTop, const QString& text) override;
     /// Height is the font's cell height h; a character takes h / 2 (rounded down) when it is one byte in code page

@@ -1,0 +1,267 @@
+// A self-contained plot of two axes: series of points, scales, a title, captions and reference lines, drawn on a device
+// that it is handed. It knows neither windows nor results.
+//
+// One axis is the base (positions or times), the other the plot (the values); `Orientation` says which of them runs
+// across the page. Series, points and reference lines count from 1, scales and rows of the style tables from 0. What
+// takes a bad index says so below; all else never fails: what cannot be done is left out and the fields keep what they
+// held.
+#pragma once
+
+#include "platform/DeviceContext.h"
+#include "plot/PlotRecords.h"
+
+#include <QImage>
+#include <array>
+#include <functional>
+
+class clsPlot {
+public:
+    /// Index of a scale; `ScaleBoth` in writes alone.
+    enum : int { ScaleBase = 0, ScalePlot = 1, ScaleBoth = 2 };
+
+    clsPlot();
+
+    // --- the plot as a whole
+
+    int Orientation = 0;                   ///< 0 the base axis runs across, any other value up the page
+    DeviceContext* hDrawDC = nullptr;      ///< borrowed; what `Redraw` draws on when it gets none
+    DeviceContext* hSimulatedDC = nullptr; ///< borrowed; when not null, its resolution sizes every font
+    /// The draw area in device units, to be set before drawing.
+    int DrawLeft = 0, DrawTop = 0, DrawWidth = -1, DrawHeight = -1;
+    /// 1 filled, 2 `Picture` once in the middle, 3 tiled, 4 stretched, 5 filled with a raised edge, 6 with a sunken
+    /// edge; any other value paints nothing.
+    int BackStyle = 1;
+    Colour BackColor = 0xffffff;
+    QImage Picture;
+    int DotSize = 2;     ///< radius in device units
+    bool Outline = true; ///< frame round the plot rectangle
+    Colour OutlineColor = 0;
+    int OutlineWidth = 1;
+    Colour DataLabelColor = 0x800000; ///< kept, not used in drawing
+    FontReference DataLabelFont;      ///< kept, not used in drawing
+    bool PickupLineDraw = false;      ///< reference lines also beneath the series
+    int GraphTitlePos = 3;            ///< 0 left edge, 1 top, 2 right edge, any other value bottom
+    QString GraphTitle;
+    Colour GraphTitleColor = 0;
+    FontReference GraphTitleFont;
+    QString PictureFolder; ///< where `StyleSave` puts the picture; the program's folder unless set
+
+    static QString name() { return u"clsPlot"_qs; }
+    static QString Version() { return u"1.09b"_qs; }
+    static QString Copyright() { return u"Copyright (c) 2026 the Velorin developers"_qs; }
+
+    /// Called by `Redraw` with the device in use, before anything is painted and after everything is.
+    std::function<void(DeviceContext&)> BeginPaint, EndPaint;
+
+    // --- series
+
+    int DataLegendAdd(); ///< the new series' number
+    void DataLegendRemove(int series);
+    void DataLegendClear() { seriesList.clear(); }
+    int DataLegendCount() const { return int(seriesList.size()); }
+
+    /// Appends a point, and before it series until there is one of that number; the series' number of points. Nothing
+    /// and -1 for a series below 1 or beyond any sensible number.
+    int DataAdd(int series, float base, float plot);
+    void DataRemove(int series, int point);
+    /// Leaves a blank record: label, styles and points go, width and fill style become 0.
+    void DataClear(int series);
+    int DataCount(int series) const; ///< -1 for a series that there isn't
+
+    // Throw a SubscriptError for a series that there isn't.
+    Colour DataDotColor(int series) const { return seriesAt(series).DataDotColor; }
+    void SetDataDotColor(int series, Colour value) { seriesAt(series).DataDotColor = value; }
+    Colour DataDotFillColor(int series) const { return seriesAt(series).DataDotFillColor; }
+    void SetDataDotFillColor(int series, Colour value) { seriesAt(series).DataDotFillColor = value; }
+    int DataDotFillStyle(int series) const { return seriesAt(series).DataDotFillStyle; }
+    void SetDataDotFillStyle(int series, int value) { seriesAt(series).DataDotFillStyle = value; }
+    int DataDotStyle(int series) const { return seriesAt(series).DataDotStyle; }
+    void SetDataDotStyle(int series, int value) { seriesAt(series).DataDotStyle = value; }
+    bool DataLegendHidden(int series) const { return seriesAt(series).DataLegendHidden; }
+    void SetDataLegendHidden(int series, bool value) { seriesAt(series).DataLegendHidden = value; }
+    Colour DataLineColor(int series) const { return seriesAt(series).DataLineColor; }
+    void SetDataLineColor(int series, Colour value) { seriesAt(series).DataLineColor = value; }
+    int DataLineStyle(int series) const { return seriesAt(series).DataLineStyle; }
+    void SetDataLineStyle(int series, int value) { seriesAt(series).DataLineStyle = value; }
+    int DataLineWidth(int series) const { return seriesAt(series).DataLineWidth; }
+    void SetDataLineWidth(int series, int value) { seriesAt(series).DataLineWidth = value; }
+
+    /// Empty, and nothing, for a series that there isn't.
+    QString DataLabel(int series) const;
+    void SetDataLabel(int series, const QString& value);
+
+    // Throw a SubscriptError for a series or a point that there isn't.
+    float DataBase(int series, int point) const;
+    float DataPlot(int series, int point) const;
+
+    // --- scales: reading takes 0 or 1, writing `ScaleBoth` as well; any other index throws a SubscriptError
+
+    bool ScaleDraw(int scale) const { return scaleAt(scale).ScaleDraw; }
+    void SetScaleDraw(int scale, bool value) { setScale(scale, &PlotScale::ScaleDraw, value); }
+    bool ScaleAutomatic(int scale) const { return scaleAt(scale).ScaleAutomatic; }
+    void SetScaleAutomatic(int scale, bool value) { setScale(scale, &PlotScale::ScaleAutomatic, value); }
+    bool ScaleReverse(int scale) const { return scaleAt(scale).ScaleReverse; }
+    void SetScaleReverse(int scale, bool value) { setScale(scale, &PlotScale::ScaleReverse, value); }
+    bool ScalePosReverse(int scale) const { return scaleAt(scale).ScalePosReverse; }
+    void SetScalePosReverse(int scale, bool value) { setScale(scale, &PlotScale::ScalePosReverse, value); }
+    int ScaleType(int scale) const { return scaleAt(scale).ScaleType; }
+    void SetScaleType(int scale, int value) { setScale(scale, &PlotScale::ScaleType, value); }
+    int ScaleValueDraw(int scale) const { return scaleAt(scale).ScaleValueDraw; }
+    void SetScaleValueDraw(int scale, int value) { setScale(scale, &PlotScale::ScaleValueDraw, value); }
+    Colour ScaleLineColor(int scale) const { return scaleAt(scale).ScaleLineColor; }
+    void SetScaleLineColor(int scale, Colour value) { setScale(scale, &PlotScale::ScaleLineColor, value); }
+    int ScaleLineStyle(int scale) const { return scaleAt(scale).ScaleLineStyle; }
+    void SetScaleLineStyle(int scale, int value) { setScale(scale, &PlotScale::ScaleLineStyle, value); }
+    int ScaleLineWidth(int scale) const { return scaleAt(scale).ScaleLineWidth; }
+    void SetScaleLineWidth(int scale, int value) { setScale(scale, &PlotScale::ScaleLineWidth, value); }
+    FontReference ScaleFont(int scale) const { return scaleAt(scale).ScaleFont; }
+    void SetScaleFont(int scale, const FontReference& value) { setScale(scale, &PlotScale::ScaleFont, value); }
+    Colour ScaleFontColor(int scale) const { return scaleAt(scale).ScaleFontColor; }
+    void SetScaleFontColor(int scale, Colour value) { setScale(scale, &PlotScale::ScaleFontColor, value); }
+    bool GridDraw(int scale) const { return scaleAt(scale).GridDraw; }
+    void SetGridDraw(int scale, bool value) { setScale(scale, &PlotScale::GridDraw, value); }
+    Colour GridColor(int scale) const { return scaleAt(scale).GridColor; }
+    void SetGridColor(int scale, Colour value) { setScale(scale, &PlotScale::GridColor, value); }
+    int GridStyle(int scale) const { return scaleAt(scale).GridStyle; }
+    void SetGridStyle(int scale, int value) { setScale(scale, &PlotScale::GridStyle, value); }
+    int GridWidth(int scale) const { return scaleAt(scale).GridWidth; }
+    void SetGridWidth(int scale, int value) { setScale(scale, &PlotScale::GridWidth, value); }
+    float ScaleMax(int scale) const { return scaleAt(scale).ScaleMax; }
+    void SetScaleMax(int scale, float value) { setScale(scale, &PlotScale::ScaleMax, value); }
+    float ScaleMin(int scale) const { return scaleAt(scale).ScaleMin; }
+    void SetScaleMin(int scale, float value) { setScale(scale, &PlotScale::ScaleMin, value); }
+    float ScaleMScale(int scale) const { return scaleAt(scale).ScaleMScale; }
+    void SetScaleMScale(int scale, float value) { setScale(scale, &PlotScale::ScaleMScale, value); }
+    float ScaleHScale(int scale) const { return scaleAt(scale).ScaleHScale; }
+    void SetScaleHScale(int scale, float value) { setScale(scale, &PlotScale::ScaleHScale, value); }
+    QString ScaleLabel(int scale) const { return scaleLabelAt(scale).ScaleLabel; }
+    void SetScaleLabel(int scale, const QString& value) { setScale(scale, &PlotScaleLabel::ScaleLabel, value); }
+    FontReference ScaleLabelFont(int scale) const { return scaleLabelAt(scale).ScaleLabelFont; }
+    void SetScaleLabelFont(int scale, const FontReference& value) {
+        setScale(scale, &PlotScaleLabel::ScaleLabelFont, value);
+    }
+    Colour ScaleLabelColor(int scale) const { return scaleLabelAt(scale).ScaleLabelColor; }
+    void SetScaleLabelColor(int scale, Colour value) { setScale(scale, &PlotScaleLabel::ScaleLabelColor, value); }
+
+    // --- reference lines
+
+    int PickupLineAdd(float value, int type, Colour colour, int width, int style); ///< the new line's number
+    void PickupLineRemove(int line);                                               ///< 0 is the last line
+    void PickupLineClear() { pickupLines.clear(); }
+    int PickupLineCount() const { return int(pickupLines.size()); }
+
+    // Throw a SubscriptError for a line that there isn't.
+    Colour PickupLineColor(int line) const { return lineAt(line).PickupLineColor; }
+    void SetPickupLineColor(int line, Colour value) { lineAt(line).PickupLineColor = value; }
+    int PickupLineWidth(int line) const { return lineAt(line).PickupLineWidth; }
+    void SetPickupLineWidth(int line, int value) { lineAt(line).PickupLineWidth = value; }
+    int PickupLineStyle(int line) const { return lineAt(line).PickupLineStyle; }
+    void SetPickupLineStyle(int line, int value) { lineAt(line).PickupLineStyle = value; }
+    int PickupLineType(int line) const { return lineAt(line).PickupLineType; }
+    void SetPickupLineType(int line, int value) { lineAt(line).PickupLineType = value; }
+    float PickupLineValue(int line) const { return lineAt(line).PickupLineValue; }
+    void SetPickupLineValue(int line, float value) { lineAt(line).PickupLineValue = value; }
+
+    // --- the styles that a user can choose: value and Japanese name by row, and number of rows. A row beyond the table
+    // has value 0 and no name, but for dots, whose value is the row's absolute value up to the number of rows.
+
+    static int SupportedDotStyle(int row);
+    static QString SupportedDotStyleDescription(int row);
+    static int SupportedDotStyleCount();
+    static int SupportedLineStyle(int row); ///< `PenStyle`
+    static QString SupportedLineStyleDescription(int row);
+    static int SupportedLineStyleCount();
+    static int SupprotedDotFillStyle(int row); ///< hatch of a brush, -1 no brush, 8 solid
+    static QString SupprotedDotFillStyleDescription(int row);
+    static int SupprotedDotFillStyleCount();
+
+    // --- drawing
+
+    void SetDrawArea(int left, int top, int width, int height);
+    /// The plot rectangle of the last `Redraw`.
+    void GetDataPlotArea(int& left, int& top, int& width, int& height) const;
+    PlotArea DataPlotArea() const { return dataPlotArea; }
+    /// Device position of a value across and a value up the page, by the mapping of the last `Redraw` of a series.
+    void ConvertPoint(float x, float y, int& px, int& py) const;
+
+    /// Draws everything on `hDC`, or on `hDrawDC` when that is null; nothing when both are. A `hSim` that isn't null
+    /// takes the place of `hSimulatedDC`.
+    void Redraw(DeviceContext* hDC, DeviceContext* hSim);
+
+    /// Rounds limits outwards to whole major steps of 1, 2 or 5 times a power of ten; the minor step is a fifth of the
+    /// major one. Every intermediate result is a single, which shows in limits near a multiple: (2, 1) becomes
+    /// (2, 0.8). Limits that aren't finite leave all four as they are.
+    static void GetMemoriScale(float& max, float& min, float& major, float& minor);
+
+    /// One dot and one line, drawn as those of a series but in styles of their own. A `radius` below 1 means `DotSize`;
+    /// `spare` is not read.
+    void SpecialPlot_Dot(DeviceContext& device, int dotStyle, Colour colour, Colour fillColour, int fillStyle,
+                         int spare, int x, int y, int radius) const;
+    void SpecialPlot_Line(DeviceContext& device, int style, Colour colour, int width, int x1, int y1, int x2,
+                          int y2) const;
+
+    static bool PreCheckPrinterDCCaps(int, int) { return false; }
+
+    // --- files, in code page 932
+
+    /// Title, labels and points at four significant digits. An earlier file is replaced.
+    void CsvSave(const QString& path) const;
+    /// Without `keep` the series are cleared first. The file's first series goes to series 1, and so on, also with
+    /// `keep`, where its points come behind those that are there.
+    void CsvLoad(const QString& path, bool keep);
+    /// Background and scales. A picture in use is written to `PictureFolder` as "_back.bmp".
+    void StyleSave(const QString& path) const;
+    /// Takes what the file names and leaves all else. `GridWidth` does not come back from a file of `StyleSave`, which
+    /// spells its key in another way than is read here, and `GridColor` comes back as 0.
+    void StyleLoad(const QString& path);
+
+private:
+    /// What the stages of a `Redraw` hand on: the rectangle that is left, and the margin between its parts.
+    struct Frame {
+        DeviceContext& Device;
+        PlotArea Area;
+        int Margin = 0;
+    };
+
+    PlotSeries& seriesAt(int number);
+    const PlotSeries& seriesAt(int number) const;
+    const PlotScale& scaleAt(int scale) const;
+    const PlotScaleLabel& scaleLabelAt(int scale) const;
+    PickupLine& lineAt(int number);
+    const PickupLine& lineAt(int number) const;
+    template<class Record, class T>
+    void setScale(int scale, T Record::*field, const std::type_identity_t<T>& value);
+    std::array<PlotScale, 2>& records(PlotScale*) { return scales; }
+    std::array<PlotScaleLabel, 2>& records(PlotScaleLabel*) { return scaleLabels; }
+
+    // The axis that runs across the page, and the one that runs up.
+    int scaleAcross() const { return Orientation == 0 ? ScaleBase : ScalePlot; }
+    int scaleUp() const { return Orientation == 0 ? ScalePlot : ScaleBase; }
+
+    // The stages of `Redraw`, in their order.
+    void PrepareScales(DeviceContext& device);
+    void LayoutTitleAndLabels(Frame& frame);
+    void DrawAxes(Frame& frame);
+    void DrawSeries(DeviceContext& device) const;
+    void DrawPickupLines(DeviceContext& device) const;
+
+    void paintBackground(DeviceContext& device) const;
+    Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
+
+    std::vector<PlotSeries> seriesList;
+    std::array<PlotScale, 2> scales;
+    std::array<PlotScaleLabel, 2> scaleLabels;
+    std::vector<PickupLine> pickupLines;
+    PlotArea dataPlotArea;
+    PlotMapping mapping;
+};
+
+template<class Record, class T>
+void clsPlot::setScale(int scale, T Record::*field, const std::type_identity_t<T>& value) {
+    if (scale < ScaleBase || scale > ScaleBoth)
+        throw SubscriptError();
+    auto& both = records(static_cast<Record*>(nullptr));
+    for (int i = ScaleBase; i <= ScalePlot; ++i)
+        if (scale == i || scale == ScaleBoth)
+            both[std::size_t(i)].*field = value;
+}

@@ -1,0 +1,74 @@
+// Graphs of results: builds a plot from the values of picked nodes or elements over the steps, styles it, draws its
+// legend, and writes it as text. The graph window and the command line share it; it knows neither.
+#pragma once
+
+#include "app/ApplicationSettings.h"
+#include "plot/clsPlot.h"
+#include "result/mdVelorinResultModel.h"
+
+/// What a graph shows.
+namespace GraphType {
+enum : int {
+    History = 0,     ///< the value of each object over time, one series an object
+    Distribution = 1 ///< the values along the objects, one series a step
+};
+}
+
+/// The picked objects at the moment when a graph is built.
+struct SelectionSnapshot {
+    int ObjectType = 0;              ///< `PickedKind`
+    std::vector<std::int32_t> Index; ///< from 0, in the order of picking
+
+    std::int32_t Count() const { return std::int32_t(Index.size()); }
+};
+
+/// A graph and what it was built from.
+struct Graph {
+    bool Invalid = false; ///< nothing was picked, nothing was built
+    int GraphType = GraphType::History;
+    int RunAxis = 0; ///< distribution: 1 the objects run across, 2 they run up
+    QString ItemName;
+    QString Caption = u"グラフウィンドウ"_qs; ///< of a window that shows it
+    SelectionSnapshot Selection;              ///< a distribution has it in the order along its axis
+    clsPlot Plot;
+};
+
+namespace mdGraph {
+
+// Both take the item `CurrentItem` of the model and the steps of its file; the model stays as it is. With
+// `ApplyContour` and a reference step the values are the differences to that step. Values that a step does not have
+// make no points. `progress` counts steps; when it says no, the build ends with false and `graph` is as it was.
+
+/// One series for each picked object, its value over the steps' times.
+bool BuildHistory(const ResultModel& model, const DifferenceSettings& difference, const SelectionSnapshot& selection,
+                  Graph& graph, const LoadProgress& progress = {});
+
+/// One series for each step, the values of the picked objects over their positions.
+bool BuildDistribution(const ResultModel& model, const DifferenceSettings& difference,
+                       const SelectionSnapshot& selection, Graph& graph, const LoadProgress& progress = {});
+
+/// The positions of a distribution.
+struct AxisOrder {
+    int RunAxis = 2;
+    std::vector<float> Positions; ///< one for each object, in the new order
+};
+
+/// Orders the objects along the axis on which they spread more: by ascending X, or by descending Y when they don't
+/// spread more across. Positions are plain coordinates. Objects that the mesh does not have count as at 0.
+AxisOrder OrderAlongAxis(const MeshData& mesh, SelectionSnapshot& selection);
+
+/// The macros of titles and captions, in the order in which they are replaced.
+LabelMacros GraphMacros(const Graph& graph, const ResultModel& model);
+
+/// Takes fonts, grid, axes, texts and the styles of the series from the settings, with lengths as `device` has them.
+void ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& model, const DeviceContext& device,
+                     Graph& graph);
+
+/// The legend box inside the plot rectangle of the last `Redraw`; call it when the plot has been painted.
+void DrawGraphLegend(DeviceContext& device, const clsPlot& plot, const GraphDefaults& defaults);
+
+/// The numbers of the graph as lines of text with CR LF between them: `separator` is a comma for a file and a tab for
+/// the clipboard. From the second line on a history has commas in either case.
+QString GraphText(const Graph& graph, QChar separator);
+
+} // namespace mdGraph
