@@ -1,0 +1,108 @@
+// The plot's data: series, points, scales and reference lines, and what each makes of a bad index.
+#include "platform/TraceDevice.h"
+#include "plot/clsPlot.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(PlotModel, PointsMakeTheSeriesThatTheyNeed) {
+    clsPlot plot;
+    EXPECT_EQ(plot.DataAdd(3, 1.5f, 2.5f), 1);
+    EXPECT_EQ(plot.DataAdd(3, 3.5f, 4.5f), 2);
+    EXPECT_EQ(plot.DataLegendCount(), 3);
+    EXPECT_EQ(plot.DataCount(1), 0);
+    EXPECT_EQ(plot.DataCount(0), -1);
+    EXPECT_EQ(plot.DataCount(4), -1);
+    EXPECT_EQ(plot.DataAdd(0, 1, 1), -1);
+    EXPECT_EQ(plot.DataAdd(2'000'000'000, 1, 1), -1);
+    EXPECT_EQ(plot.DataLegendCount(), 3);
+    EXPECT_EQ(plot.DataBase(3, 2), 3.5f);
+    EXPECT_EQ(plot.DataPlot(3, 1), 2.5f);
+    EXPECT_THROW(plot.DataPlot(3, 3), SubscriptError);
+    EXPECT_THROW(plot.DataBase(3, 0), SubscriptError);
+
+    plot.DataRemove(3, 3);
+    plot.DataRemove(3, 1);
+    EXPECT_EQ(plot.DataCount(3), 1);
+    EXPECT_EQ(plot.DataPlot(3, 1), 4.5f);
+    plot.SetDataLabel(3, u"後"_qs);
+    plot.SetDataLabel(4, u"無"_qs);
+    plot.DataLegendRemove(4);
+    plot.DataLegendRemove(1);
+    EXPECT_EQ(plot.DataLegendCount(), 2);
+    EXPECT_EQ(plot.DataLabel(2), u"後"_qs);
+    EXPECT_EQ(plot.DataLabel(3), QString());
+    plot.DataClear(2);
+    EXPECT_EQ(plot.DataLabel(2), QString());
+    EXPECT_EQ(plot.DataCount(2), 0);
+    EXPECT_EQ(plot.DataLineWidth(2), 0);
+    EXPECT_EQ(plot.DataDotFillStyle(2), 0);
+    EXPECT_THROW(plot.SetDataLineColor(3, 0), SubscriptError);
+}
+
+TEST(PlotModel, WritesTakeBothScalesAndReadsOne) {
+    clsPlot plot;
+    plot.SetScaleDraw(clsPlot::ScaleBoth, false);
+    plot.SetScaleLabel(clsPlot::ScalePlot, u"値"_qs);
+    EXPECT_FALSE(plot.ScaleDraw(clsPlot::ScaleBase) || plot.ScaleDraw(clsPlot::ScalePlot));
+    EXPECT_EQ(plot.ScaleLabel(clsPlot::ScaleBase), QString());
+    EXPECT_THROW(plot.ScaleDraw(clsPlot::ScaleBoth), SubscriptError);
+    EXPECT_THROW(plot.SetGridWidth(3, 1), SubscriptError);
+    EXPECT_THROW(plot.SetScaleLabelColor(-1, 1), SubscriptError);
+
+    EXPECT_NE(plot.ScaleFont(clsPlot::ScaleBase), plot.ScaleFont(clsPlot::ScalePlot));
+    plot.SetScaleFont(clsPlot::ScaleBoth, std::make_shared<FontObject>());
+    plot.ScaleFont(clsPlot::ScaleBase)->Size = 20;
+    EXPECT_EQ(plot.ScaleFont(clsPlot::ScalePlot)->Size, 20);
+}
+
+TEST(PlotModel, ReferenceLineZeroIsTheLast) {
+    clsPlot plot;
+    plot.PickupLineRemove(0);
+    for (const float value : {1.0f, 2.0f, 3.0f})
+        plot.PickupLineAdd(value, 1, 0xff, 2, PenStyle::Dot);
+    plot.PickupLineRemove(0);
+    plot.PickupLineRemove(3);
+    plot.PickupLineRemove(1);
+    ASSERT_EQ(plot.PickupLineCount(), 1);
+    EXPECT_EQ(plot.PickupLineValue(1), 2.0f);
+    EXPECT_EQ(plot.PickupLineWidth(1), 2);
+    EXPECT_EQ(plot.PickupLineStyle(1), PenStyle::Dot);
+    EXPECT_THROW(plot.PickupLineColor(2), SubscriptError);
+}
+
+TEST(PlotModel, StyleTablesGiveRowsAndTheirLimits) {
+    EXPECT_EQ(clsPlot::SupportedDotStyle(-3), 3);
+    EXPECT_EQ(clsPlot::SupportedDotStyle(5), 5);
+    EXPECT_EQ(clsPlot::SupportedDotStyle(6), 0);
+    EXPECT_EQ(clsPlot::SupportedLineStyle(0), PenStyle::Null);
+    EXPECT_EQ(clsPlot::SupportedLineStyleDescription(3), u"点線"_qs);
+    EXPECT_EQ(clsPlot::SupprotedDotFillStyle(4), 3);
+    EXPECT_EQ(clsPlot::SupprotedDotFillStyle(7), 0);
+    EXPECT_EQ(clsPlot::SupprotedDotFillStyleDescription(-1), QString());
+}
+
+TEST(PlotModel, EventsComeFirstAndLastOnTheDeviceInUse) {
+    clsPlot plot;
+    TraceDevice given(100, 100), own(100, 100);
+    DeviceContext* began = nullptr;
+    plot.hDrawDC = &own;
+    plot.BeginPaint = [&](DeviceContext& device) {
+        began = &device;
+        device.MoveTo({1, 1});
+    };
+    plot.EndPaint = [](DeviceContext& device) { device.MoveTo({2, 2}); };
+    plot.SetDrawArea(0, 0, 100, 100);
+    plot.Redraw(&given, nullptr);
+    EXPECT_EQ(began, &given);
+    EXPECT_TRUE(own.Trace().isEmpty());
+    EXPECT_TRUE(given.Trace().startsWith("SaveDC\nMoveTo 1 1\n"));
+    EXPECT_TRUE(given.Trace().endsWith("MoveTo 2 2\nRestoreDC\n"));
+    plot.Redraw(nullptr, nullptr);
+    EXPECT_EQ(began, &own);
+    plot.hDrawDC = nullptr;
+    plot.Redraw(nullptr, nullptr);
+}
+
+} // namespace
