@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/mdTips.h"
+#include "platform/Rounding.h"
 
 #include <memory>
 #include <stdexcept>
@@ -87,4 +88,8 @@ struct PlotMapping {
     int Left = 0, Top = 0; ///< of the plot rectangle
     float SmallestAcross = 0, SmallestUp = 0;
     float UnitsAcross = 0, UnitsUp = 0; ///< device units per value
+
+    // Where a value stands; far beyond the page the end of the range of positions, 0 for a value that is no number.
+    int PositionAcross(double value) const { return Round((value - SmallestAcross) * UnitsAcross + Left); }
+    int PositionUp(double value) const { return Round((value - SmallestUp) * UnitsUp + Top); }
 };

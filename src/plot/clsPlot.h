@@ -245,8 +245,15 @@ private:
     void DrawSeries(DeviceContext& device) const;
     void DrawPickupLines(DeviceContext& device) const;
 
+    /// Leaves pen and brush as they were last needed; stands between `SaveDC` and `RestoreDC`, clipped to the draw
+    /// area.
     void paintBackground(DeviceContext& device) const;
+    void tilePicture(DeviceContext& device, const DeviceRect& area) const;
+    /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
+    /// selected before.
     Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
+    void drawVerticalLine(DeviceContext& device, const PickupLine& line) const;
+    void drawHorizontalLine(DeviceContext& device, const PickupLine& line) const;
 
     std::vector<PlotSeries> seriesList;
     std::array<PlotScale, 2> scales;
