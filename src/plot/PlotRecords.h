@@ -89,7 +89,6 @@ struct PlotMapping {
     float SmallestAcross = 0, SmallestUp = 0;
     float UnitsAcross = 0, UnitsUp = 0; ///< device units per value
 
-    // Where a value stands; far beyond the page the end of the range of positions, 0 for a value that is no number.
-    int PositionAcross(double value) const { return Round((value - SmallestAcross) * UnitsAcross + Left); }
-    int PositionUp(double value) const { return Round((value - SmallestUp) * UnitsUp + Top); }
+    int Across(double value) const { return Round((value - SmallestAcross) * UnitsAcross + Left); }
+    int Up(double value) const { return Round((value - SmallestUp) * UnitsUp + Top); }
 };

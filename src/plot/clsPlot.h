@@ -252,6 +252,7 @@ private:
     /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
     /// selected before.
     Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
+    // A reference line across the plot rectangle, in the pen that is selected.
     void drawVerticalLine(DeviceContext& device, const PickupLine& line) const;
     void drawHorizontalLine(DeviceContext& device, const PickupLine& line) const;
 

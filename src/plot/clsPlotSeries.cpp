@@ -81,7 +81,7 @@ void clsPlot::DrawSeries(DeviceContext& device) const {
         const std::vector<double>& up = Orientation == 0 ? series.PlotValues : series.BaseValues;
         points.resize(across.size());
         for (std::size_t i = 0; i < points.size(); ++i)
-            points[i] = {mapping.PositionAcross(across[i]), mapping.PositionUp(up[i])};
+            points[i] = {mapping.Across(across[i]), mapping.Up(up[i])};
         const Pen old = device.SelectPen({.Style = series.DataLineStyle,
                                           .Width = series.DataLineWidth,
                                           .Color = series.DataLineColor,
@@ -100,20 +100,24 @@ void clsPlot::DrawPickupLines(DeviceContext& device) const {
         else
             drawHorizontalLine(device, line);
     };
-    // An orientation that is neither 0 nor 1 gets horizontal lines for either axis, here alone.
+    constexpr int ofBase = 0, ofPlot = 1, ofBoth = 2;
     for (const PickupLine& line : pickupLines) {
         const int type = line.PickupLineType;
-        if (type == 0 || type == 2)
+        const Pen old =
+            mdTips::SelectSolidPen(device, line.PickupLineColor, line.PickupLineWidth, line.PickupLineStyle);
+        // An orientation that is neither 0 nor 1 gets horizontal lines for either axis, here alone.
+        if (type == ofBase || type == ofBoth)
             drawLine(line, Orientation == 0);
-        if (type == 1 || type == 2)
+        if (type == ofPlot || type == ofBoth)
             drawLine(line, Orientation == 1);
+        mdTips::RestoreObject(device, old);
     }
 }
 
 Font clsPlot::selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const {
     if (font)
         return mdTips::SelectFontFor(device, hSimulatedDC ? *hSimulatedDC : device, *font, turn);
-    // Nothing to select; only a select call tells what the caller has to put back.
+    // There is no asking a device for its font but by selecting another.
     const Font current = device.SelectFont({});
     device.SelectFont(current);
     return current;
