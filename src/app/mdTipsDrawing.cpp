@@ -8,6 +8,14 @@ constexpr int pointsPerInch = 72;
 constexpr int boldWeight = 700;
 constexpr int faceBytes = 32;
 constexpr int solidHatch = 8;
+
+/// One unit of an edge; light falls from the left top.
+struct EdgeRing {
+    Colour LeftTop, RightBottom;
+};
+constexpr Colour light = 0xe3e3e3, highlight = 0xffffff, shadow = 0xa0a0a0, darkShadow = 0x696969;
+constexpr EdgeRing raisedRings[] = {{light, darkShadow}, {highlight, shadow}};
+constexpr EdgeRing sunkenRings[] = {{shadow, highlight}, {darkShadow, light}};
 } // namespace
 
 Pen mdTips::SelectSolidPen(DeviceContext& device, Colour colour, int width, int style) {
@@ -65,6 +73,27 @@ void mdTips::DrawAnchoredText(DeviceContext& device, int x, int y, const QString
     const int top[] = {0, size.Height / 2, size.Height};
     // By way of reals: a corner may come to lie beyond what a device can name.
     device.Text({Round(double(x) - left[place % 3]), Round(double(y) - top[place / 3])}, text);
+}
+
+float mdTips::UnitsPerMillimetre(const DeviceContext& device) {
+    const int millimetres = device.GetDeviceCaps(DeviceCaps::HorzSize);
+    return millimetres > 0 ? float(device.GetDeviceCaps(DeviceCaps::HorzRes)) / float(millimetres) : 0.0f;
+}
+
+void mdTips::DrawEdge(DeviceContext& device, const DeviceRect& rect, bool raised) {
+    DeviceRect left = rect;
+    for (const EdgeRing& ring : raised ? raisedRings : sunkenRings) {
+        const auto& [l, t, r, b] = left;
+        if (l >= r || t >= b)
+            return;
+        const Brush leftTop{.Color = ring.LeftTop}, rightBottom{.Color = ring.RightBottom};
+        device.FillRect({l, t, l + 1, b}, leftTop);
+        device.FillRect({l, t, r, t + 1}, leftTop);
+        // The darker sides of a raised edge take both corners that they share.
+        device.FillRect({r - 1, t, r, b}, rightBottom);
+        device.FillRect({l, b - 1, r, b}, rightBottom);
+        left = {l + 1, t + 1, r - 1, b - 1};
+    }
 }
 
 int mdTips::MulDiv(int number, int numerator, int denominator) {

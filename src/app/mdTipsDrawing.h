@@ -30,6 +30,12 @@ DeviceSize MeasureText(const DeviceContext& device, const QString& text);
 /// its bottom; any other acts as 1.
 void DrawAnchoredText(DeviceContext& device, int x, int y, const QString& text, int anchor);
 
+/// Device units per millimetre across, as the whole width gives them; 0 for a device without a width in millimetres.
+float UnitsPerMillimetre(const DeviceContext& device);
+
+/// A frame of two units inside the rectangle that makes it look raised or sunken, in grey tones of its own.
+void DrawEdge(DeviceContext& device, const DeviceRect& rect, bool raised);
+
 /// number * numerator / denominator, a half rounded away from zero; -1 when that can't be or isn't a 32-bit number.
 int MulDiv(int number, int numerator, int denominator);
 } // namespace mdTips

@@ -156,6 +156,11 @@ bool mdTips::ReadKeyValueLine(const QStringList&, qsizetype&, KeyValue&, const Q
     return false;
 }
 
-QString mdTips::ExpandLabelMacros(const QString& text, const LabelMacros&) {
-    return text;
+QString mdTips::ExpandLabelMacros(const QString& text, const LabelMacros& macros) {
+    QString expanded = text;
+    for (const auto& [key, value] : macros) {
+        if (!key.isEmpty())
+            expanded.replace(key, value);
+    }
+    return expanded;
 }

@@ -1,10 +1,119 @@
-// What is drawn between the axes: background, series, dots and reference lines.
+// What is drawn between the axes: series, dots and reference lines.
 #include "app/mdTipsDrawing.h"
 #include "plot/clsPlot.h"
 
-void clsPlot::DrawSeries(DeviceContext&) const {}
-void clsPlot::DrawPickupLines(DeviceContext&) const {}
-void clsPlot::paintBackground(DeviceContext&) const {}
+namespace {
+
+std::vector<DeviceRect> boxesAt(std::span<const DevicePoint> centres, int radius) {
+    std::vector<DeviceRect> boxes;
+    boxes.reserve(centres.size());
+    const double r = radius;
+    for (const auto [x, y] : centres)
+        boxes.push_back({Round(x - r), Round(y - r), Round(x + r), Round(y + r)});
+    return boxes;
+}
+
+void drawTriangles(DeviceContext& device, std::span<const DevicePoint> centres, int radius) {
+    constexpr double halfSide = 0.866025403784439, below = 0.5; // of the radius of an equilateral triangle
+    const double r = radius;
+    std::vector<DevicePoint> corners;
+    corners.reserve(3 * centres.size());
+    for (const auto [x, y] : centres) {
+        const int base = Round(y + below * r);
+        corners.insert(corners.end(),
+                       {{x, Round(y - r)}, {Round(x - halfSide * r), base}, {Round(x + halfSide * r), base}});
+    }
+    device.Polygons(corners, std::vector<int>(centres.size(), 3));
+}
+
+void drawCrosses(DeviceContext& device, std::span<const DevicePoint> centres, int radius) {
+    std::vector<DevicePoint> ends;
+    std::vector<std::int32_t> steps;
+    ends.reserve(4 * centres.size());
+    steps.reserve(4 * centres.size());
+    for (const DeviceRect& box : boxesAt(centres, radius)) {
+        const auto [x, y] = centres[ends.size() / 4];
+        const auto first = std::int32_t(ends.size());
+        ends.insert(ends.end(), {{x, box.Top}, {x, box.Bottom}, {box.Left, y}, {box.Right, y}});
+        steps.insert(steps.end(), {~first, first + 1, ~(first + 2), first + 3});
+    }
+    device.Lines(ends, steps);
+}
+
+/// A dot of the style at each of the points. Positions come from reals: one at the end of the range stays there.
+void DrawDotAt(DeviceContext& device, std::span<const DevicePoint> centres, int style, int radius) {
+    switch (style) {
+    case DotStyle::Circle:
+        return device.Ellipses(boxesAt(centres, radius));
+    case DotStyle::Square:
+        return device.Rectangles(boxesAt(centres, radius));
+    case DotStyle::Triangle:
+        return drawTriangles(device, centres, radius);
+    case DotStyle::Cross:
+        return drawCrosses(device, centres, radius);
+    default:
+        return;
+    }
+}
+
+/// Dots in the pen and the brush that `look` asks for; of its points and its line nothing is taken.
+void drawDots(DeviceContext& device, std::span<const DevicePoint> centres, const PlotSeries& look, int radius) {
+    if (look.DataDotStyle == DotStyle::None)
+        return;
+    const Pen oldPen = mdTips::SelectSolidPen(device, look.DataDotColor, 1, PenStyle::Solid);
+    std::optional<Brush> oldBrush;
+    if (look.DataDotFillStyle != -1)
+        oldBrush = mdTips::SelectBrush(device, look.DataDotFillColor, look.DataDotFillStyle);
+    DrawDotAt(device, centres, look.DataDotStyle, radius);
+    if (oldBrush)
+        mdTips::RestoreObject(device, *oldBrush);
+    mdTips::RestoreObject(device, oldPen);
+}
+
+} // namespace
+
+void clsPlot::DrawSeries(DeviceContext& device) const {
+    std::vector<DevicePoint> points;
+    for (const PlotSeries& series : seriesList) {
+        if (series.DataLegendHidden || series.BaseValues.empty())
+            continue;
+        const std::vector<double>& across = Orientation == 0 ? series.BaseValues : series.PlotValues;
+        const std::vector<double>& up = Orientation == 0 ? series.PlotValues : series.BaseValues;
+        points.resize(across.size());
+        for (std::size_t i = 0; i < points.size(); ++i)
+            points[i] = {mapping.Across(across[i]), mapping.Up(up[i])};
+        const Pen old = device.SelectPen({.Style = series.DataLineStyle,
+                                          .Width = series.DataLineWidth,
+                                          .Color = series.DataLineColor,
+                                          .Geometric = true,
+                                          .BevelJoin = true});
+        device.Polyline(points);
+        mdTips::RestoreObject(device, old);
+        drawDots(device, points, series, DotSize);
+    }
+}
+
+void clsPlot::DrawPickupLines(DeviceContext& device) const {
+    const auto drawLine = [&](const PickupLine& line, bool vertical) {
+        if (vertical)
+            drawVerticalLine(device, line);
+        else
+            drawHorizontalLine(device, line);
+    };
+    constexpr int ofBase = 0, ofPlot = 1, ofBoth = 2;
+    for (const PickupLine& line : pickupLines) {
+        const int type = line.PickupLineType;
+        const Pen old =
+            mdTips::SelectSolidPen(device, line.PickupLineColor, line.PickupLineWidth, line.PickupLineStyle);
+        // An orientation that is neither 0 nor 1 gets horizontal lines for either axis, here alone.
+        if (type == ofBase || type == ofBoth)
+            drawLine(line, Orientation == 0);
+        if (type == ofPlot || type == ofBoth)
+            drawLine(line, Orientation == 1);
+        mdTips::RestoreObject(device, old);
+    }
+}
+
 Font clsPlot::selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const {
     if (font)
         return mdTips::SelectFontFor(device, hSimulatedDC ? *hSimulatedDC : device, *font, turn);
@@ -13,5 +122,22 @@ Font clsPlot::selectPlotFont(DeviceContext& device, const FontReference& font, i
     device.SelectFont(current);
     return current;
 }
-void clsPlot::SpecialPlot_Dot(DeviceContext&, int, Colour, Colour, int, int, int, int, int) const {}
-void clsPlot::SpecialPlot_Line(DeviceContext&, int, Colour, int, int, int, int, int) const {}
+
+void clsPlot::SpecialPlot_Dot(DeviceContext& device, int dotStyle, Colour colour, Colour fillColour, int fillStyle, int,
+                              int x, int y, int radius) const {
+    PlotSeries look;
+    look.DataDotStyle = dotStyle;
+    look.DataDotColor = colour;
+    look.DataDotFillColor = fillColour;
+    look.DataDotFillStyle = fillStyle;
+    const DevicePoint centre{x, y};
+    drawDots(device, {&centre, 1}, look, radius < 1 ? DotSize : radius);
+}
+
+void clsPlot::SpecialPlot_Line(DeviceContext& device, int style, Colour colour, int width, int x1, int y1, int x2,
+                               int y2) const {
+    const Pen old = mdTips::SelectGeometricPen(device, style, width, colour);
+    device.MoveTo({x1, y1});
+    device.LineTo({x2, y2});
+    mdTips::RestoreObject(device, old);
+}

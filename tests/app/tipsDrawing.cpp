@@ -1,4 +1,5 @@
 #include "app/mdTipsDrawing.h"
+#include "platform/RasterDevice.h"
 #include "platform/TraceDevice.h"
 
 #include <algorithm>
@@ -65,4 +66,18 @@ TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
         anchor = anchor == 10 ? -1 : anchor + 1;
     }
     EXPECT_EQ(device.Trace(), expected);
+}
+
+TEST(TipsDrawing, EdgesAreLitFromTheLeftTop) {
+    for (const bool raised : {true, false}) {
+        QImage picture(7, 6, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        RasterDevice device(picture, 96);
+        DrawEdge(device, {1, 1, 6, 6}, raised);
+        QList<int> tones; // down the diagonal, then to the right and the bottom of the middle
+        for (const QPoint at : {QPoint(0, 0), {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {5, 1}, {1, 5}, {4, 3}, {3, 1}})
+            tones += qBlue(picture.pixel(at));
+        EXPECT_EQ(tones, raised ? (QList<int>{0, 0xe3, 0xff, 0, 0xa0, 0x69, 0x69, 0x69, 0xa0, 0xe3})
+                                : (QList<int>{0, 0xa0, 0x69, 0, 0xe3, 0xff, 0xff, 0xff, 0xe3, 0xa0}));
+    }
 }
