@@ -7,7 +7,9 @@
 #include "view/clsMouse.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
+#include <thread>
 
 namespace mdGraph {
 
@@ -27,22 +29,31 @@ Graph startOf(int type, const ResultModel& model, const SelectionSnapshot& selec
 
 using StepValues = std::vector<std::optional<float>>;
 
-/// Hands the values of the selected objects in each step to `take`, in the order of the steps. Some steps are read at a
-/// time, so that the cores share them and a file on a slow disk is asked for more than one thing.
+/// Hands the values of the selected objects in each step to `take`, in the order of the steps. As many steps are read
+/// at a time as memory is well spent on, so that the cores share them and a slow disk is asked for more than one thing.
 bool walkSteps(const ResultModel& model, const DifferenceSettings& difference, const SelectionSnapshot& selection,
                const LoadProgress& progress, const std::function<void(std::int32_t, const StepValues&)>& take) {
     const StepSampler sampler(model, model.CurrentItem, selection.Index,
                               difference.ApplyContour ? difference.StandardStep : -1);
-    constexpr std::int32_t mostSteps = 64, mostValues = 1 << 20;
-    const std::int32_t stepsAtOnce = std::clamp(mostValues / selection.Count(), 1, mostSteps);
+    constexpr std::int32_t mostValues = 1 << 20;
+    const std::int32_t stepsAtOnce = std::max(mostValues / selection.Count(), 1);
     std::vector<StepValues> values;
     for (std::int32_t first = 0; first < model.StepCount; first += stepsAtOnce) {
         if (progress && !progress(first, model.StepCount))
             return false;
-        const std::int32_t count = std::min(stepsAtOnce, model.StepCount - first);
-        values.resize(std::size_t(count));
-        parallelFor(count, [&](int i) { values[std::size_t(i)] = sampler.Read(first + i); });
-        for (std::int32_t i = 0; i < count; ++i)
+        values.resize(std::size_t(std::min(stepsAtOnce, model.StepCount - first)));
+        const auto caller = std::this_thread::get_id();
+        std::atomic<bool> stopped = false;
+        parallelFor(int(values.size()), [&](int i) {
+            // Only on the caller's thread may its procedure be called, and steps may take long.
+            if (progress && std::this_thread::get_id() == caller && !progress(first + i, model.StepCount))
+                stopped = true;
+            if (!stopped)
+                values[std::size_t(i)] = sampler.Read(first + i);
+        });
+        if (stopped)
+            return false;
+        for (std::int32_t i = 0; i < std::int32_t(values.size()); ++i)
             take(first + i, values[std::size_t(i)]);
     }
     return true;

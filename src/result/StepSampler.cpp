@@ -6,13 +6,6 @@
 
 using namespace mdVelorinResultModel;
 
-namespace {
-
-/// Below this distance between two values, reading what lies between costs less than another read.
-constexpr std::int32_t nearPositions = 256;
-
-} // namespace
-
 StepSampler::StepSampler(const ResultModel& model, std::int32_t itemIndex, std::span<const std::int32_t> atPlaces,
                          std::int32_t referenceStep)
     : file(model.FileHandle), steps(model.Steps), item(itemIndex), nodeCount(model.Mesh.NodeCount),
@@ -24,10 +17,8 @@ StepSampler::StepSampler(const ResultModel& model, std::int32_t itemIndex, std::
     const std::int32_t end = elementType < 0 ? std::numeric_limits<std::int32_t>::max() : elementCount;
     for (std::size_t i = 0; i < placeCount; ++i)
         if (atPlaces[i] >= 0 && atPlaces[i] < end)
-            places.entries.push_back(i);
-    std::ranges::stable_sort(places.entries, {}, [&](std::size_t entry) { return atPlaces[entry]; });
-    for (const std::size_t entry : places.entries)
-        places.positions.push_back(atPlaces[entry]);
+            places.push_back({atPlaces[i], std::int32_t(i)});
+    std::ranges::sort(places, {}, &Place::position);
 
     if (referenceStep >= steps.size()) {
         referenceCount = nodeCount;
@@ -38,35 +29,20 @@ StepSampler::StepSampler(const ResultModel& model, std::int32_t itemIndex, std::
     }
 }
 
-std::vector<std::optional<float>> StepSampler::Read(std::int32_t step) const {
-    std::vector<std::optional<float>> result(placeCount);
-    if (step < 0 || step >= steps.size() || places.positions.empty())
+StepSampler::Sampled StepSampler::Read(std::int32_t step) const {
+    Sampled result(placeCount);
+    if (step < 0 || step >= steps.size() || places.empty())
         return result;
     const Located found = locate(step);
     const std::int32_t valueCount = std::min(found.valueCount, referenceCount);
-
-    std::span<const std::int32_t> positions = places.positions;
-    std::span<const std::size_t> entries = places.entries;
-    Wanted packed;
     if (elementType < 0) {
-        const auto beyond = std::ranges::lower_bound(positions, valueCount);
-        positions = {positions.begin(), beyond};
+        const auto beyond = std::ranges::lower_bound(places, valueCount, {}, &Place::position);
+        readAt({places.begin(), beyond}, found.valuesOffset, result);
     } else {
-        for (const std::size_t entry : entries)
-            result[entry] = 0.0f;
-        packed = amongPacked(found.typesOffset, valueCount);
-        positions = packed.positions;
-        entries = packed.entries;
+        for (const Place& place : places)
+            result[std::size_t(place.entry)] = 0.0f;
+        readOnElements(found, valueCount, result);
     }
-
-    std::vector<float> values = valuesAt(found.valuesOffset, positions);
-    if (referenceOffset) {
-        const std::vector<float> reference = valuesAt(*referenceOffset, positions);
-        for (std::size_t i = 0; i < values.size(); ++i)
-            values[i] -= reference[i];
-    }
-    for (std::size_t i = 0; i < values.size(); ++i)
-        result[entries[i]] = values[i];
     return result;
 }
 
@@ -84,48 +60,58 @@ StepSampler::Located StepSampler::locate(std::int32_t step) const {
     return {typesOffset, block.FileOffset, block.Count};
 }
 
-/// Where the places' values stand among those of the step's elements of the type; leaves out the places of other
-/// elements and those whose values would come behind `valueCount`.
-StepSampler::Wanted StepSampler::amongPacked(qint64 typesOffset, std::int32_t valueCount) const {
-    constexpr qint64 mostTypes = 16384;
-    Wanted packed;
-    const qint64 end = qint64(places.positions.back()) + 1;
-    std::vector<std::int32_t> types(std::size_t(std::min(mostTypes, end)));
-    std::int32_t rank = 0;
-    std::size_t place = 0;
-    for (qint64 first = 0; first < end && rank < valueCount; first += mostTypes) {
-        const qint64 count = std::min(mostTypes, end - first);
-        constexpr qint64 typeBytes = sizeof(std::int32_t);
-        const qint64 got = file.ReadAt(typesOffset + first * typeBytes, types.data(), count * typeBytes) / typeBytes;
-        std::fill(types.begin() + got, types.end(), -1);
-        auto counted = types.cbegin();
-        for (; place < places.positions.size() && places.positions[place] < first + count; ++place) {
-            const auto own = types.cbegin() + (places.positions[place] - first);
-            rank += std::int32_t(std::count(counted, own, elementType));
-            counted = own;
-            if (*own == elementType && rank < valueCount) {
-                packed.positions.push_back(rank);
-                packed.entries.push_back(places.entries[place]);
-            }
+/// Near values are read together. All positions lie within the block.
+void StepSampler::readAt(std::span<const Place> wanted, qint64 valuesOffset, Sampled& result) const {
+    // Up to this distance, reading what lies between two values costs less than another read.
+    constexpr std::int32_t near = 256;
+    // So many stay in the processor's cache until they are handed on.
+    constexpr std::int32_t mostAtOnce = 8192;
+    std::vector<float> values, reference;
+    for (auto first = wanted.begin(), end = first; first != wanted.end(); first = end) {
+        const std::int32_t start = first->position;
+        std::int32_t last = start;
+        for (; end != wanted.end() && end->position - last <= near && end->position - start < mostAtOnce; ++end)
+            last = end->position;
+        const qint64 offset = qint64(start) * qint64(sizeof(double));
+        values.resize(std::size_t(last - start + 1));
+        readValues(file, valuesOffset + offset, values);
+        if (referenceOffset) {
+            reference.resize(values.size());
+            readValues(file, *referenceOffset + offset, reference);
+            std::ranges::transform(values, reference, values.begin(), std::minus());
         }
-        rank += std::int32_t(std::count(counted, types.cbegin() + count, elementType));
+        for (auto place = first; place != end; ++place)
+            result[std::size_t(place->entry)].emplace(values[std::size_t(place->position - start)]);
     }
-    return packed;
 }
 
-/// The values of a block at ascending positions, near ones read together.
-std::vector<float> StepSampler::valuesAt(qint64 valuesOffset, std::span<const std::int32_t> positions) const {
-    std::vector<float> values(positions.size());
-    std::vector<float> group;
-    for (std::size_t first = 0, end; first < positions.size(); first = end) {
-        for (end = first + 1; end < positions.size(); ++end)
-            if (positions[end] - positions[end - 1] > nearPositions ||
-                positions[end] - positions[first] >= valuesPerPiece)
-                break;
-        group.resize(std::size_t(positions[end - 1] - positions[first] + 1));
-        readValues(file, valuesOffset + qint64(positions[first]) * qint64(sizeof(double)), group);
-        for (std::size_t i = first; i < end; ++i)
-            values[i] = group[std::size_t(positions[i] - positions[first])];
+/// Fills in the entries of the elements of the type. Their values stand in the order of these elements, so the types of
+/// all elements before them have to be known.
+void StepSampler::readOnElements(const Located& found, std::int32_t valueCount, Sampled& result) const {
+    constexpr qint64 mostTypes = 16384, typeBytes = sizeof(std::int32_t);
+    const qint64 elementsEnd = qint64(places.back().position) + 1;
+    std::vector<std::int32_t> types(std::size_t(std::min(mostTypes, elementsEnd)));
+    Places packed;
+    std::int32_t rank = 0;
+    auto place = places.begin();
+    for (qint64 first = 0; first < elementsEnd && rank < valueCount; first += mostTypes) {
+        const qint64 count = std::min(mostTypes, elementsEnd - first);
+        const qint64 got = file.ReadAt(found.typesOffset + first * typeBytes, types.data(), count * typeBytes);
+        std::fill(types.begin() + got / typeBytes, types.end(), -1);
+        packed.clear();
+        qint64 counted = 0;
+        const auto countTo = [&](qint64 end) {
+            std::int32_t ofType = 0;
+            for (; counted < end; ++counted)
+                ofType += types[std::size_t(counted)] == elementType;
+            rank += ofType;
+        };
+        for (; place != places.end() && place->position < first + count; ++place) {
+            countTo(place->position - first);
+            if (types[std::size_t(counted)] == elementType && rank < valueCount)
+                packed.push_back({rank, place->entry});
+        }
+        countTo(count);
+        readAt(packed, found.valuesOffset, result);
     }
-    return values;
 }

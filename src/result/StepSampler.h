@@ -26,21 +26,23 @@ public:
     std::vector<std::optional<float>> Read(std::int32_t step) const;
 
 private:
-    /// What is asked for, in ascending order: the position in the mesh or in a block, and the entry that it goes to.
-    struct Wanted {
-        std::vector<std::int32_t> positions;
-        std::vector<std::size_t> entries;
+    /// A value that is wanted: its position in the mesh or in a block, and the entry that it goes to.
+    struct Place {
+        std::int32_t position;
+        std::int32_t entry;
     };
+    using Places = std::vector<Place>; ///< by ascending position
     /// Where a step has its types and the values of the item.
     struct Located {
         qint64 typesOffset = 0;
         qint64 valuesOffset = 0;
         std::int32_t valueCount = 0;
     };
+    using Sampled = std::vector<std::optional<float>>;
 
     Located locate(std::int32_t step) const;
-    Wanted amongPacked(qint64 typesOffset, std::int32_t valueCount) const;
-    std::vector<float> valuesAt(qint64 valuesOffset, std::span<const std::int32_t> positions) const;
+    void readAt(std::span<const Place> wanted, qint64 valuesOffset, Sampled& result) const;
+    void readOnElements(const Located& found, std::int32_t valueCount, Sampled& result) const;
 
     ReadHandle file;
     QList<StepInfo> steps;
@@ -48,7 +50,7 @@ private:
     std::int32_t elementType = -1;
     std::int32_t nodeCount, elementCount;
     std::size_t placeCount;
-    Wanted places; ///< those that can have a value
+    Places places; ///< those that can have a value
     // Of the reference step. Values of a step that isn't there need not be subtracted, but still bound the number.
     std::int32_t referenceCount = std::numeric_limits<std::int32_t>::max();
     std::optional<qint64> referenceOffset;
