@@ -58,17 +58,20 @@ VrfBuilder::Step stepOf(const VrfBuilder& mesh, int columns, int rows, int step)
     return result;
 }
 
-bool write(const QString& path, int elements, int steps) {
+bool write(const QString& path, int elements, int steps, int firstItem) {
     const int columns = ColumnsOf(elements);
     const int rows = elements / columns;
-    const VrfBuilder mesh = meshOf(columns, rows);
+    VrfBuilder mesh = meshOf(columns, rows);
+    mesh.items.erase(mesh.items.begin(), mesh.items.begin() + firstItem);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     file.write(mesh.Bytes());
     for (int step = 0; step < steps; ++step) {
+        VrfBuilder::Step values = stepOf(mesh, columns, rows, step);
+        values.values.erase(values.values.begin(), values.values.begin() + firstItem);
         QByteArray bytes;
-        VrfBuilder::appendStep(bytes, stepOf(mesh, columns, rows, step));
+        VrfBuilder::appendStep(bytes, values);
         file.write(bytes);
     }
     return file.commit();
@@ -83,10 +86,10 @@ int ColumnsOf(int elements) {
     return columns;
 }
 
-QString File(int elements, int steps) {
+QString File(int elements, int steps, int firstItem) {
     const QString folder = QStringLiteral(VELORIN_BENCH_FOLDER);
-    const QString path = u"%1/quads-%2-%3.vrf"_qs.arg(folder).arg(elements).arg(steps);
-    if (!QFile::exists(path) && !(QDir().mkpath(folder) && write(path, elements, steps)))
+    const QString path = u"%1/quads-%2-%3-%4.vrf"_qs.arg(folder).arg(elements).arg(steps).arg(firstItem);
+    if (!QFile::exists(path) && !(QDir().mkpath(folder) && write(path, elements, steps, firstItem)))
         qFatal("%s cannot be written", qPrintable(path));
     return path;
 }

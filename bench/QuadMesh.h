@@ -10,8 +10,9 @@ namespace QuadMesh {
 
 inline constexpr int ItemCount = 4;
 
-/// Path of a file of `elements` quadrilaterals (a number with a whole number of rows of `ColumnsOf`) in `steps` steps.
-QString File(int elements, int steps);
+/// Path of a file of `elements` quadrilaterals (a number with a whole number of rows of `ColumnsOf`) in `steps` steps,
+/// with the items from `firstItem` on: a file of 2 GB or more could not be opened.
+QString File(int elements, int steps, int firstItem = 0);
 
 /// About the square root, so that the mesh fits a picture in both directions.
 int ColumnsOf(int elements);

@@ -1,18 +1,11 @@
-// Opening a file, loading a step and finding neighbours, each beside a plain read of the bytes that it concerns: in
-// pieces of 1 MB into one buffer.
+// Opening a file, loading a step and finding neighbours, each beside a plain read of the bytes that it concerns.
+#include "PlainRead.h"
 #include "QuadMesh.h"
 #include "Table.h"
 
 #include "result/mdVelorinResultModel.h"
 
 namespace {
-
-void readPlainly(const ReadHandle& file, qint64 from, qint64 to) {
-    static std::vector<char> buffer(1 << 20);
-    for (qint64 position = from; position < to; position += qint64(buffer.size()))
-        file.ReadAt(position, buffer.data(), std::min(to - position, qint64(buffer.size())));
-    benchmark::DoNotOptimize(buffer.data());
-}
 
 void open(const QString& path) {
     ResultModel model;

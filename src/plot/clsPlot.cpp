@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Beyond this many series `DataAdd` does not go along with a number that it is given.
+/// `DataAdd` makes no more series than this for a number that it is given.
 constexpr int mostSeries = 1'000'000;
 
 FontReference gothic(double points, bool bold = false) {
@@ -77,7 +77,7 @@ void clsPlot::DataLegendRemove(int number) {
 }
 
 int clsPlot::DataAdd(int number, float base, float plot) {
-    if (number < 1 || number > mostSeries)
+    if (number < 1 || number > std::max(mostSeries, DataLegendCount()))
         return -1;
     if (number > DataLegendCount())
         seriesList.resize(std::size_t(number));

@@ -37,7 +37,8 @@ namespace mdGraph {
 
 // Both take the item `CurrentItem` of the model and the steps of its file; the model stays as it is. With
 // `ApplyContour` and a reference step the values are the differences to that step. Values that a step does not have
-// make no points. `progress` counts steps; when it says no, the build ends with false and `graph` is as it was.
+// make no points. Of `graph` the plot's styles stay and all else is new; with nothing picked it is `Invalid` and has no
+// series. `progress` counts steps; when it says no, the build ends with false and `graph` is as it was.
 
 /// One series for each picked object, its value over the steps' times.
 bool BuildHistory(const ResultModel& model, const DifferenceSettings& difference, const SelectionSnapshot& selection,

@@ -4,6 +4,7 @@
 
 #include "result/ResultModel.h"
 
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -11,13 +12,46 @@
 /// reference, give at the same indexes. Holds a share of the model's file, so the model may change or go meanwhile.
 class StepSampler {
 public:
-    /// `places` are indexes of nodes for an item per node and of elements for any other, in any order. `referenceStep`
-    /// below 0 means the values themselves; otherwise what they are more than in that step, whose values count as 0
-    /// when there is no such step. An item that isn't there has no values.
+    /// `places` are indexes of nodes for an item per node and of elements for any other, in any order, and may repeat.
+    /// `referenceStep` below 0 means the values themselves; otherwise what they are more than in that step, whose
+    /// values count as 0 when there is no such step. An item that isn't there has no values.
     StepSampler(const ResultModel& model, std::int32_t item, std::span<const std::int32_t> places,
                 std::int32_t referenceStep);
 
     /// One entry per place: nothing where the step has no value for it. `step` that isn't there, or a closed file: no
     /// values. May be called from several threads at once.
+    ///
+    /// An item per node costs a short read for the step's head, for each item up to the wanted one and for each group
+    /// of near places. An item per element costs the element types up to the last place besides.
     std::vector<std::optional<float>> Read(std::int32_t step) const;
+
+private:
+    /// A value that is wanted: its position in the mesh or in a block, and the entry that it goes to.
+    struct Place {
+        std::int32_t position;
+        std::int32_t entry;
+    };
+    using Places = std::vector<Place>; ///< by ascending position
+    /// Where a step has its types and the values of the item.
+    struct Located {
+        qint64 typesOffset = 0;
+        qint64 valuesOffset = 0;
+        std::int32_t valueCount = 0;
+    };
+    using Sampled = std::vector<std::optional<float>>;
+
+    Located locate(std::int32_t step) const;
+    void readAt(std::span<const Place> wanted, qint64 valuesOffset, Sampled& result) const;
+    void readOnElements(const Located& found, std::int32_t valueCount, Sampled& result) const;
+
+    ReadHandle file;
+    QList<StepInfo> steps;
+    std::int32_t item;
+    std::int32_t elementType = -1;
+    std::int32_t nodeCount, elementCount;
+    std::size_t placeCount;
+    Places places; ///< those that can have a value
+    // Of the reference step. Values of a step that isn't there need not be subtracted, but still bound the number.
+    std::int32_t referenceCount = std::numeric_limits<std::int32_t>::max();
+    std::optional<qint64> referenceOffset;
 };

@@ -2,14 +2,13 @@
 #include "result/ValueBounds.h"
 #include "result/elementValues.h"
 #include "result/mdVelorinResultModel.h"
+#include "result/stepLayout.h"
 
 #include "platform/Parallel.h"
 
 namespace mdVelorinResultModel {
 
 namespace {
-
-constexpr qint64 valuesPerPiece = 32768;
 
 /// A stretch of one item's block: read, narrowed and bounded on its own, so that the cores can share a step out.
 struct Piece {
@@ -21,14 +20,7 @@ struct Piece {
 };
 
 void readPiece(const ReadHandle& file, Piece& piece, float* target) {
-    thread_local std::vector<double> wide;
-    wide.resize(std::size_t(valuesPerPiece));
-    const qint64 bytes = piece.valueCount * qint64(sizeof(double));
-    const qint64 got = file.ReadAt(piece.fileOffset, wide.data(), bytes) / qint64(sizeof(double));
-    // What the file no longer has counts as 0.
-    std::fill(wide.begin() + got, wide.begin() + piece.valueCount, 0.0);
-    for (qint64 i = 0; i < piece.valueCount; ++i)
-        target[i] = float(wide[std::size_t(i)]);
+    readValues(file, piece.fileOffset, {target, std::size_t(piece.valueCount)});
     piece.bounds = ValueBounds::Of({target, std::size_t(piece.valueCount)});
 }
 
@@ -39,30 +31,27 @@ float* writableValues(QList<float>& values, qsizetype count) {
     return values.data();
 }
 
-/// Finds where each item's block stands, sizes its values and cuts it into pieces. A count that neither the mesh nor
-/// the rest of the file explains counts as none.
+/// Finds where each item's block stands, sizes its values and cuts it into pieces.
 std::vector<Piece> layOutItems(SequentialReader& reader, ResultModel& model) {
     std::vector<Piece> pieces;
     const qint64 mostInMesh = std::max(model.Mesh.NodeCount, model.Mesh.ElementCount);
     model.ItemData.resize(model.ItemCount);
     for (std::int32_t i = 0; i < model.ItemCount; ++i) {
         ItemValues& item = model.ItemData[i];
-        std::int32_t count = 0;
-        reader.ReadInt32(count);
-        item.Count = count > mostInMesh && count > reader.Remaining() / qint64(sizeof(double)) ? 0 : count;
+        const ItemBlock block = nextItemBlock(reader, mostInMesh);
+        item.Count = block.Count;
         item.MaxValue = item.MinValue = 0;
-        if (item.Count < 1) {
+        if (block.Count < 1) {
             item.Values = {};
-        } else {
-            writableValues(item.Values, count);
-            for (qint64 first = 0; first < count; first += valuesPerPiece)
-                pieces.push_back({i,
-                                  reader.Position() + first * qint64(sizeof(double)),
-                                  first,
-                                  std::min(valuesPerPiece, count - first),
-                                  {}});
+            continue;
         }
-        reader.Skip(std::max<qint64>(count, 0) * qint64(sizeof(double)));
+        writableValues(item.Values, block.Count);
+        for (qint64 first = 0; first < block.Count; first += valuesPerPiece)
+            pieces.push_back({i,
+                              block.FileOffset + first * qint64(sizeof(double)),
+                              first,
+                              std::min(valuesPerPiece, block.Count - first),
+                              {}});
     }
     return pieces;
 }
@@ -124,10 +113,7 @@ bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
         return false;
     }
     SequentialReader reader(model.FileHandle, model.Steps.at(step).FileOffset, 4096);
-    std::int32_t nameLength = 0;
-    reader.Skip(sizeof(double));
-    reader.ReadInt32(nameLength);
-    reader.Skip(nameLength);
+    skipStepHead(reader);
     readElementTypes(reader, model.Mesh);
     findActiveNodes(model.Mesh);
     readItems(layOutItems(reader, model), model);

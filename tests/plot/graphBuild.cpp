@@ -1,0 +1,135 @@
+#include "plot/mdGraph.h"
+#include "result/VrfBuilder.h"
+#include "view/clsMouse.h"
+
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+
+using namespace mdGraph;
+
+namespace {
+
+/// The series' label and its points.
+QString seriesText(const clsPlot& plot, int series) {
+    QString text = plot.DataLabel(series);
+    for (int point = 1; point <= plot.DataCount(series); ++point)
+        text += u" %1,%2"_qs.arg(plot.DataBase(series, point)).arg(plot.DataPlot(series, point));
+    return text;
+}
+
+QStringList allSeries(const Graph& graph) {
+    QStringList texts;
+    for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
+        texts += seriesText(graph.Plot, series);
+    return texts;
+}
+
+class GraphBuildTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(twoSquares().Bytes()), model));
+        model.CurrentItem = 0;
+        graph.Plot.GraphTitle = QStringLiteral("kept");
+        graph.Plot.DataAdd(3, 0, 0);
+    }
+
+    TestFolder folder;
+    ResultModel model;
+    Graph graph;
+    const DifferenceSettings plain{.StandardStep = 0}, toFirst{.StandardStep = 0, .ApplyContour = true};
+};
+
+TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
+    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {5, 0, 9}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"節点 : 6 0,6 1.25,12"_qs, u"節点 : 1 0,1 1.25,2"_qs, u"節点 : 10"_qs}));
+    EXPECT_EQ(graph.Caption, u"変位 時系列図");
+    EXPECT_EQ(graph.ItemName, u"変位");
+    EXPECT_EQ(graph.Plot.Orientation, 0);
+    EXPECT_EQ(graph.Plot.GraphTitle, u"kept");
+    EXPECT_EQ(graph.Selection.Index, (std::vector<std::int32_t>{5, 0, 9}));
+    EXPECT_EQ(model.CurrentStep, -1) << "the model stays as it is";
+
+    model.CurrentItem = 1;
+    ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1, 0}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"要素 : 2 0,0 1.25,0"_qs, u"要素 : 1 0,0 1.25,0"_qs}));
+    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1, 2}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"節点 : 2 0,10 1.25,0"_qs, u"節点 : 3"_qs})) << "by plain index";
+    model.CurrentItem = 2;
+    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList{u"節点 : 2"_qs});
+    EXPECT_EQ(graph.Caption, u" 時系列図") << "there is no such item";
+}
+
+TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {
+    ASSERT_TRUE(BuildDistribution(model, plain, {PickedKind::Nodes, {2, 0, 1}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 0,1 1,2 2,3"_qs, u"ステップ : 2 0,2 1,4 2,6"_qs}));
+    EXPECT_EQ(graph.Caption, u"変位 分布図");
+    EXPECT_EQ(graph.Plot.Orientation, 0);
+    EXPECT_EQ(graph.RunAxis, 1);
+    EXPECT_EQ(graph.Selection.Index, (std::vector<std::int32_t>{0, 1, 2}));
+
+    ASSERT_TRUE(BuildDistribution(model, toFirst, {PickedKind::Nodes, {1, 4, -7}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 1,0 0,0"_qs, u"ステップ : 2 1,5 0,2"_qs}));
+    EXPECT_EQ(graph.Plot.Orientation, 1) << "the extents are equal";
+    EXPECT_EQ(graph.RunAxis, 2);
+    ASSERT_TRUE(
+        BuildDistribution(model, {.StandardStep = -1, .ApplyContour = true}, {PickedKind::Elements, {1, 0}}, graph));
+    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 0.5,1 1.5,2"_qs, u"ステップ : 2 0.5,2 1.5,4"_qs}));
+}
+
+TEST_F(GraphBuildTest, NothingPickedAndNoForAnAnswer) {
+    qint64 asked = 0;
+    const auto no = [&](qint64 done, qint64 total) {
+        asked += total * 10 + done;
+        return false;
+    };
+    EXPECT_FALSE(BuildHistory(model, plain, {PickedKind::Nodes, {0}}, graph, no));
+    EXPECT_FALSE(BuildDistribution(model, plain, {PickedKind::Nodes, {0}}, graph, no));
+    EXPECT_EQ(asked, 2 * 20);
+    EXPECT_EQ(graph.Plot.DataCount(3), 1) << "as it was";
+    EXPECT_EQ(graph.Caption, u"グラフウィンドウ");
+    EXPECT_TRUE(BuildDistribution(model, plain, {}, graph));
+    EXPECT_TRUE(graph.Invalid);
+    EXPECT_EQ(graph.Plot.DataLegendCount(), 0);
+}
+
+/// The stated sort, with all its comparisons.
+std::vector<std::int32_t> sortedBySelection(std::vector<float> keys, bool ascending) {
+    std::vector<std::int32_t> objects(keys.size());
+    std::iota(objects.begin(), objects.end(), 0);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        std::size_t found = i;
+        for (std::size_t k = i + 1; k < keys.size(); ++k)
+            if (ascending ? keys[k] < keys[found] : keys[k] > keys[found])
+                found = k;
+        std::swap(keys[i], keys[found]);
+        std::swap(objects[i], objects[found]);
+    }
+    return objects;
+}
+
+TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
+    std::mt19937 random(5);
+    const auto number = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
+    for (int round = 0; round < 2000; ++round) {
+        MeshData mesh;
+        SelectionSnapshot selection{PickedKind::Elements, {}};
+        const bool across = round % 2;
+        const int differing = number(20), count = number(40);
+        for (std::int32_t i = 0; i < count; ++i) {
+            const bool isNaN = round % 5 == 0 && number(5) == 0;
+            const float far = isNaN ? NAN : float(number(differing)) - 10, near = 0.001f * float(number(3));
+            mesh.Elements.CentreX.append(across ? far : near);
+            mesh.Elements.CentreY.append(across ? near : far);
+            selection.Index.push_back(i);
+        }
+        const AxisOrder order = OrderAlongAxis(mesh, selection);
+        const QList<float>& along = order.RunAxis == 1 ? mesh.Elements.CentreX : mesh.Elements.CentreY;
+        ASSERT_EQ(selection.Index, sortedBySelection({along.begin(), along.end()}, order.RunAxis == 1));
+        for (std::size_t i = 0; i < selection.Index.size(); ++i)
+            ASSERT_EQ(std::memcmp(&order.Positions[i], &along.at(selection.Index[i]), sizeof(float)), 0);
+    }
+}
+
+} // namespace
