@@ -53,8 +53,21 @@ std::optional<int> Options::Integer(const QString& name, int lowest, int highest
     return number;
 }
 
+bool Options::IsFirst(const QString& name, const QString& first, const QString& second, bool fallback) const {
+    if (!parser.isSet(name))
+        return fallback;
+    const QString word = parser.value(name).toLower();
+    if (word != first && word != second)
+        throw Stop{WrongUsage, u"--%1 wants %2 or %3, not \"%4\""_qs.arg(name, first, second, word)};
+    return word == first;
+}
+
 void RefuseInput(const QString& path, const QString& reason) {
     throw Stop{UnusableInput, path + u": "_qs + reason};
+}
+
+void RefuseNumber(const QString& path, const QString& kind, std::int64_t number, std::int32_t count) {
+    RefuseInput(path, u"無効なパラメータです。 (no %1 %2 among %3)"_qs.arg(kind).arg(number).arg(count));
 }
 
 ResultModel OpenFile(const QString& path) {
@@ -82,7 +95,7 @@ void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, s
     if (referenceNumber <= model.StepCount &&
         mdVelorinResultModel::LoadStep(stepNumber - 1, item, model, false, referenceNumber - 1))
         return;
-    RefuseInput(path, u"無効なパラメータです。 (no step %1 among %2)"_qs.arg(wanted).arg(model.StepCount));
+    RefuseNumber(path, u"step"_qs, wanted, model.StepCount);
 }
 
 } // namespace batch

@@ -32,6 +32,9 @@ public:
     QStringList Texts(const QString& name) const { return parser.values(name); }
     /// The option as an integer of `lowest` to `highest`; nothing when it is not given.
     std::optional<int> Integer(const QString& name, int lowest, int highest = std::numeric_limits<int>::max()) const;
+    /// Whether the option is the first of two words rather than the second, in large or small letters; `fallback` when
+    /// it is not given.
+    bool IsFirst(const QString& name, const QString& first, const QString& second, bool fallback) const;
     QString Operand() const { return parser.positionalArguments().constFirst(); }
 
 private:
@@ -45,6 +48,9 @@ private:
 
 /// Opens the result file or stops the command with the path and the program's message.
 ResultModel OpenFile(const QString& path);
+
+/// The same for a number, counted from 1, of a kind of which the file has fewer.
+[[noreturn]] void RefuseNumber(const QString& path, const QString& kind, std::int64_t number, std::int32_t count);
 
 /// An item of the file at `path` by its number counted from 1, or by its name; stops the command when there is none.
 std::int32_t FindItem(const QString& text, const ResultModel& model, const QString& path);

@@ -1,16 +1,8 @@
-#include "batch/commandLine.h"
+#include "BatchTest.h"
 
-#include "result/VrfBuilder.h"
-
-#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QRegularExpression>
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace {
@@ -19,42 +11,16 @@ QJsonArray asJson(const QByteArray& text) {
     return QJsonDocument::fromJson("[" + text + "]").array();
 }
 
-class BatchTest : public testing::Test {
+class ValuesTest : public BatchTest {
 protected:
-    /// Runs a command line of words between blanks, FILE standing for `path`; what it wrote stands in `output` and
-    /// `errors`.
-    int run(const QString& line) {
-        QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-        words.replaceInStrings(QRegularExpression(u"^FILE$"_qs), path);
-        QBuffer outputBuffer(&output), errorBuffer(&errors);
-        output.clear();
-        errors.clear();
-        outputBuffer.open(QIODevice::WriteOnly);
-        errorBuffer.open(QIODevice::WriteOnly);
-        return batch::Run(words, {outputBuffer, errorBuffer});
-    }
-    QJsonObject json(const QString& line) {
-        EXPECT_EQ(run(line), 0) << errors.constData();
-        EXPECT_TRUE(errors.isEmpty() && output.endsWith('\n'));
-        QJsonParseError error;
-        const QJsonDocument document = QJsonDocument::fromJson(output, &error);
-        EXPECT_EQ(error.error, QJsonParseError::NoError) << output.constData();
-        return document.object();
-    }
     QByteArray csv(const QString& options) {
         EXPECT_EQ(run(u"values FILE "_qs + options), 0) << errors.constData();
         return output;
     }
-    void expectUnusable(const QString& line, const QString& file, const char* reason) {
-        EXPECT_EQ(run(line), 1) << line.toStdString();
-        EXPECT_TRUE(errors.startsWith(QByteArray(file.toUtf8() + ": " + reason))) << errors.constData();
-        EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
-        EXPECT_TRUE(errors.endsWith('\n') && output.isEmpty()) << output.constData();
-    }
-    QByteArray fileBytes(const QString& name) const {
-        QFile file(folder.Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+};
+
+class RenderTest : public BatchTest {
+protected:
     /// The trace of a picture of 200 by 100 with nothing on it but lines.
     QByteArray traceOf(const QString& options, const QString& name = u"out.trace"_qs) {
         const QString line = u"render FILE --size 200x100 --set contour/values/automatic=False "
@@ -62,10 +28,6 @@ protected:
         EXPECT_EQ(run(line + folder.Path(name) + u' ' + options), 0) << errors.constData();
         return fileBytes(name);
     }
-
-    TestFolder folder;
-    QString path = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_qs);
-    QByteArray output, errors;
 };
 
 TEST_F(BatchTest, InfoTellsWhatTheFileHolds) {
@@ -104,7 +66,7 @@ TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
     EXPECT_EQ(mesh[u"elements"][0][u"nodes"].toArray(), asJson("1, null, null"));
 }
 
-TEST_F(BatchTest, ValuesOfEveryQuery) {
+TEST_F(ValuesTest, OfEveryQuery) {
     const QString second = u"--step 2 --item 変位 "_qs, difference = second + u"--reference 1 "_qs;
     EXPECT_EQ(csv(second), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
     EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
@@ -115,7 +77,7 @@ TEST_F(BatchTest, ValuesOfEveryQuery) {
     EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_qs), "number,value\n1,0\n2,0\n");
 }
 
-TEST_F(BatchTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
+TEST_F(ValuesTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
     VrfBuilder file = twoSquares();
     const float most = std::numeric_limits<float>::max(), least = std::numeric_limits<float>::denorm_min();
     const std::vector<float> values{0.1f, -1e-7f, 16777216, most, least};
@@ -130,7 +92,7 @@ TEST_F(BatchTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
     EXPECT_TRUE(object[u"values"][5].isNull());
 }
 
-TEST_F(BatchTest, RenderWritesEachFormat) {
+TEST_F(RenderTest, WritesEachFormat) {
     struct {
         QString name;
         QByteArray start;
@@ -144,7 +106,7 @@ TEST_F(BatchTest, RenderWritesEachFormat) {
     EXPECT_TRUE(fileBytes(u"o.pdf"_qs).contains("/MediaBox [0 0 100.000000 50.000000]"));
 }
 
-TEST_F(BatchTest, RenderFollowsItsOptions) {
+TEST_F(RenderTest, FollowsItsOptions) {
     const QByteArray plain = traceOf({});
     // The world is 2.2 by 1.2 with its margin: 83.3 dots a unit, centred.
     EXPECT_TRUE(plain.contains("MoveTo 17 92\nLineTo 100 92\n"));
@@ -157,7 +119,7 @@ TEST_F(BatchTest, RenderFollowsItsOptions) {
     EXPECT_FALSE(fileBytes(u"c0001.trace"_qs).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_qs)));
 }
 
-TEST_F(BatchTest, RenderFollowsThePropertyFileUnlessToldNotTo) {
+TEST_F(RenderTest, FollowsThePropertyFileUnlessToldNotTo) {
     const QByteArray plain = traceOf({});
     folder.Write("<?xml version=\"1.0\"?><VRFPROPERTY><currentstep>1</currentstep><displacement><orgmesh>True</orgmesh>"
                  "</displacement></VRFPROPERTY>",
@@ -209,7 +171,7 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
     }
 }
 
-TEST_F(BatchTest, DamagedNumbersStillMakeAPicture) {
+TEST_F(RenderTest, DamagedNumbersStillMakeAPicture) {
     VrfBuilder file = twoSquares();
     const double infinite = std::numeric_limits<double>::infinity();
     for (const double damaged : {infinite, -1e300, 1e30, std::numeric_limits<double>::quiet_NaN()}) {

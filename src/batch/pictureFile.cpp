@@ -1,0 +1,127 @@
+#include "batch/pictureFile.h"
+
+#include "platform/PainterDevice.h"
+#include "platform/RasterDevice.h"
+#include "platform/TraceDevice.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace batch {
+
+namespace {
+
+constexpr double mmPerInch = 25.4;
+constexpr int mostPixelsAcross = 32767;
+constexpr int mostDotsPerInch = 9600;
+constexpr Colour paper = makeColour(255, 255, 255);
+
+QByteArray pngOf(const PictureFile& file, const Paint& paint) {
+    QImage image(file.Size.Width, file.Size.Height, QImage::Format_RGB32);
+    if (image.isNull())
+        RefuseInput(file.Output, u"the picture is too large for the memory"_qs);
+    image.fill(qRgb(redOf(paper), greenOf(paper), blueOf(paper)));
+    image.setDotsPerMeterX(qRound(file.DotsPerInch * 1000 / mmPerInch));
+    image.setDotsPerMeterY(qRound(file.DotsPerInch * 1000 / mmPerInch));
+    {
+        RasterDevice device(image, file.DotsPerInch);
+        paint(device);
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+QByteArray svgOf(const PictureFile& file, const Paint& paint) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(file.DotsPerInch);
+    generator.setSize({file.Size.Width, file.Size.Height});
+    generator.setViewBox(QRect(0, 0, file.Size.Width, file.Size.Height));
+    generator.setTitle(file.Title);
+    {
+        QPainter painter(&generator);
+        PainterDevice device(painter, file.Size.Width, file.Size.Height, file.DotsPerInch, file.DotsPerInch);
+        paint(device);
+    }
+    return buffer.data();
+}
+
+QByteArray pdfOf(const PictureFile& file, const Paint& paint) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer(&buffer);
+        writer.setResolution(file.DotsPerInch);
+        writer.setPageMargins({0, 0, 0, 0});
+        constexpr double pointsPerInch = 72;
+        writer.setPageSize(QPageSize(QSizeF(file.Size.Width, file.Size.Height) * pointsPerInch / file.DotsPerInch,
+                                     QPageSize::Point, QString(), QPageSize::ExactMatch));
+        writer.setTitle(file.Title);
+        writer.setCreator(u"Velorin"_qs);
+        QPainter painter(&writer);
+        PainterDevice device(painter, file.Size.Width, file.Size.Height, file.DotsPerInch, file.DotsPerInch);
+        paint(device);
+    }
+    return buffer.data();
+}
+
+QByteArray traceOf(const PictureFile& file, const Paint& paint) {
+    TraceDevice device(file.Size.Width, file.Size.Height, file.DotsPerInch);
+    paint(device);
+    return device.Trace();
+}
+
+DeviceSize parseSize(const QString& text) {
+    const QStringList sides = text.toLower().split(u'x');
+    bool wideOk = false, highOk = false;
+    const int wide = sides.value(0).toInt(&wideOk);
+    const int high = sides.value(1).toInt(&highOk);
+    if (sides.size() != 2 || !wideOk || !highOk || wide < 1 || high < 1 || std::max(wide, high) > mostPixelsAcross)
+        throw Stop{WrongUsage, u"--size wants WIDTHxHEIGHT of 1 to %1, not \"%2\""_qs.arg(mostPixelsAcross).arg(text)};
+    return {wide, high};
+}
+
+} // namespace
+
+PictureFormat PictureFormatFor(const QString& output) {
+    const QString ending = QFileInfo(output).suffix().toLower();
+    if (ending == u"png")
+        return pngOf;
+    if (ending == u"svg")
+        return svgOf;
+    if (ending == u"pdf")
+        return pdfOf;
+    return ending == u"trace" ? traceOf : nullptr;
+}
+
+void RefuseEnding(const QString& output, const QString& endings) {
+    throw Stop{WrongUsage, u"-o wants a name that ends in %1, not \"%2\""_qs.arg(endings, output)};
+}
+
+void DeclarePictureOptions(Options& options) {
+    options.Value(u"size"_qs, u"WxH"_qs, u"Size in pixels, 1280x1024 by default."_qs);
+    options.Value(u"dpi"_qs, u"D"_qs, u"Pixels an inch, 96 by default."_qs);
+}
+
+PictureFile PictureFileFrom(const Options& options) {
+    PictureFile file{.Output = options.Text(u"o"_qs), .Title = QFileInfo(options.Operand()).fileName()};
+    file.DotsPerInch = options.Integer(u"dpi"_qs, 1, mostDotsPerInch).value_or(file.DotsPerInch);
+    if (options.IsSet(u"size"_qs))
+        file.Size = parseSize(options.Text(u"size"_qs));
+    return file;
+}
+
+void SaveFile(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        RefuseInput(path, file.errorString());
+}
+
+} // namespace batch
