@@ -62,6 +62,16 @@ constexpr std::uint32_t combinePixels(int rasterMode, std::uint32_t drawn, std::
     }
 }
 
+/// All channels of a pixel times `share` / 255, two at once, rounded as Qt rounds them.
+constexpr std::uint32_t scalePixel(std::uint32_t pixel, unsigned share) {
+    constexpr std::uint32_t pair = 0xff00ff, half = 0x800080;
+    std::uint32_t even = (pixel & pair) * share;
+    even = (even + (even >> 8 & pair) + half) >> 8 & pair;
+    std::uint32_t odd = (pixel >> 8 & pair) * share;
+    odd = (odd + (odd >> 8 & pair) + half) & ~pair;
+    return even | odd;
+}
+
 /// What pixels are filled with. A hatch pattern has a bit for each column of 8 x 8 pixels, the lowest the leftmost,
 /// laid from the device's origin; pixels of a 0 bit stay as they are.
 struct Ink {
@@ -72,12 +82,13 @@ struct Ink {
 
 /// One row from `left` up to, without, `right`, cut to the surface's columns; `y` must be one of its rows.
 inline void fillSpan(const PixelSurface& surface, const Ink& ink, int y, std::int64_t left, std::int64_t right) {
-    const int first = int(std::max<std::int64_t>(left, surface.Left));
-    const int last = int(std::min<std::int64_t>(right, surface.Right));
-    if (first >= last)
+    left = std::max<std::int64_t>(left, surface.Left);
+    right = std::min<std::int64_t>(right, surface.Right);
+    if (left >= right)
         return;
+    const int first = int(left);
+    const int length = int(right - left);
     std::uint32_t* const row = surface.Pixel(first, y);
-    const int length = last - first;
     if (ink.Pattern) {
         const unsigned bits = (*ink.Pattern)[std::size_t(y & 7)];
         for (int i = 0; i < length; ++i) {

@@ -170,13 +170,14 @@ void TraceDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 DeviceSize TraceDevice::MeasureText(const QString& text) const {
-    int characters = 0;
+    std::int64_t characters = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         i += pair;
         ++characters;
     }
-    const int doubleBytes = Codepage::ByteLength(text) - characters;
+    const std::int64_t doubleBytes = Codepage::ByteLength(text) - characters;
     const int height = m_state.CurrentFont.Height;
-    return {(characters - doubleBytes) * (height / 2) + doubleBytes * height, height};
+    const std::int64_t width = (characters - doubleBytes) * (height / 2) + doubleBytes * height;
+    return {int(std::clamp<std::int64_t>(width, INT32_MIN, INT32_MAX)), height};
 }

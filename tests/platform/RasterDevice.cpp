@@ -195,6 +195,54 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
     }
 }
 
+TEST(RasterDevice, CurvesAndDotsDrawWhatSingleCallsDraw) {
+    for (unsigned seed = 0; seed < 240; ++seed) {
+        Dice dice(seed);
+        // Steps of a smooth curve, of a wild one across and up the page, and of any; some far beyond the picture.
+        const DevicePoint reaches[] = {{2, 2}, {1, 150}, {150, 1}, {9, 90}};
+        const DevicePoint reach = reaches[seed % 4];
+        std::vector<DevicePoint> points{{75, 75}};
+        std::vector<DeviceRect> dots;
+        for (int i = 0; i < 4500; ++i) {
+            DevicePoint next{points.back().X + dice.Between(-reach.X, reach.X),
+                             points.back().Y + dice.Between(-reach.Y, reach.Y)};
+            if (std::abs(next.X - 75) > 150 || std::abs(next.Y - 75) > 150)
+                next = i % 64 == 0 ? dice.Point(-100000, 100000) : dice.Point(0, 150);
+            points.push_back(next);
+            const int size = i % 50 == 0 ? dice.Between(-70, 90) : 8;
+            dots.push_back({next.X, next.Y, next.X + size, next.Y + size - int(seed % 2)});
+        }
+        const int widths[] = {1, 2, 5, 40};
+        Pen pen = solidPen(red, widths[seed / 4 % 4]);
+        pen.Geometric = true;
+        pen.Style = seed % 3 == 0 ? int(seed / 3 % 6) : 0;
+        Brush brush = solidBrush(seed % 5 ? red : black);
+        brush.Hatch = seed % 7 ? -1 : 3;
+        const int mode = seed % 6 == 5 ? RasterMode::XorPen : RasterMode::CopyPen;
+        std::vector<QImage> images;
+        for (const int threads : {0, 1, 4}) { // 0: one by one
+            Picture picture(151, 150, threads);
+            RasterDevice& device = picture.With(pen).With(brush).Device;
+            if (seed % 2)
+                device.ClipRect({3, 40, 120, 141});
+            device.MoveTo(points[0]);
+            const auto curve = std::span(points).first(seed / 2 % 2 ? points.size() : 50);
+            for (const DevicePoint point : curve.subspan(threads ? curve.size() : 1))
+                device.LineTo(point);
+            if (threads)
+                device.Polyline(curve);
+            images.push_back(picture.Image.copy());
+            device.SetRop2(mode);
+            const std::span<const DeviceRect> all(dots);
+            threads ? device.Ellipses(all.first(4400)) : device.DeviceContext::Ellipses(all.first(4400));
+            threads ? device.Rectangles(all.subspan(200)) : device.DeviceContext::Rectangles(all.subspan(200));
+            images.push_back(picture.Image);
+        }
+        for (std::size_t i = 2; i < images.size(); ++i)
+            ASSERT_EQ(images[i], images[i % 2]) << seed << ' ' << i;
+    }
+}
+
 TEST(RasterDevice, SaveAndRestoreBringBackEverything) {
     Picture picture(12, 4);
     RasterDevice& device = picture.Device;
