@@ -44,13 +44,15 @@ private:
     const Ink& ink;
 };
 
-/// Whether lines through the points have pixels enough for a stencil to pay: going through its words is its cost.
-bool fillsStencil(const PixelSurface& part, std::span<const DevicePoint> points) {
-    const std::int64_t enough = Stencil::WordCount(part);
+/// Whether a path has enough to draw for a stencil to pay, which costs a walk over all its words.
+bool fillsStencil(const PixelSurface& part, std::span<const DevicePoint> points, const Stroke& stroke) {
+    constexpr std::int64_t pixelsPerWord = 4, pixelsPerRoundEnd = 16;
+    const std::int64_t enough = pixelsPerWord * Stencil::WordCount(part);
     const std::int64_t longest = part.Right - part.Left + part.Bottom - part.Top;
     std::int64_t pixels = 0;
     for (std::size_t i = 1; i < points.size() && pixels < enough; ++i)
-        pixels += std::min(ThinLine::Length(points[i - 1], points[i]), longest);
+        pixels += std::min(ThinLine::Length(points[i - 1], points[i]), longest) * stroke.Width() +
+                  (stroke.IsWide() ? pixelsPerRoundEnd : 0);
     return pixels >= enough;
 }
 
@@ -98,7 +100,7 @@ void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
     if (part.IsEmpty())
         return;
     // One line over another must not show under a mode that mixes, and is work for nothing under any.
-    if (rasterMode == RasterMode::CopyPen && !fillsStencil(part, points)) {
+    if (rasterMode == RasterMode::CopyPen && !fillsStencil(part, points, stroke)) {
         SurfaceLines lines(part, penInk);
         drawPath(stroke, lines, points);
         return;

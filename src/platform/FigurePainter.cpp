@@ -106,15 +106,6 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
     });
 }
 
-void FigurePainter::fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const {
-    while (bits != 0) {
-        const int first = std::countr_zero(bits);
-        const int length = std::countr_one(bits >> first);
-        fillSpan(surface, ink, y, std::int64_t(left) + first, std::int64_t(left) + first + length);
-        bits &= length == smallSize ? 0 : ~(((1u << length) - 1) << first);
-    }
-}
-
 /// The way of all the small pieces of a fine mesh: inside and outline are put together before any pixel is touched.
 void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
     const auto height = std::size_t(bounds.Height());
@@ -140,8 +131,8 @@ void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Boun
     for (int y = std::max(bounds.Top, surface.Top); y <= last; ++y) {
         const auto row = std::size_t(y - bounds.Top);
         if (!oneInk)
-            fillBits(brushInk, bounds.Left, y, inside[row] & ~outline[row]);
-        fillBits(penInk, bounds.Left, y, oneInk ? inside[row] | outline[row] : outline[row]);
+            fillBits(surface, brushInk, y, bounds.Left, inside[row] & ~outline[row]);
+        fillBits(surface, penInk, y, bounds.Left, oneInk ? inside[row] | outline[row] : outline[row]);
     }
 }
 

@@ -44,7 +44,6 @@ private:
     void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
     void rectangle(const DeviceRect& rect) const;
     bool isFar(const DeviceRect& rect) const;
-    void fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const;
     void fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const;
     PixelSurface touchedPart(const Bounds& bounds) const;
     template<class Draw>

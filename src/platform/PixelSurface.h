@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 
 /// A picture's pixels from (Left, Top) up to, without, (Right, Bottom), 0xffRRGGBB each. `Bits` is the pixel
@@ -106,5 +107,36 @@ inline void fillSpan(const PixelSurface& surface, const Ink& ink, int y, std::in
         do
             row[i] = ink.Pixel;
         while (++i < length);
+    }
+}
+
+/// The pixels of a row from `left` on for which `bits`, the lowest first, are set; cut to the surface's columns.
+inline void fillBits(const PixelSurface& surface, const Ink& ink, int y, std::int64_t left, std::uint64_t bits) {
+    constexpr int size = 64;
+    // With more than three runs, finding each takes longer than going over all pixels.
+    std::uint64_t runs = bits & ~(bits << 1);
+    for (int i = 0; i < 3; ++i)
+        runs &= runs - 1;
+    if (runs != 0 && !ink.Pattern && ink.RasterMode == RasterMode::CopyPen && left >= surface.Left &&
+        left + size <= surface.Right) {
+        static constexpr auto masks = [] {
+            std::array<std::array<std::uint32_t, 4>, 16> values{};
+            for (unsigned i = 0; i < 64; ++i)
+                values[i / 4][i % 4] = i / 4 >> i % 4 & 1u ? ~0u : 0u;
+            return values;
+        }();
+        std::uint32_t* row = surface.Pixel(int(left), y);
+        for (int i = 0; i < size; i += 4, bits >>= 4, row += 4) {
+            const std::array<std::uint32_t, 4>& mask = masks[bits & 15];
+            for (std::size_t k = 0; k < 4; ++k)
+                row[k] = (row[k] & ~mask[k]) | (ink.Pixel & mask[k]);
+        }
+        return;
+    }
+    while (bits != 0) {
+        const int first = std::countr_zero(bits);
+        const int length = std::countr_one(bits >> first);
+        fillSpan(surface, ink, y, left + first, left + first + length);
+        bits &= first + length == size ? 0 : ~std::uint64_t(0) << (first + length);
     }
 }

@@ -1,7 +1,5 @@
 #include "platform/Stencil.h"
 
-#include <bit>
-
 namespace {
 int wordsFor(int bits) {
     return bits / 64 + (bits % 64 > 0 ? 1 : 0);
@@ -18,17 +16,6 @@ void transpose(std::array<std::uint64_t, 64>& words) {
             words[i + size] ^= change;
         }
     }
-}
-
-/// The first bit from `start` on that is `value`, or `end`.
-int findBit(const std::uint64_t* words, int start, int end, bool value) {
-    while (start < end) {
-        const std::uint64_t word = (value ? words[start / 64] : ~words[start / 64]) >> (start % 64);
-        if (word != 0)
-            return std::min(end, start + std::countr_zero(word));
-        start = (start / 64 + 1) * 64;
-    }
-    return end;
 }
 } // namespace
 
@@ -93,10 +80,14 @@ void Stencil::PutOn(const PixelSurface& surface, const Ink& ink) {
     columnsToRows();
     for (int y = 0; y < rows.LineCount; ++y) {
         const Word* const words = rows.Words.data() + y * rows.LineWords;
-        for (int left = findBit(words, 0, rows.Length, true); left < rows.Length;) {
-            const int right = findBit(words, left, rows.Length, false);
-            fillSpan(surface, ink, area.Top + y, std::int64_t(area.Left) + left, std::int64_t(area.Left) + right);
-            left = findBit(words, right, rows.Length, true);
+        for (std::ptrdiff_t i = 0; i < rows.LineWords; ++i) {
+            const std::ptrdiff_t first = i;
+            while (i < rows.LineWords && words[i] == ~Word(0))
+                ++i;
+            const std::int64_t left = area.Left + first * wordSize;
+            fillSpan(surface, ink, area.Top + y, left, area.Left + i * wordSize);
+            if (i < rows.LineWords)
+                fillBits(surface, ink, area.Top + y, area.Left + i * wordSize, words[i]);
         }
     }
 }

@@ -58,15 +58,14 @@ void StencilLines::Thin(DevicePoint from, DevicePoint to) {
 
 void StencilLines::ThinDashed(DevicePoint from, DevicePoint to, int start, int period, std::uint32_t dashes) {
     const auto pieces = [&](std::int64_t first, std::int64_t last, const auto& set) {
-        while (first < last) {
-            const int phase = int((start + first) % period);
+        for (int phase = int((start + first) % period); first < last;) {
             const std::uint32_t rest = dashes >> phase;
             const bool dash = (rest & 1u) != 0;
             const int length = std::min(dash ? std::countr_one(rest) : std::countr_zero(rest), period - phase);
-            const std::int64_t end = std::min(last, first + length);
             if (dash)
-                set(first, end);
-            first = end;
+                set(first, std::min(last, first + length));
+            first += length;
+            phase = phase + length == period ? 0 : phase + length;
         }
     };
     if (straightLine(from, to, pieces))
