@@ -234,10 +234,13 @@ void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
 }
 
 void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    const QRectF area = areaOf(target).normalized();
+    if (!area.isValid())
+        return;
     flushLines();
     const bool lossless = m_painter.testRenderHint(QPainter::LosslessImageRendering);
     m_painter.setRenderHint(QPainter::LosslessImageRendering);
-    m_painter.drawImage(areaOf(target).normalized(), picture);
+    m_painter.drawImage(area, picture);
     m_painter.setRenderHint(QPainter::LosslessImageRendering, lossless);
 }
 
