@@ -111,7 +111,8 @@ public:
     virtual void Ellipse(const DeviceRect& rect) = 0;
     virtual void FillRect(const DeviceRect& rect, const Brush& brush) = 0;
 
-    /// The picture onto the rectangle, stretched when its size is another one. Raster modes don't hold.
+    /// The picture onto the rectangle, stretched when its size is another one, each pixel as a whole: nothing is mixed.
+    /// It stands upright however the rectangle's corners are given. Raster modes don't hold.
     virtual void DrawPicture(const DeviceRect& target, const QImage& picture) = 0;
 
     virtual void Text(DevicePoint leftTop, const QString& text) = 0;

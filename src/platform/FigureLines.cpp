@@ -1,87 +1,71 @@
-// The lines of FigurePainter.
+// The lines of FigurePainter: one by one straight onto the surface, or a whole figure of them by a stencil.
 #include "platform/FigurePainter.h"
-#include "platform/RoundShapes.h"
+#include "platform/Stencil.h"
+#include "platform/StencilLines.h"
 #include "platform/ThinLine.h"
 
-#include <cmath>
-
-void FigurePainter::thinLine(DevicePoint from, DevicePoint to) const {
-    if (rasterMode == RasterMode::CopyPen)
-        ThinLine::Draw(surface, from, to, copyPlot());
-    else
-        ThinLine::Draw(surface, from, to, mixPlot());
+namespace {
+auto copyPlot(const PixelSurface& surface, const Ink& ink) {
+    return [bits = surface.Bits, pixel = ink.Pixel](std::ptrdiff_t offset, std::int64_t) { bits[offset] = pixel; };
 }
 
-void FigurePainter::dashedThinLine(const PathPosition& at, DevicePoint to) const {
-    const auto start = std::int64_t(at.DashLength);
-    ThinLine::Draw(surface, at.Point, to, [&, plot = mixPlot()](std::ptrdiff_t offset, std::int64_t step) {
-        if (dashBits >> ((start + step) % dashPeriod) & 1u)
-            plot(offset, step);
-    });
+auto mixPlot(const PixelSurface& surface, const Ink& ink) {
+    return [bits = surface.Bits, pixel = ink.Pixel, mode = ink.RasterMode](std::ptrdiff_t offset, std::int64_t) {
+        bits[offset] = combinePixels(mode, pixel, bits[offset]);
+    };
 }
 
-void FigurePainter::dashedWideLine(const PathPosition& at, DevicePoint to) const {
-    const double width = pen.Width;
-    const double dx = double(to.X) - at.Point.X;
-    const double dy = double(to.Y) - at.Point.Y;
-    const double length = std::hypot(dx, dy);
-    if (length == 0)
-        return;
+class SurfaceLines final : public LineTarget {
+public:
+    SurfaceLines(const PixelSurface& surface, const Ink& lineInk) : LineTarget(surface), ink(lineInk) {}
 
-    const double stepX = dx / length;
-    const double stepY = dy / length;
-    const auto along = [&](double distance) {
-        return RoundShapes::Spot{at.Point.X + stepX * distance, at.Point.Y + stepY * distance};
-    };
-
-    // The stretch of the line, in lengths from its start, that can touch the surface.
-    double first = 0;
-    double last = length;
-    const auto narrow = [&](double start, double delta, double low, double high) {
-        if (delta == 0)
-            return;
-        const double one = (low - width - start) / delta * length;
-        const double other = (high + width - start) / delta * length;
-        first = std::max(first, std::min(one, other));
-        last = std::min(last, std::max(one, other));
-    };
-    narrow(at.Point.X, dx, surface.Left, surface.Right);
-    narrow(at.Point.Y, dy, surface.Top, surface.Bottom);
-
-    const double period = dashPeriod * width;
-    double position = std::floor((first + at.DashLength) / period) * period - at.DashLength;
-    while (position < last) {
-        for (std::size_t i = 0; i < dashes.size(); position += dashes[i++] * width) {
-            // A dash's round ends lie within its length; what is left of a dot is its middle.
-            const double middle = position + dashes[i] * width / 2;
-            const double half = (dashes[i] - 1) * width / 2;
-            const double begin = std::max(middle - half, 0.0);
-            const double end = std::min(middle + half, length);
-            if (i % 2 == 0 && begin <= end)
-                RoundShapes::Capsule(surface, penInk, along(begin), along(end), width);
-        }
+    void Thin(DevicePoint from, DevicePoint to) override {
+        if (ink.RasterMode == RasterMode::CopyPen)
+            ThinLine::Draw(area, from, to, copyPlot(area, ink));
+        else
+            ThinLine::Draw(area, from, to, mixPlot(area, ink));
     }
+    void ThinDashed(DevicePoint from, DevicePoint to, int start, int period, std::uint32_t dashes) override {
+        ThinLine::Draw(area, from, to, [&, plot = mixPlot(area, ink)](std::ptrdiff_t offset, std::int64_t step) {
+            if (dashes >> ((start + step) % period) & 1u)
+                plot(offset, step);
+        });
+    }
+    void Wide(DevicePoint from, DevicePoint to, int width) override {
+        WideDash({double(from.X), double(from.Y)}, {double(to.X), double(to.Y)}, width);
+    }
+    void WideDash(RoundShapes::Spot from, RoundShapes::Spot to, int width) override {
+        RoundShapes::Capsule(from, to, width).ForEachRow(area, [this](int y, RoundShapes::Columns columns) {
+            fillSpan(area, ink, y, columns.First, columns.Last);
+        });
+    }
+
+private:
+    const Ink& ink;
+};
+
+/// Whether a path has enough to draw for a stencil to pay, which costs a walk over all its words.
+bool fillsStencil(const PixelSurface& part, std::span<const DevicePoint> points, const Stroke& stroke) {
+    constexpr std::int64_t pixelsPerWord = 4, pixelsPerRoundEnd = 16;
+    const std::int64_t enough = pixelsPerWord * Stencil::WordCount(part);
+    const std::int64_t longest = part.Right - part.Left + part.Bottom - part.Top;
+    std::int64_t pixels = 0;
+    for (std::size_t i = 1; i < points.size() && pixels < enough; ++i)
+        pixels += std::min(ThinLine::Length(points[i - 1], points[i]), longest) * stroke.Width() +
+                  (stroke.IsWide() ? pixelsPerRoundEnd : 0);
+    return pixels >= enough;
 }
+
+void drawPath(const Stroke& stroke, LineTarget& target, std::span<const DevicePoint> points) {
+    PathPosition at{points[0], 0};
+    for (const DevicePoint point : points.subspan(1))
+        stroke.LineTo(target, at, point);
+}
+} // namespace
 
 void FigurePainter::LineTo(PathPosition& at, DevicePoint to) const {
-    if (isThinSolid()) {
-        thinLine(at.Point, to);
-    } else if (hasPen() && dashes.empty()) {
-        RoundShapes::Capsule(surface, penInk, {double(at.Point.X), double(at.Point.Y)}, {double(to.X), double(to.Y)},
-                             pen.Width);
-    } else if (hasPen()) {
-        const double unit = isWide() ? pen.Width : 1;
-        double length = 0;
-        if (isWide()) {
-            dashedWideLine(at, to);
-            length = std::hypot(double(to.X) - at.Point.X, double(to.Y) - at.Point.Y);
-        } else {
-            dashedThinLine(at, to);
-            length = double(ThinLine::Length(at.Point, to));
-        }
-        at.DashLength = std::fmod(at.DashLength + length, dashPeriod * unit);
-    }
-    at.Point = to;
+    SurfaceLines lines(surface, penInk);
+    stroke.LineTo(lines, at, to);
 }
 
 void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
@@ -98,12 +82,31 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
                 lineTo(points[index]);
         }
     };
-    if (isThinSolid() && rasterMode == RasterMode::CopyPen) {
-        run([&, plot = copyPlot()](DevicePoint to) {
+    if (stroke.IsThinSolid() && rasterMode == RasterMode::CopyPen) {
+        run([&, plot = copyPlot(surface, penInk)](DevicePoint to) {
             ThinLine::Draw(surface, at.Point, to, plot);
             at.Point = to;
         });
     } else {
-        run([&](DevicePoint to) { LineTo(at, to); });
+        SurfaceLines lines(surface, penInk);
+        run([&](DevicePoint to) { stroke.LineTo(lines, at, to); });
     }
+}
+
+void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
+    if (!stroke.IsVisible() || points.size() < 2)
+        return;
+    const PixelSurface part = touchedPart(Bounds(points));
+    if (part.IsEmpty())
+        return;
+    // One line over another must not show under a mode that mixes, and is work for nothing under any.
+    if (rasterMode == RasterMode::CopyPen && !fillsStencil(part, points, stroke)) {
+        SurfaceLines lines(part, penInk);
+        drawPath(stroke, lines, points);
+        return;
+    }
+    Stencil stencil(part);
+    StencilLines lines(stencil);
+    drawPath(stroke, lines, points);
+    stencil.PutOn(surface, penInk);
 }

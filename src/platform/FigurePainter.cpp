@@ -1,9 +1,7 @@
 #include "platform/FigurePainter.h"
 
 #include "platform/AreaFill.h"
-#include "platform/DashPattern.h"
 #include "platform/Rings.h"
-#include "platform/RoundShapes.h"
 #include "platform/ThinLine.h"
 
 #include <bit>
@@ -24,50 +22,23 @@ const Pattern* hatchPattern(int hatch) {
     return hatch >= 0 && hatch < int(patterns.size()) ? &patterns[std::size_t(hatch)] : nullptr;
 }
 
-std::uint32_t bitsOfDashes(std::span<const int> dashes) {
-    std::uint32_t bits = 0;
-    int position = 0;
-    for (std::size_t i = 0; i < dashes.size(); position += dashes[i++]) {
-        if (i % 2 == 0)
-            bits |= ((1u << dashes[i]) - 1) << position;
-    }
-    return bits;
-}
-
 /// Width and height of what counts as a small polygon: a row of it fits the bits of a number.
 constexpr int smallSize = 32;
 } // namespace
 
-/// The smallest rectangle about points, its edges included.
-struct FigurePainter::Bounds {
-    int Left = INT32_MAX;
-    int Top = INT32_MAX;
-    int Right = INT32_MIN;
-    int Bottom = INT32_MIN;
-
-    explicit Bounds(std::span<const DevicePoint> points) {
-        for (const DevicePoint point : points) {
-            Left = std::min(Left, point.X);
-            Top = std::min(Top, point.Y);
-            Right = std::max(Right, point.X);
-            Bottom = std::max(Bottom, point.Y);
-        }
+FigurePainter::Bounds::Bounds(std::span<const DevicePoint> points) {
+    for (const DevicePoint point : points) {
+        Left = std::min(Left, point.X);
+        Top = std::min(Top, point.Y);
+        Right = std::max(Right, point.X);
+        Bottom = std::max(Bottom, point.Y);
     }
-    std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
-    std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
-};
+}
 
 FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
-    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode) {
-    penInk = {toPixel(pen.Color), mode, nullptr};
-    brushInk = {toPixel(brush.Color), mode, hatchPattern(brush.Hatch)};
-    if (!isWide() || pen.Geometric)
-        dashes = dashPattern(pen.Style, isWide());
-    for (const int length : dashes)
-        dashPeriod += length;
-    if (!isWide())
-        dashBits = bitsOfDashes(dashes);
-}
+    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode),
+      stroke(linePen), penInk{toPixel(pen.Color), mode, nullptr}, brushInk{toPixel(brush.Color), mode,
+                                                                           hatchPattern(brush.Hatch)} {}
 
 /// Under a raster mode that mixes, what is drawn twice would show. A figure is therefore first drawn on a sheet of its
 /// own, where drawing over does no harm, and the sheet is put on the picture.
@@ -96,19 +67,9 @@ void FigurePainter::asOneFigure(const PixelSurface& part, const Draw& draw) cons
 }
 
 PixelSurface FigurePainter::touchedPart(const Bounds& bounds) const {
-    const std::int64_t margin = hasPen() && isWide() ? std::int64_t(pen.Width) / 2 + 1 : 0;
+    const std::int64_t margin = hasPen() && stroke.IsWide() ? std::int64_t(stroke.Width()) / 2 + 1 : 0;
     return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin + 1,
                           bounds.Bottom + margin + 1);
-}
-
-void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
-    if (!hasPen() || points.size() < 2)
-        return;
-    asOneFigure(touchedPart(Bounds(points)), [&](const FigurePainter& painter) {
-        PathPosition at{points[0], 0};
-        for (const DevicePoint point : points.subspan(1))
-            painter.LineTo(at, point);
-    });
 }
 
 void FigurePainter::ring(std::span<const DevicePoint> points) const {
@@ -116,9 +77,11 @@ void FigurePainter::ring(std::span<const DevicePoint> points) const {
         return;
     if (std::all_of(points.begin(), points.end(), [&](DevicePoint point) { return point == points[0]; })) {
         // A figure too small for any length is still there.
-        if (isWide())
-            RoundShapes::Capsule(surface, penInk, {double(points[0].X), double(points[0].Y)},
-                                 {double(points[0].X), double(points[0].Y)}, pen.Width);
+        const RoundShapes::Spot spot{double(points[0].X), double(points[0].Y)};
+        if (stroke.IsWide())
+            RoundShapes::Capsule(spot, spot, stroke.Width()).ForEachRow(surface, [&](int y, RoundShapes::Columns row) {
+                fillSpan(surface, penInk, y, row.First, row.Last);
+            });
         else
             AreaFill::Rectangle(surface, penInk, points[0].X, points[0].Y, std::int64_t(points[0].X) + 1,
                                 std::int64_t(points[0].Y) + 1);
@@ -143,15 +106,6 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
     });
 }
 
-void FigurePainter::fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const {
-    while (bits != 0) {
-        const int first = std::countr_zero(bits);
-        const int length = std::countr_one(bits >> first);
-        fillSpan(surface, ink, y, std::int64_t(left) + first, std::int64_t(left) + first + length);
-        bits &= length == smallSize ? 0 : ~(((1u << length) - 1) << first);
-    }
-}
-
 /// The way of all the small pieces of a fine mesh: inside and outline are put together before any pixel is touched.
 void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
     const auto height = std::size_t(bounds.Height());
@@ -172,13 +126,13 @@ void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Boun
             previous = point;
         }
     }
-    const bool oneInk = hasPen() && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern;
+    const bool oneInk = isOneInk();
     const int last = std::min(bounds.Bottom, surface.Bottom - 1);
     for (int y = std::max(bounds.Top, surface.Top); y <= last; ++y) {
         const auto row = std::size_t(y - bounds.Top);
         if (!oneInk)
-            fillBits(brushInk, bounds.Left, y, inside[row] & ~outline[row]);
-        fillBits(penInk, bounds.Left, y, oneInk ? inside[row] | outline[row] : outline[row]);
+            fillBits(surface, brushInk, y, bounds.Left, inside[row] & ~outline[row]);
+        fillBits(surface, penInk, y, bounds.Left, oneInk ? inside[row] | outline[row] : outline[row]);
     }
 }
 
@@ -186,7 +140,7 @@ void FigurePainter::polygon(std::span<const DevicePoint> points) const {
     const Bounds bounds(points);
     if (points.size() < 2 || touchedPart(bounds).IsEmpty())
         return;
-    if ((!hasPen() || isThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
+    if ((!hasPen() || stroke.IsThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
         smallPolygon(points, bounds);
         return;
     }
@@ -203,11 +157,47 @@ void FigurePainter::FillRect(const DeviceRect& rect) const {
         AreaFill::Rectangle(surface, brushInk, rect.Left, rect.Top, rect.Right, rect.Bottom);
 }
 
-void FigurePainter::Rectangle(const DeviceRect& rect) const {
+/// Whether a figure in a rectangle, with its pen's width about it, lies beyond one side of the surface.
+bool FigurePainter::isFar(const DeviceRect& rect) const {
+    const std::int64_t reach = stroke.Width();
+    return rect.Left - reach >= surface.Right || rect.Right + reach < surface.Left ||
+           rect.Top - reach >= surface.Bottom || rect.Bottom + reach < surface.Top;
+}
+
+void FigurePainter::fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const {
+    if (row.Outer.IsEmpty())
+        return;
+    const std::int64_t first = left + row.Outer.First;
+    const std::int64_t last = left + row.Outer.Last;
+    if (isOneInk()) {
+        fillSpan(surface, penInk, y, first, last);
+        return;
+    }
+    const bool filled = !row.Inner.IsEmpty();
+    const std::int64_t innerFirst = filled ? left + row.Inner.First : last;
+    const std::int64_t innerLast = filled ? left + row.Inner.Last : last;
+    if (hasPen()) {
+        fillSpan(surface, penInk, y, first, innerFirst);
+        fillSpan(surface, penInk, y, innerLast, last);
+    }
+    if (!brush.Hollow)
+        fillSpan(surface, brushInk, y, innerFirst, innerLast);
+}
+
+void FigurePainter::rectangle(const DeviceRect& rect) const {
     if (rect.Left == rect.Right || rect.Top == rect.Bottom)
         return;
     if (!hasPen()) {
         FillRect({rect.Left, rect.Top, rect.Right - 1, rect.Bottom - 1});
+        return;
+    }
+    if (stroke.IsThinSolid()) {
+        const std::int64_t width = std::int64_t(rect.Right) - rect.Left;
+        const int last = std::min(rect.Bottom, surface.Bottom);
+        for (int y = std::max(rect.Top, surface.Top); y < last; ++y) {
+            const bool edge = y == rect.Top || y == rect.Bottom - 1;
+            fillRow(y, rect.Left, {{0, width}, edge ? RoundShapes::Columns() : RoundShapes::Columns{1, width - 1}});
+        }
         return;
     }
     const DevicePoint corners[] = {{rect.Left, rect.Top},
@@ -220,10 +210,41 @@ void FigurePainter::Rectangle(const DeviceRect& rect) const {
     });
 }
 
-void FigurePainter::Ellipse(const DeviceRect& rect) const {
+void FigurePainter::Rectangles(std::span<const DeviceRect> rects) const {
+    for (const DeviceRect& rect : rects)
+        rectangle(normalised(rect));
+}
+
+void FigurePainter::Ellipses(std::span<const DeviceRect> rects) const {
+    // Dots are of one size mostly: its rows are worked out once. Of a great ellipse only those that can be seen are.
+    constexpr std::int64_t greatestKept = 64;
+    const int rim = hasPen() ? stroke.Width() : 0;
     const int shrink = hasPen() ? 0 : 1;
-    if (rect.Left == rect.Right || rect.Top == rect.Bottom)
-        return;
-    RoundShapes::Ellipse(surface, hasPen() ? &penInk : nullptr, brush.Hollow ? nullptr : &brushInk,
-                         {rect.Left, rect.Top, rect.Right - shrink, rect.Bottom - shrink}, pen.Width);
+    DeviceRect previous;
+    std::int64_t width = 0, height = 0;
+    RoundShapes::Ellipse shape(width, height, rim);
+    std::vector<RoundShapes::RimmedRow> rows;
+    for (const DeviceRect& corners : rects) {
+        const DeviceRect rect = normalised(corners);
+        const bool again = rasterMode == RasterMode::CopyPen && rect == previous;
+        if (again || rect.Left == rect.Right || rect.Top == rect.Bottom || isFar(rect))
+            continue;
+        previous = rect;
+        const std::int64_t newWidth = std::int64_t(rect.Right) - rect.Left - shrink;
+        const std::int64_t newHeight = std::int64_t(rect.Bottom) - rect.Top - shrink;
+        if (newWidth != width || newHeight != height) {
+            width = newWidth;
+            height = newHeight;
+            shape = RoundShapes::Ellipse(width, height, rim);
+            rows.clear();
+            if (rects.size() > 1 && shape.Bottom() - shape.Top() <= greatestKept) {
+                for (std::int64_t y = shape.Top(); y < shape.Bottom(); ++y)
+                    rows.push_back(shape.Row(y));
+            }
+        }
+        const std::int64_t first = rect.Top + shape.Top();
+        const std::int64_t last = std::min<std::int64_t>(rect.Top + shape.Bottom(), surface.Bottom);
+        for (std::int64_t y = std::max<std::int64_t>(first, surface.Top); y < last; ++y)
+            fillRow(int(y), rect.Left, rows.empty() ? shape.Row(y - rect.Top) : rows[std::size_t(y - first)]);
+    }
 }

@@ -2,13 +2,7 @@
 // of painters may draw on separate surfaces of one picture at the same time.
 #pragma once
 
-#include "platform/PixelSurface.h"
-
-/// Where a line has come to: the point, and how far into the dash pattern its pen is there.
-struct PathPosition {
-    DevicePoint Point;
-    double DashLength = 0;
-};
+#include "platform/Stroke.h"
 
 class FigurePainter {
 public:
@@ -25,31 +19,32 @@ public:
     void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const;
     /// The brush alone. For this and the next two: left not above right, top not above bottom.
     void FillRect(const DeviceRect& rect) const;
-    void Rectangle(const DeviceRect& rect) const;
-    /// Its outline has no dashes.
-    void Ellipse(const DeviceRect& rect) const;
+    void Rectangles(std::span<const DeviceRect> rects) const;
+    /// Their outlines have no dashes.
+    void Ellipses(std::span<const DeviceRect> rects) const;
 
 private:
-    bool hasPen() const { return pen.Style != PenStyle::Null; }
-    bool isWide() const { return pen.Width > 1; }
-    bool isThinSolid() const { return hasPen() && !isWide() && dashes.empty(); }
-    auto copyPlot() const {
-        return
-            [bits = surface.Bits, pixel = penInk.Pixel](std::ptrdiff_t offset, std::int64_t) { bits[offset] = pixel; };
-    }
-    auto mixPlot() const {
-        return [bits = surface.Bits, pixel = penInk.Pixel, mode = rasterMode](std::ptrdiff_t offset, std::int64_t) {
-            bits[offset] = combinePixels(mode, pixel, bits[offset]);
-        };
-    }
-    void thinLine(DevicePoint from, DevicePoint to) const;
-    void dashedThinLine(const PathPosition& at, DevicePoint to) const;
-    void dashedWideLine(const PathPosition& at, DevicePoint to) const;
+    /// The smallest rectangle about points, its edges included.
+    struct Bounds {
+        int Left = INT32_MAX;
+        int Top = INT32_MAX;
+        int Right = INT32_MIN;
+        int Bottom = INT32_MIN;
+
+        explicit Bounds(std::span<const DevicePoint> points);
+        std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
+        std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
+    };
+
+    bool hasPen() const { return stroke.IsVisible(); }
+    /// Whether pen and brush give each pixel the same, so that they need not be told apart.
+    bool isOneInk() const { return hasPen() && !brush.Hollow && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern; }
     void ring(std::span<const DevicePoint> points) const;
     void polygon(std::span<const DevicePoint> points) const;
-    struct Bounds;
     void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
-    void fillBits(const Ink& ink, int left, int y, std::uint32_t bits) const;
+    void rectangle(const DeviceRect& rect) const;
+    bool isFar(const DeviceRect& rect) const;
+    void fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const;
     PixelSurface touchedPart(const Bounds& bounds) const;
     template<class Draw>
     void asOneFigure(const PixelSurface& part, const Draw& draw) const;
@@ -58,9 +53,7 @@ private:
     Pen pen;
     Brush brush;
     int rasterMode;
+    Stroke stroke;
     Ink penInk;
     Ink brushInk;
-    std::span<const int> dashes; ///< thin: device units; wide: pen widths
-    int dashPeriod = 0;          ///< sum of `dashes`
-    std::uint32_t dashBits = 0;  ///< thin: bit i is set when a dash lies over unit i of the pattern
 };

@@ -36,7 +36,6 @@ constexpr StandIn standIns[] = {
     {u"Times New Roman", u"Liberation Serif"},
 };
 
-constexpr int largestHeight = 20000;
 constexpr qsizetype largestCache = 512;
 
 QString japaneseFor(QStringView family) {
@@ -97,7 +96,8 @@ Fit fitTo(const Key& key) {
         return metrics.ascent() + metrics.descent();
     };
     // The ratio at the wished size lands within a pixel or two; hinting rounds ascent and descent, so neighbours count.
-    const int guess = std::max(1, key.Height * key.Height / std::max(1, cellHeight(key.Height)));
+    const int ratio = key.Height * key.Height / std::max(1, cellHeight(key.Height));
+    const int guess = std::clamp(ratio, 1, LargestHeight);
     int best = guess, bestMiss = std::abs(cellHeight(guess) - key.Height);
     for (int size = std::max(1, guess - 2); size <= guess + 2; ++size) {
         const int miss = std::abs(cellHeight(size) - key.Height);
@@ -126,7 +126,7 @@ QFont ToQFont(const Font& font) {
     // Only the sizes are kept: a QFont shared by threads would race for the engine that it keeps inside.
     static std::mutex guard;
     static QHash<Key, Fit> cache;
-    const Key key{font.Face, std::clamp(font.Height, 1, largestHeight), font.Weight, font.Italic};
+    const Key key{font.Face, std::clamp(font.Height, 1, LargestHeight), font.Weight, font.Italic};
     Fit fit;
     {
         const std::lock_guard lock(guard);

@@ -10,6 +10,9 @@ namespace Fonts {
 /// calls after the first do nothing.
 void InstallSubstitutions();
 
+/// Greater fonts are drawn in this cell height: no page is higher, and what a font takes stays within bounds.
+inline constexpr int LargestHeight = 8192;
+
 /// The Qt font whose cell height (ascent plus descent) comes nearest to `font.Height` device units. Cached.
 QFont ToQFont(const Font& font);
 } // namespace Fonts

@@ -42,3 +42,10 @@ struct DeviceRect {
     int Width() const { return Right - Left; }
     int Height() const { return Bottom - Top; }
 };
+
+/// The same rectangle with its right not left of its left and its bottom not above its top.
+constexpr DeviceRect normalised(const DeviceRect& rect) {
+    const bool swapX = rect.Right < rect.Left, swapY = rect.Bottom < rect.Top;
+    return {swapX ? rect.Right : rect.Left, swapY ? rect.Bottom : rect.Top, swapX ? rect.Left : rect.Right,
+            swapY ? rect.Top : rect.Bottom};
+}

@@ -28,18 +28,8 @@ QString textOf(std::size_t character) {
     return QString(characters[qsizetype(character)]);
 }
 
-/// All channels of a pixel times share / 255, two at once, rounded as Qt rounds them.
-constexpr std::uint32_t scaled(std::uint32_t pixel, unsigned share) {
-    constexpr std::uint32_t pair = 0xff00ff, half = 0x800080;
-    std::uint32_t even = (pixel & pair) * share;
-    even = (even + (even >> 8 & pair) + half) >> 8 & pair;
-    std::uint32_t odd = (pixel >> 8 & pair) * share;
-    odd = (odd + (odd >> 8 & pair) + half) & ~pair;
-    return even | odd;
-}
-
 constexpr std::uint32_t mix(std::uint32_t over, std::uint32_t under, unsigned cover) {
-    return scaled(over, cover) + scaled(under, 255 - cover);
+    return scalePixel(over, cover) + scalePixel(under, 255 - cover);
 }
 } // namespace
 

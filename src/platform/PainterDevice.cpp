@@ -24,7 +24,8 @@ QPen qPen(const Pen& pen) {
         return QPen(Qt::NoPen);
     const int width = std::max(1, pen.Width);
     const bool wide = width > 1;
-    QPen result(qColor(pen.Color), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    const Qt::PenJoinStyle join = pen.Geometric && pen.BevelJoin ? Qt::BevelJoin : Qt::RoundJoin;
+    QPen result(qColor(pen.Color), width, Qt::SolidLine, Qt::RoundCap, join);
     if (wide && !pen.Geometric)
         return result;
     QList<qreal> pattern;
@@ -233,8 +234,14 @@ void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
 }
 
 void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    const QRectF area = areaOf(target).normalized();
+    if (!area.isValid())
+        return;
     flushLines();
-    m_painter.drawImage(areaOf(target), picture);
+    const bool lossless = m_painter.testRenderHint(QPainter::LosslessImageRendering);
+    m_painter.setRenderHint(QPainter::LosslessImageRendering);
+    m_painter.drawImage(area, picture);
+    m_painter.setRenderHint(QPainter::LosslessImageRendering, lossless);
 }
 
 void PainterDevice::Text(DevicePoint leftTop, const QString& text) {

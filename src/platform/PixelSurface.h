@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 
 /// A picture's pixels from (Left, Top) up to, without, (Right, Bottom), 0xffRRGGBB each. `Bits` is the pixel
@@ -62,6 +63,16 @@ constexpr std::uint32_t combinePixels(int rasterMode, std::uint32_t drawn, std::
     }
 }
 
+/// All channels of a pixel times `share` / 255, two at once, rounded as Qt rounds them.
+constexpr std::uint32_t scalePixel(std::uint32_t pixel, unsigned share) {
+    constexpr std::uint32_t pair = 0xff00ff, half = 0x800080;
+    std::uint32_t even = (pixel & pair) * share;
+    even = (even + (even >> 8 & pair) + half) >> 8 & pair;
+    std::uint32_t odd = (pixel >> 8 & pair) * share;
+    odd = (odd + (odd >> 8 & pair) + half) & ~pair;
+    return even | odd;
+}
+
 /// What pixels are filled with. A hatch pattern has a bit for each column of 8 x 8 pixels, the lowest the leftmost,
 /// laid from the device's origin; pixels of a 0 bit stay as they are.
 struct Ink {
@@ -72,12 +83,13 @@ struct Ink {
 
 /// One row from `left` up to, without, `right`, cut to the surface's columns; `y` must be one of its rows.
 inline void fillSpan(const PixelSurface& surface, const Ink& ink, int y, std::int64_t left, std::int64_t right) {
-    const int first = int(std::max<std::int64_t>(left, surface.Left));
-    const int last = int(std::min<std::int64_t>(right, surface.Right));
-    if (first >= last)
+    left = std::max<std::int64_t>(left, surface.Left);
+    right = std::min<std::int64_t>(right, surface.Right);
+    if (left >= right)
         return;
+    const int first = int(left);
+    const int length = int(right - left);
     std::uint32_t* const row = surface.Pixel(first, y);
-    const int length = last - first;
     if (ink.Pattern) {
         const unsigned bits = (*ink.Pattern)[std::size_t(y & 7)];
         for (int i = 0; i < length; ++i) {
@@ -95,5 +107,36 @@ inline void fillSpan(const PixelSurface& surface, const Ink& ink, int y, std::in
         do
             row[i] = ink.Pixel;
         while (++i < length);
+    }
+}
+
+/// The pixels of a row from `left` on for which `bits`, the lowest first, are set; cut to the surface's columns.
+inline void fillBits(const PixelSurface& surface, const Ink& ink, int y, std::int64_t left, std::uint64_t bits) {
+    constexpr int size = 64;
+    // With more than three runs, finding each takes longer than going over all pixels.
+    std::uint64_t runs = bits & ~(bits << 1);
+    for (int i = 0; i < 3; ++i)
+        runs &= runs - 1;
+    if (runs != 0 && !ink.Pattern && ink.RasterMode == RasterMode::CopyPen && left >= surface.Left &&
+        left + size <= surface.Right) {
+        static constexpr auto masks = [] {
+            std::array<std::array<std::uint32_t, 4>, 16> values{};
+            for (unsigned i = 0; i < 64; ++i)
+                values[i / 4][i % 4] = i / 4 >> i % 4 & 1u ? ~0u : 0u;
+            return values;
+        }();
+        std::uint32_t* row = surface.Pixel(int(left), y);
+        for (int i = 0; i < size; i += 4, bits >>= 4, row += 4) {
+            const std::array<std::uint32_t, 4>& mask = masks[bits & 15];
+            for (std::size_t k = 0; k < 4; ++k)
+                row[k] = (row[k] & ~mask[k]) | (ink.Pixel & mask[k]);
+        }
+        return;
+    }
+    while (bits != 0) {
+        const int first = std::countr_zero(bits);
+        const int length = std::countr_one(bits >> first);
+        fillSpan(surface, ink, y, left + first, left + first + length);
+        bits &= first + length == size ? 0 : ~std::uint64_t(0) << (first + length);
     }
 }

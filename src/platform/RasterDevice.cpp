@@ -1,19 +1,20 @@
 #include "platform/RasterDevice.h"
 
-#include "platform/Fonts.h"
 #include "platform/Parallel.h"
+#include "platform/PictureStretch.h"
 
 #include <cmath>
 
 namespace {
-/// Right not left of left, bottom not above top.
-DeviceRect normalised(const DeviceRect& rect) {
-    return {std::min(rect.Left, rect.Right), std::min(rect.Top, rect.Bottom), std::max(rect.Left, rect.Right),
-            std::max(rect.Top, rect.Bottom)};
-}
-
 /// Fewer steps or points than this are drawn sooner than a thread is started.
 constexpr std::size_t smallestSharedWork = 4000;
+
+auto rowsOf(std::span<const DevicePoint> points) {
+    return [points](std::size_t i) { return points[i].Y; };
+}
+auto rowsOf(std::span<const DeviceRect> rects) {
+    return [rects](std::size_t i) { return rects[i].Top; };
+}
 } // namespace
 
 RasterDevice::RasterDevice(QImage& picture, int dotsPerInch, int threadLimit)
@@ -115,10 +116,6 @@ void RasterDevice::LineTo(DevicePoint point) {
     figures().LineTo(state.Position, point);
 }
 
-void RasterDevice::Polyline(std::span<const DevicePoint> points) {
-    figures().Polyline(points);
-}
-
 void RasterDevice::Polygon(std::span<const DevicePoint> points) {
     const int count = int(points.size());
     figures().Polygons(points, {&count, 1});
@@ -129,29 +126,31 @@ void RasterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<co
 }
 
 void RasterDevice::Rectangle(const DeviceRect& rect) {
-    figures().Rectangle(normalised(rect));
+    figures().Rectangles({&rect, 1});
 }
 
 void RasterDevice::Ellipse(const DeviceRect& rect) {
-    figures().Ellipse(normalised(rect));
+    figures().Ellipses({&rect, 1});
 }
 
 void RasterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
     FigurePainter(surface(), {}, brush, RasterMode::CopyPen).FillRect(normalised(rect));
 }
 
-/// Parts of the surface, one above the other, that hold about the same share of a batch each: a thread for each draws
-/// the whole batch, in its order, into its own part. So no two threads share a pixel and none sees another order.
-std::vector<PixelSurface> RasterDevice::bands(std::span<const DevicePoint> points, std::size_t workSize) {
+/// Parts of the surface, one above the other, that hold about the same share of `count` figures each, of which number i
+/// lies about row `rowOf(i)`: a thread for each draws the whole batch, in its order, into its own part. So no two
+/// threads share a pixel and none sees another order.
+template<class RowOf>
+std::vector<PixelSurface> RasterDevice::bands(std::size_t count, std::size_t workSize, const RowOf& rowOf) {
     const PixelSurface whole = surface();
     if (threads == 1 || workSize < smallestSharedWork || whole.IsEmpty())
         return {whole};
     constexpr std::size_t sampleSize = 512;
     std::vector<int> rows;
-    const std::size_t distance = std::max<std::size_t>(1, points.size() / sampleSize);
-    for (std::size_t i = 0; i < points.size(); i += distance) {
-        if (points[i].Y >= whole.Top && points[i].Y < whole.Bottom)
-            rows.push_back(points[i].Y);
+    for (std::size_t i = 0; i < count; i += std::max<std::size_t>(1, count / sampleSize)) {
+        const int row = rowOf(i);
+        if (row >= whole.Top && row < whole.Bottom)
+            rows.push_back(row);
     }
     std::sort(rows.begin(), rows.end());
     std::vector<PixelSurface> parts;
@@ -166,8 +165,19 @@ std::vector<PixelSurface> RasterDevice::bands(std::span<const DevicePoint> point
     return parts;
 }
 
+/// Calls `draw(figures)` with a painter for each part.
+template<class Draw>
+void RasterDevice::drawParts(const std::vector<PixelSurface>& parts, const Draw& draw) const {
+    parallelFor(int(parts.size()), [&](int i) { draw(figuresOn(parts[std::size_t(i)])); });
+}
+
+void RasterDevice::Polyline(std::span<const DevicePoint> points) {
+    drawParts(bands(points.size(), points.size(), rowsOf(points)),
+              [&](const FigurePainter& part) { part.Polyline(points); });
+}
+
 void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
-    const std::vector<PixelSurface> parts = bands(points, steps.size());
+    const std::vector<PixelSurface> parts = bands(points.size(), steps.size(), rowsOf(points));
     PathPosition end = state.Position;
     parallelFor(int(parts.size()), [&](int i) {
         PathPosition at = state.Position;
@@ -179,95 +189,22 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
 }
 
 void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
-    const std::vector<PixelSurface> parts = bands(points, points.size());
-    parallelFor(int(parts.size()), [&](int i) { figuresOn(parts[std::size_t(i)]).Polygons(points, counts); });
+    drawParts(bands(points.size(), points.size(), rowsOf(points)),
+              [&](const FigurePainter& part) { part.Polygons(points, counts); });
 }
 
-void RasterDevice::closeText() {
-    if (textPainter.isActive())
-        textPainter.end();
+void RasterDevice::Rectangles(std::span<const DeviceRect> rects) {
+    drawParts(bands(rects.size(), rects.size(), rowsOf(rects)),
+              [&](const FigurePainter& part) { part.Rectangles(rects); });
 }
 
-void RasterDevice::forgetFont() {
-    currentFont.reset();
-    currentMetrics.reset();
-    currentGlyphs.reset();
-}
-
-const QFont& RasterDevice::textFont() const {
-    if (!currentFont) {
-        currentFont = Fonts::ToQFont(state.TextFont);
-        // A picture may be shown anywhere; coloured fringes would fit one kind of screen only.
-        currentFont->setStyleStrategy(QFont::NoSubpixelAntialias);
-    }
-    return *currentFont;
-}
-
-const QFontMetrics& RasterDevice::textMetrics() const {
-    if (!currentMetrics)
-        currentMetrics = QFontMetrics(textFont());
-    return *currentMetrics;
-}
-
-/// The glyphs to draw and measure `text` with; none when that is left to Qt.
-GlyphCache* RasterDevice::glyphsFor(const QString& text) const {
-    const Font& font = state.TextFont;
-    if (font.Underline || font.StrikeOut || font.Height > GlyphCache::LargestSize || !GlyphCache::Takes(text))
-        return nullptr;
-    if (!currentGlyphs)
-        currentGlyphs.emplace(textFont());
-    return &*currentGlyphs;
-}
-
-/// Whether the picture could hold any of a text, by a generous guess at its size: most texts of an enlarged view lie
-/// outside, and measuring each would cost as much as drawing it.
-bool RasterDevice::mayShow(DevicePoint leftTop, const QString& text) const {
-    const DeviceRect visible = visibleRect();
-    const std::int64_t height = 2 * std::int64_t(std::abs(state.TextFont.Height)) + 2;
-    const std::int64_t reach = height * (text.size() + 1);
-    const std::int64_t reachY = state.TextFont.Escapement == 0 ? height : reach;
-    return leftTop.X + reach >= visible.Left && leftTop.X - reach < visible.Right &&
-           leftTop.Y + reachY >= visible.Top && leftTop.Y - reachY < visible.Bottom;
+void RasterDevice::Ellipses(std::span<const DeviceRect> rects) {
+    drawParts(bands(rects.size(), rects.size(), rowsOf(rects)),
+              [&](const FigurePainter& part) { part.Ellipses(rects); });
 }
 
 void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
-    closeText();
-    QPainter painter(&image);
-    const DeviceRect visible = visibleRect();
-    painter.setClipRect(visible.Left, visible.Top, visible.Width(), visible.Height());
-    painter.drawImage(QRect(target.Left, target.Top, target.Width(), target.Height()), picture);
-}
-
-void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
-    if (text.isEmpty() || image.isNull() || !mayShow(leftTop, text))
-        return;
-    const bool upright = state.TextFont.Escapement % 3600 == 0;
-    if (GlyphCache* const glyphs = upright ? glyphsFor(text) : nullptr) {
-        glyphs->Draw(surface(), leftTop, text, state.TextColour);
-        return;
-    }
-    if (!textPainter.isActive()) {
-        if (!textPainter.begin(&image))
-            return;
-        const DeviceRect visible = visibleRect();
-        textPainter.setClipRect(visible.Left, visible.Top, visible.Width(), visible.Height());
-    }
-    textPainter.setPen(QColor(redOf(state.TextColour), greenOf(state.TextColour), blueOf(state.TextColour)));
-    textPainter.setFont(textFont());
-    const int ascent = textMetrics().ascent();
-    if (upright) {
-        textPainter.drawText(QPointF(leftTop.X, double(leftTop.Y) + ascent), text);
-        return;
-    }
-    textPainter.translate(leftTop.X, leftTop.Y);
-    textPainter.rotate(-state.TextFont.Escapement / 10.0);
-    textPainter.drawText(QPointF(0, ascent), text);
-    textPainter.resetTransform();
-}
-
-DeviceSize RasterDevice::MeasureText(const QString& text) const {
-    GlyphCache* const glyphs = glyphsFor(text);
-    return {glyphs ? glyphs->Advance(text) : textMetrics().horizontalAdvance(text), textMetrics().height()};
+    stretchPicture(surface(), target, picture);
 }
 
 int RasterDevice::GetDeviceCaps(DeviceCaps caps) const {

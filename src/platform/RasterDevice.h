@@ -42,6 +42,8 @@ public:
     void DrawPicture(const DeviceRect& target, const QImage& picture) override;
     void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override;
     void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) override;
+    void Rectangles(std::span<const DeviceRect> rects) override;
+    void Ellipses(std::span<const DeviceRect> rects) override;
 
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
@@ -62,7 +64,10 @@ private:
     PixelSurface surface();
     FigurePainter figures() { return figuresOn(surface()); }
     FigurePainter figuresOn(const PixelSurface& part) const;
-    std::vector<PixelSurface> bands(std::span<const DevicePoint> points, std::size_t workSize);
+    template<class RowOf>
+    std::vector<PixelSurface> bands(std::size_t count, std::size_t workSize, const RowOf& rowOf);
+    template<class Draw>
+    void drawParts(const std::vector<PixelSurface>& parts, const Draw& draw) const;
     void closeText();
     void forgetFont();
     const QFont& textFont() const;

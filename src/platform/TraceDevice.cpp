@@ -2,7 +2,6 @@
 
 #include "platform/Codepage.h"
 #include "platform/Rings.h"
-#include "platform/Rounding.h"
 
 #include <QImage>
 #include <charconv>
@@ -171,14 +170,14 @@ void TraceDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 DeviceSize TraceDevice::MeasureText(const QString& text) const {
-    int characters = 0;
+    std::int64_t characters = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         i += pair;
         ++characters;
     }
-    const int doubleBytes = Codepage::ByteLength(text) - characters;
+    const std::int64_t doubleBytes = Codepage::ByteLength(text) - characters;
     const int height = m_state.CurrentFont.Height;
-    // By way of reals: a huge font makes a text wider than a device can name.
-    return {Round(double(characters - doubleBytes) * (height / 2) + double(doubleBytes) * height), height};
+    const std::int64_t width = (characters - doubleBytes) * (height / 2) + doubleBytes * height;
+    return {int(std::clamp<std::int64_t>(width, INT32_MIN, INT32_MAX)), height};
 }

@@ -40,7 +40,7 @@ public:
 
     void Text(DevicePoint leftTop, const QString& text) override;
     /// Height is the font's cell height h; a character takes h / 2 (rounded down) when it is one byte in code page
-    /// 932 and h when it is two.
+    /// 932 and h when it is two; what is wider than a number is as wide as the greatest.
     DeviceSize MeasureText(const QString& text) const override;
     int GetDeviceCaps(DeviceCaps caps) const override { return m_measures.Get(caps); }
     bool ShowsEveryCall() const override { return true; }

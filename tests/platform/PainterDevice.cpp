@@ -69,7 +69,7 @@ QStringList pathsOf(const QByteArray& svg) {
         const auto value = [&](const QString& name) { return reader.attributes().value(name).toString(); };
         if (reader.name() == u"g" && reader.attributes().hasAttribute(u"transform"_qs))
             look = value(u"fill"_qs) + u' ' + value(u"stroke"_qs) + u' ' + value(u"stroke-width"_qs) + u' ' +
-                   value(u"stroke-dasharray"_qs);
+                   value(u"stroke-dasharray"_qs) + (value(u"stroke-linejoin"_qs) == u"bevel" ? u" bevel" : u"");
         else if (reader.name() == u"path")
             paths += look.trimmed() + u": "_qs + value(u"d"_qs);
     }
@@ -98,6 +98,14 @@ TEST(PainterDevice, AreasLeaveOutRightAndBottom) {
     EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {1, 1, 5, 4}, Stock::BlackPen); }), area);
     EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {5, 4, 1, 1}, Stock::BlackPen); }), area);
     EXPECT_EQ(pixelsOf([&](DeviceContext& device) { rectangle(device, {1, 1, 6, 5}, Stock::NullPen); }), area);
+    QImage dark(3, 2, QImage::Format_RGB32);
+    dark.fill(Qt::black);
+    const QString pictured = pixelsOf([&](DeviceContext& device) {
+        device.DrawPicture({5, 4, 1, 1}, dark);
+        device.DrawPicture({6, 0, 6, 6}, dark);
+        device.DrawPicture({0, 0, 8, 6}, QImage());
+    });
+    EXPECT_EQ(pictured, area);
 }
 
 TEST(PainterDevice, LinesOfOnePenBecomeOnePath) {
@@ -113,15 +121,15 @@ TEST(PainterDevice, LinesOfOnePenBecomeOnePath) {
         device.LineTo({6, 6});
         device.SelectBrush(stockBrush(Stock::NullBrush));
         device.Polygon(points);
-        device.SelectPen({PenStyle::Dash, 4, 0, true});
+        device.SelectPen({PenStyle::Dash, 4, 0, true, true});
         device.Polyline(points);
         device.SelectPen({PenStyle::Dot, 1, 0, false});
         device.LineTo({7, 4});
     });
-    EXPECT_EQ(pathsOf(svg),
-              (QStringList{u"none #0000ff 1: M0,0 L10,0 L10,10 M0,10 L0,0 M5,5 L6,6"_qs,
-                           u"none #0000ff 1: M0,0 L10,0 L10,10 L0,10 L0,0"_qs,
-                           u"none #000000 4 8,8: M0,0 L10,0 L10,10 L0,10"_qs, u"none #000000 1 3,3: M6,6 L7,4"_qs}));
+    EXPECT_EQ(pathsOf(svg), (QStringList{u"none #0000ff 1: M0,0 L10,0 L10,10 M0,10 L0,0 M5,5 L6,6"_qs,
+                                         u"none #0000ff 1: M0,0 L10,0 L10,10 L0,10 L0,0"_qs,
+                                         u"none #000000 4 8,8 bevel: M0,0 L10,0 L10,10 L0,10"_qs,
+                                         u"none #000000 1 3,3: M6,6 L7,4"_qs}));
 }
 
 TEST(PainterDevice, RingsAreFilledTogether) {

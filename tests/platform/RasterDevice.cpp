@@ -100,6 +100,23 @@ TEST(RasterDevice, AreasLeaveOutRightAndBottom) {
                                   "#rrrr#..rrrr..", ".####........."}));
 }
 
+TEST(RasterDevice, PicturesAreStretchedByWholePixels) {
+    QImage flag(2, 2, QImage::Format_Indexed8), glass(1, 1, QImage::Format_ARGB32);
+    flag.setColorTable({0xff000000, 0xffff0000, 0});
+    glass.fill(QColor(0, 0, 0, 51));
+    for (int i = 0; i < 4; ++i)
+        flag.setPixel(i % 2, i / 2, unsigned(i) % 3);
+    Picture picture(10, 5);
+    picture.Device.SetRop2(RasterMode::Not);
+    picture.Device.DrawPicture({0, 0, 5, 4}, flag); // black, red; none, black
+    picture.Device.DrawPicture({8, 4, 5, 1}, flag);
+    picture.Device.DrawPicture({9, 0, 9, 5}, flag);
+    picture.Device.DrawPicture({0, 0, 9, 5}, QImage());
+    picture.Device.DrawPicture({9, 4, 2000000000, 5}, glass);
+    EXPECT_EQ(picture.Read(), (Rows{"##rrr.....", "##rrr#rr..", "..###.##..", "..###.##..", ".........?"}));
+    EXPECT_EQ(picture.Image.pixel(9, 4), 0xffccccccu);
+}
+
 TEST(RasterDevice, HatchesLieOnTheDevicesGrid) {
     Brush brush = solidBrush(black);
     Picture picture(24, 24);
@@ -142,6 +159,9 @@ TEST(RasterDevice, RasterModesTouchEachPixelOfAFigureOnce) {
 }
 
 TEST(RasterDevice, AClipTakesAwayAndChangesNothing) {
+    QImage speckled(7, 5, QImage::Format_ARGB32);
+    for (int i = 0; i < 35; ++i)
+        speckled.setPixel(i % 7, i / 7, 0x07654321u * unsigned(i));
     for (unsigned seed = 0; seed < 1500; ++seed) {
         const int reaches[] = {10, 1000, 1000000, INT32_MAX - 100};
         Picture whole(100, 100), clipped(100, 100);
@@ -149,6 +169,9 @@ TEST(RasterDevice, AClipTakesAwayAndChangesNothing) {
         Dice one(seed), other(seed);
         drawAnything(whole.Device, one, reaches[seed % 4]);
         drawAnything(clipped.Device, other, reaches[seed % 4]);
+        const DevicePoint corner = one.Point(-reaches[seed % 4], 100), opposite = one.Point(0, reaches[seed % 4]);
+        for (DeviceContext* device : {&whole.Device, &clipped.Device})
+            device->DrawPicture({corner.X, corner.Y, opposite.X, opposite.Y}, speckled);
         QImage expected(100, 100, QImage::Format_RGB32);
         expected.fill(toPixel(white));
         for (int y = 20; y < 85; ++y)
@@ -192,6 +215,54 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
         }
         EXPECT_EQ(images[0], images[1]) << seed;
         EXPECT_EQ(images[0], images[2]) << seed;
+    }
+}
+
+TEST(RasterDevice, CurvesAndDotsDrawWhatSingleCallsDraw) {
+    for (unsigned seed = 0; seed < 96; ++seed) {
+        Dice dice(seed);
+        // Steps of a smooth curve, of a wild one across and up the page, and of any; some far beyond the picture.
+        const DevicePoint reaches[] = {{2, 2}, {1, 150}, {150, 1}, {9, 90}};
+        const DevicePoint reach = reaches[seed % 4];
+        std::vector<DevicePoint> points{{75, 75}};
+        std::vector<DeviceRect> dots;
+        for (int i = 0; i < 4500; ++i) {
+            DevicePoint next{points.back().X + dice.Between(-reach.X, reach.X),
+                             points.back().Y + dice.Between(-reach.Y, reach.Y)};
+            if (std::abs(next.X - 75) > 150 || std::abs(next.Y - 75) > 150)
+                next = i % 64 == 0 ? dice.Point(-100000, 100000) : dice.Point(0, 150);
+            points.push_back(next);
+            const int size = i % 50 == 0 ? dice.Between(-70, 90) : 8;
+            dots.push_back({next.X, next.Y, next.X + size, next.Y + size - int(seed % 2)});
+        }
+        const int widths[] = {1, 2, 5, 40};
+        Pen pen = solidPen(red, widths[seed / 4 % 4]);
+        pen.Geometric = true;
+        pen.Style = seed % 3 == 0 ? int(seed / 3 % 6) : 0;
+        Brush brush = solidBrush(seed % 5 ? red : black);
+        brush.Hatch = seed % 7 ? -1 : 3;
+        const int mode = seed % 6 == 5 ? RasterMode::XorPen : RasterMode::CopyPen;
+        std::vector<QImage> images;
+        for (const int threads : {0, 1, 4}) { // 0: one by one
+            Picture picture(151, 150, threads);
+            RasterDevice& device = picture.With(pen).With(brush).Device;
+            if (seed % 2)
+                device.ClipRect({3, 40, 120, 141});
+            device.MoveTo(points[0]);
+            const auto curve = std::span(points).first(seed / 2 % 2 ? points.size() : 50);
+            for (const DevicePoint point : curve.subspan(threads ? curve.size() : 1))
+                device.LineTo(point);
+            if (threads)
+                device.Polyline(curve);
+            images.push_back(picture.Image.copy());
+            device.SetRop2(mode);
+            const std::span<const DeviceRect> all(dots);
+            threads ? device.Ellipses(all.first(4400)) : device.DeviceContext::Ellipses(all.first(4400));
+            threads ? device.Rectangles(all.subspan(200)) : device.DeviceContext::Rectangles(all.subspan(200));
+            images.push_back(picture.Image);
+        }
+        for (std::size_t i = 2; i < images.size(); ++i)
+            ASSERT_EQ(images[i], images[i % 2]) << seed << ' ' << i;
     }
 }
 

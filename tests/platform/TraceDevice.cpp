@@ -1,5 +1,6 @@
 #include "platform/TraceDevice.h"
 
+#include <QImage>
 #include <gtest/gtest.h>
 
 TEST(TraceDevice, WritesEachCallAsALine) {
@@ -24,6 +25,7 @@ TEST(TraceDevice, WritesEachCallAsALine) {
     device.Rectangle({0, 1, 2, 3});
     device.Ellipse({4, 5, 6, 7});
     device.FillRect({-1, -2, 8, 9}, stockBrush(Stock::GreyBrush));
+    device.DrawPicture({9, 8, 7, -6}, QImage(3, 2, QImage::Format_Mono));
     device.Text({10, -20}, u"a\"b\\c/\n\u0001変\u007f"_qs);
     device.RestoreDC();
     EXPECT_EQ(device.Trace().toStdString(), R"(SaveDC
@@ -44,6 +46,7 @@ PolyPolygon 2 3 1 1 2 -3 4 5 -2147483648 7 8
 Rectangle 0 1 2 3
 Ellipse 4 5 6 7
 FillRect -1 -2 8 9
+Picture 9 8 7 -6 3 2
 Text 10 -20 "a\"b\\c/\n\u0001変)"
                                             "\x7f\"\nRestoreDC\n");
 }
@@ -59,4 +62,6 @@ TEST(TraceDevice, BatchesAreTheirSingleCalls) {
                                             "Polygon 2 0 1 2 3\nPolygon 1 4 5\n");
     device.SelectFont({.Height = 15, .Face = {}});
     EXPECT_EQ(device.MeasureText(u"aｱ変位😀"_qs), (DeviceSize{7 + 7 + 15 + 15 + 7, 15}));
+    device.SelectFont({.Height = 2000000000, .Face = {}});
+    EXPECT_EQ(device.MeasureText(u"変位"_qs).Width, 2147483647);
 }
