@@ -92,6 +92,9 @@ QString ShortenPath(const QString& path, int maxBytes);
 /// For display: small letters, with a capital at the front of each folder and of the name, and for a drive.
 QString NormalizePathCase(const QString& path);
 
+/// Stores `number` as a single. False, and `target` stays, when that would be no finite number.
+bool Narrow(double number, float& target);
+
 /// The larger and the smaller of two numbers, which may be of different types.
 template<class A, class B>
 constexpr std::common_type_t<A, B> MaxOf(A a, B b) {

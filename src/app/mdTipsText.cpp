@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string>
 
 namespace {
@@ -134,6 +135,13 @@ double mdTips::Val(QStringView text) {
     double value = 0;
     std::from_chars(number.data() + (plus ? 1 : 0), number.data() + number.size(), value);
     return value;
+}
+
+bool mdTips::Narrow(double number, float& target) {
+    if (!(std::abs(number) <= double(std::numeric_limits<float>::max())))
+        return false;
+    target = float(number);
+    return true;
 }
 
 int mdTips::AnsiLength(QStringView text) {

@@ -2,7 +2,6 @@
 #include "plot/clsPlot.h"
 
 #include "app/NumberFormat.h"
-#include "property/drawingElements.h"
 
 #include <limits>
 #include <optional>
@@ -37,7 +36,7 @@ void SplitCsvLine(QStringView text, const Use& use) {
 /// NaN, which no text reads as, for a number beyond single precision.
 float singleOf(const QString& field) {
     float value = std::numeric_limits<float>::quiet_NaN();
-    drawingElements::Narrow(mdTips::Val(field), value);
+    mdTips::Narrow(mdTips::Val(field), value);
     return value;
 }
 

@@ -24,7 +24,7 @@ void setWorkLimits(PlotScale& scale, bool flipped) {
 /// Limits that are equal, or no finite distance apart, leave the units of the last drawing.
 void setUnits(float& units, int length, float range) {
     if (std::isfinite(range))
-        StoreSingle(units, length / double(range));
+        mdTips::Narrow(length / double(range), units);
 }
 
 } // namespace

@@ -37,10 +37,10 @@ double stepFactor(double count) {
 /// `outwards` is 1 for the upper limit, -1 for the lower one.
 void snap(float& limit, double wholeSteps, float step, int outwards, float tolerance) {
     float multiple = limit;
-    StoreSingle(multiple, wholeSteps * step);
+    mdTips::Narrow(wholeSteps * step, multiple);
     const float outside = limit - multiple;
     const double oneMore = tolerance < float(outwards) * outside ? double(outwards) * step : 0;
-    StoreSingle(limit, multiple + oneMore);
+    mdTips::Narrow(multiple + oneMore, limit);
 }
 
 } // namespace
@@ -54,12 +54,12 @@ void clsPlot::GetMemoriScale(float& max, float& min, float& major, float& minor)
     int exponent = range == 0 ? -1 : 0;
     if (range > 0)
         exponent = int(std::floor(std::log(double(range)) * commonLogOfE)) - 1;
-    StoreSingle(major, std::pow(10.0, exponent));
+    mdTips::Narrow(std::pow(10.0, exponent), major);
     if (range / double(major) > 15)
-        StoreSingle(major, major * 10.0);
+        mdTips::Narrow(major * 10.0, major);
     if (const double count = std::floor(range / double(major)); count >= 0) {
-        StoreSingle(major, major * stepFactor(count));
-        StoreSingle(minor, major * 0.2);
+        mdTips::Narrow(major * stepFactor(count), major);
+        mdTips::Narrow(major * 0.2, minor);
     }
     const float tolerance = float(std::pow(10.0, exponent - 5));
     snap(max, std::floor(max / double(major)), major, 1, tolerance);

@@ -4,7 +4,6 @@
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
 #include "platform/Rounding.h"
-#include "property/drawingElements.h"
 
 #include <QImageReader>
 #include <QSaveFile>
@@ -83,7 +82,7 @@ struct ValueReader {
     void operator()(int& target) const {
         target = Is == Kind::Width ? std::clamp(numberOf(Text), 0, widestLine) : numberOf(Text);
     }
-    void operator()(float& target) const { drawingElements::Narrow(mdTips::Val(Text), target); }
+    void operator()(float& target) const { mdTips::Narrow(mdTips::Val(Text), target); }
     void operator()(Colour& target) const {
         const bool asNumber = Is == Kind::ColourFromNumber;
         target = mdTips::ParseColor(asNumber ? NumberFormat::Shortest(mdTips::Val(Text)) : Text);

@@ -10,11 +10,6 @@ namespace {
 constexpr int mostTicks = 32767;
 } // namespace
 
-void StoreSingle(float& field, double value) {
-    if (std::abs(value) <= std::numeric_limits<float>::max())
-        field = float(value);
-}
-
 std::vector<float> TickValues(const PlotScale& scale, float step) {
     const int count = Round(double(scale.WorkRange()) / step);
     if (count == 0 || count > mostTicks || count < -mostTicks)
@@ -23,7 +18,7 @@ std::vector<float> TickValues(const PlotScale& scale, float step) {
     values.reserve(std::size_t(std::abs(count)) + 1);
     float value = scale.WorkMin;
     for (int i = 0; i != count + (count > 0 ? 1 : -1); i += count > 0 ? 1 : -1) {
-        StoreSingle(value, scale.WorkMin + double(step) * i);
+        mdTips::Narrow(scale.WorkMin + double(step) * i, value);
         values.push_back(value);
     }
     return values;

@@ -4,9 +4,6 @@
 
 #include "plot/PlotRecords.h"
 
-/// Stores `value` as a single; the field keeps what it held when that is no finite number.
-void StoreSingle(float& field, double value);
-
 /// True when the larger values lie at the smaller device coordinates.
 inline bool IsFlipped(const PlotScale& scale, bool across) {
     return scale.ScaleReverse == across;

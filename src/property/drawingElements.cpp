@@ -1,9 +1,7 @@
 #include "property/drawingElements.h"
 
+#include "app/mdTips.h"
 #include "property/drawingElementTable.h"
-
-#include <cmath>
-#include <limits>
 
 namespace drawingElements {
 
@@ -49,7 +47,7 @@ struct Reader {
     bool operator()(float& target) const {
         bool ok = false;
         const double number = Text.trimmed().toDouble(&ok);
-        return ok && Narrow(number, target);
+        return ok && mdTips::Narrow(number, target);
     }
     bool operator()(Colour& target) const {
         const QString digits = Text.trimmed();
@@ -110,13 +108,6 @@ bool ReadBoolean(const QString& text, bool& target) {
         target = number != 0;
     else
         return false;
-    return true;
-}
-
-bool Narrow(double number, float& target) {
-    if (!(std::abs(number) <= double(std::numeric_limits<float>::max())))
-        return false;
-    target = float(number);
     return true;
 }
 

@@ -21,7 +21,4 @@ QStringList Paths();
 /// The words "True" and "False" in any case, or a whole number, true when not 0. Any other text is refused.
 bool ReadBoolean(const QString& text, bool& target);
 
-/// False, and `target` stays, for a number beyond single precision.
-bool Narrow(double number, float& target);
-
 } // namespace drawingElements

@@ -62,7 +62,7 @@ struct Reader {
         else
             drawingElements::ReadBoolean(Node.Text, target);
     }
-    void operator()(float& target) const { drawingElements::Narrow(mdTips::Val(Node.Text), target); }
+    void operator()(float& target) const { mdTips::Narrow(mdTips::Val(Node.Text), target); }
     void operator()(Colour& target) const { target = mdTips::ParseColor(Node.Text); }
     void operator()(VectorSettings& vector) const {
         const int count = Node.childNodes.Length();
