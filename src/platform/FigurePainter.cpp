@@ -4,7 +4,6 @@
 #include "platform/Rings.h"
 #include "platform/ThinLine.h"
 
-#include <bit>
 #include <vector>
 
 namespace {
@@ -36,9 +35,10 @@ FigurePainter::Bounds::Bounds(std::span<const DevicePoint> points) {
 }
 
 FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
-    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode),
-      stroke(linePen), penInk{toPixel(pen.Color), mode, nullptr}, brushInk{toPixel(brush.Color), mode,
-                                                                           hatchPattern(brush.Hatch)} {}
+    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode), stroke(linePen) {
+    penInk = {toPixel(pen.Color), mode, nullptr};
+    brushInk = {toPixel(brush.Color), mode, hatchPattern(brush.Hatch)};
+}
 
 /// Under a raster mode that mixes, what is drawn twice would show. A figure is therefore first drawn on a sheet of its
 /// own, where drawing over does no harm, and the sheet is put on the picture.

@@ -17,7 +17,7 @@ public:
     void PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) const;
     /// Figures of one ring each.
     void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const;
-    /// The brush alone. For this and the next two: left not above right, top not above bottom.
+    /// The brush alone; left not above right, top not above bottom.
     void FillRect(const DeviceRect& rect) const;
     void Rectangles(std::span<const DeviceRect> rects) const;
     /// Their outlines have no dashes.

@@ -165,15 +165,19 @@ std::vector<PixelSurface> RasterDevice::bands(std::size_t count, std::size_t wor
     return parts;
 }
 
-/// Calls `draw(figures)` with a painter for each part.
-template<class Draw>
-void RasterDevice::drawParts(const std::vector<PixelSurface>& parts, const Draw& draw) const {
+/// Calls `draw(figures)` with a painter for each of the parts that a batch of points or rectangles is shared out into.
+template<class Item, class Draw>
+void RasterDevice::drawShared(std::span<const Item> items, const Draw& draw) {
+    if (threads == 1 || items.size() < smallestSharedWork) {
+        draw(figures());
+        return;
+    }
+    const std::vector<PixelSurface> parts = bands(items.size(), items.size(), rowsOf(items));
     parallelFor(int(parts.size()), [&](int i) { draw(figuresOn(parts[std::size_t(i)])); });
 }
 
 void RasterDevice::Polyline(std::span<const DevicePoint> points) {
-    drawParts(bands(points.size(), points.size(), rowsOf(points)),
-              [&](const FigurePainter& part) { part.Polyline(points); });
+    drawShared(points, [&](const FigurePainter& part) { part.Polyline(points); });
 }
 
 void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
@@ -189,18 +193,15 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
 }
 
 void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
-    drawParts(bands(points.size(), points.size(), rowsOf(points)),
-              [&](const FigurePainter& part) { part.Polygons(points, counts); });
+    drawShared(points, [&](const FigurePainter& part) { part.Polygons(points, counts); });
 }
 
 void RasterDevice::Rectangles(std::span<const DeviceRect> rects) {
-    drawParts(bands(rects.size(), rects.size(), rowsOf(rects)),
-              [&](const FigurePainter& part) { part.Rectangles(rects); });
+    drawShared(rects, [&](const FigurePainter& part) { part.Rectangles(rects); });
 }
 
 void RasterDevice::Ellipses(std::span<const DeviceRect> rects) {
-    drawParts(bands(rects.size(), rects.size(), rowsOf(rects)),
-              [&](const FigurePainter& part) { part.Ellipses(rects); });
+    drawShared(rects, [&](const FigurePainter& part) { part.Ellipses(rects); });
 }
 
 void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {

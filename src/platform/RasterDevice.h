@@ -1,6 +1,6 @@
 // The drawing device for a picture in memory: the screen's picture, a film frame, a PNG. Lines and areas are its own,
-// exact to the pixel and the same for any clip and any number of threads; text is Qt's,
-// numbers out of a cache of glyphs.
+// exact to the pixel and the same for any clip and any number of threads; text is Qt's, numbers out of a cache of
+// glyphs.
 #pragma once
 
 #include "platform/FigurePainter.h"
@@ -66,8 +66,8 @@ private:
     FigurePainter figuresOn(const PixelSurface& part) const;
     template<class RowOf>
     std::vector<PixelSurface> bands(std::size_t count, std::size_t workSize, const RowOf& rowOf);
-    template<class Draw>
-    void drawParts(const std::vector<PixelSurface>& parts, const Draw& draw) const;
+    template<class Item, class Draw>
+    void drawShared(std::span<const Item> items, const Draw& draw);
     void closeText();
     void forgetFont();
     const QFont& textFont() const;

@@ -25,7 +25,7 @@ public:
         columns.Set(x - area.Left, top - area.Top, bottom - area.Top);
     }
 
-    /// Leaves the stencil in a state of no use.
+    /// On the surface that the part was taken from.
     void PutOn(const PixelSurface& surface, const Ink& ink);
 
 private:
