@@ -170,6 +170,17 @@ Mask parseMask(QStringView mask) {
     return parsed;
 }
 
+/// As numbers come by the thousand with one mask, the last one is kept.
+const Mask& lastMask(QStringView mask) {
+    thread_local QString text;
+    thread_local Mask parsed;
+    if (text != mask) {
+        text = mask.toString();
+        parsed = parseMask(mask);
+    }
+    return parsed;
+}
+
 /// Appends the integer digits from weight `from` down to `to`, as far as they count or are required.
 void appendInteger(QString& text, const Decimal& number, const Mask& mask, int from, int to) {
     for (int weight = from; weight >= to; --weight) {
@@ -238,14 +249,14 @@ QString NumberFormat::Format(double value, QStringView mask) {
     if (!std::isfinite(value))
         return notFinite(value);
     const Decimal number = decimalOf15Digits(value);
-    return mask.isEmpty() ? generalForm(number) : applyMask(number, parseMask(mask));
+    return mask.isEmpty() ? generalForm(number) : applyMask(number, lastMask(mask));
 }
 
 QString NumberFormat::Format(float value, QStringView mask) {
     if (!std::isfinite(value))
         return notFinite(value);
     const Decimal number = shortestDecimal(value);
-    return mask.isEmpty() ? generalForm(number) : applyMask(number, parseMask(mask));
+    return mask.isEmpty() ? generalForm(number) : applyMask(number, lastMask(mask));
 }
 
 QString NumberFormat::FormatText(const QString& text, QStringView mask) {

@@ -50,10 +50,13 @@ void SplitFields(const QString& text, QStringList& fields, int& count, const QSt
 /// `line` without leading tabs and without what follows the first `commentChar` outside double quotes.
 QString StripComment(const QString& line, QChar commentChar);
 
-/// The next entry of `lines` from `next` on, which moves past it; false at the end. Lines are stripped of comments
-/// (`comment` as for `SplitFields`) and blanks and passed over when nothing is left; a "\" at the end joins the next
-/// line.
-bool ReadKeyValueLine(const QStringList& lines, qsizetype& next, KeyValue& record, const QString& comment = {});
+/// Takes the first line off `text`, without its end, which is CR LF or LF alone; false, and an empty line, when nothing
+/// is left. A line end at the very end starts no further line.
+bool TakeLine(QStringView& text, QStringView& line);
+
+/// Takes the next entry off `text`; false at the end. Lines are stripped of comments (`comment` as for `SplitFields`)
+/// and blanks (U+0020) and passed over when nothing is left; a "\" at the end joins the next such line.
+bool ReadKeyValueLine(QStringView& text, KeyValue& record, const QString& comment = {});
 
 /// Replaces each macro throughout `text`, one after the other: a value may hold a macro that comes later.
 QString ExpandLabelMacros(const QString& text, const LabelMacros& macros);
@@ -71,6 +74,8 @@ QString CutAtNull(QByteArrayView ansi);
 
 /// A file in code page 932, at most `maxBytes` of it if that is above 0, and never more than 256 MB.
 QString ReadTextFile(const QString& path, qint64 maxBytes = 0);
+/// Writes `text` in code page 932. When that fails, which gives false, an earlier file of that name stays whole.
+bool WriteTextFile(const QString& path, const QString& text);
 
 /// `text` with `trailing` at its end, added or removed when needed. "\" ends a folder as "/" does.
 QString AddTrailingChar(const QString& text, QChar trailing = u'/');

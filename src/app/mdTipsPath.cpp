@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 #include <algorithm>
 
 namespace {
@@ -33,6 +34,15 @@ QString mdTips::ReadTextFile(const QString& path, qint64 maxBytes) {
     // A buffer for all that is asked for comes before the first byte, so a small file mustn't ask for the largest.
     const qint64 length = file.isSequential() ? most : std::min(most, file.size());
     return Codepage::Decode(file.read(length));
+}
+
+bool mdTips::WriteTextFile(const QString& path, const QString& text) {
+    QSaveFile file(path);
+    const QByteArray bytes = Codepage::Encode(text);
+    // A disk that fills up in the middle of a write shows in the count alone, and nowhere once a buffer is in between;
+    // without the commit the new file is dropped.
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
+           file.commit();
 }
 
 QString mdTips::AddTrailingChar(const QString& text, QChar trailing) {

@@ -148,14 +148,6 @@ QString mdTips::CutAtNull(QByteArrayView ansi) {
     return CutAtNull(Codepage::Decode(ansi));
 }
 
-QString mdTips::StripComment(const QString& line, QChar) {
-    return line;
-}
-
-bool mdTips::ReadKeyValueLine(const QStringList&, qsizetype&, KeyValue&, const QString&) {
-    return false;
-}
-
 QString mdTips::ExpandLabelMacros(const QString& text, const LabelMacros& macros) {
     QString expanded = text;
     for (const auto& [key, value] : macros) {

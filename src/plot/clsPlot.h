@@ -203,17 +203,24 @@ public:
 
     static bool PreCheckPrinterDCCaps(int, int) { return false; }
 
-    // --- files, in code page 932
+    // --- files, in code page 932 with CR LF at the end of lines; LF alone is read as well. A file that can't be
+    // written stays as it was.
 
-    /// Title, labels and points at four significant digits. An earlier file is replaced.
+    /// Title, labels and points at four significant digits, texts as they are. An earlier file is replaced.
     void CsvSave(const QString& path) const;
     /// Without `keep` the series are cleared first. The file's first series goes to series 1, and so on, also with
-    /// `keep`, where its points come behind those that are there.
+    /// `keep`, where its points come behind those that are there. A point is left out when it has no plot value or a
+    /// number beyond single precision; a series without points isn't made for its label alone. Takes the first 128 MB.
     void CsvLoad(const QString& path, bool keep);
-    /// Background and scales. A picture in use is written to `PictureFolder` as "_back.bmp".
+    /// Background and scales. A picture in use is written to `PictureFolder` as "_back.bmp". A scale without a font has
+    /// no keys of a font.
     void StyleSave(const QString& path) const;
-    /// Takes what the file names and leaves all else. `GridWidth` does not come back from a file of `StyleSave`, which
-    /// spells its key in another way than is read here, and `GridColor` comes back as 0.
+    /// Takes what the file (its first MB) names and leaves all else. `GridWidth` does not come back from a file of
+    /// `StyleSave`, which spells its key in another way than is read here, and `GridColor` comes back as 0. A picture
+    /// is BMP, GIF, JPEG or PNG of up to 32 million pixels. Line widths are held within 0 to 32767, sizes of fonts
+    /// within 1638 points and their names within 255 characters; no name, a size that is no number or below 1, and a
+    /// limit or step beyond single precision change nothing. Limits and steps are otherwise taken as they are, and it
+    /// is for `Redraw` to bound the number of ticks they make.
     void StyleLoad(const QString& path);
 
 private:

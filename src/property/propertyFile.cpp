@@ -4,13 +4,10 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
-#include "platform/Codepage.h"
 #include "platform/Rounding.h"
 #include "property/clsXML.h"
 #include "property/drawingElementTable.h"
 #include "property/drawingElements.h"
-
-#include <QSaveFile>
 
 namespace propertyFile {
 
@@ -119,7 +116,7 @@ public:
         --m_depth;
         Add(u"</"_qs + name + u'>');
     }
-    QByteArray Bytes() const { return Codepage::Encode(m_text); }
+    QString Text() const { return m_text; }
 
 private:
     QString m_text;
@@ -153,7 +150,7 @@ struct Writer {
 };
 
 /// The whole file. The records come as copies of their own: the table reaches into what may be changed.
-QByteArray bytesOf(ApplicationSettings settings, ResultModel model) {
+QString textOf(ApplicationSettings settings, ResultModel model) {
     Lines lines;
     lines.Add(u"<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>"_qs);
     QStringList open;
@@ -172,7 +169,7 @@ QByteArray bytesOf(ApplicationSettings settings, ResultModel model) {
         withValue(element, settings, model, Writer{element, path.back(), lines});
     }
     closeTo(0);
-    return lines.Bytes();
+    return lines.Text();
 }
 
 } // namespace
@@ -209,12 +206,7 @@ bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model) {
 void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model) {
     if (!mdApplication::FileExists(model.FileName))
         return;
-    QSaveFile file(PathFor(model.FileName));
-    const QByteArray bytes = bytesOf(settings, model);
-    // A disk that fills up in the middle of a write shows in the count alone, and nowhere once a buffer is in between;
-    // without the commit the new file is dropped.
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size())
-        file.commit();
+    mdTips::WriteTextFile(PathFor(model.FileName), textOf(settings, model));
 }
 
 } // namespace propertyFile

@@ -71,6 +71,20 @@ TEST(Tips, ValReadsTheLongestNumberInFront) {
         EXPECT_EQ(Val(c.Text), c.Expected) << QString::fromUtf16(c.Text).toStdString();
 }
 
+TEST(Tips, KeysAndValuesLineByLine) {
+    EXPECT_EQ(StripComment(u"\t\ta \"b;\" ;c"_qs, u';'), u"a \"b;\" "_qs);
+    const QString text = u" A b = \"c#=\" # d\r\n#\n\n{ x=\\\n  \n{1\\\r\n }\nlast = \\"_qs;
+    QStringView rest = text;
+    KeyValue record;
+    QString read;
+    while (ReadKeyValueLine(rest, record))
+        read += record.Key + u'|' + record.Value + (record.IsBlock ? u"|block\n" : u"\n");
+    EXPECT_EQ(read, u"A b|c#=\n{ x|{1}|block\nlast|\n"_qs);
+    rest = u"\\\nk\"=v";
+    ASSERT_TRUE(ReadKeyValueLine(rest, record, u"v;"_qs));
+    EXPECT_EQ(record.Key + u'|' + record.Value, u"k\"|v"_qs);
+}
+
 TEST(Tips, TextsOfOtherPrograms) {
     EXPECT_EQ(AnsiLength(u"aｱ漢"), 4);
     EXPECT_EQ(CutAtNull(QByteArrayView("\x8a\xbf\0x", 4)), u"漢"_qs);

@@ -1,21 +1,10 @@
 // Fuzz target: any bytes as a result file, opened, two steps of it loaded and every query asked.
+#include "Fuzz.h"
 #include "result/mdVelorinResultModel.h"
-
-#include <cstdio>
-#include <cstdlib>
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace mdVelorinResultModel;
 
 namespace {
-
-void require(bool holds, const char* what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-}
 
 float sumOf(const ItemValues& values) {
     require(values.Values.size() == std::max(values.Count, 0), "as many values as the count says");
@@ -77,24 +66,6 @@ void loadAndAsk(const QString& path) {
         askAll(model);
     }
 }
-
-/// A file in memory; the reader finds it by its name under /proc.
-class MemoryFile {
-public:
-    MemoryFile() : descriptor(memfd_create("result", MFD_CLOEXEC)) { require(descriptor >= 0, "memfd_create"); }
-    ~MemoryFile() { close(descriptor); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    void Write(const std::uint8_t* data, std::size_t size) const {
-        require(ftruncate(descriptor, 0) == 0, "ftruncate");
-        require(pwrite(descriptor, data, size, 0) == ssize_t(size), "pwrite");
-    }
-    QString Path() const { return u"/proc/self/fd/"_qs + QString::number(descriptor); }
-
-private:
-    int descriptor;
-};
 
 } // namespace
 

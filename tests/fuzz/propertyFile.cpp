@@ -1,19 +1,10 @@
 // Fuzz target: any bytes as the drawing property file beside a result file; what it gave is written and read again.
 #include "property/propertyFile.h"
+#include "Fuzz.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
-
-void require(bool holds, const char* what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-}
 
 /// A folder for the two files. There is no store of settings, which would cost far more than the reading.
 struct Place {

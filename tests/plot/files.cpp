@@ -1,0 +1,163 @@
+// The plot's data and style files byte by byte, what is made of files written by hand, and a graph's numbers as text.
+#include "plot/mdGraph.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+enum : int { Base = clsPlot::ScaleBase, Plot = clsPlot::ScalePlot, Both = clsPlot::ScaleBoth };
+
+class PlotFiles : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"表.txt"_qs); // its second byte in code page 932 is a backslash
+
+    static std::string bytesOf(const QString& name) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
+        return file.readAll().toStdString();
+    }
+    const QString& written(const std::string& bytes) const {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes.data(), qint64(bytes.size())) >= 0);
+        return path;
+    }
+    std::string csvOf(const clsPlot& plot) const {
+        plot.CsvSave(path);
+        return bytesOf(path);
+    }
+    std::string styleOf(const clsPlot& plot) const {
+        plot.StyleSave(path);
+        return bytesOf(path);
+    }
+    const std::string csvByHand = bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/hand.csv"));
+    const std::string styleByHand = bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/hand.style"));
+};
+
+void addPoints(clsPlot& plot, int series, const QString& label, const std::vector<std::pair<float, float>>& points) {
+    for (const auto& [base, value] : points)
+        plot.DataAdd(series, base, value);
+    plot.SetDataLabel(series, label);
+}
+
+TEST_F(PlotFiles, DataComesBackToFourDigits) {
+    clsPlot plot, back;
+    plot.GraphTitle = u"温度"_qs;
+    addPoints(plot, 1, u"a\"b"_qs, {{0, 1}, {0.1f, -2500.04f}, {1e-10f, 123456}});
+    plot.DataLegendAdd();
+    plot.SetDataLabel(2, u"空"_qs);
+    addPoints(plot, 3, u"x, y"_qs, {{-0.0f, 2}});
+    EXPECT_EQ(csvOf(plot), "TITLE,\"\x89\xb7\x93x\"\r\n\"a\"b\",1.000E0,-2.500E3,1.235E5\r\n,0.000E0,1.000E-1,1.000E-10"
+                           "\r\n\"\x8b\xf3\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
+    back.CsvLoad(path, false);
+    EXPECT_EQ(back.GraphTitle, u"温度"_qs);
+    // The quote in the first label leaves a quotation open that takes all values, and series 2 has none.
+    EXPECT_EQ(csvOf(back), "TITLE,\"\x89\xb7\x93x\"\r\n\"\"\r\n\r\n\"\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
+
+    back.CsvLoad(written("Title,\"\nS, 1\n,2"), true);
+    EXPECT_EQ(csvOf(back), "TITLE,\"\"\r\n\"S\",1.000E0\r\n,2.000E0\r\n\"\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
+    back.CsvLoad(folder.path(), true);
+    EXPECT_EQ(back.DataLegendCount(), 3);
+    back.CsvLoad(folder.path(), false);
+    EXPECT_EQ(back.DataLegendCount(), 0);
+}
+
+TEST_F(PlotFiles, DataByHandIsReadLeniently) {
+    clsPlot plot;
+    plot.CsvLoad(written(csvByHand), false);
+    // The fourth point has a plot value beyond range, the sixth plot value no base.
+    const std::string expected = "TITLE,\"last\"\r\n\"A, 1\",1.500E0,2.000E3,3.400E1,5.000E0\r\n"
+                                 ",0.000E0,1.000E-1,2.000E2,4.500E0\r\n\"B\",9.000E0\r\n,1.000E0\r\n";
+    EXPECT_EQ(csvOf(plot), expected);
+    for (std::size_t length = 0; length <= csvByHand.size(); ++length)
+        plot.CsvLoad(written(csvByHand.substr(0, length)), false);
+    EXPECT_EQ(csvOf(plot), expected);
+}
+
+const std::string styleHead = "CPS10#\r\n#         - Graph Style - \r\n#           for cPlot version 1.09b\r\n#\r\n";
+const std::string keysBeforeGrid = "    draw=1\r\n    auto=1\r\n    rev=0\r\n    posrev=0\r\n    svalue=0\r\n"
+                                   "    max=0.000\r\n    min=0.000\r\n    mscale=0.000\r\n    hscale=0.000\r\n"
+                                   "    lcolor=0x00000000\r\n    lwidth=1\r\n    lstyle=0\r\n";
+const std::string keysFromGridColor = "    glcolor=0x00808080\r\n    glwiwdth=1\r\n    glstyle=0\r\n"
+                                      "    fname=\x82\x6c\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4e\r\n    fsize=7\r\n"
+                                      "    fbold=0\r\n    fitalic=0\r\n    fundln=0\r\n";
+
+TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
+    clsPlot plot, back;
+    plot.PictureFolder = back.PictureFolder = folder.path();
+    const std::string scale = keysBeforeGrid + "    grid=1\r\n" + keysFromGridColor + "    fcolor=0x00000000\r\n\r\n";
+    EXPECT_EQ(styleOf(plot), styleHead +
+                                 "[GENERAL]\r\n    orientation=0\r\n    background=1\r\n"
+                                 "    backcolor=0x00ffffff\r\n\r\n[SCALE_BASE]\r\n" +
+                                 scale + "[SCALE_PLOT]\r\n" + scale);
+    const QString picture = folder.filePath(u"_back.bmp"_qs);
+    EXPECT_FALSE(QFile::exists(picture));
+
+    plot.Picture = QImage(3, 2, QImage::Format_RGB32);
+    plot.Picture.fill(QColor(1, 2, 3));
+    plot.BackStyle = 3;
+    plot.SetScaleMax(Plot, 12345.678f);
+    plot.SetScaleMin(Plot, -0.0123456f);
+    plot.SetScaleFont(Base, nullptr);
+    plot.SetScalePosReverse(Base, true);
+    const std::string saved = styleOf(plot);
+    EXPECT_NE(saved.find("    picture=" + picture.toStdString() + "\r\n\r\n[SCALE_BASE]"), saved.npos);
+    EXPECT_NE(saved.find("    max=1.23457E4\r\n    min=-0.01235\r\n"), saved.npos);
+    EXPECT_NE(saved.find("    glstyle=0\r\n    fcolor="), saved.npos); // no font, no keys of one
+
+    back.SetGridWidth(Both, 4);
+    back.SetScaleFont(Base, nullptr);
+    back.StyleLoad(path);
+    EXPECT_EQ(back.Picture.convertToFormat(QImage::Format_RGB32), plot.Picture);
+    plot.SetGridWidth(Both, 4);
+    plot.SetGridColor(Both, 0);
+    EXPECT_EQ(styleOf(back), styleOf(plot));
+}
+
+TEST_F(PlotFiles, StyleByHandIsReadLeniently) {
+    clsPlot plot;
+    plot.Picture = QImage(1, 1, QImage::Format_RGB32);
+    // The minor step is beyond range but for its last digit, so what it was cut to stays.
+    for (std::size_t length = 0; length <= styleByHand.size(); ++length) {
+        plot.SetScaleFont(Base, nullptr);
+        plot.StyleLoad(written(styleByHand.substr(0, length)));
+    }
+    EXPECT_EQ(plot.Picture.width(), 1);
+    plot.BackStyle = 5;
+    EXPECT_EQ(styleOf(plot),
+              styleHead +
+                  "[GENERAL]\r\n    orientation=1\r\n    background=5\r\n    backcolor=0x00c0ffee\r\n\r\n"
+                  "[SCALE_BASE]\r\n    draw=0\r\n    auto=0\r\n    rev=1\r\n    posrev=0\r\n    svalue=2\r\n"
+                  "    max=1234.500\r\n    min=-1.000E30\r\n    mscale=1.000E-30\r\n    hscale=1.000E9\r\n"
+                  "    lcolor=0x000000ff\r\n    lwidth=32767\r\n    lstyle=5\r\n    grid=1\r\n"
+                  "    glcolor=0x00000100\r\n    glwiwdth=3\r\n    glstyle=0\r\n"
+                  "    fname=\x82\x6c\x82\x72 \x96\xbe\x92\xa9\r\n    fsize=10.5\r\n"
+                  "    fbold=0\r\n    fitalic=0\r\n    fundln=1\r\n    fcolor=0x00000000\r\n\r\n[SCALE_PLOT]\r\n" +
+                  keysBeforeGrid + "    grid=0\r\n" + keysFromGridColor + "    fcolor=0x00808080\r\n\r\n");
+
+    plot.SetScaleFont(Both, std::make_shared<FontObject>(FontObject{.Name = u"x"_qs}));
+    plot.StyleLoad(written("[SCALE_PLOT]\nfsize=1e9\nfname=\nfbold=2\n[general]\nfitalic=1"));
+    EXPECT_EQ(*plot.ScaleFont(Base), (FontObject{.Name = u"x"_qs, .Size = 1638, .Bold = true}));
+}
+
+TEST_F(PlotFiles, GraphTextOfBothKinds) {
+    Graph graph;
+    graph.Plot.GraphTitle = u"T"_qs;
+    graph.Plot.SetScaleLabel(Base, u"時間"_qs);
+    graph.Plot.SetScaleLabel(Plot, u"v"_qs);
+    EXPECT_EQ(mdGraph::GraphText(graph, u','), u"HISTORY,\"T\",\"時間\",\"v\"\r\n"_qs);
+    addPoints(graph.Plot, 1, u"節点 1"_qs, {{0.1f, 1}, {2, -1234567}});
+    addPoints(graph.Plot, 2, u"b"_qs, {{9, 3e-7f}});
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HISTORY\t\"T\"\t\"時間\"\t\"v\"\r\n,\"節点 1\",\"b\"\r\n"
+                                                "1.00000E-1,1.00000E0,3.00000E-7\r\n2.00000E0,-1.23457E6,"_qs);
+    graph.GraphType = GraphType::Distribution;
+    const QString rest = u"\t\"T\"\t\"時間\"\t\"v\"\r\n\"節点 1\"\t1.00000E-1\t2.00000E0\r\n\t1.00000E0\t-1.23457E6"
+                         "\r\n\"b\"\t9.00000E0\r\n\t3.00000E-7"_qs;
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HORIZONTAL"_qs + rest);
+    graph.Plot.Orientation = 2;
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"VERTICAL"_qs + rest);
+}
+
+} // namespace
