@@ -10,9 +10,14 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // The error stream is for the one line that says what is wrong with the input, not for the toolkit's remarks.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    QGuiApplication application(argc, argv);
+    // It gets the program's name alone, since it would take options such as --style for its own.
+    int ownCount = 1;
+    QGuiApplication application(ownCount, argv);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     QFile output, errors;
     if (!output.open(stdout, QIODevice::WriteOnly) || !errors.open(stderr, QIODevice::WriteOnly))
         return batch::UnusableInput;
-    return batch::Run(QGuiApplication::arguments().mid(1), {output, errors});
+    return batch::Run(arguments, {output, errors});
 }
