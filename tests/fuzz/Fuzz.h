@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 #include <QString>
 #include <cstdio>
@@ -21,6 +22,14 @@ inline QByteArray bytesOf(const QString& path) {
     require(file.open(QIODevice::ReadOnly), "what was saved is there");
     return file.readAll();
 }
+
+/// The program that a plot asks for its folder.
+struct Program {
+    int ArgumentCount = 1;
+    char Name[5] = "fuzz";
+    char* Arguments[2] = {Name, nullptr};
+    QCoreApplication Application{ArgumentCount, Arguments};
+};
 
 /// A file in memory; readers find it by its name under /proc.
 class MemoryFile {

@@ -60,6 +60,7 @@ QByteArray withoutGrid(const QByteArray& style) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Program program;
     static const MemoryFile input;
     static const QTemporaryDir folder(u"/dev/shm/velorin-XXXXXX"_qs);
     const QString path = folder.filePath(u"saved.style"_qs);
