@@ -55,7 +55,8 @@ struct AxisOrder {
 };
 
 /// Orders the objects along the axis on which they spread more: by ascending X, or by descending Y when they don't
-/// spread more across. Positions are plain coordinates. Objects that the mesh does not have count as at 0.
+/// spread more across. Positions are plain coordinates. Objects that the mesh does not have count as at 0. The order of
+/// equal ones is that of a selection sort that swaps the first extreme of the rest to the front.
 AxisOrder OrderAlongAxis(const MeshData& mesh, SelectionSnapshot& selection);
 
 /// The macros of titles and captions, in the order in which they are replaced.

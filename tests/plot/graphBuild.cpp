@@ -10,18 +10,14 @@ using namespace mdGraph;
 
 namespace {
 
-/// The series' label and its points.
-QString seriesText(const clsPlot& plot, int series) {
-    QString text = plot.DataLabel(series);
-    for (int point = 1; point <= plot.DataCount(series); ++point)
-        text += u" %1,%2"_qs.arg(plot.DataBase(series, point)).arg(plot.DataPlot(series, point));
-    return text;
-}
-
-QStringList allSeries(const Graph& graph) {
+/// Each series' label and its points.
+QStringList allSeries(const clsPlot& plot) {
     QStringList texts;
-    for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
-        texts += seriesText(graph.Plot, series);
+    for (int series = 1; series <= plot.DataLegendCount(); ++series) {
+        texts += plot.DataLabel(series);
+        for (int point = 1; point <= plot.DataCount(series); ++point)
+            texts.back() += u" %1,%2"_qs.arg(plot.DataBase(series, point)).arg(plot.DataPlot(series, point));
+    }
     return texts;
 }
 
@@ -42,7 +38,8 @@ protected:
 
 TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {5, 0, 9}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"節点 : 6 0,6 1.25,12"_qs, u"節点 : 1 0,1 1.25,2"_qs, u"節点 : 10"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot),
+              QStringList({u"節点 : 6 0,6 1.25,12"_qs, u"節点 : 1 0,1 1.25,2"_qs, u"節点 : 10"_qs}));
     EXPECT_EQ(graph.Caption, u"変位 時系列図");
     EXPECT_EQ(graph.ItemName, u"変位");
     EXPECT_EQ(graph.Plot.Orientation, 0);
@@ -52,30 +49,30 @@ TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
 
     model.CurrentItem = 1;
     ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1, 0}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"要素 : 2 0,0 1.25,0"_qs, u"要素 : 1 0,0 1.25,0"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"要素 : 2 0,0 1.25,0"_qs, u"要素 : 1 0,0 1.25,0"_qs}));
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1, 2}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"節点 : 2 0,10 1.25,0"_qs, u"節点 : 3"_qs})) << "by plain index";
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"節点 : 2 0,10 1.25,0"_qs, u"節点 : 3"_qs})) << "by plain index";
     model.CurrentItem = 2;
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList{u"節点 : 2"_qs});
+    EXPECT_EQ(allSeries(graph.Plot), QStringList{u"節点 : 2"_qs});
     EXPECT_EQ(graph.Caption, u" 時系列図") << "there is no such item";
 }
 
 TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {
     ASSERT_TRUE(BuildDistribution(model, plain, {PickedKind::Nodes, {2, 0, 1}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 0,1 1,2 2,3"_qs, u"ステップ : 2 0,2 1,4 2,6"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0,1 1,2 2,3"_qs, u"ステップ : 2 0,2 1,4 2,6"_qs}));
     EXPECT_EQ(graph.Caption, u"変位 分布図");
     EXPECT_EQ(graph.Plot.Orientation, 0);
     EXPECT_EQ(graph.RunAxis, 1);
     EXPECT_EQ(graph.Selection.Index, (std::vector<std::int32_t>{0, 1, 2}));
 
     ASSERT_TRUE(BuildDistribution(model, toFirst, {PickedKind::Nodes, {1, 4, -7}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 1,0 0,0"_qs, u"ステップ : 2 1,5 0,2"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 1,0 0,0"_qs, u"ステップ : 2 1,5 0,2"_qs}));
     EXPECT_EQ(graph.Plot.Orientation, 1) << "the extents are equal";
     EXPECT_EQ(graph.RunAxis, 2);
     ASSERT_TRUE(
         BuildDistribution(model, {.StandardStep = -1, .ApplyContour = true}, {PickedKind::Elements, {1, 0}}, graph));
-    EXPECT_EQ(allSeries(graph), QStringList({u"ステップ : 1 0.5,1 1.5,2"_qs, u"ステップ : 2 0.5,2 1.5,4"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0.5,1 1.5,2"_qs, u"ステップ : 2 0.5,2 1.5,4"_qs}));
 }
 
 TEST_F(GraphBuildTest, NothingPickedAndNoForAnAnswer) {
@@ -94,21 +91,6 @@ TEST_F(GraphBuildTest, NothingPickedAndNoForAnAnswer) {
     EXPECT_EQ(graph.Plot.DataLegendCount(), 0);
 }
 
-/// The stated sort, with all its comparisons.
-std::vector<std::int32_t> sortedBySelection(std::vector<float> keys, bool ascending) {
-    std::vector<std::int32_t> objects(keys.size());
-    std::iota(objects.begin(), objects.end(), 0);
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        std::size_t found = i;
-        for (std::size_t k = i + 1; k < keys.size(); ++k)
-            if (ascending ? keys[k] < keys[found] : keys[k] > keys[found])
-                found = k;
-        std::swap(keys[i], keys[found]);
-        std::swap(objects[i], objects[found]);
-    }
-    return objects;
-}
-
 TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
     std::mt19937 random(5);
     const auto number = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
@@ -125,10 +107,19 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
             selection.Index.push_back(i);
         }
         const AxisOrder order = OrderAlongAxis(mesh, selection);
-        const QList<float>& along = order.RunAxis == 1 ? mesh.Elements.CentreX : mesh.Elements.CentreY;
-        ASSERT_EQ(selection.Index, sortedBySelection({along.begin(), along.end()}, order.RunAxis == 1));
-        for (std::size_t i = 0; i < selection.Index.size(); ++i)
-            ASSERT_EQ(std::memcmp(&order.Positions[i], &along.at(selection.Index[i]), sizeof(float)), 0);
+        QList<float> keys = order.RunAxis == 1 ? mesh.Elements.CentreX : mesh.Elements.CentreY;
+        const float sign = order.RunAxis == 1 ? -1 : 1;
+        for (float& key : keys)
+            key *= sign;
+        QList<std::int32_t> objects(count);
+        std::iota(objects.begin(), objects.end(), 0);
+        for (qsizetype i = 0; i < keys.size(); ++i) {
+            const auto first = std::max_element(keys.begin() + i, keys.end()) - keys.begin();
+            std::swap(keys[i], keys[first]);
+            std::swap(objects[i], objects[first]);
+            ASSERT_EQ(selection.Index[std::size_t(i)], objects[i]);
+            ASSERT_TRUE(order.Positions[std::size_t(i)] == sign * keys[i] || std::isnan(keys[i]));
+        }
     }
 }
 

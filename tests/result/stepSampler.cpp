@@ -11,40 +11,8 @@ using namespace mdVelorinResultModel;
 
 namespace {
 
-using Sampled = std::vector<std::optional<float>>;
-
-/// What loading the step into a copy of the model gives.
-Sampled loaded(ResultModel copy, std::int32_t step, std::int32_t item, const std::vector<std::int32_t>& places,
-               std::int32_t reference) {
-    Sampled result(places.size());
-    if (!LoadStep(step, item, copy, true, reference) || item >= copy.ItemCount)
-        return result;
-    ItemValues values = copy.ItemData.at(item);
-    if (reference >= 0)
-        values = SubtractValues(values, copy.ReferenceItemData.at(item));
-    values = ExpandItemValues(copy.Items.at(item).ElementType, copy.Mesh, values);
-    for (std::size_t i = 0; i < places.size(); ++i)
-        if (places[i] >= 0 && places[i] < values.Values.size())
-            result[i] = values.Values.at(places[i]);
-    return result;
-}
-
-void expectAsLoaded(const ResultModel& model, std::int32_t item, const std::vector<std::int32_t>& places,
-                    std::int32_t reference) {
-    const StepSampler sampler(model, item, places, reference);
-    for (std::int32_t step = -1; step <= model.StepCount; ++step) {
-        const Sampled expected = loaded(model, step, item, places, reference);
-        const Sampled sampled = sampler.Read(step);
-        ASSERT_EQ(sampled.size(), expected.size());
-        for (std::size_t i = 0; i < places.size(); ++i) {
-            ASSERT_EQ(sampled[i].has_value(), expected[i].has_value()) << step << " " << item << " " << places[i];
-            // Bit for bit: the zeros' signs and the NaN are to be the same too.
-            ASSERT_EQ(std::bit_cast<std::uint32_t>(sampled[i].value_or(0)),
-                      std::bit_cast<std::uint32_t>(expected[i].value_or(0)))
-                << step << " " << item << " " << places[i] << ", reference " << reference;
-        }
-    }
-}
+/// Values by their bits, so that the zeros' signs and the NaN count too.
+using Bits = std::vector<std::optional<std::uint32_t>>;
 
 class StepSamplerTest : public testing::Test {
 protected:
@@ -57,8 +25,7 @@ protected:
         file.nodes.assign(std::size_t(nodes), {0, 0});
         file.elements.assign(std::size_t(elements), {1, 2});
         for (int steps = 1 + upTo(3); steps > 0; --steps) {
-            VrfBuilder::Step step{
-                0, QString(upTo(3) > 0 ? 0 : 4 * upTo(75), u'x'), {}, std::vector<std::vector<double>>(5)};
+            VrfBuilder::Step step{0, QString(upTo(3) > 0 ? 0 : 4 * upTo(75), u'x'), {}, {{}, {}, {}, {}, {}}};
             for (int e = 0; e < elements; ++e)
                 step.types.push_back(upTo(3) - 1);
             for (auto& block : step.values)
@@ -69,34 +36,56 @@ protected:
         return file;
     }
 
+    /// What loading the step into a copy of the model gives.
+    Bits loaded(std::int32_t step, std::int32_t item, const std::vector<std::int32_t>& places, std::int32_t reference) {
+        Bits result(places.size());
+        ResultModel copy = model;
+        if (!LoadStep(step, item, copy, true, reference) || item >= copy.ItemCount)
+            return result;
+        ItemValues values = copy.ItemData.at(item);
+        if (reference >= 0)
+            values = SubtractValues(values, copy.ReferenceItemData.at(item));
+        values = ExpandItemValues(copy.Items.at(item).ElementType, copy.Mesh, values);
+        for (std::size_t i = 0; i < places.size(); ++i)
+            if (places[i] >= 0 && places[i] < values.Values.size())
+                result[i] = std::bit_cast<std::uint32_t>(values.Values.at(places[i]));
+        return result;
+    }
+
+    void expectAsLoaded(std::int32_t item, const std::vector<std::int32_t>& places, std::int32_t reference) {
+        const StepSampler sampler(model, item, places, reference);
+        for (std::int32_t step = -1; step <= model.StepCount; ++step) {
+            Bits sampled;
+            for (const std::optional<float> value : sampler.Read(step))
+                sampled.push_back(value ? std::optional(std::bit_cast<std::uint32_t>(*value)) : std::nullopt);
+            ASSERT_EQ(sampled, loaded(step, item, places, reference)) << step << " " << item << " " << reference;
+        }
+    }
+
     std::mt19937 random{20};
     TestFolder folder;
     ResultModel model;
 };
 
 TEST_F(StepSamplerTest, GivesWhatLoadingTheStepGivesWhateverTheFile) {
-    for (int round = 0; round < 120; ++round) {
-        const int nodes = 1 + upTo(8), elements = 1 + upTo(12);
-        QByteArray bytes = randomFile(nodes, elements).Bytes();
+    for (int round = 0; round < 120 && !HasFatalFailure(); ++round) {
+        QByteArray bytes = randomFile(1 + upTo(8), 1 + upTo(12)).Bytes();
         ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
         const int start = model.FirstStepOffset, room = int(bytes.size()) - start;
         if (round % 3 == 1)
             bytes.chop(upTo(room));
-        if (round % 3 == 2)
-            for (int i = 0; i < 3; ++i) {
-                // Types, counts and lengths of names that aren't true.
-                const qint32 lie = std::array{-1, 0, 3, 17, 1 << 20, std::numeric_limits<qint32>::max()}[upTo(5)];
-                std::memcpy(bytes.data() + start + upTo((room - 4) / 4) * 4, &lie, 4);
-            }
+        for (int lies = round % 3 == 2 ? 3 : 0; lies > 0; --lies) {
+            // Types, counts and lengths of names that aren't true.
+            const qint32 lie = std::array{-1, 0, 3, 17, 1 << 20, std::numeric_limits<qint32>::max()}[upTo(5)];
+            std::memcpy(bytes.data() + start + upTo((room - 4) / 4) * 4, &lie, 4);
+        }
         ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
         std::vector<std::int32_t> places{-1, std::numeric_limits<std::int32_t>::max()};
         for (int i = upTo(20); i > 0; --i)
             places.push_back(upTo(18));
         for (std::int32_t item = -1; item <= 5; ++item)
             for (std::int32_t reference = -1; reference <= model.StepCount; ++reference)
-                expectAsLoaded(model, item, places, reference);
-        if (HasFatalFailure())
-            FAIL() << "round " << round;
+                expectAsLoaded(item, places, reference);
     }
 }
 
@@ -112,8 +101,8 @@ TEST_F(StepSamplerTest, ReadsFarAndNearPlacesOfLargeStepsAndLittleElse) {
     for (int i = 0; i < 40; ++i)
         few.push_back(upTo(count - 1) >> upTo(8));
     for (std::int32_t item = 0; item < 5; ++item)
-        for (const auto& places : {all, few, {3, 16383, 16384, 32767, 32768, 33000}})
-            expectAsLoaded(model, item, places, item % 2 - 1);
+        for (const auto& places : {all, few, {3, 8191, 8192, 8195, 16383, 16384, 33000}})
+            expectAsLoaded(item, places, item % 2 - 1);
 
     const auto bytesRead = [] {
         QFile counters(QStringLiteral("/proc/self/io"));
