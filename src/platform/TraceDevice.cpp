@@ -2,6 +2,7 @@
 
 #include "platform/Codepage.h"
 #include "platform/Rings.h"
+#include "platform/Rounding.h"
 
 #include <QImage>
 #include <charconv>
@@ -178,5 +179,6 @@ DeviceSize TraceDevice::MeasureText(const QString& text) const {
     }
     const int doubleBytes = Codepage::ByteLength(text) - characters;
     const int height = m_state.CurrentFont.Height;
-    return {(characters - doubleBytes) * (height / 2) + doubleBytes * height, height};
+    // By way of reals: a huge font makes a text wider than a device can name.
+    return {Round(double(characters - doubleBytes) * (height / 2) + double(doubleBytes) * height), height};
 }

@@ -59,6 +59,10 @@ struct PlotScale {
     float ScaleMScale = 0, ScaleHScale = 0; ///< major and minor step
     /// The same four as drawn: exchanged and negated on an axis that runs against the device's coordinates.
     float WorkMax = 0, WorkMin = 0, WorkMScale = 0, WorkHScale = 0;
+
+    float WorkRange() const { return WorkMax - WorkMin; }
+    /// Has ticks of both kinds, and room is kept for its numbers.
+    bool HasTicks() const { return ScaleDraw && ScaleType == 0; }
 };
 
 /// The caption of one axis.
@@ -83,7 +87,7 @@ struct PlotArea {
     bool operator==(const PlotArea&) const = default;
 };
 
-/// From values to device positions: across the page and up the page.
+/// From values to device positions: across the page and up the page. Positions beyond the device's range are its ends.
 struct PlotMapping {
     int Left = 0, Top = 0; ///< of the plot rectangle
     float SmallestAcross = 0, SmallestUp = 0;

@@ -190,7 +190,8 @@ public:
 
     /// Rounds limits outwards to whole major steps of 1, 2 or 5 times a power of ten; the minor step is a fifth of the
     /// major one. Every intermediate result is a single, which shows in limits near a multiple: (2, 1) becomes
-    /// (2, 0.8). Limits that aren't finite leave all four as they are.
+    /// (2, 0.8). A `max` below `min` gives a major step of 1 and leaves the minor one; limits that lie no finite
+    /// distance apart leave all four as they are.
     static void GetMemoriScale(float& max, float& min, float& major, float& minor);
 
     /// One dot and one line, drawn as those of a series but in styles of their own. A `radius` below 1 means `DotSize`;
@@ -222,6 +223,8 @@ private:
         PlotArea Area;
         int Margin = 0;
     };
+    /// Sides of an area, numbered as `GraphTitlePos`.
+    enum class Edge : int { Left = 0, Top = 1, Right = 2, Bottom = 3 };
 
     PlotSeries& seriesAt(int number);
     const PlotSeries& seriesAt(int number) const;
@@ -239,22 +242,31 @@ private:
     int scaleUp() const { return Orientation == 0 ? ScalePlot : ScaleBase; }
 
     // The stages of `Redraw`, in their order.
+    /// Of a scale that is automatic, the limits are those of the finite values in all series, hidden ones included;
+    /// without any such value the limits that it has are rounded again.
     void PrepareScales(DeviceContext& device);
     void LayoutTitleAndLabels(Frame& frame);
     void DrawAxes(Frame& frame);
     void DrawSeries(DeviceContext& device) const;
     void DrawPickupLines(DeviceContext& device) const;
 
+    void setAutomaticScale(int scale);
     /// Leaves pen and brush as they were last needed; stands between `SaveDC` and `RestoreDC`, clipped to the draw
     /// area.
     void paintBackground(DeviceContext& device) const;
     void tilePicture(DeviceContext& device, const DeviceRect& area) const;
-    /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
-    /// selected before.
-    Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
+    /// Writes `label` along the middle of the area's edge and takes that strip, and `gap` more, off the area.
+    void placeText(Frame& frame, Edge edge, const PlotScaleLabel& label, int gap) const;
+    /// Leaves the plot rectangle in the frame and gives the length of a major tick.
+    int makeRoomForNumbers(Frame& frame) const;
+    void setMapping(const PlotArea& area);
+    void drawLinesBeneath(DeviceContext& device) const;
     // A reference line across the plot rectangle, in the pen that is selected.
     void drawVerticalLine(DeviceContext& device, const PickupLine& line) const;
     void drawHorizontalLine(DeviceContext& device, const PickupLine& line) const;
+    /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
+    /// selected before.
+    Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
 
     std::vector<PlotSeries> seriesList;
     std::array<PlotScale, 2> scales;
