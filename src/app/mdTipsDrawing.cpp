@@ -75,9 +75,10 @@ void mdTips::DrawAnchoredText(DeviceContext& device, int x, int y, const QString
     device.Text({Round(double(x) - left[place % 3]), Round(double(y) - top[place / 3])}, text);
 }
 
-float mdTips::UnitsPerMillimetre(const DeviceContext& device) {
-    const int millimetres = device.GetDeviceCaps(DeviceCaps::HorzSize);
-    return millimetres > 0 ? float(device.GetDeviceCaps(DeviceCaps::HorzRes)) / float(millimetres) : 0.0f;
+float mdTips::UnitsPerMillimetre(const DeviceContext& device, bool across) {
+    const int units = device.GetDeviceCaps(across ? DeviceCaps::HorzRes : DeviceCaps::VertRes);
+    const int millimetres = device.GetDeviceCaps(across ? DeviceCaps::HorzSize : DeviceCaps::VertSize);
+    return millimetres > 0 ? float(units) / float(millimetres) : 0.0f;
 }
 
 void mdTips::DrawEdge(DeviceContext& device, const DeviceRect& rect, bool raised) {

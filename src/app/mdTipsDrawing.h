@@ -30,8 +30,8 @@ DeviceSize MeasureText(const DeviceContext& device, const QString& text);
 /// its bottom; any other acts as 1.
 void DrawAnchoredText(DeviceContext& device, int x, int y, const QString& text, int anchor);
 
-/// Device units per millimetre across, as the whole width gives them; 0 for a device without a width in millimetres.
-float UnitsPerMillimetre(const DeviceContext& device);
+/// Device units per millimetre, as the whole width gives them, or the whole height; 0 for a device of no millimetres.
+float UnitsPerMillimetre(const DeviceContext& device, bool across = true);
 
 /// A frame of two units inside the rectangle that makes it look raised or sunken, in grey tones of its own.
 void DrawEdge(DeviceContext& device, const DeviceRect& rect, bool raised);

@@ -258,22 +258,22 @@ private:
     void DrawPickupLines(DeviceContext& device) const;
 
     void setAutomaticScale(int scale);
+    /// Leaves pen and brush as they were last needed; stands between `SaveDC` and `RestoreDC`, clipped to the draw
+    /// area.
+    void paintBackground(DeviceContext& device) const;
+    void tilePicture(DeviceContext& device, const DeviceRect& area) const;
     /// Writes `label` along the middle of the area's edge and takes that strip, and `gap` more, off the area.
     void placeText(Frame& frame, Edge edge, const PlotScaleLabel& label, int gap) const;
     /// Leaves the plot rectangle in the frame and gives the length of a major tick.
     int makeRoomForNumbers(Frame& frame) const;
     void setMapping(const PlotArea& area);
     void drawLinesBeneath(DeviceContext& device) const;
-    /// Leaves pen and brush as they were last needed; stands between `SaveDC` and `RestoreDC`, clipped to the draw
-    /// area.
-    void paintBackground(DeviceContext& device) const;
-    void tilePicture(DeviceContext& device, const DeviceRect& area) const;
-    /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
-    /// selected before.
-    Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
     // A reference line across the plot rectangle, in the pen that is selected.
     void drawVerticalLine(DeviceContext& device, const PickupLine& line) const;
     void drawHorizontalLine(DeviceContext& device, const PickupLine& line) const;
+    /// The font, turned by tenths of a degree, in the size of `hSimulatedDC` if there is one; gives back what was
+    /// selected before.
+    Font selectPlotFont(DeviceContext& device, const FontReference& font, int turn) const;
 
     std::vector<PlotSeries> seriesList;
     std::array<PlotScale, 2> scales;

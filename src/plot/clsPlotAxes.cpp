@@ -72,10 +72,8 @@ void drawNumbersAndTicks(DeviceContext& device, const AxisSide& axis, int length
 
 /// Half the width of an arrow head: a millimetre, at most a tenth of the axis.
 int arrowSize(const DeviceContext& device, const AxisSide& axis) {
-    const int units = device.GetDeviceCaps(axis.IsAcross ? DeviceCaps::HorzRes : DeviceCaps::VertRes);
-    const int millimetres = device.GetDeviceCaps(axis.IsAcross ? DeviceCaps::HorzSize : DeviceCaps::VertSize);
-    // A device of less than half a millimetre has no size.
-    return millimetres == 0 ? 0 : Round(std::min(1.0 * units / millimetres, (axis.High - axis.Low) * 0.1));
+    const double millimetre = mdTips::UnitsPerMillimetre(device, axis.IsAcross);
+    return Round(std::min(millimetre, (axis.High - axis.Low) * 0.1));
 }
 
 void drawArrow(DeviceContext& device, const AxisSide& axis) {
