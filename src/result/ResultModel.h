@@ -19,6 +19,7 @@ struct StepInfo {
     QString Name;
     float Time = 0;
     std::int32_t FileOffset = 0;
+    std::int32_t TypesOffset = 0; ///< of the element types, behind time and name
 };
 
 struct ItemInfo {
@@ -96,6 +97,9 @@ struct ResultModel {
     QString Title;
     std::int32_t StepCount = 0;
     QList<StepInfo> Steps;
+    /// How many values each step has of each item, as the file tells: those of step s from s * `ItemCount` on. 0 for
+    /// what the file no longer has.
+    QList<std::int32_t> ValueCounts;
     std::int32_t CurrentStep = -1;
     std::int32_t ItemCount = 0;
     QList<ItemInfo> Items;

@@ -1,15 +1,13 @@
 #include "result/StepSampler.h"
 
-#include "result/stepLayout.h"
-
 #include <algorithm>
 
 using namespace mdVelorinResultModel;
 
 StepSampler::StepSampler(const ResultModel& model, std::int32_t itemIndex, std::span<const std::int32_t> atPlaces,
                          std::int32_t referenceStep)
-    : file(model.FileHandle), steps(model.Steps), item(itemIndex), nodeCount(model.Mesh.NodeCount),
-      elementCount(model.Mesh.ElementCount), placeCount(atPlaces.size()) {
+    : file(model.FileHandle), layout(model), stepCount(std::int32_t(model.Steps.size())), item(itemIndex),
+      nodeCount(model.Mesh.NodeCount), elementCount(model.Mesh.ElementCount), placeCount(atPlaces.size()) {
     if (item < 0 || item >= model.Items.size() || !file.IsOpen())
         return;
     elementType = model.Items.at(item).ElementType;
@@ -20,44 +18,34 @@ StepSampler::StepSampler(const ResultModel& model, std::int32_t itemIndex, std::
             places.push_back({atPlaces[i], std::int32_t(i)});
     std::ranges::sort(places, {}, &Place::position);
 
-    if (referenceStep >= steps.size()) {
+    if (referenceStep >= stepCount) {
         referenceCount = nodeCount;
     } else if (referenceStep >= 0) {
-        const Located reference = locate(referenceStep);
-        referenceCount = reference.valueCount;
-        referenceOffset = reference.valuesOffset;
+        const ItemBlock reference = blockOf(referenceStep);
+        referenceCount = reference.Count;
+        referenceOffset = reference.FileOffset;
     }
 }
 
 StepSampler::Sampled StepSampler::Read(std::int32_t step) const {
     Sampled result(placeCount);
-    if (step < 0 || step >= steps.size() || places.empty())
+    if (step < 0 || step >= stepCount || places.empty())
         return result;
-    const Located found = locate(step);
-    const std::int32_t valueCount = std::min(found.valueCount, referenceCount);
+    const ItemBlock block = blockOf(step);
+    const std::int32_t valueCount = std::min(block.Count, referenceCount);
     if (elementType < 0) {
         const auto beyond = std::ranges::lower_bound(places, valueCount, {}, &Place::position);
-        readAt({places.begin(), beyond}, found.valuesOffset, result);
+        readAt({places.begin(), beyond}, block.FileOffset, result);
     } else {
         for (const Place& place : places)
             result[std::size_t(place.entry)] = 0.0f;
-        readOnElements(found, valueCount, result);
+        readOnElements(layout.TypesOffset(step), {block.FileOffset, valueCount}, result);
     }
     return result;
 }
 
-StepSampler::Located StepSampler::locate(std::int32_t step) const {
-    // Little is read between long ways, and a larger buffer would fetch values that nobody wants.
-    constexpr qint64 bufferBytes = 256;
-    SequentialReader reader(file, steps.at(step).FileOffset, bufferBytes);
-    skipStepHead(reader);
-    const qint64 typesOffset = reader.Position();
-    // A step that breaks off within its types leaves the reader at the file's end, where all blocks are empty.
-    reader.Skip(qint64(elementCount) * qint64(sizeof(std::int32_t)));
-    ItemBlock block;
-    for (std::int32_t i = 0; i <= item; ++i)
-        block = nextItemBlock(reader, std::max(nodeCount, elementCount));
-    return {typesOffset, block.FileOffset, block.Count};
+ItemBlock StepSampler::blockOf(std::int32_t step) const {
+    return layout.Blocks(step, item + 1).back();
 }
 
 /// Near values are read together. All positions lie within the block.
@@ -87,16 +75,16 @@ void StepSampler::readAt(std::span<const Place> wanted, qint64 valuesOffset, Sam
 
 /// Fills in the entries of the elements of the type. Their values stand in the order of these elements, so the types of
 /// all elements before them have to be known.
-void StepSampler::readOnElements(const Located& found, std::int32_t valueCount, Sampled& result) const {
+void StepSampler::readOnElements(qint64 typesOffset, const ItemBlock& block, Sampled& result) const {
     constexpr qint64 mostTypes = 16384, typeBytes = sizeof(std::int32_t);
     const qint64 elementsEnd = qint64(places.back().position) + 1;
     std::vector<std::int32_t> types(std::size_t(std::min(mostTypes, elementsEnd)));
     Places packed;
     std::int32_t rank = 0;
     auto place = places.begin();
-    for (qint64 first = 0; first < elementsEnd && rank < valueCount; first += mostTypes) {
+    for (qint64 first = 0; first < elementsEnd && rank < block.Count; first += mostTypes) {
         const qint64 count = std::min(mostTypes, elementsEnd - first);
-        const qint64 got = file.ReadAt(found.typesOffset + first * typeBytes, types.data(), count * typeBytes);
+        const qint64 got = file.ReadAt(typesOffset + first * typeBytes, types.data(), count * typeBytes);
         std::fill(types.begin() + got / typeBytes, types.end(), -1);
         packed.clear();
         qint64 counted = 0;
@@ -108,10 +96,10 @@ void StepSampler::readOnElements(const Located& found, std::int32_t valueCount, 
         };
         for (; place != places.end() && place->position < first + count; ++place) {
             countTo(place->position - first);
-            if (types[std::size_t(counted)] == elementType && rank < valueCount)
+            if (types[std::size_t(counted)] == elementType && rank < block.Count)
                 packed.push_back({rank, place->entry});
         }
         countTo(count);
-        readAt(packed, found.valuesOffset, result);
+        readAt(packed, block.FileOffset, result);
     }
 }

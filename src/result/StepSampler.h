@@ -2,7 +2,7 @@
 // large file reads only what it shows. Keeps no step.
 #pragma once
 
-#include "result/ResultModel.h"
+#include "result/stepLayout.h"
 
 #include <limits>
 #include <optional>
@@ -21,8 +21,8 @@ public:
     /// One entry per place: nothing where the step has no value for it. `step` that isn't there, or a closed file: no
     /// values. May be called from several threads at once.
     ///
-    /// An item per node costs a short read for the step's head, for each item up to the wanted one and for each group
-    /// of near places. An item per element costs the element types up to the last place besides.
+    /// An item per node costs a short read for each group of near places. An item per element costs the element types
+    /// up to the last place besides.
     std::vector<std::optional<float>> Read(std::int32_t step) const;
 
 private:
@@ -32,20 +32,15 @@ private:
         std::int32_t entry;
     };
     using Places = std::vector<Place>; ///< by ascending position
-    /// Where a step has its types and the values of the item.
-    struct Located {
-        qint64 typesOffset = 0;
-        qint64 valuesOffset = 0;
-        std::int32_t valueCount = 0;
-    };
     using Sampled = std::vector<std::optional<float>>;
 
-    Located locate(std::int32_t step) const;
+    mdVelorinResultModel::ItemBlock blockOf(std::int32_t step) const;
     void readAt(std::span<const Place> wanted, qint64 valuesOffset, Sampled& result) const;
-    void readOnElements(const Located& found, std::int32_t valueCount, Sampled& result) const;
+    void readOnElements(qint64 typesOffset, const mdVelorinResultModel::ItemBlock& block, Sampled& result) const;
 
     ReadHandle file;
-    QList<StepInfo> steps;
+    mdVelorinResultModel::StepLayout layout;
+    std::int32_t stepCount;
     std::int32_t item;
     std::int32_t elementType = -1;
     std::int32_t nodeCount, elementCount;

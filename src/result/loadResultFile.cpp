@@ -136,11 +136,13 @@ bool scanSteps(SequentialReader& reader, ResultModel& model, const LoadProgress&
             reader.Skip(reader.Remaining());
         if (step.Name.isEmpty())
             step.Name = u"Time : "_qs + mdApplication::FormatAutoNumber(time, 3, false);
+        step.TypesOffset = std::int32_t(reader.Position());
         reader.Skip(howMany(model.Mesh.ElementCount) * 4);
-        for (std::int32_t i = 0; i < model.ItemCount && reader.Remaining() > 0; ++i) {
+        for (std::int32_t i = 0; i < model.ItemCount; ++i) {
             std::int32_t valueCount = 0;
             reader.ReadInt32(valueCount);
             reader.Skip(howMany(valueCount) * bytesPerValue);
+            model.ValueCounts.append(valueCount);
         }
         model.Steps.append(step);
     }

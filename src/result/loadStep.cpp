@@ -31,14 +31,13 @@ float* writableValues(QList<float>& values, qsizetype count) {
     return values.data();
 }
 
-/// Finds where each item's block stands, sizes its values and cuts it into pieces.
-std::vector<Piece> layOutItems(SequentialReader& reader, ResultModel& model) {
+/// Sizes each item's values and cuts its block into pieces.
+std::vector<Piece> layOutItems(const std::vector<ItemBlock>& blocks, ResultModel& model) {
     std::vector<Piece> pieces;
-    const qint64 mostInMesh = std::max(model.Mesh.NodeCount, model.Mesh.ElementCount);
     model.ItemData.resize(model.ItemCount);
     for (std::int32_t i = 0; i < model.ItemCount; ++i) {
         ItemValues& item = model.ItemData[i];
-        const ItemBlock block = nextItemBlock(reader, mostInMesh);
+        const ItemBlock& block = blocks[std::size_t(i)];
         item.Count = block.Count;
         item.MaxValue = item.MinValue = 0;
         if (block.Count < 1) {
@@ -73,14 +72,11 @@ void readItems(const std::vector<Piece>& layout, ResultModel& model) {
             bounds[std::size_t(i)].StoreIn(model.ItemData[i]);
 }
 
-void readElementTypes(SequentialReader& reader, MeshData& mesh) {
+void readElementTypes(const ReadHandle& file, qint64 offset, MeshData& mesh) {
     std::int32_t* types = mesh.Elements.ElementType.data();
-    const qint64 bytes = qint64(mesh.ElementCount) * 4;
-    if (!reader.ReadBytes(types, bytes)) {
-        // A step that breaks off within its types has none of its values either.
+    const qint64 bytes = qint64(mesh.ElementCount) * qint64(sizeof(std::int32_t));
+    if (file.ReadAt(offset, types, bytes) != bytes)
         std::fill_n(types, mesh.ElementCount, 0);
-        reader.Skip(reader.Remaining());
-    }
 }
 
 bool allElementsExist(const MeshData& mesh) {
@@ -112,11 +108,10 @@ bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
         model.CurrentStep = -1;
         return false;
     }
-    SequentialReader reader(model.FileHandle, model.Steps.at(step).FileOffset, 4096);
-    skipStepHead(reader);
-    readElementTypes(reader, model.Mesh);
+    const StepLayout layout(model);
+    readElementTypes(model.FileHandle, layout.TypesOffset(step), model.Mesh);
     findActiveNodes(model.Mesh);
-    readItems(layOutItems(reader, model), model);
+    readItems(layOutItems(layout.Blocks(step, model.ItemCount), model), model);
     model.CurrentStep = step;
     return true;
 }

@@ -1,24 +1,25 @@
-// The walk through one step of a result file.
 #include "result/stepLayout.h"
 
 #include <vector>
 
 namespace mdVelorinResultModel {
 
-void skipStepHead(SequentialReader& reader) {
-    std::int32_t nameLength = 0;
-    reader.Skip(sizeof(double));
-    reader.ReadInt32(nameLength);
-    reader.Skip(nameLength);
-}
+StepLayout::StepLayout(const ResultModel& model)
+    : steps(model.Steps), valueCounts(model.ValueCounts), itemCount(model.ItemCount),
+      elementCount(model.Mesh.ElementCount), mostInMesh(std::max(model.Mesh.NodeCount, model.Mesh.ElementCount)),
+      fileSize(model.FileHandle.Size()) {}
 
-ItemBlock nextItemBlock(SequentialReader& reader, qint64 mostInMesh) {
-    std::int32_t told = 0;
-    reader.ReadInt32(told);
-    const bool isFalse = told > mostInMesh && told > reader.Remaining() / qint64(sizeof(double));
-    const ItemBlock block{reader.Position(), isFalse ? 0 : told};
-    reader.Skip(std::max<qint64>(told, 0) * qint64(sizeof(double)));
-    return block;
+std::vector<ItemBlock> StepLayout::Blocks(std::int32_t step, std::int32_t count) const {
+    std::vector<ItemBlock> blocks;
+    qint64 position = TypesOffset(step) + qint64(elementCount) * qint64(sizeof(std::int32_t));
+    for (std::int32_t item = 0; item < count; ++item) {
+        const std::int32_t told = valueCounts.at(qsizetype(step) * itemCount + item);
+        position += qint64(sizeof(std::int32_t));
+        const bool isFalse = told > mostInMesh && told > (fileSize - position) / qint64(sizeof(double));
+        blocks.push_back({position, isFalse ? 0 : told});
+        position += std::max<qint64>(told, 0) * qint64(sizeof(double));
+    }
+    return blocks;
 }
 
 void readValues(const ReadHandle& file, qint64 fileOffset, std::span<float> target) {

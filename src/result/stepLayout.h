@@ -1,10 +1,8 @@
-// Where the parts of a step stand in a result file, and values read from there; shared by the step load and the
+// Where the values of a step stand in a result file, and values read from there; shared by the step load and the
 // sampler, and of no use to others.
 #pragma once
 
-#include "platform/ReadHandle.h"
-
-#include <span>
+#include "result/ResultModel.h"
 
 namespace mdVelorinResultModel {
 
@@ -14,12 +12,22 @@ struct ItemBlock {
     std::int32_t Count = 0; ///< as told, which may be below 1
 };
 
-/// From the start of a step to its element types.
-void skipStepHead(SequentialReader& reader);
+/// What of a model tells where values stand. Keeps the lists when the model changes or goes.
+class StepLayout {
+public:
+    explicit StepLayout(const ResultModel& model);
 
-/// The block that begins at the reader's position, which moves on behind it. A count above `mostInMesh` (the larger
-/// number of nodes or elements) that the rest of the file doesn't hold counts as none.
-ItemBlock nextItemBlock(SequentialReader& reader, qint64 mostInMesh);
+    qint64 TypesOffset(std::int32_t step) const { return steps.at(step).TypesOffset; }
+    /// The blocks of the step's first `count` items. A count above both the number of nodes and that of elements which
+    /// the rest of the file doesn't hold counts as none. A step that breaks off within its types has no values.
+    std::vector<ItemBlock> Blocks(std::int32_t step, std::int32_t count) const;
+
+private:
+    QList<StepInfo> steps;
+    QList<std::int32_t> valueCounts;
+    std::int32_t itemCount, elementCount, mostInMesh;
+    qint64 fileSize;
+};
 
 /// At most this many values are read at once.
 inline constexpr qint64 valuesPerPiece = 32768;
