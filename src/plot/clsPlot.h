@@ -268,6 +268,9 @@ private:
     int makeRoomForNumbers(Frame& frame) const;
     void setMapping(const PlotArea& area);
     void drawLinesBeneath(DeviceContext& device) const;
+    /// The device positions of a series' points. A point that is not finite has none and interrupts the line: given
+    /// back are the ends of the stretches between such points.
+    std::vector<std::size_t> placePoints(const PlotSeries& series, std::vector<DevicePoint>& points) const;
     // A reference line across the plot rectangle, in the pen that is selected.
     void drawVerticalLine(DeviceContext& device, const PickupLine& line) const;
     void drawHorizontalLine(DeviceContext& device, const PickupLine& line) const;

@@ -2,6 +2,8 @@
 #include "app/mdTipsDrawing.h"
 #include "plot/clsPlot.h"
 
+#include <cmath>
+
 namespace {
 
 std::vector<DeviceRect> boxesAt(std::span<const DevicePoint> centres, int radius) {
@@ -72,22 +74,42 @@ void drawDots(DeviceContext& device, std::span<const DevicePoint> centres, const
 
 } // namespace
 
+std::vector<std::size_t> clsPlot::placePoints(const PlotSeries& series, std::vector<DevicePoint>& points) const {
+    const std::vector<double>& across = Orientation == 0 ? series.BaseValues : series.PlotValues;
+    const std::vector<double>& up = Orientation == 0 ? series.PlotValues : series.BaseValues;
+    std::vector<std::size_t> stretches;
+    points.clear();
+    points.reserve(across.size());
+    const auto endStretch = [&] {
+        if (points.size() > (stretches.empty() ? 0 : stretches.back()))
+            stretches.push_back(points.size());
+    };
+    for (std::size_t i = 0; i < across.size(); ++i) {
+        if (std::isfinite(across[i]) && std::isfinite(up[i]))
+            points.push_back({mapping.Across(across[i]), mapping.Up(up[i])});
+        else
+            endStretch();
+    }
+    endStretch();
+    return stretches;
+}
+
 void clsPlot::DrawSeries(DeviceContext& device) const {
     std::vector<DevicePoint> points;
     for (const PlotSeries& series : seriesList) {
         if (series.DataLegendHidden || series.BaseValues.empty())
             continue;
-        const std::vector<double>& across = Orientation == 0 ? series.BaseValues : series.PlotValues;
-        const std::vector<double>& up = Orientation == 0 ? series.PlotValues : series.BaseValues;
-        points.resize(across.size());
-        for (std::size_t i = 0; i < points.size(); ++i)
-            points[i] = {mapping.Across(across[i]), mapping.Up(up[i])};
+        const std::vector<std::size_t> stretches = placePoints(series, points);
         const Pen old = device.SelectPen({.Style = series.DataLineStyle,
                                           .Width = series.DataLineWidth,
                                           .Color = series.DataLineColor,
                                           .Geometric = true,
                                           .BevelJoin = true});
-        device.Polyline(points);
+        std::size_t first = 0;
+        for (const std::size_t end : stretches) {
+            device.Polyline(std::span(points).subspan(first, end - first));
+            first = end;
+        }
         mdTips::RestoreObject(device, old);
         drawDots(device, points, series, DotSize);
     }

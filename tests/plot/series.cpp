@@ -40,3 +40,20 @@ TEST(PlotBackground, SmallTilesJoinWithoutASeam) {
         for (int x = 0; x < 600; ++x)
             ASSERT_EQ(picture.pixel(x, y) == 0xff123456u, y > 10 && x % 3 == 2 && y % 7 == 2) << x << ", " << y;
 }
+
+TEST(PlotSeries, PointsThatAreNoNumbersInterruptTheLine) {
+    TraceDevice device(200, 200);
+    clsPlot plot;
+    const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
+    for (const float value : {nan, 1.0f, 3.0f, infinity, -infinity, 2.0f, nan})
+        plot.DataAdd(1, float(plot.DataCount(1)), value);
+    plot.SetDataDotStyle(1, DotStyle::Circle);
+    plot.SetDrawArea(0, 0, 200, 200);
+    plot.Redraw(&device, nullptr);
+    const QByteArray trace = device.Trace();
+    EXPECT_EQ(trace.count("\nPolyline 2 "), 1);
+    EXPECT_EQ(trace.count("\nPolyline 1 "), 1);
+    EXPECT_EQ(trace.count("\nPolyline "), 2);
+    EXPECT_EQ(trace.count("\nEllipse "), 3);
+    EXPECT_EQ(plot.ScaleMax(clsPlot::ScalePlot), 3.0f);
+}
