@@ -70,19 +70,17 @@ Job jobFrom(const Options& options) {
     return job;
 }
 
-/// The objects of the command line, of the kind that the item has values for.
-SelectionSnapshot selectionFor(const Job& job, std::int32_t item, const ResultModel& model) {
+/// The objects of the command line. As in the window they need not be of the kind that the item has values for: the
+/// values are then those at the same numbers.
+SelectionSnapshot selectionFor(const Job& job, const ResultModel& model) {
     const bool nodes = job.objectType == PickedKind::Nodes;
-    if (nodes != (model.Items.at(item).ElementType < 0))
-        RefuseInput(job.input, u"無効なパラメータです。 (item %1 has no values of %2)"_qs.arg(item + 1).arg(
-                                   nodes ? u"nodes"_qs : u"elements"_qs));
     return {job.objectType, IndexesOf(job.objects, nodes ? u"node"_qs : u"element"_qs,
                                       nodes ? model.Mesh.NodeCount : model.Mesh.ElementCount, job.input)};
 }
 
 Graph build(const Job& job, ResultModel& model) {
     model.CurrentItem = FindItem(job.item, model, job.input);
-    const SelectionSnapshot selection = selectionFor(job, model.CurrentItem, model);
+    const SelectionSnapshot selection = selectionFor(job, model);
     if (job.reference && *job.reference > model.StepCount)
         RefuseNumber(job.input, u"step"_qs, *job.reference, model.StepCount);
     DifferenceSettings difference;

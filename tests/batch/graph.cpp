@@ -39,6 +39,9 @@ TEST_F(GraphTest, NumbersOfAHistory) {
     EXPECT_EQ(graph(u"--type history --item 応力 --elements 2,1"_qs),
               ansi("HISTORY,\"応力時系列図\",\"経過時間\",\"応力\"\r\n,\"要素 : 2\",\"要素 : 1\"\r\n"
                    "0.00000E0,1.00000E1,0.00000E0\r\n1.25000E0,0.00000E0,0.00000E0\r\n"));
+    // The values of elements at the numbers of nodes.
+    EXPECT_TRUE(graph(u"--type history --item 応力 --nodes 2"_qs)
+                    .endsWith(ansi("\"節点 : 2\"\r\n0.00000E0,1.00000E1\r\n1.25000E0,0.00000E0\r\n")));
 }
 
 TEST_F(GraphTest, NumbersOfADistribution) {
@@ -95,9 +98,8 @@ TEST_F(GraphTest, RefusesWhatItCannotDraw) {
         EXPECT_EQ(run(start + history + u"--nodes="_qs + QString::fromLatin1(list)), 2) << list;
     EXPECT_EQ(run(u"graph FILE -o "_qs + out + u".bmp "_qs + history + u"--nodes 1"_qs), 2);
     EXPECT_TRUE(errors.contains(".png, .svg, .pdf, .trace, .csv, .txt or .json"));
-    for (const char* options :
-         {"1 --nodes 7", "1 --nodes 1-2000000000", "1 --nodes 2147483647-2147483646", "2 --elements 3", "3 --nodes 1",
-          "1 --elements 1", "2 --nodes 1", "1 --nodes 1 --reference 3"})
+    for (const char* options : {"1 --nodes 7", "1 --nodes 1-2000000000", "1 --nodes 2147483647-2147483646",
+                                "2 --elements 3", "3 --nodes 1", "1 --nodes 1 --reference 3"})
         expectUnusable(start + u"--type history --item "_qs + QString::fromLatin1(options), path,
                        "無効なパラメータです。 (");
     EXPECT_FALSE(QFile::exists(out));
