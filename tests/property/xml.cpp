@@ -28,7 +28,8 @@ QString dump(const clsXMLNodeCollection& nodes) {
 
 QString dumpOf(const QByteArray& bytes) {
     clsXML document;
-    return (load(document, bytes) ? QString() : u"false:"_qs) + dump(document.childNodes());
+    const QString start = load(document, bytes) ? QString() : u"false:"_qs;
+    return start + dump(document.childNodes());
 }
 
 /// Number of nodes down from the first, each being the first child of the one above.
