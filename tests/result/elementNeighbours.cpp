@@ -72,12 +72,4 @@ TEST_F(ElementNeighbours, RandomMeshesAsByTheTable) {
     }
 }
 
-TEST_F(ElementNeighbours, RealMeshAsByTheTableInEveryStep) {
-    ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(QStringLiteral(VELORIN_SOURCE_DIR "/demo/tunnel.vrf"), model));
-    for (std::int32_t step = 0; step < model.StepCount; ++step) {
-        ASSERT_TRUE(mdVelorinResultModel::LoadStep(step, 0, model, false, 0));
-        ASSERT_EQ(model.Mesh.Elements.Neighbour, neighboursByTable(model.Mesh)) << step;
-    }
-}
-
 } // namespace

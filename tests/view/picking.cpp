@@ -78,44 +78,32 @@ TEST_F(PickingTest, SelectionHoldsOneKindAtATime) {
     EXPECT_EQ(selection.Count() + selection.ObjectType(), 0);
 }
 
-TEST_F(PickingTest, ClickTakesTheNearestActiveNode) {
+TEST_F(PickingTest, ClickTakesTheNearestNodeOrTheFirstElementThatHoldsThePoint) {
     const struct {
+        int item;
         DevicePoint at;
         Ids hit;
         int tolerance = 3;
-    } cases[] = {{{28, 13}, {1}},      {{100, 106}, {6}}, // exactly twice the tolerance away
-                 {{100, 107}, {}},     {{104, 105}, {}},  // less than 6 in both directions, more than 6 away
-                 {{100, 106}, {}, -3}, {{11, 10}, {0}},   // node 8 there has no element
-                 {{10, 20}, {0}, 5}};                     // node 3 is as near
-    for (const auto& c : cases)
-        EXPECT_EQ(click(0, c.at, Mode::Replace, c.tolerance), c.hit) << c.at.X << ' ' << c.at.Y;
-    EXPECT_EQ(selection.ObjectType(), PickedKind::Nodes);
+    } cases[] = {{0, {28, 13}, {1}},      {0, {100, 106}, {6}}, // exactly twice the tolerance away
+                 {0, {100, 107}, {}},     {0, {104, 105}, {}},  // less than 6 in both directions, more than 6 away
+                 {0, {100, 106}, {}, -3}, {0, {11, 10}, {0}},   // node 8 there has no element
+                 {0, {10, 20}, {0}, 5},                         // node 3 is as near
+                 {2, {20, 20}, {2}},      {3, {20, 20}, {}},       {1, {20, 20}, {0}},
+                 {1, {10, 10}, {0}}, // left and top edges belong to an element, right and bottom ones don't
+                 {1, {30, 10}, {1}},      {1, {49, 29}, {1}},      {1, {50, 20}, {}},
+                 {1, {20, 30}, {}},       {1, {9, 20}, {}},        {1, {20, 9}, {}},
+                 {3, {119, 117}, {4}}, // 5 from (115, 120), the middle of the line, at right angles
+                 {3, {119, 117}, {}, 2},  {3, {136, 148}, {4}, 5}, // 10 beyond an end
+                 {3, {94, 92}, {4}, 5},   {3, {93, 92}, {}, 5}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(click(c.item, c.at, Mode::Replace, c.tolerance), c.hit) << c.item << ' ' << c.at.X << ' ' << c.at.Y;
+        const int kind = c.item == 0 ? PickedKind::Nodes : PickedKind::Elements;
+        EXPECT_EQ(selection.ObjectType(), c.hit.empty() ? PickedKind::Nothing : kind);
+    }
     loadSecondStep();
     EXPECT_EQ(click(0, {10, 10}), Ids{}) << "its elements do not exist";
-}
-
-TEST_F(PickingTest, ClickTakesTheFirstElementThatHoldsThePoint) {
-    EXPECT_EQ(click(2, {20, 20}), Ids{2});
-    EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
-    EXPECT_EQ(click(3, {20, 20}), Ids{});
-    const std::pair<DevicePoint, Ids> cases[] = {{{20, 20}, {0}}, {{10, 10}, {0}}, {{29, 29}, {0}},
-                                                 {{30, 10}, {1}}, {{49, 29}, {1}}, {{50, 20}, {}},
-                                                 {{20, 30}, {}},  {{9, 20}, {}},   {{20, 9}, {}}};
-    for (const auto& [at, hit] : cases)
-        EXPECT_EQ(click(1, at), hit) << at.X << ' ' << at.Y;
-    loadSecondStep();
     EXPECT_EQ(click(1, {20, 20}), Ids{});
     EXPECT_EQ(click(1, {40, 20}), Ids{1});
-}
-
-TEST_F(PickingTest, LineElementsAreHitWithinTwiceTheTolerance) {
-    // (119, 117) is 5 from (115, 120), the middle of the line, at right angles.
-    EXPECT_EQ(click(3, {119, 117}, 0, 3), Ids{4});
-    EXPECT_EQ(click(3, {119, 117}, 0, 2), Ids{});
-    // 10 beyond an end.
-    EXPECT_EQ(click(3, {136, 148}, 0, 5), Ids{4});
-    EXPECT_EQ(click(3, {94, 92}, 0, 5), Ids{4});
-    EXPECT_EQ(click(3, {93, 92}, 0, 5), Ids{});
 }
 
 TEST_F(PickingTest, ModesReplaceAddAndToggle) {

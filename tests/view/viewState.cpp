@@ -43,13 +43,9 @@ TEST(ViewBounds, AreTheMeshAndATenthOfItsShorterSide) {
     EXPECT_EQ(boundsOfNodes({0, 8}, {2, 2}), (Edges{0, 2, 8, 2}));
 }
 
-TEST(Zoom, IsHeldBetweenItsEndsAndFollowsTheTable) {
-    EXPECT_EQ(wideWorld(100).Zoom, 9);
-    EXPECT_EQ(wideWorld(-100).Zoom, -7);
-    int zoom = -7;
-    for (const float percent : {8.33f, 12.5f, 25.f, 33.33f, 50.f, 66.67f, 75.f, 100.f, 125.f, 150.f, 200.f, 300.f,
-                                400.f, 600.f, 800.f, 1200.f, 1600.f}) {
-        const ViewState view = wideWorld(zoom++);
+TEST(Zoom, IsHeldBetweenItsEnds) {
+    for (const auto& [zoom, percent] : {std::pair{100, 1600.f}, {-100, 8.33f}, {2, 150.f}, {-4, 33.33f}}) {
+        const ViewState view = wideWorld(zoom);
         EXPECT_EQ(ZoomPercent(view), percent);
         EXPECT_NEAR(view.ViewBounds.Width() * percent, 100 * 100, 0.01);
         EXPECT_NEAR(view.ViewBounds.Height() * percent, -50 * 100, 0.01);
