@@ -167,6 +167,7 @@ TEST_F(DialogTest, DrawSettingsKeepAllOnOkAndNothingBefore) {
     form.Choose(u"cmbDispScale"_qs, 1);
     form.Type(u"txtDispScale"_qs, u"2.5"_qs, Qt::Key_Return);
     EXPECT_EQ(form.SelectedText(u"txtDispScale"_qs), u"2"_qs);
+    form.Click(u"chkDispPaintLegend"_qs);
     form.Click(u"chkDispOrgMesh"_qs);
     form.Tab(1);
     form.Type(u"txtVectorScale"_qs, u"-4"_qs);
@@ -183,7 +184,7 @@ TEST_F(DialogTest, DrawSettingsKeepAllOnOkAndNothingBefore) {
     EXPECT_EQ(Dialogs::Testing::Asked()[1].Text, u"#0000ff"_qs);
     EXPECT_EQ(settings, expected);
     form.Click(ok);
-    expected.Displacement = {.Legend = false, .Scale = 20, .Fiducial = 1, .Original = false};
+    expected.Displacement = {.Legend = true, .Scale = 20, .Fiducial = 1, .Original = false};
     expected.Vector.Scale = 0;
     expected.Vector.ItemSets = {{u"reverse"_qs, 0, 0}};
     expected.Contour.ColorIndex = 2;
@@ -209,14 +210,15 @@ TEST_F(DialogTest, DrawSettingsCancelLeavesItemSetsThatWereAddedAndDeleted) {
     EXPECT_EQ(list.currentRow(), 1);
     form.Type(name, u"B"_qs);
     EXPECT_EQ(list.item(1)->text(), u"B"_qs);
+    form.Click(add);
     list.setCurrentRow(0);
     EXPECT_EQ(form.Text(name), u"新規アイテムセット"_qs);
     form.Click(remove);
     EXPECT_EQ(form.Text(name), u"B"_qs);
     ApplicationSettings read = before;
     form->ReadDialogSettings(read);
-    EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_qs, -1, -1}}));
-    EXPECT_EQ(read.Vector.ItemSetCount, 1);
+    EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_qs, -1, -1}, {u"新規アイテムセット"_qs, -1, -1}}));
+    EXPECT_EQ(read.Vector.ItemSetCount, 2);
     form.Click(cancel);
     EXPECT_EQ(settings, before);
     EXPECT_TRUE(form.HasEnded(false));
