@@ -1,4 +1,5 @@
 #include "../ConfigurationFolder.h"
+#include "../TestFolder.h"
 #include "app/clsLogger.h"
 #include "app/clsRegEdit.h"
 #include "platform/Dialogs.h"
@@ -10,39 +11,35 @@ using namespace Registry;
 
 namespace {
 constexpr std::uint32_t root = HKEY_CURRENT_USER;
-
-/// What the wrapper makes of raw bytes; the type it reports goes to `type`.
-QVariant read(std::uint32_t storedType, const QByteArray& data, int* type = nullptr) {
-    clsRegEdit edit;
-    EXPECT_TRUE(edit.OpenRegKey(root, u"Read"_qs));
-    EXPECT_TRUE(SetValue(edit.hCurrentKey(), {u"v"_qs, storedType, data}));
-    int reported = -1;
-    QVariant value = u"left over"_qs;
-    EXPECT_TRUE(edit.GetRegValue(u"V"_qs, reported, value));
-    if (type)
-        *type = reported;
-    return value;
-}
 } // namespace
 
 TEST(clsRegEdit, ValuesAreConvertedByTheirType) {
     const ConfigurationFolder folder;
-    int type = 0;
-    EXPECT_EQ(read(REG_SZ, TextBytes(QString(u"a"_qs + QChar(0) + u"日"_qs))), QVariant(u"a日"_qs));
-    EXPECT_EQ(read(REG_SZ, QByteArray("a\0b", 3)), QVariant(u"a"_qs)) << "an odd byte is no character";
-    EXPECT_EQ(read(REG_EXPAND_SZ, TextBytes(u"%x%"), &type), QVariant(u"%x%"_qs));
-    EXPECT_EQ(type, 1);
-    EXPECT_EQ(read(REG_BINARY, "\1\2"), QVariant(QByteArray("\1\2")));
-    EXPECT_EQ(read(REG_BINARY, {}, &type), QVariant());
-    EXPECT_EQ(type, 3);
-    EXPECT_EQ(read(REG_DWORD, "\xfe\xff\xff\xff"), QVariant(-2));
-    EXPECT_EQ(read(REG_DWORD, "\1\2\3"), QVariant());
-    EXPECT_EQ(read(REG_DWORD_BIG_ENDIAN, "\1\2\3\4"), QVariant(0x02010403));
-    EXPECT_EQ(read(REG_MULTI_SZ, TextBytes(QString::fromUtf16(u"a\0\0c\0", 5))),
-              QVariant(QStringList({u"a"_qs, {}, u"c"_qs})));
-    EXPECT_EQ(read(REG_NONE, "abcd"), QVariant());
-    EXPECT_EQ(read(11, "12345678", &type), QVariant());
-    EXPECT_EQ(type, 11);
+    const struct {
+        std::uint32_t type;
+        QByteArray data;
+        QVariant value;
+    } cases[] = {{REG_SZ, TextBytes(QString(u"a"_qs + QChar(0) + u"日"_qs)), u"a日"_qs},
+                 {REG_SZ, QByteArray("a\0b", 3), u"a"_qs}, // an odd byte is no character
+                 {REG_EXPAND_SZ, TextBytes(u"%x%"), u"%x%"_qs},
+                 {REG_BINARY, "\1\2", QByteArray("\1\2")},
+                 {REG_BINARY, {}, {}},
+                 {REG_DWORD, "\xfe\xff\xff\xff", -2},
+                 {REG_DWORD, "\1\2\3", {}},
+                 {REG_DWORD_BIG_ENDIAN, "\1\2\3\4", 0x02010403},
+                 {REG_MULTI_SZ, TextBytes(QString::fromUtf16(u"a\0\0c\0", 5)), QStringList({u"a"_qs, {}, u"c"_qs})},
+                 {REG_NONE, "abcd", {}},
+                 {11, "12345678", {}}};
+    clsRegEdit edit;
+    EXPECT_TRUE(edit.OpenRegKey(root, u"Read"_qs));
+    for (const auto& c : cases) {
+        EXPECT_TRUE(SetValue(edit.hCurrentKey(), {u"v"_qs, c.type, c.data}));
+        int type = -1;
+        QVariant value = u"left over"_qs;
+        EXPECT_TRUE(edit.GetRegValue(u"V"_qs, type, value));
+        EXPECT_EQ(value, c.value) << c.type;
+        EXPECT_EQ(type, c.type == REG_EXPAND_SZ ? REG_SZ : c.type);
+    }
 }
 
 TEST(clsRegEdit, WritesWhatFitsTheType) {
@@ -50,23 +47,24 @@ TEST(clsRegEdit, WritesWhatFitsTheType) {
     clsRegEdit edit;
     EXPECT_FALSE(edit.SetRegValue(u"v"_qs, REG_DWORD, 1)) << "no key is open";
     ASSERT_TRUE(edit.OpenRegKey(root, u"Write"_qs));
-    const auto stored = [&](int type, const QVariant& value) {
-        EXPECT_TRUE(edit.SetRegValue(u"v"_qs, type, value));
-        return GetValue(edit.hCurrentKey(), u"v"_qs)->Data;
-    };
-    EXPECT_EQ(stored(REG_SZ, u"日é"_qs), TextBytes(u"日é"));
-    EXPECT_EQ(stored(REG_DWORD, -1), "\xff\xff\xff\xff");
-    EXPECT_EQ(stored(REG_DWORD, 0xfffffffeU), "\xfe\xff\xff\xff");
-    EXPECT_EQ(stored(REG_BINARY, QByteArray("\0\1", 2)), QByteArray("\0\1", 2));
-    EXPECT_EQ(stored(REG_NONE, u"anything"_qs), "");
-    const std::pair<int, QVariant> refused[] = {{REG_DWORD, 1LL << 32},
-                                                {REG_DWORD, u"one"_qs},
-                                                {REG_BINARY, u"text"_qs},
-                                                {REG_SZ, 5},
-                                                {11, QByteArray(8, 'x')}};
-    for (const auto& [type, value] : refused)
-        EXPECT_FALSE(edit.SetRegValue(u"v"_qs, type, value)) << type;
-    EXPECT_EQ(GetValue(edit.hCurrentKey(), u"v"_qs)->Type, REG_NONE);
+    const struct {
+        int type;
+        QVariant value;
+        std::optional<QByteArray> stored = {}; ///< nothing is refused
+    } cases[] = {{REG_SZ, u"日é"_qs, TextBytes(u"日é")},
+                 {REG_DWORD, -1, "\xff\xff\xff\xff"},
+                 {REG_DWORD, 0xfffffffeU, "\xfe\xff\xff\xff"},
+                 {REG_BINARY, QByteArray("\0\1", 2), QByteArray("\0\1", 2)},
+                 {REG_NONE, u"anything"_qs, ""},
+                 {REG_DWORD, 1LL << 32},
+                 {REG_DWORD, u"one"_qs},
+                 {REG_BINARY, u"text"_qs},
+                 {REG_SZ, 5},
+                 {11, QByteArray(8, 'x')}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(edit.SetRegValue(u"v"_qs, c.type, c.value), c.stored.has_value()) << c.type;
+        EXPECT_EQ(GetValue(edit.hCurrentKey(), u"v"_qs)->Data, c.stored.value_or(QByteArray("")));
+    }
 }
 
 TEST(clsRegEdit, OpensClosesAndDeletes) {
@@ -125,10 +123,8 @@ TEST(clsLogger, OverwritesTheLogAndSaysWhenThereIsNoFolder) {
     logger.DumpMessage(u"一"_qs);
     logger.Finalize();
     logger.DumpMessage(u"two"_qs);
-    QFile log(folder.Path() + u'/' + QCoreApplication::applicationName() + u".log"_qs);
-    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-    EXPECT_EQ(log.readAll(), QByteArray("一\ntwo\n"));
-
+    const QString log = folder.Path() + u'/' + QCoreApplication::applicationName() + u".log"_qs;
+    EXPECT_EQ(TestFolder::Read(log), QByteArray("一\ntwo\n"));
     qputenv("TMPDIR", (folder.Path() + u"/none"_qs).toUtf8());
     Dialogs::Testing::Start();
     clsLogger().DumpMessage(u"lost"_qs);

@@ -25,12 +25,14 @@ TEST(TipsDrawing, RoundsHalvesToEvenAndSaturates) {
 }
 
 TEST(TipsDrawing, MulDivRoundsAwayFromZero) {
-    EXPECT_EQ(MulDiv(11, 96, 72), 15);
-    EXPECT_EQ(MulDiv(-3, 1, 2), -2);
-    EXPECT_EQ(MulDiv(3, 1, -2), -2);
-    EXPECT_EQ(MulDiv(INT_MAX, INT_MAX, INT_MAX), INT_MAX);
-    EXPECT_EQ(MulDiv(INT_MIN, INT_MIN, 1), -1);
-    EXPECT_EQ(MulDiv(5, 5, 0), -1);
+    const std::array<int, 4> cases[] = {{11, 96, 72, 15},
+                                        {-3, 1, 2, -2},
+                                        {3, 1, -2, -2},
+                                        {5, 5, 0, -1},
+                                        {INT_MIN, INT_MIN, 1, -1},
+                                        {INT_MAX, INT_MAX, INT_MAX, INT_MAX}};
+    for (const auto& [number, numerator, denominator, expected] : cases)
+        EXPECT_EQ(MulDiv(number, numerator, denominator), expected) << number;
 }
 
 TEST(TipsDrawing, HatchesBeyondTheKnownOnesAreSolid) {
@@ -47,9 +49,9 @@ TEST(TipsDrawing, FontsTakeTheirSizeFromTheReferenceDevice) {
     const Font old = SelectFontFor(device, page, {u"Arial"_qs, 11, true, false, true, false}, 900);
     const Font bold = SelectFontFor(device, device, {QString(20, u'漢'), 9}, 0);
     EXPECT_EQ(bold, (Font{92, 700, false, true, false, 900, u"Arial"_qs}));
-    RestoreObject(device, old);
-    EXPECT_EQ(device.SelectFont(SelectFontFor(device, device, {u"x"_qs + QString(20, u'漢'), 9}, 0)).Face,
-              u"x"_qs + QString(15, u'漢'));
+    EXPECT_EQ(device.SelectFont(old).Face, QString(16, u'漢'));
+    SelectFontFor(device, device, {u"x"_qs + QString(20, u'漢'), 9}, 0);
+    EXPECT_EQ(device.SelectFont(old).Face, u"x"_qs + QString(15, u'漢'));
 }
 
 TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
@@ -57,12 +59,11 @@ TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
     device.SelectFont({.Height = 15, .Face = u"Arial"_qs});
     ASSERT_EQ(MeasureText(device, u"abcde"_qs), (DeviceSize{35, 15}));
     QByteArray expected = device.Trace();
-    const DevicePoint places[] = {{100, 50}, {100 - 17, 50}, {65, 50}, {100, 43}, {83, 43}, {65, 43},
-                                  {100, 35}, {83, 35},       {65, 35}, {100, 50}, {100, 50}};
     int anchor = 1;
-    for (const DevicePoint& at : places) {
+    for (const char* at :
+         {"100 50", "83 50", "65 50", "100 43", "83 43", "65 43", "100 35", "83 35", "65 35", "100 50", "100 50"}) {
         DrawAnchoredText(device, 100, 50, u"abcde"_qs, anchor);
-        expected += "Text " + QByteArray::number(at.X) + ' ' + QByteArray::number(at.Y) + " \"abcde\"\n";
+        expected += QByteArray("Text ") + at + " \"abcde\"\n";
         anchor = anchor == 10 ? -1 : anchor + 1;
     }
     EXPECT_EQ(device.Trace(), expected);

@@ -3,13 +3,11 @@
 #include "mainwin/commandTable.h"
 
 #include <QMainWindow>
-#include <QMenu>
 #include <gtest/gtest.h>
 
 namespace {
 
-class CommandStateTest : public testing::Test {
-protected:
+struct CommandStateTest : testing::Test {
     CommandStateTest() {
         commandTable::Build(bars);
         model.StepCount = 3;
@@ -55,7 +53,13 @@ protected:
 
 TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
     update(true);
-    expectEnabled(ofFile + u' ' + always + u' ' + ofDisplacement + u' ' + ofContour, true);
+    QSet<int> ids;
+    for (const CommandRow& row : commandTable::Commands()) {
+        const QString name = QString::fromUtf16(row.name);
+        ids.insert(bars.ToolID(name));
+        EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
+    }
+    EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size())) << "every command stands once";
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_qs);
     EXPECT_EQ(marks(u"pdDrawContourColor"_qs), u"-x----"_qs);
     EXPECT_EQ(marks(u"pbDrawDispScale"_qs), u"---x"_qs);
@@ -71,26 +75,14 @@ TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
 }
 
 TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
-    model.NoDisplacement = true;
-    update(true);
-    expectEnabled(ofDisplacement, false);
-    expectEnabled(ofContour, true);
-    model.NoDisplacement = false;
-    model.LineElementsOnly = true;
-    update(true);
-    expectEnabled(ofDisplacement + u" miDrawContourItem"_qs, true);
-    expectEnabled(ofContour, false);
-}
-
-TEST_F(CommandStateTest, EveryCommandStandsOnceAndThoseToComeStayDisabled) {
-    update(true);
-    QSet<int> ids;
-    for (const CommandRow& row : commandTable::Commands()) {
-        const QString name = QString::fromUtf16(row.name);
-        ids.insert(bars.ToolID(name));
-        EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
+    for (const bool noDisplacement : {true, false}) {
+        model.NoDisplacement = noDisplacement;
+        model.LineElementsOnly = !noDisplacement;
+        update(true);
+        expectEnabled(ofDisplacement, !noDisplacement);
+        expectEnabled(ofContour, noDisplacement);
+        expectEnabled(ofFile + u' ' + always + u" miDrawContourItem"_qs, true);
     }
-    EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size()));
 }
 
 TEST_F(CommandStateTest, RecentFilesStandBeforeQuit) {

@@ -1,15 +1,13 @@
 #include "property/clsXML.h"
 
-#include <QTemporaryFile>
+#include "../TestFolder.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 bool load(clsXML& document, const QByteArray& bytes) {
-    QTemporaryFile file;
-    EXPECT_TRUE(file.open());
-    file.write(bytes);
-    file.close();
-    return document.Load(file.fileName());
+    const TestFolder folder;
+    return document.Load(folder.Write(bytes));
 }
 
 /// name[attribute=value]{text;children}, each part only where there is something.
@@ -30,8 +28,8 @@ QString dump(const clsXMLNodeCollection& nodes) {
 
 QString dumpOf(const QByteArray& bytes) {
     clsXML document;
-    const bool good = load(document, bytes);
-    return (good ? QString() : u"false:"_qs) + dump(document.childNodes());
+    const QString start = load(document, bytes) ? QString() : u"false:"_qs;
+    return start + dump(document.childNodes());
 }
 
 /// Number of nodes down from the first, each being the first child of the one above.
@@ -44,54 +42,38 @@ int depthOf(const clsXML& document) {
 } // namespace
 
 TEST(Xml, Trees) {
-    const struct {
-        const char* Bytes;
-        const char16_t* Tree;
-    } cases[] = {
-        {"<a>1</a>", u"a{1}"},
-        {"<?xml version=\"1.0\" ?>\r\n<a/>", u"a/"},
-        {"<r><a>1</a>\r\n  <B> 2 </b></r>", u"r{;a{1},B{2}}"},
-        {"<A>x</a><b></b>", u"A{x},b"},
-        {"<a></a></a><b></b>", u"false:a"},
-        {"<a><b>1</b><c>", u"a{;b{1},c}"},
-        {"<a>1</a><b", u"a{1}"},
-        {"<?xml ?><!-- only -->", u"false:"},
-        {"no tags", u"false:"},
-        {"<a> <!-- c > text --> </x>1</a>", u"a{<!-- c >}"},
-        {"<a><b>1</c>2</b></a>", u"a{;b{11}}"},
-        {"<a>x&lt;\ny</a>", u"a{x&lt;\ny}"},
-        {"<a>bb>cc/>d/>", u"a{;b{;c/}}"},
-        {"\x95\x5c<\x94\x5c>\x83\x5c\x80\xa0</\x94\x5c>", u"能{ソ\uFFFD\uFFFD}"},
+    const std::pair<const char*, const char*> cases[] = {
+        {"<a>1</a>", "a{1}"},
+        {"<?xml version=\"1.0\" ?>\r\n<a/>", "a/"},
+        {"<r><a>1</a>\r\n  <B> 2 </b></r>", "r{;a{1},B{2}}"},
+        {"<A>x</a><b></b>", "A{x},b"},
+        {"<a></a></a><b></b>", "false:a"},
+        {"<a><b>1</b><c>", "a{;b{1},c}"},
+        {"<a>1</a><b", "a{1}"},
+        {"<?xml ?><!-- only -->", "false:"},
+        {"no tags", "false:"},
+        {"<a> <!-- c > text --> </x>1</a>", "a{<!-- c >}"},
+        {"<a><b>1</c>2</b></a>", "a{;b{11}}"},
+        {"<a>x&lt;\ny</a>", "a{x&lt;\ny}"},
+        {"<a>bb>cc/>d/>", "a{;b{;c/}}"},
+        {"\x95\x5c<\x94\x5c>\x83\x5c\x80\xa0</\x94\x5c>", "能{ソ\uFFFD\uFFFD}"},
+        // At the top level leading blanks push the end of the text out; inside, they are gone before.
+        {"<a>  12</a>", "a"},
+        {"<a> 123</a>", "a{12}"},
+        {"<r><a>  12</a></r>", "r{;a{12}}"},
+        {"<a>one<b/>three</a>", "a{oneone<b;b/}"},
+        {"<a default=\"true\">", "a[default=true]"},
+        {"<a b = \"1 2\" />", "a[b=]"},
+        {"<a b=1 />", "a[b=1]"},
+        {"<a b=>", "a"},
+        {"<a b=1 c=2>", "a[b=1][c=2]"},
+        {"<a b=\"1\" c=\"2\">", "a[b=\"1][c=2]"},
+        {"<a ab=\"1\" c=\"2\">", "a[ab=\"][\" c=2]"},
+        {"<a \"b\"=\">", "a[b=\"]"},
+        {"<a long= 1 x>", "a[long=][ng=]"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(dumpOf(c.Bytes).toStdString(), QString::fromUtf16(c.Tree).toStdString()) << c.Bytes;
-}
-
-TEST(Xml, TextComesFromBehindTheOpeningTagAsItStands) {
-    // At the top level leading blanks push the end of the text out; inside, they are gone before.
-    EXPECT_EQ(dumpOf("<a>  12</a>"), u"a"_qs);
-    EXPECT_EQ(dumpOf("<a> 123</a>"), u"a{12}"_qs);
-    EXPECT_EQ(dumpOf("<r><a>  12</a></r>"), u"r{;a{12}}"_qs);
-    EXPECT_EQ(dumpOf("<a>one<b/>three</a>"), u"a{oneone<b;b/}"_qs);
-}
-
-TEST(Xml, Attributes) {
-    const struct {
-        const char* Tag;
-        const char16_t* Tree;
-    } cases[] = {
-        {"<a default=\"true\">", u"a[default=true]"},
-        {"<a b = \"1 2\" />", u"a[b=]"},
-        {"<a b=1 />", u"a[b=1]"},
-        {"<a b=>", u"a"},
-        {"<a b=1 c=2>", u"a[b=1][c=2]"},
-        {"<a b=\"1\" c=\"2\">", u"a[b=\"1][c=2]"},
-        {"<a ab=\"1\" c=\"2\">", u"a[ab=\"][\" c=2]"},
-        {"<a \"b\"=\">", u"a[b=\"]"},
-        {"<a long= 1 x>", u"a[long=][ng=]"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(dumpOf(c.Tag).toStdString(), QString::fromUtf16(c.Tree).toStdString()) << c.Tag;
+    for (const auto& [bytes, tree] : cases)
+        EXPECT_EQ(dumpOf(bytes).toStdString(), tree) << bytes;
 }
 
 TEST(Xml, EachLoadStartsAnew) {

@@ -1,10 +1,9 @@
 // Writes small result files for tests, field by field, so that each test can bend the field that it is about.
 #pragma once
 
+#include "../TestFolder.h"
 #include "platform/Codepage.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtEndian>
 #include <optional>
 #include <vector>
@@ -38,20 +37,13 @@ struct VrfBuilder {
         put(out, itemCount.value_or(qint32(items.size())));
         for (const Item& item : items) {
             text(out, item.name);
-            put(out, item.elementType);
-            put(out, item.flags);
+            put(out, item.elementType, item.flags);
         }
-        put(out, nodeCount.value_or(qint32(nodes.size())));
-        put(out, elementCount.value_or(qint32(elements.size())));
-        for (const auto& [x, y] : nodes) {
-            put(out, x);
-            put(out, y);
-        }
-        for (const auto& element : elements) {
-            put(out, qint32(element.size()));
-            for (const qint32 node : element)
-                put(out, node);
-        }
+        put(out, nodeCount.value_or(qint32(nodes.size())), elementCount.value_or(qint32(elements.size())));
+        for (const auto& [x, y] : nodes)
+            put(out, x, y);
+        for (const auto& element : elements)
+            putList(out, element);
         out += QByteArray(16, '\0');
         for (const Step& step : steps)
             appendStep(out, step);
@@ -63,38 +55,25 @@ struct VrfBuilder {
         text(out, step.name);
         for (const qint32 type : step.types)
             put(out, type);
-        for (const auto& values : step.values) {
-            put(out, qint32(values.size()));
-            for (const double value : values)
-                put(out, value);
-        }
+        for (const auto& values : step.values)
+            putList(out, values);
     }
 
+    template<typename... T>
+    static void put(QByteArray& out, T... values) {
+        ((values = qToLittleEndian(values), out.append(reinterpret_cast<const char*>(&values), sizeof values)), ...);
+    }
     template<typename T>
-    static void put(QByteArray& out, T value) {
-        const T little = qToLittleEndian(value);
-        out.append(reinterpret_cast<const char*>(&little), sizeof little);
+    static void putList(QByteArray& out, const std::vector<T>& values) {
+        put(out, qint32(values.size()));
+        for (const T value : values)
+            put(out, value);
     }
     static void text(QByteArray& out, const QString& value) {
         const QByteArray bytes = Codepage::Encode(value);
         put(out, qint32(bytes.size()));
         out += bytes;
     }
-};
-
-/// A folder of files that goes with the test.
-class TestFolder {
-public:
-    QString Write(const QByteArray& bytes, const QString& name = QStringLiteral("model.vrf")) const {
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            return {};
-        return file.fileName();
-    }
-    QString Path(const QString& name) const { return folder.filePath(name); }
-
-private:
-    QTemporaryDir folder;
 };
 
 /// Two unit squares side by side (type 1 and type 2), a node item with both displacement bits, an item per element of

@@ -1,68 +1,65 @@
-#include "VrfBuilder.h"
+#include "ModelTest.h"
 
-#include "result/mdVelorinResultModel.h"
-
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace mdVelorinResultModel;
 
 namespace {
 
-class LoadStepTest : public testing::Test {
-protected:
-    void open(const VrfBuilder& file) { ASSERT_TRUE(LoadResultFile(folder.Write(file.Bytes()), model)); }
-
-    TestFolder folder;
-    ResultModel model;
+struct LoadStepTest : ModelTest {
+    bool step(std::int32_t number, std::int32_t item, std::int32_t reference = -1) {
+        return LoadStep(number, item, model, false, reference);
+    }
+    void expectBounds(float highest, float lowest) const {
+        EXPECT_EQ(model.Mesh.MaxValue, highest);
+        EXPECT_EQ(model.Mesh.MinValue, lowest);
+    }
 };
 
 TEST_F(LoadStepTest, NodeItemsAreTakenAndElementItemsAveragedWithTheZerosOfOtherTypes) {
     open(twoSquares());
-    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(model.Mesh.MaxValue, 6);
-    EXPECT_EQ(model.Mesh.MinValue, 1);
+    expectBounds(6, 1);
     EXPECT_EQ(model.ReferenceItemData.at(1).Values, QList<float>(6)) << "zeros of node length for every item";
-    ASSERT_TRUE(LoadStep(0, 1, model, false, -1));
+    ASSERT_TRUE(step(0, 1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{0, 5, 10, 0, 5, 10}));
-    EXPECT_EQ(model.Mesh.MaxValue, 10);
-    ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
+    ASSERT_TRUE(step(1, 1));
     EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
-    EXPECT_EQ(model.Mesh.MaxValue, 0) << "the one element that exists brings in its 0";
+    expectBounds(0, 0); // the one element that exists brings in its 0
     EXPECT_TRUE(model.Mesh.Nodes[1].Active && !model.Mesh.Nodes[2].Active);
 
     VrfBuilder file = twoSquares();
     file.steps[1].types = {-1, -2};
-    open(file);
-    ASSERT_TRUE(LoadStep(1, 1, model, false, -1));
-    EXPECT_EQ(model.Mesh.MaxValue, -1.0E+20f) << "no element is left";
-    EXPECT_EQ(model.Mesh.MinValue, 1.0E+20f);
+    open(file, 1, 1);
+    expectBounds(-1.0E+20f, 1.0E+20f); // no element is left
 }
 
 TEST_F(LoadStepTest, ReferenceIsReadFirstAndTheStepAfterIt) {
-    open(twoSquares());
-    ASSERT_TRUE(LoadStep(1, 0, model, false, 0));
+    open(twoSquares(), 1, 0, 0);
     EXPECT_EQ(model.ReferenceStep, 0);
     EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6);
     EXPECT_EQ(model.Mesh.Elements.ElementType.at(1), -1);
-    EXPECT_FALSE(LoadStep(2, 0, model, false, 0));
+    EXPECT_FALSE(step(2, 0, 0));
     EXPECT_EQ(model.CurrentStep, -1);
     EXPECT_EQ(model.ReferenceStep, 0) << "a reference read before the failure stays";
-    ASSERT_TRUE(LoadStep(1, 0, model, false, 9));
+    ASSERT_TRUE(step(1, 0, 9));
     EXPECT_EQ(model.ReferenceStep, -1);
     EXPECT_EQ(model.Mesh.Nodes.ReferenceValue.at(5), 6) << "node values of the old reference are left";
 }
 
 TEST_F(LoadStepTest, BadStepsAndItems) {
     open(twoSquares());
-    EXPECT_FALSE(LoadStep(-1, 0, model, false, -1));
-    EXPECT_FALSE(LoadStep(0, -1, model, false, -1));
-    ASSERT_TRUE(LoadStep(0, 5, model, false, -1));
+    EXPECT_FALSE(step(-1, 0));
+    EXPECT_FALSE(step(0, -1));
+    ASSERT_TRUE(step(0, 5));
     EXPECT_EQ(model.CurrentItem, -1);
     EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6));
+    ResultModel copy = model;
+    ASSERT_TRUE(LoadStep(0, 0, copy, true, -1));
+    EXPECT_EQ(model.Mesh.Nodes.Value, QList<float>(6)) << "copies are independent";
     CloseResultFile(model);
-    EXPECT_FALSE(LoadStep(0, 0, model, false, -1));
+    EXPECT_FALSE(step(0, 0));
+    EXPECT_TRUE(LoadStep(1, 1, copy, true, -1)) << "the copy has its own share of the file";
 }
 
 TEST_F(LoadStepTest, FewerValuesThanNodesOrElements) {
@@ -70,47 +67,31 @@ TEST_F(LoadStepTest, FewerValuesThanNodesOrElements) {
     file.items[1].elementType = 1;
     file.steps[0].types = {1, 1};
     file.steps[0].values = {{7, 7, 7}, {4}};
-    open(file);
-    ASSERT_TRUE(LoadStep(1, 0, model, false, -1));
-    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
+    open(file, 1);
+    ASSERT_TRUE(step(0, 0));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{7, 7, 7, 8, 10, 12})) << "the rest keeps what it had";
-    ASSERT_TRUE(LoadStep(0, 1, model, false, -1));
+    ASSERT_TRUE(step(0, 1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{4, 2, 0, 4, 2, 0}));
-}
-
-TEST_F(LoadStepTest, CopiesAreIndependent) {
-    open(twoSquares());
-    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
-    ResultModel copy = model;
-    ASSERT_TRUE(LoadStep(1, 1, copy, true, -1));
-    EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{1, 2, 3, 4, 5, 6}));
-    CloseResultFile(model);
-    EXPECT_TRUE(LoadStep(0, 0, copy, true, -1)) << "the copy has its own share of the file";
 }
 
 TEST_F(LoadStepTest, BoundsOfLargeBlocksAreThoseOfAPlainWalk) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> number(-1e3, 1e3);
     VrfBuilder file;
-    file.items = {{QStringLiteral("v"), -1, 0}, {QStringLiteral("zeros"), -1, 0}};
+    file.items = {{u"v"_qs, -1, 0}, {u"zeros"_qs, -1, 0}};
     file.nodes.assign(70001, {0, 0});
     file.elements = {{1, 2, 3}};
-    VrfBuilder::Step step{0, {}, {1}, {{}, {}}};
+    file.steps = {{0, {}, {1}, {{}, {}}}};
     float highest = -BoundStart, lowest = BoundStart;
     for (std::size_t i = 0; i < file.nodes.size(); ++i) {
-        double value = number(random);
-        if (i % 1000 == 3)
-            value = std::numeric_limits<double>::quiet_NaN();
-        step.values[0].push_back(value);
-        step.values[1].push_back(i % 2 ? 0.0 : -0.0);
+        const double value = i % 1000 == 3 ? std::numeric_limits<double>::quiet_NaN() : number(random);
+        file.steps[0].values[0].push_back(value);
+        file.steps[0].values[1].push_back(i % 2 ? 0.0 : -0.0);
         highest = float(value) > highest ? float(value) : highest;
         lowest = float(value) < lowest ? float(value) : lowest;
     }
-    file.steps = {step};
     open(file);
-    ASSERT_TRUE(LoadStep(0, 0, model, false, -1));
-    EXPECT_EQ(model.Mesh.MaxValue, highest);
-    EXPECT_EQ(model.Mesh.MinValue, lowest);
+    expectBounds(highest, lowest);
     EXPECT_TRUE(std::signbit(model.ItemData.at(1).MaxValue)) << "of two equal zeros the first one met stays";
 }
 

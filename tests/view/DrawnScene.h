@@ -10,40 +10,31 @@
 /// Drawn at 254 dpi: 10 units a millimetre, 32 units a line of 9-point text, 16 a character.
 struct DrawnScene : testing::Test {
     DrawnScene() {
-        for (QString& font : settings.Style.FontStrings)
-            font = u"Arial, 9"_qs;
+        settings.Style.FontStrings.fill(u"Arial, 9"_qs);
         settings.Style.RealFormat = u"0.0"_qs;
         model.LineElementsOnly = false;
         window.SetRect(0, 1, 2, 0);
     }
-    void addItem(const QString& name, int elementType, const QList<float>& values) {
-        model.Items.append({name, elementType, 0});
+    void addItem(int elementType, const QList<float>& values) {
         ItemValues item{std::int32_t(values.size()), values, 0, 0};
-        for (const float value : values) {
+        for (const float value : values)
             item.MaxValue = value > item.MaxValue ? value : item.MaxValue;
-            item.MinValue = value < item.MinValue ? value : item.MinValue;
-        }
+        model.Items.append({u"応力"_qs, elementType, 0});
         model.ItemData.append(item);
-        model.ItemCount = std::int32_t(model.Items.size());
+        ++model.ItemCount;
     }
     void addNode(DevicePoint at, bool active = true) {
         view.NodePoints.push_back(at);
         model.Mesh.Nodes.Active.append(active);
         ++model.Mesh.NodeCount;
     }
-    void addElement(DevicePoint centre, int type, int corners = 3) {
-        QList<std::int32_t>& first = model.Mesh.Elements.FirstCorner;
-        if (first.isEmpty())
-            first.append(0);
-        first.append(first.last() + corners);
-        model.Mesh.Elements.ElementType.append(type);
-        view.ElementCentres.push_back(centre);
-        ++model.Mesh.ElementCount;
+    void useItems(int horz, int vert) {
+        settings.Vector.ItemSets = {{u"流れ"_qs, horz, vert}};
+        settings.Vector.ItemSetCount = 1;
+        settings.Vector.DefaultItemSet = 0;
     }
     Scene scene() { return {model, settings, view}; }
-    static PlotConverter converter(const PlotRect& rect) {
-        return {rect, {0, 0, 1000, 800}, 100, TraceDevice(1000, 800, 254)};
-    }
+    PlotConverter converter() const { return {window, {0, 0, 1000, 800}, 100, TraceDevice(1000, 800, 254)}; }
     /// The trace of what `draw` draws; without its select calls unless `selects`.
     template<typename Draw>
     static std::string traceOf(Draw draw, bool selects = false) {

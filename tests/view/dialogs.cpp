@@ -1,34 +1,30 @@
 #include "platform/Dialogs.h"
 #include "app/settingsStore.h"
 #include "platform/PictureBox.h"
-#include "result/VrfBuilder.h"
-#include "result/mdVelorinResultModel.h"
-#include "view/contour.h"
+#include "result/ModelTest.h"
 #include "view/frmContourValue.h"
 #include "view/frmDifferenceStep.h"
 #include "view/frmDrawSettings.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTabWidget>
 #include <QtTest>
-#include <gtest/gtest.h>
 
 namespace {
 
 /// A dialog as its user has it: controls by their names, and keys that go where the focus is.
-class User {
+template<class Dialog>
+class Shown {
 public:
-    explicit User(QDialog& shown) : dialog(shown) {
+    explicit Shown(auto&... arguments) : dialog(nullptr, arguments...) {
         dialog.show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
     }
+    Dialog* operator->() { return &dialog; }
     template<class Control>
     Control& Find(const QString& name) const {
-        auto* control = dialog.findChild<Control*>(name);
+        auto* control = dialog.template findChild<Control*>(name);
         if (control == nullptr)
             throw std::runtime_error("no control " + name.toStdString());
         return *control;
@@ -38,36 +34,43 @@ public:
         auto& control = Find<QWidget>(name);
         QTest::mouseClick(&control, Qt::LeftButton, {}, {8, control.height() / 2});
     }
-    void Type(const QString& name, const QString& text, Qt::Key end) const {
+    void Type(const QString& name, const QString& text, Qt::Key end = Qt::Key_Tab) const {
         auto& box = Find<QLineEdit>(name);
         box.setFocus();
         box.selectAll();
         QTest::keyClicks(&box, text);
         QTest::keyClick(&box, end);
     }
-    QString Text(const QString& name) const { return Find<QLineEdit>(name).text(); }
     void Choose(const QString& combo, int index) const {
         auto& control = Find<QComboBox>(combo);
         QTest::keyClick(&control, Qt::Key_Home);
         for (int i = 0; i < index; ++i)
             QTest::keyClick(&control, Qt::Key_Down);
     }
+    void Tab(int index) const { Find<QTabWidget>(u"tbTab"_qs).setCurrentIndex(index); }
+    QString Text(const QString& box) const { return Find<QLineEdit>(box).text(); }
+    QString SelectedText(const QString& box) const { return Find<QLineEdit>(box).selectedText(); }
+    /// The texts of all boxes, one after the other.
+    QString Texts() const {
+        QStringList texts;
+        for (const auto* box : dialog.template findChildren<QLineEdit*>())
+            texts.append(box->text());
+        return texts.join(u'|');
+    }
+    /// Whether the dialog has closed, and with this result.
+    bool HasEnded(bool result) const { return dialog.Result == result && !dialog.isVisible(); }
 
 private:
-    QDialog& dialog;
+    Dialog dialog;
 };
 
-class DialogTest : public testing::Test {
-protected:
+struct DialogTest : ModelTest {
     DialogTest() {
         VrfBuilder file = twoSquares();
         file.items = {{u"変位X"_qs, -1, 1}, {u"変位Y"_qs, -1, 2}, {u"主応力X"_qs, 2, 0}, {u"主応力Y"_qs, 2, 0}};
-        for (VrfBuilder::Step& step : file.steps) {
-            step.values.insert(step.values.begin(), step.values[0]);
-            step.values.push_back(step.values[2]);
-        }
-        EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
-        EXPECT_TRUE(mdVelorinResultModel::LoadStep(1, 0, model, false, 0));
+        for (VrfBuilder::Step& step : file.steps)
+            step.values = {step.values[0], step.values[0], step.values[1], step.values[1]};
+        open(file, 1, 0, 0);
         Dialogs::Testing::Start();
         settings.Displacement = {.Legend = false, .Scale = 125, .Fiducial = 3, .Original = true};
         settings.Vector = {
@@ -79,249 +82,218 @@ protected:
         Dialogs::Testing::Stop();
     }
 
-    TestFolder folder;
-    ResultModel model;
     ApplicationSettings settings;
 };
 
+const QString ok = u"Command1_0"_qs, cancel = u"Command1_1"_qs;
+
 TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
-    frmContourValue form(nullptr, model, settings);
-    const User user(form);
-    EXPECT_EQ(user.Text(u"txtDefault_0"_qs), u"undefined"_qs);
-    EXPECT_EQ(user.Text(u"txtValue_1"_qs), u"undefined"_qs);
-    form.ItemIndex(3);
-    EXPECT_EQ(user.Text(u"txtDefault_0"_qs), u"12.00000"_qs);
-    EXPECT_EQ(user.Text(u"txtDefault_1"_qs), u"2.00000"_qs);
-    EXPECT_EQ(user.Text(u"txtDefault_2"_qs), u"20 分割"_qs);
-    EXPECT_EQ(user.Text(u"txtValue_0"_qs), u"12.00000"_qs) << "automatic: a copy of the defaults";
+    Shown<frmContourValue> form(model, settings);
+    EXPECT_EQ(form.Texts(), u"undefined|undefined|undefined|undefined|undefined|20"_qs);
+    form->ItemIndex(3);
+    EXPECT_EQ(form.Texts(), u"12.00000|2.00000|20 分割|12.00000|2.00000|20"_qs) << "automatic: a copy of the defaults";
     settings.Contour.Automatic = false;
     settings.Contour.Divide = 12;
     settings.Difference = {.StandardStep = 0, .ApplyContour = true};
-    form.ItemIndex(0);
-    EXPECT_EQ(user.Text(u"txtDefault_0"_qs), u"5.00000"_qs) << "less the reference step";
-    EXPECT_EQ(user.Text(u"txtValue_0"_qs), u"7.00000"_qs);
-    EXPECT_EQ(user.Text(u"txtValue_2"_qs), u"12"_qs);
-    form.ItemIndex(4);
-    EXPECT_EQ(user.Text(u"txtDefault_2"_qs), u"undefined"_qs);
+    form->ItemIndex(0);
+    EXPECT_EQ(form.Texts(), u"5.00000|1.00000|20 分割|7.00000|-1.00000|12"_qs) << "less the reference step";
+    settings.Difference.ApplyContour = false;
+    form->ItemIndex(0);
+    EXPECT_TRUE(form.Texts().startsWith(u"12.00000|"));
+    form->ItemIndex(4);
+    EXPECT_TRUE(form.Texts().startsWith(u"undefined|undefined|undefined|7.00000|"));
 }
 
 TEST_F(DialogTest, ContourValuePutsTypedTextInOrderAndKeepsItOnOk) {
-    frmContourValue form(nullptr, model, settings);
-    const User user(form);
-    user.Type(u"txtValue_0"_qs, u" 1 2.5mm"_qs, Qt::Key_Tab);
-    EXPECT_EQ(user.Text(u"txtValue_0"_qs), u"12.50000"_qs);
-    user.Type(u"txtValue_1"_qs, u"100"_qs, Qt::Key_Return);
-    EXPECT_EQ(user.Find<QLineEdit>(u"txtValue_1"_qs).selectedText(), u"100.00000"_qs);
-    EXPECT_TRUE(form.isVisible()) << "Enter belongs to the box";
-    user.Type(u"txtValue_2"_qs, u"-7.5"_qs, Qt::Key_Tab);
-    EXPECT_EQ(user.Text(u"txtValue_2"_qs), u"8"_qs);
+    Shown<frmContourValue> form(model, settings);
     ContourSettings expected = settings.Contour;
+    form.Type(u"txtValue_0"_qs, u" 1 2.5mm"_qs);
+    form.Type(u"txtValue_1"_qs, u"100"_qs, Qt::Key_Return);
+    EXPECT_EQ(form.SelectedText(u"txtValue_1"_qs), u"100.00000"_qs);
+    EXPECT_TRUE(form->isVisible()) << "Enter belongs to the box";
+    form.Type(u"txtValue_2"_qs, u"-7.5"_qs);
+    EXPECT_TRUE(form.Texts().endsWith(u"|12.50000|100.00000|8"));
     EXPECT_EQ(settings.Contour, expected);
-    user.Click(u"Command1_0"_qs);
-    expected.Automatic = false;
-    expected.MaxValue = 12.5;
-    expected.MinValue = 100;
-    expected.Divide = 8;
+    form.Click(ok);
+    expected = {5, expected.Colors, true, false, 12.5, 100, 8, false};
     EXPECT_EQ(settings.Contour, expected);
-    EXPECT_TRUE(form.Result && !form.isVisible());
+    EXPECT_TRUE(form.HasEnded(true));
 
-    frmContourValue again(nullptr, model, settings);
-    const User other(again);
-    other.Type(u"txtValue_0"_qs, u"1e60"_qs, Qt::Key_Tab);
-    other.Click(u"Command1_0"_qs);
+    Shown<frmContourValue> again(model, settings);
+    again.Type(u"txtValue_0"_qs, u"1e60"_qs);
+    again.Click(ok);
     EXPECT_EQ(settings.Contour, expected) << "beyond the range of a single";
 }
 
 TEST_F(DialogTest, ContourValueAutomaticKeepsTheRangeAndCancelAll) {
     settings.Contour.Automatic = false;
-    const ContourSettings before = settings.Contour;
-    for (const bool escape : {false, true}) {
-        frmContourValue form(nullptr, model, settings);
-        const User user(form);
-        user.Type(u"txtValue_0"_qs, u"3"_qs, Qt::Key_Tab);
-        if (escape)
-            QTest::keyClick(&form, Qt::Key_Escape);
-        else
-            user.Click(u"Command1_1"_qs);
-        EXPECT_EQ(settings.Contour, before);
-        EXPECT_FALSE(form.Result || form.isVisible());
-    }
-    frmContourValue form(nullptr, model, settings);
-    const User user(form);
-    user.Type(u"txtValue_0"_qs, u"3"_qs, Qt::Key_Tab);
-    QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !form.isVisible(); }));
-    ContourSettings expected = before;
-    expected.Automatic = true;
-    EXPECT_EQ(settings.Contour, expected);
-    EXPECT_TRUE(form.Result);
+    ContourSettings expected = settings.Contour;
+    const auto end = [&](bool result, const auto& act) {
+        Shown<frmContourValue> form(model, settings);
+        form.Type(u"txtValue_0"_qs, u"3"_qs);
+        act(form);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form.HasEnded(result); }));
+        expected.Automatic = result;
+        EXPECT_EQ(settings.Contour, expected);
+    };
+    end(false, [](auto& form) { form.Click(cancel); });
+    end(false, [](auto& form) { QTest::keyClick(form.operator->(), Qt::Key_Escape); });
+    end(true, [](auto& form) { QTest::keyClick(form.operator->(), Qt::Key_A, Qt::AltModifier); });
 }
 
 TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
-    frmDifferenceStep form(nullptr);
-    const User user(form);
-    form.InitDialog(2, 1, {true, false, true, false});
-    auto& steps = user.Find<QComboBox>(u"cmbStep"_qs);
-    ASSERT_EQ(steps.count(), 3);
-    EXPECT_EQ(steps.itemText(0), u"(設定しない)"_qs);
-    EXPECT_EQ(steps.currentText(), u"ステップ - 2"_qs);
-    user.Click(u"Check1_3"_qs);
-    user.Click(u"Check1_0"_qs);
-    user.Choose(u"cmbStep"_qs, 1);
-    EXPECT_EQ(form.StandardStep(), 0);
-    user.Choose(u"cmbStep"_qs, 0);
-    EXPECT_FALSE(user.Find<QCheckBox>(u"Check1_2"_qs).isEnabled());
-    user.Click(u"Check1_1"_qs);
-    user.Click(u"Command1_0"_qs);
-    EXPECT_TRUE(form.Result && !form.isVisible());
-    EXPECT_EQ(form.StandardStep(), -1);
-    EXPECT_TRUE(!form.ApplyDisplacement() && !form.ApplyVector() && form.ApplyContour() && form.ApplyValue());
-
-    form.show();
-    user.Click(u"Command1_1"_qs);
-    EXPECT_FALSE(form.Result || form.isVisible());
+    Shown<frmDifferenceStep> form;
+    form->InitDialog(2, 1, {true, false, true, false});
+    const auto& steps = form.Find<QComboBox>(u"cmbStep"_qs);
+    EXPECT_EQ(steps.count(), 3);
+    EXPECT_EQ(steps.itemText(0) + steps.currentText(), u"(設定しない)ステップ - 2"_qs);
+    form.Click(u"Check1_3"_qs);
+    form.Click(u"Check1_0"_qs);
+    form.Choose(u"cmbStep"_qs, 0);
+    form.Click(u"Check1_1"_qs); // disabled now
+    form.Click(ok);
+    EXPECT_TRUE(form.HasEnded(true));
+    EXPECT_EQ(form->StandardStep(), -1);
+    EXPECT_TRUE(!form->ApplyDisplacement() && !form->ApplyVector() && form->ApplyContour() && form->ApplyValue());
+    form->show();
+    form.Click(cancel);
+    EXPECT_TRUE(form.HasEnded(false));
 }
 
 TEST_F(DialogTest, DrawSettingsKeepAllOnOkAndNothingBefore) {
-    const ApplicationSettings before = settings;
-    frmDrawSettings form(nullptr, model, settings);
-    const User user(form);
-    EXPECT_EQ(user.Text(u"txtDispScale"_qs), u"12.5"_qs);
-    user.Choose(u"cmbDispScale"_qs, 1);
-    user.Type(u"txtDispScale"_qs, u"2.5"_qs, Qt::Key_Return);
-    EXPECT_EQ(user.Find<QLineEdit>(u"txtDispScale"_qs).selectedText(), u"2"_qs);
-    user.Click(u"chkDispPaintLegend"_qs);
-    user.Find<QTabWidget>(u"tbTab"_qs).setCurrentIndex(1);
-    user.Type(u"txtVectorScale"_qs, u"-4"_qs, Qt::Key_Tab);
-    EXPECT_EQ(user.Text(u"txtVectorScale"_qs), u"0"_qs);
-    user.Type(u"txtVectorItem"_qs, u"reverse"_qs, Qt::Key_Tab);
-    user.Choose(u"cmbVectorItem_1"_qs, 0);
-    user.Find<QTabWidget>(u"tbTab"_qs).setCurrentIndex(2);
-    user.Click(u"optContourColor_2"_qs);
-    user.Click(u"chkContourColorReverse"_qs);
+    ApplicationSettings expected = settings;
+    Shown<frmDrawSettings> form(model, settings);
+    EXPECT_EQ(form.Text(u"txtDispScale"_qs), u"12.5"_qs);
+    form.Choose(u"cmbDispScale"_qs, 1);
+    form.Type(u"txtDispScale"_qs, u"2.5"_qs, Qt::Key_Return);
+    EXPECT_EQ(form.SelectedText(u"txtDispScale"_qs), u"2"_qs);
+    form.Click(u"chkDispPaintLegend"_qs);
+    form.Click(u"chkDispOrgMesh"_qs);
+    form.Tab(1);
+    form.Type(u"txtVectorScale"_qs, u"-4"_qs);
+    EXPECT_EQ(form.Text(u"txtVectorScale"_qs), u"0"_qs);
+    form.Type(u"txtVectorItem"_qs, u"reverse"_qs);
+    form.Choose(u"cmbVectorItem_1"_qs, 0);
+    form.Tab(2);
+    form.Click(u"optContourColor_2"_qs);
+    form.Click(u"chkContourColorReverse"_qs);
     Dialogs::Testing::QueueColour(std::nullopt);
-    user.Click(u"cmdContourColor_0"_qs);
+    form.Click(u"cmdContourColor_0"_qs);
     Dialogs::Testing::QueueColour(0x123456);
-    user.Click(u"cmdContourColor_2"_qs);
+    form.Click(u"cmdContourColor_2"_qs);
     EXPECT_EQ(Dialogs::Testing::Asked()[1].Text, u"#0000ff"_qs);
-    EXPECT_EQ(settings, before);
-
-    user.Click(u"Command1_0"_qs);
-    ApplicationSettings expected = before;
-    expected.Displacement = {.Legend = true, .Scale = 20, .Fiducial = 1, .Original = true};
+    EXPECT_EQ(settings, expected);
+    form.Click(ok);
+    expected.Displacement = {.Legend = true, .Scale = 20, .Fiducial = 1, .Original = false};
     expected.Vector.Scale = 0;
     expected.Vector.ItemSets = {{u"reverse"_qs, 0, 0}};
     expected.Contour.ColorIndex = 2;
     expected.Contour.Reverse = true;
     expected.Contour.Colors[2] = 0x123456;
     EXPECT_EQ(settings, expected);
-    EXPECT_TRUE(form.Result && !form.isVisible());
+    EXPECT_TRUE(form.HasEnded(true));
 }
 
 TEST_F(DialogTest, DrawSettingsCancelLeavesItemSetsThatWereAddedAndDeleted) {
     const ApplicationSettings before = settings;
-    frmDrawSettings form(nullptr, model, settings);
-    const User user(form);
-    user.Find<QTabWidget>(u"tbTab"_qs).setCurrentIndex(1);
-    auto& list = user.Find<QListWidget>(u"lstVectorItem"_qs);
-    auto& name = user.Find<QLineEdit>(u"txtVectorItem"_qs);
-    user.Click(u"cmdVectorEdit_1"_qs);
+    Shown<frmDrawSettings> form(model, settings);
+    form.Tab(1);
+    auto& list = form.Find<QListWidget>(u"lstVectorItem"_qs);
+    const QString name = u"txtVectorItem"_qs, add = u"cmdVectorEdit_0"_qs, remove = u"cmdVectorEdit_1"_qs;
+    const auto isEnabled = [&] { return form.Find<QLineEdit>(name).isEnabled(); };
+    form.Click(remove);
     EXPECT_EQ(list.count(), 0);
-    EXPECT_FALSE(name.isEnabled() || user.Find<QComboBox>(u"cmbVectorItem_0"_qs).isEnabled());
-    user.Click(u"cmdVectorEdit_1"_qs);
-    user.Click(u"cmdVectorEdit_0"_qs);
-    user.Click(u"cmdVectorEdit_0"_qs);
-    EXPECT_TRUE(name.isEnabled());
+    EXPECT_FALSE(isEnabled() || form.Find<QComboBox>(u"cmbVectorItem_0"_qs).isEnabled());
+    for (const QString& button : {remove, add, add})
+        form.Click(button);
+    EXPECT_TRUE(isEnabled());
     EXPECT_EQ(list.currentRow(), 1);
-    user.Type(u"txtVectorItem"_qs, u"B"_qs, Qt::Key_Tab);
+    form.Type(name, u"B"_qs);
     EXPECT_EQ(list.item(1)->text(), u"B"_qs);
+    form.Click(add);
     list.setCurrentRow(0);
-    EXPECT_EQ(name.text(), u"新規アイテムセット"_qs);
-    user.Click(u"cmdVectorEdit_1"_qs);
-    EXPECT_EQ(name.text(), u"B"_qs);
-
+    EXPECT_EQ(form.Text(name), u"新規アイテムセット"_qs);
+    form.Click(remove);
+    EXPECT_EQ(form.Text(name), u"B"_qs);
     ApplicationSettings read = before;
-    form.ReadDialogSettings(read);
-    EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_qs, -1, -1}}));
-    EXPECT_EQ(read.Vector.ItemSetCount, 1);
-    user.Click(u"Command1_1"_qs);
+    form->ReadDialogSettings(read);
+    EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_qs, -1, -1}, {u"新規アイテムセット"_qs, -1, -1}}));
+    EXPECT_EQ(read.Vector.ItemSetCount, 2);
+    form.Click(cancel);
     EXPECT_EQ(settings, before);
-    EXPECT_FALSE(form.Result);
+    EXPECT_TRUE(form.HasEnded(false));
 }
 
 TEST_F(DialogTest, DrawSettingsPairsItemsOfTheSameObjects) {
     settings.Vector.ItemSets.append({u"外"_qs, 9, 77});
     settings.Vector.ItemSetCount = 2;
-    frmDrawSettings form(nullptr, model, settings);
-    const User user(form);
-    auto& vert = user.Find<QComboBox>(u"cmbVectorItem_1"_qs);
+    Shown<frmDrawSettings> form(model, settings);
+    auto& list = form.Find<QListWidget>(u"lstVectorItem"_qs);
+    const auto& vert = form.Find<QComboBox>(u"cmbVectorItem_1"_qs);
+    const auto set = [&](int index) {
+        ApplicationSettings read;
+        form->ReadDialogSettings(read);
+        return read.Vector.ItemSets[index];
+    };
     EXPECT_EQ(vert.currentText(), u"変位Y"_qs);
-    user.Choose(u"cmbVectorItem_0"_qs, 2);
+    form.Choose(u"cmbVectorItem_0"_qs, 2);
     EXPECT_EQ(vert.count(), 2);
     EXPECT_EQ(vert.currentIndex(), -1);
-    const auto sets = [&] {
-        ApplicationSettings read;
-        form.ReadDialogSettings(read);
-        return read.Vector.ItemSets;
-    };
-    EXPECT_EQ(sets()[0], (VectorItemSet{u"変位"_qs, 2, 1})) << "Y stays though it lies on other objects now";
-    user.Choose(u"cmbVectorItem_1"_qs, 1);
-    EXPECT_EQ(sets()[0], (VectorItemSet{u"変位"_qs, 2, 3}));
-    user.Find<QListWidget>(u"lstVectorItem"_qs).setCurrentRow(1);
+    EXPECT_EQ(set(0), (VectorItemSet{u"変位"_qs, 2, 1})) << "Y stays though it lies on other objects now";
+    form.Choose(u"cmbVectorItem_1"_qs, 1);
+    EXPECT_EQ(set(0), (VectorItemSet{u"変位"_qs, 2, 3}));
+    list.setCurrentRow(1);
     EXPECT_EQ(vert.count(), 0);
-    user.Find<QListWidget>(u"lstVectorItem"_qs).setCurrentRow(0);
+    list.setCurrentRow(0);
     EXPECT_EQ(vert.currentText(), u"主応力Y"_qs);
-    EXPECT_EQ(sets()[1], (VectorItemSet{u"外"_qs, 9, 77})) << "looking at a set changes nothing";
+    EXPECT_EQ(set(1), (VectorItemSet{u"外"_qs, 9, 77})) << "looking at a set changes nothing";
 }
 
 TEST_F(DialogTest, DrawSettingsOpenOnTheFirstTabThatCounts) {
-    model.NoDisplacement = true;
-    model.LineElementsOnly = true;
-    const frmDrawSettings form(nullptr, model, settings);
-    const auto* tabs = form.findChild<QTabWidget*>(u"tbTab"_qs);
-    EXPECT_EQ(tabs->currentIndex(), 1);
-    EXPECT_FALSE(tabs->isTabEnabled(0) || tabs->isTabEnabled(2));
+    model.NoDisplacement = model.LineElementsOnly = true;
+    Shown<frmDrawSettings> form(model, settings);
+    const auto& tabs = form.Find<QTabWidget>(u"tbTab"_qs);
+    EXPECT_EQ(tabs.currentIndex(), 1);
+    EXPECT_FALSE(tabs.isTabEnabled(0) || tabs.isTabEnabled(2));
 }
 
 TEST_F(DialogTest, DrawSettingsBecomeTheDefaultsOnlyAfterYes) {
     const ApplicationSettings before = settings;
-    frmDrawSettings form(nullptr, model, settings);
-    const User user(form);
-    user.Type(u"txtDispScale"_qs, u"31"_qs, Qt::Key_Tab);
-    DisplacementSettings stored;
-    for (const int answer : {Dialogs::Answer::No, Dialogs::Answer::Yes}) {
+    Shown<frmDrawSettings> form(model, settings);
+    form.Type(u"txtDispScale"_qs, u"31"_qs);
+    ApplicationSettings stored;
+    for (const auto& [answer, scale] :
+         {std::pair{Dialogs::Answer::No, stored.Displacement.Scale}, {Dialogs::Answer::Yes, 310}}) {
         Dialogs::Testing::QueueAnswer(answer);
-        user.Click(u"cmdSetDefault"_qs);
+        form.Click(u"cmdSetDefault"_qs);
         EXPECT_EQ(Dialogs::Testing::Asked().last().Flags, 292);
-        settingsStore::LoadDisplacementDefaults(stored);
-        EXPECT_EQ(stored.Scale, answer == Dialogs::Answer::Yes ? 310 : DisplacementSettings().Scale);
+        settingsStore::LoadDisplacementDefaults(stored.Displacement);
+        EXPECT_EQ(stored.Displacement.Scale, scale);
     }
-    VectorSettings vectors;
-    settingsStore::LoadVectorDefaults(vectors);
-    EXPECT_TRUE(vectors.ItemSets.isEmpty());
-    EXPECT_TRUE(form.isVisible());
+    settingsStore::LoadVectorDefaults(stored.Vector);
+    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty());
+    EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(settings, before);
 }
 
 TEST_F(DialogTest, DrawSettingsPreviewRunsThroughTheRamp) {
-    frmDrawSettings form(nullptr, model, settings);
-    const User user(form);
-    user.Find<QTabWidget>(u"tbTab"_qs).setCurrentIndex(2);
+    Shown<frmDrawSettings> form(model, settings);
+    form.Tab(2);
     QCoreApplication::processEvents();
     const auto colourAt = [&](double part) {
-        const QImage& image = user.Find<PictureBox>(u"picContourPreview"_qs).Image();
+        const QImage& image = form.Find<PictureBox>(u"picContourPreview"_qs).Image();
         return image.pixelColor(int(part * (image.width() - 1)), image.height() - 1);
     };
     EXPECT_EQ(colourAt(0), QColor(0, 0, 255)) << "without reversal the colour of the maximum";
     EXPECT_NEAR(colourAt(0.5).green(), 255, 3);
     EXPECT_NEAR(colourAt(1).red(), 255, 3);
-    user.Click(u"chkContourColorReverse"_qs);
+    form.Click(u"chkContourColorReverse"_qs);
     EXPECT_EQ(colourAt(0), QColor(255, 0, 0));
-    user.Click(u"optContourColor_0"_qs);
+    form.Click(u"optContourColor_0"_qs);
     EXPECT_EQ(colourAt(0), QColor(0, 0, 0));
     Dialogs::Testing::QueueColour(0x00ffff);
-    user.Click(u"cmdContourColor_0"_qs);
-    user.Click(u"optContourColor_5"_qs);
+    form.Click(u"cmdContourColor_0"_qs);
+    form.Click(u"optContourColor_5"_qs);
     EXPECT_EQ(colourAt(0), QColor(255, 255, 0));
 }
 

@@ -7,31 +7,18 @@ using namespace mdScene;
 namespace {
 
 struct Legends : DrawnScene {
-    LegendRect rect{0, 0, 1000, 800};
+    LegendRect rect;
 
-    std::string scaleLegend(double scale, bool isVector, bool selects = false) {
-        rect.Top = 0;
-        const auto draw = [&](DeviceContext& device) {
-            DrawScaleLegend(device, device, scale, rect, converter(window), scene(), context, isVector);
-        };
-        return traceOf(draw, selects);
-    }
-    std::string captionFor(double scale) {
-        const std::string trace = scaleLegend(scale, false);
-        const std::size_t start = trace.find('"') + 1;
-        return trace.substr(start, trace.rfind('"') - start);
+    std::string scaleLegend(double scale, bool isVector) {
+        return traceOf([&](DeviceContext& device) {
+            DrawScaleLegend(device, device, scale, rect = {0, 0, 1000, 800}, converter(), scene(), context, isVector);
+        });
     }
     std::string contourLegend(bool selects = false) {
-        rect.Top = 0;
         const auto draw = [&](DeviceContext& device) {
-            DrawContourLegend(device, device, context, rect, converter(window), scene());
+            DrawContourLegend(device, device, context, rect = {0, 0, 1000, 800}, converter(), scene());
         };
         return traceOf(draw, selects);
-    }
-    std::string allLegends() {
-        return traceOf([&](DeviceContext& device) {
-            DrawLegends(device, device, converter(window), {0, 0, 1000, 800}, scene(), context);
-        });
     }
 };
 
@@ -42,17 +29,16 @@ TEST_F(Legends, VectorArrowKeepsItsHeadInTheBox) {
                                     "Text 762 32 \"10.0\"\n");
     EXPECT_EQ(rect.Top, 32);
     EXPECT_NE(scaleLegend(2.4, true).find("MoveTo 857 32\nLineTo 900 48\nLineTo 857 64\n"), std::string::npos);
+    EXPECT_EQ(scaleLegend(0, true), "");
+    EXPECT_EQ(rect.Top, 0);
 }
 
 TEST_F(Legends, CaptionIsThePowerOfTenThatFitsAQuarter) {
-    const std::pair<double, const char*> captions[] = {{250, "1.0"},   {250.1, "0.1"},  {20000, "0.01"},
-                                                       {2e5, "0.001"}, {2e6, "1.0e-4"}, {0.2, "1000.0"},
-                                                       {0.02, "1.0e4"}};
+    const std::pair<double, const char*> captions[] = {
+        {250, "\"1.0\"\n"},    {250.1, "\"0.1\"\n"},  {20000, "\"0.01\"\n"}, {2e5, "\"0.001\"\n"},
+        {2e6, "\"1.0e-4\"\n"}, {0.2, "\"1000.0\"\n"}, {0.02, "\"1.0e4\"\n"}, {HUGE_VAL, "\"1.0\"\n"}};
     for (const auto& [scale, caption] : captions)
-        EXPECT_EQ(captionFor(scale), caption);
-    EXPECT_EQ(captionFor(HUGE_VAL), "1.0");
-    EXPECT_EQ(scaleLegend(0, true, true), "");
-    EXPECT_EQ(rect.Top, 0);
+        EXPECT_TRUE(scaleLegend(scale, false).ends_with(caption)) << scale;
 }
 
 TEST_F(Legends, ContourBarHasItsHighestBandOnTop) {
@@ -72,38 +58,36 @@ TEST_F(Legends, ContourBarHasItsHighestBandOnTop) {
 
 TEST_F(Legends, StandBelowEachOtherAsFarAsSwitchedOn) {
     context.DisplacementScale = context.VectorScale = 7;
-    context.ContourMax = 1;
-    context.ContourDivide = 2;
-    const std::string displacement = "Rectangle 910 24 ", vector = "Rectangle 910 88 ", contour = "Rectangle 774 160 ";
-    const auto shows = [&](const std::string& what) { return allLegends().find(what) != std::string::npos; };
-    EXPECT_TRUE(shows(displacement) && shows(vector) && shows(contour));
-    settings.Vector.Legend = false;
-    EXPECT_TRUE(shows("Rectangle 774 128 "));
-    settings.Displacement.Fiducial = 3;
-    EXPECT_FALSE(shows(displacement));
-    settings.Displacement.Fiducial = 2;
-    model.NoDisplacement = true;
-    EXPECT_TRUE(shows("Rectangle 774 64 "));
-    for (const auto& [divide, top, lineElements] : {std::tuple{1, 1, false}, {2, 0, false}, {2, 1, true}}) {
+    const auto places = [this] {
+        return traceOf([&](DeviceContext& device) {
+            DrawLegends(device, device, converter(), {0, 0, 1000, 800}, scene(), context);
+        });
+    };
+    const auto shows = [&](const std::string& what) { return places().find(what) != std::string::npos; };
+    for (const auto& [divide, top, lineElements, last] :
+         {std::tuple{2, 1, false, true}, {1, 1, false, false}, {2, 0, false, false}, {2, 1, true, false}}) {
         context.ContourDivide = divide;
         context.ContourMax = float(top);
         model.LineElementsOnly = lineElements;
-        EXPECT_EQ(allLegends(), "");
+        EXPECT_EQ(shows("Rectangle 774 160 "), last);
     }
+    EXPECT_TRUE(shows("Rectangle 910 24 ") && shows("Rectangle 910 88 "));
+    settings.Vector.Legend = model.LineElementsOnly = false;
+    EXPECT_TRUE(shows("Rectangle 774 128 ") && shows("Rectangle 910 24 "));
+    settings.Displacement.Fiducial = 3;
+    EXPECT_TRUE(places().starts_with("Rectangle 774 64 "));
+    settings.Displacement.Fiducial = 2;
+    model.NoDisplacement = true;
+    EXPECT_TRUE(places().starts_with("Rectangle 774 64 "));
 }
 
 TEST_F(Legends, HeaderHasThePartsThatAreOn) {
     model.Steps = {{}, {u"two"_qs, 0.1f, 0}};
     model.CurrentStep = 1;
-    addItem(u"応力"_qs, -1, {1});
+    addItem(-1, {1});
     model.CurrentItem = 0;
-    settings.Vector.ItemSets = {{u"流れ"_qs, 0, 0}};
-    settings.Vector.DefaultItemSet = 0;
-    const auto header = [&] {
-        TraceDevice device(1000, 800, 254);
-        DrawHeader(device, scene());
-        return device.Trace().toStdString();
-    };
+    useItems(0, 0);
+    const auto header = [&] { return traceOf([&](DeviceContext& device) { DrawHeader(device, scene()); }, true); };
     const std::string font = "Font 32 400 0 0 0 0 \"";
     EXPECT_EQ(header(), font +
                             "MS UI Gothic\"\nFillRect 0 0 449 33\n"
@@ -117,22 +101,20 @@ TEST_F(Legends, HeaderHasThePartsThatAreOn) {
 }
 
 /// A picture that counts its texts and steps, and that may keep to itself what can be seen of it.
-class CountingPicture : public RasterDevice {
-public:
+struct CountingPicture : RasterDevice {
     CountingPicture(QImage& target, bool isOpen) : RasterDevice(target, 254), open(isOpen) {}
     std::optional<DeviceRect> VisibleArea() const override { return open ? RasterDevice::VisibleArea() : std::nullopt; }
     void Text(DevicePoint leftTop, const QString& text) override {
-        ++Calls;
+        ++calls;
         RasterDevice::Text(leftTop, text);
     }
     void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override {
-        Calls += int(steps.size() / 5);
+        calls += int(steps.size() / 5);
         RasterDevice::Lines(points, steps);
     }
-    int Calls = 0;
 
-private:
     bool open;
+    int calls = 0;
 };
 
 TEST_F(Legends, WhatCannotBeSeenIsLeftOutAndTheRestStaysToThePixel) {
@@ -142,26 +124,23 @@ TEST_F(Legends, WhatCannotBeSeenIsLeftOutAndTheRestStaysToThePixel) {
             addNode({x, y});
             numbers.append(float(x * y) / 1e5f);
         }
-    addItem(u"u"_qs, -1, numbers);
+    addItem(-1, numbers);
     model.CurrentItem = 0;
-    settings.Vector.ItemSets = {{u"set"_qs, 0, 0}};
-    settings.Vector.ItemSetCount = 1;
-    settings.Vector.DefaultItemSet = 0;
+    useItems(0, 0);
     context.ContourMax = 1;
     context.ContourDivide = 5000;
     const auto paint = [&](QImage& image, bool open) {
         image.fill(Qt::white);
         CountingPicture device(image, open);
         device.ClipRect({50, 100, 450, 250});
-        DrawVectors(device, converter(window), window, scene(), context);
+        DrawVectors(device, converter(), window, scene(), context);
         DrawValues(device, device, scene());
-        DrawContourLegend(device, device, context, rect = {0, 0, 500, 300}, converter(window), scene());
-        return device.Calls;
+        DrawContourLegend(device, device, context, rect = {0, 0, 500, 300}, converter(), scene());
+        return device.calls;
     };
     QImage kept(500, 300, QImage::Format_RGB32), all(500, 300, QImage::Format_RGB32);
-    const int keptCalls = paint(kept, true);
+    EXPECT_LT(paint(kept, true), 600);
     EXPECT_EQ(paint(all, false), 2 * int(numbers.size()) + 5001);
-    EXPECT_LT(keptCalls, 600);
     EXPECT_EQ(kept, all);
 }
 

@@ -3,10 +3,8 @@
 #include "platform/Dialogs.h"
 #include "platform/RasterDevice.h"
 #include "platform/TraceDevice.h"
-#include "result/VrfBuilder.h"
-#include "result/mdVelorinResultModel.h"
+#include "result/ModelTest.h"
 
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace mdPicking;
@@ -18,8 +16,7 @@ using Ids = std::vector<int>;
 /// Two quads of type 1 side by side, one of type 2 over the first and one of type 1 over both, a line of type 3, an
 /// element without nodes and one of type 4 with a node missing. In the second step only the second quad and the line
 /// exist.
-class PickingTest : public testing::Test {
-protected:
+struct PickingTest : ModelTest {
     PickingTest() {
         VrfBuilder file;
         file.items = {{u"節点"_qs, -1}, {u"一"_qs, 1}, {u"二"_qs, 2}, {u"線"_qs, 3}, {u"欠"_qs, 4}};
@@ -27,12 +24,11 @@ protected:
         file.elements = {{1, 2, 3, 4}, {2, 5, 6, 3}, {1, 2, 3, 4}, {1, 5, 6, 4}, {7, 8}, {0, 0, 0}, {1, 0, 2, 4}};
         const std::vector<std::vector<double>> values(5);
         file.steps = {{0, {}, {1, 1, 2, 1, 3, 1, 4}, values}, {1, {}, {-1, 1, -1, -1, 3, -1, -1}, values}};
-        EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
-        loadStep(0);
+        open(file);
         view.NodePoints = {{10, 10}, {30, 10},   {30, 30},   {10, 30}, {50, 10},
                            {50, 30}, {100, 100}, {130, 140}, {11, 10}};
     }
-    void loadStep(int step) { ASSERT_TRUE(mdVelorinResultModel::LoadStep(step, 0, model, false, -1)); }
+    void loadSecondStep() { ASSERT_TRUE(mdVelorinResultModel::LoadStep(1, 0, model, false, -1)); }
     void select(int kind, const Ids& ids) {
         selection.Clear();
         for (const int id : ids)
@@ -49,9 +45,9 @@ protected:
         PickPoint(model, view, selection, mode, at, tolerance);
         return selected();
     }
-    Ids drag(int item, DevicePoint from, DevicePoint to, int mode = Mode::Replace, int tolerance = 3) {
+    Ids drag(int item, DevicePoint from, DevicePoint to, int mode = Mode::Replace) {
         model.CurrentItem = item;
-        PickRectangle(model, view, selection, mode, std::array{from, to}, tolerance);
+        PickRectangle(model, view, selection, mode, std::array{from, to}, 3);
         return selected();
     }
     std::string marks() const {
@@ -60,80 +56,58 @@ protected:
         return device.Trace().toStdString();
     }
 
-    TestFolder folder;
-    ResultModel model;
     ViewState view;
     clsMouse selection;
 };
 
-TEST(Selection, HoldsOneKindAtATime) {
-    clsMouse list;
-    list.Remove(0);
-    EXPECT_EQ(list.Item(0), -1);
-    for (const int id : {7, 3, 7})
-        list.Add(id, PickedKind::Nodes);
-    list.Add(1, PickedKind::Elements);
-    EXPECT_EQ(list.Count(), 3);
-    EXPECT_EQ(list.ObjectType(), 1);
-    list.Remove(3);
-    list.Remove(-1);
-    list.Remove(0);
-    EXPECT_EQ(list.Item(0), 3);
-    EXPECT_EQ(list.Item(1), 7);
-    list.Remove(1);
-    EXPECT_EQ(list.ObjectType(), 1);
-    list.Remove(0);
-    EXPECT_EQ(list.ObjectType(), 0);
-    list.Add(1, PickedKind::Elements);
-    EXPECT_EQ(list.ObjectType(), 2);
-    list.Clear();
-    EXPECT_EQ(list.Count() + list.ObjectType(), 0);
-}
-
-TEST_F(PickingTest, ClickTakesTheNearestActiveNode) {
-    EXPECT_EQ(click(0, {28, 13}), Ids{1});
+TEST_F(PickingTest, SelectionHoldsOneKindAtATime) {
+    selection.Remove(0);
+    EXPECT_EQ(selection.Item(0), -1);
+    select(PickedKind::Nodes, {7, 3, 7});
+    selection.Add(1, PickedKind::Elements);
+    for (const int index : {3, -1, 0})
+        selection.Remove(index);
+    EXPECT_EQ(selected(), (Ids{3, 7}));
+    selection.Remove(1);
     EXPECT_EQ(selection.ObjectType(), PickedKind::Nodes);
-    EXPECT_EQ(click(0, {100, 106}), Ids{6}) << "exactly twice the tolerance away";
-    EXPECT_EQ(click(0, {100, 107}), Ids{});
-    EXPECT_EQ(click(0, {104, 105}), Ids{}) << "less than 6 in both directions, more than 6 away";
-    EXPECT_EQ(click(0, {100, 107}, 0, -3), Ids{});
-    // Node 8 at (11, 10) has no element.
-    EXPECT_EQ(click(0, {11, 10}), Ids{0});
-    EXPECT_EQ(click(0, {10, 20}, 0, 5), Ids{0}) << "node 3 is as near";
-    loadStep(1);
-    EXPECT_EQ(click(0, {10, 10}), Ids{}) << "its elements do not exist";
+    selection.Remove(0);
+    EXPECT_EQ(selection.ObjectType(), PickedKind::Nothing);
+    selection.Add(1, PickedKind::Elements);
+    EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
+    selection.Clear();
+    EXPECT_EQ(selection.Count() + selection.ObjectType(), 0);
 }
 
-TEST_F(PickingTest, ClickTakesTheFirstElementThatHoldsThePoint) {
-    EXPECT_EQ(click(1, {20, 20}), Ids{0});
-    EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
-    EXPECT_EQ(click(2, {20, 20}), Ids{2});
-    EXPECT_EQ(click(3, {20, 20}), Ids{});
-    struct {
+TEST_F(PickingTest, ClickTakesTheNearestNodeOrTheFirstElementThatHoldsThePoint) {
+    const struct {
+        int item;
         DevicePoint at;
         Ids hit;
-    } const cases[] = {{{10, 10}, {0}}, {{29, 29}, {0}}, {{30, 10}, {1}}, {{49, 29}, {1}},
-                       {{50, 20}, {}},  {{20, 30}, {}},  {{9, 20}, {}},   {{20, 9}, {}}};
-    for (const auto& expected : cases)
-        EXPECT_EQ(click(1, expected.at), expected.hit) << expected.at.X << ' ' << expected.at.Y;
-    loadStep(1);
+        int tolerance = 3;
+    } cases[] = {{0, {28, 13}, {1}},      {0, {100, 106}, {6}}, // exactly twice the tolerance away
+                 {0, {100, 107}, {}},     {0, {104, 105}, {}},  // less than 6 in both directions, more than 6 away
+                 {0, {100, 106}, {}, -3}, {0, {11, 10}, {0}},   // node 8 there has no element
+                 {0, {10, 20}, {0}, 5},                         // node 3 is as near
+                 {2, {20, 20}, {2}},      {3, {20, 20}, {}},       {1, {20, 20}, {0}},
+                 {1, {10, 10}, {0}}, // left and top edges belong to an element, right and bottom ones don't
+                 {1, {30, 10}, {1}},      {1, {49, 29}, {1}},      {1, {50, 20}, {}},
+                 {1, {20, 30}, {}},       {1, {9, 20}, {}},        {1, {20, 9}, {}},
+                 {3, {119, 117}, {4}}, // 5 from (115, 120), the middle of the line, at right angles
+                 {3, {119, 117}, {}, 2},  {3, {136, 148}, {4}, 5}, // 10 beyond an end
+                 {3, {94, 92}, {4}, 5},   {3, {93, 92}, {}, 5}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(click(c.item, c.at, Mode::Replace, c.tolerance), c.hit) << c.item << ' ' << c.at.X << ' ' << c.at.Y;
+        const int kind = c.item == 0 ? PickedKind::Nodes : PickedKind::Elements;
+        EXPECT_EQ(selection.ObjectType(), c.hit.empty() ? PickedKind::Nothing : kind);
+    }
+    loadSecondStep();
+    EXPECT_EQ(click(0, {10, 10}), Ids{}) << "its elements do not exist";
     EXPECT_EQ(click(1, {20, 20}), Ids{});
     EXPECT_EQ(click(1, {40, 20}), Ids{1});
 }
 
-TEST_F(PickingTest, LineElementsAreHitWithinTwiceTheTolerance) {
-    // (119, 117) is 5 from (115, 120), the middle of the line, at right angles.
-    EXPECT_EQ(click(3, {119, 117}, 0, 3), Ids{4});
-    EXPECT_EQ(click(3, {119, 117}, 0, 2), Ids{});
-    // 10 beyond an end.
-    EXPECT_EQ(click(3, {136, 148}, 0, 5), Ids{4});
-    EXPECT_EQ(click(3, {94, 92}, 0, 5), Ids{4});
-    EXPECT_EQ(click(3, {93, 92}, 0, 5), Ids{});
-}
-
 TEST_F(PickingTest, ModesReplaceAddAndToggle) {
     click(0, {10, 10});
-    EXPECT_EQ(click(0, {200, 200}, Mode::Add), Ids{0});
     EXPECT_EQ(click(0, {50, 10}, Mode::Add), (Ids{0, 4}));
     EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4})) << "in ascending order";
     EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4}));
@@ -142,8 +116,6 @@ TEST_F(PickingTest, ModesReplaceAddAndToggle) {
     EXPECT_EQ(drag(0, {8, 8}, {32, 12}, Mode::Toggle), (Ids{1, 4}));
     EXPECT_EQ(drag(0, {8, 8}, {32, 12}, Mode::Add), (Ids{0, 1, 4}));
     EXPECT_EQ(drag(0, {95, 95}, {105, 105}), Ids{6});
-    EXPECT_EQ(click(0, {200, 200}), Ids{});
-    EXPECT_EQ(selection.ObjectType(), 0);
 }
 
 TEST_F(PickingTest, RectangleTakesWhatLiesInItWithItsEdges) {
@@ -157,7 +129,7 @@ TEST_F(PickingTest, RectangleTakesWhatLiesInItWithItsEdges) {
     EXPECT_EQ(drag(4, {8, 8}, {32, 32}), Ids{6}) << "a missing node counts nothing";
     EXPECT_EQ(click(4, {15, 15}), Ids{6});
     EXPECT_EQ(click(4, {25, 25}), Ids{});
-    loadStep(1);
+    loadSecondStep();
     EXPECT_EQ(drag(1, {0, 0}, {200, 200}), Ids{1});
     EXPECT_EQ(drag(0, {0, 0}, {200, 200}), (Ids{1, 2, 4, 5, 6, 7}));
 }
@@ -169,7 +141,7 @@ TEST_F(PickingTest, EarlierSelectionCountsByItsNumbersAlone) {
     EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
     select(PickedKind::Nodes, all);
     EXPECT_EQ(drag(1, {200, 200}, {210, 210}, Mode::Toggle), (Ids{0, 5})) << "other types drop out";
-    loadStep(1);
+    loadSecondStep();
     select(PickedKind::Nodes, all);
     EXPECT_EQ(click(0, {200, 200}, Mode::Add), (Ids{0, 2, 4, 5, 7})) << "also those not active";
     EXPECT_EQ(drag(0, {200, 200}, {210, 210}, Mode::Add), (Ids{2, 4, 5, 7}));
@@ -182,8 +154,6 @@ TEST_F(PickingTest, NothingToPickFrom) {
         EXPECT_EQ(click(item, {10, 10}, Mode::Toggle), old);
         EXPECT_EQ(drag(item, {0, 0}, {99, 99}, Mode::Add), old);
         EXPECT_EQ(drag(item, {0, 0}, {99, 99}), Ids{});
-        select(PickedKind::Nodes, old);
-        EXPECT_EQ(click(item, {10, 10}), Ids{});
     }
     view.NodePoints.clear();
     for (const int item : {0, 1, 3}) {
@@ -231,7 +201,7 @@ TEST_F(PickingTest, MarksAreDrawnInTheirRasterMode) {
     EXPECT_EQ(marks(), begin + "PolyPolygon 2 4 2 30 10 50 10 50 30 30 30 100 100 130 140\n" + end);
     select(PickedKind::Nodes, {6, 8, 99});
     EXPECT_EQ(marks(), begin + "Rectangle 95 95 105 105\n" + end);
-    loadStep(1);
+    loadSecondStep();
     select(PickedKind::Nodes, {0, 1});
     EXPECT_EQ(marks(), begin + "Rectangle 25 5 35 15\n" + end);
     select(PickedKind::Elements, {0, 3});

@@ -1,21 +1,15 @@
 #include "view/mdScene.h"
 
 #include "platform/TraceDevice.h"
-#include "result/VrfBuilder.h"
-#include "result/mdVelorinResultModel.h"
+#include "result/ModelTest.h"
 
-#include <gtest/gtest.h>
 #include <limits>
 
 using namespace mdScene;
 
 namespace {
 
-PlotRect rectOf(float left, float top, float right, float bottom) {
-    PlotRect rect;
-    rect.SetRect(left, top, right, bottom);
-    return rect;
-}
+using Points = std::vector<DevicePoint>;
 
 VrfBuilder oneSquare() {
     VrfBuilder file = twoSquares();
@@ -30,13 +24,9 @@ constexpr char linePen[] = "GeometricPen 0 2 0x00008000\n";
 constexpr char oldPen[] = "StockPen 7\n";
 
 /// A scene where the world point (x, y) falls on the device point (100 x, 100 - 100 y).
-class SceneTest : public testing::Test {
-protected:
-    void open(const VrfBuilder& file, int step = 0) {
-        ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
-        ASSERT_TRUE(mdVelorinResultModel::LoadStep(step, 0, model, false, -1));
-        settings.Displacement.Fiducial = 0;
-    }
+struct SceneTest : ModelTest {
+    SceneTest() { window.SetRect(0, 1, 2, 0); }
+    void SetUp() override { settings.Displacement.Fiducial = 0; }
     Scene scene() { return {model, settings, view}; }
     PlotConverter converter(int dotsPerInch = 96) const {
         return {window, {0, 0, 200, 100}, 100, TraceDevice(200, 100, dotsPerInch)};
@@ -60,11 +50,9 @@ protected:
         return device.Trace();
     }
 
-    TestFolder folder;
-    ResultModel model;
     ApplicationSettings settings;
     ViewState view;
-    PlotRect window = rectOf(0, 1, 2, 0);
+    PlotRect window;
 };
 
 TEST_F(SceneTest, LineElementsHaveTheirOwnStyle) {
@@ -72,14 +60,15 @@ TEST_F(SceneTest, LineElementsHaveTheirOwnStyle) {
     file.elements = {{1, 2}, {2, 3}, {4, 5}, {6}, {}};
     file.steps[0].types = {0, 3, -1, 0, 0};
     open(file);
-    const std::string both = "MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 200 100\n";
-    EXPECT_EQ(meshTrace(), std::string(meshPen) + oldPen + linePen + both + oldPen);
+    const std::string lines =
+        std::string(oldPen) + linePen + "MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 200 100\n" + oldPen;
+    EXPECT_EQ(meshTrace(), meshPen + lines);
     // In the outline only the very first edge of a file is not its own other side.
     settings.Window.Mesh = false;
     EXPECT_EQ(meshTrace(), meshPen +
                                std::string("MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 0 100\n"
                                            "MoveTo 200 0\nLineTo 200 0\n") +
-                               oldPen + linePen + both + oldPen);
+                               lines);
 }
 
 TEST_F(SceneTest, EdgesToNodesThatTheMeshDoesNotHaveAreLeftOut) {
@@ -94,31 +83,30 @@ TEST_F(SceneTest, EdgesToNodesThatTheMeshDoesNotHaveAreLeftOut) {
 
 TEST_F(SceneTest, LineWidthIsTheSameOnPaperEverywhere) {
     open(oneSquare());
-    auto& styles = settings.Style.LineStyles;
-    styles[0] = {1, PenStyle::Dash, 0x123456};
+    LineStyle& style = settings.Style.LineStyles[0];
+    style = {1, PenStyle::Dash, 0x123456};
     EXPECT_TRUE(meshTrace(600).starts_with("GeometricPen 1 2 0x00123456\n"));
     EXPECT_NE(meshTrace(600).find("GeometricPen 0 12 0x00008000\n"), std::string::npos);
-    styles[0].Width = -5;
+    style.Width = -5;
     EXPECT_TRUE(meshTrace(600).starts_with("GeometricPen 1 1 0x00123456\n"));
 }
 
 TEST_F(SceneTest, TheOriginalMeshNeedsADisplacement) {
     open(twoSquares());
-    const std::string originalPen = "GeometricPen 1 1 0x008080ff\n";
-    for (const int fiducial : {0, 1}) {
-        settings.Displacement = {.Fiducial = fiducial, .Original = true};
-        EXPECT_EQ(paint().contains(originalPen), fiducial == 1);
+    settings.Displacement.Original = true;
+    for (const auto& [fiducial, none] : {std::pair{0, false}, {1, false}, {1, true}}) {
+        settings.Displacement.Fiducial = fiducial;
+        model.NoDisplacement = none;
+        EXPECT_EQ(paint().contains("GeometricPen 1 1 0x008080ff\n"), fiducial == 1 && !none);
     }
-    model.NoDisplacement = true;
-    EXPECT_FALSE(paint().contains(originalPen));
 }
 
 TEST_F(SceneTest, NothingIsPaintedWithoutAWorldADeviceOrAMesh) {
     open(twoSquares());
-    window = rectOf(1, 1, 1, 0);
-    EXPECT_EQ(paint(), "");
-    window = rectOf(0, 1, 2, 0);
     EXPECT_EQ(paint({5, 0, 5, 100}), "");
+    window.SetRect(1, 1, 1, 0);
+    EXPECT_EQ(paint(), "");
+    window.SetRect(0, 1, 2, 0);
     model = {};
     EXPECT_EQ(paint(), "");
     EXPECT_FALSE(view.CoordConverter.has_value());
@@ -126,8 +114,7 @@ TEST_F(SceneTest, NothingIsPaintedWithoutAWorldADeviceOrAMesh) {
 }
 
 /// Displacement X and Y as items of their own; the largest magnitude is Y's 2.
-class DevicePointsTest : public SceneTest {
-protected:
+struct DevicePointsTest : SceneTest {
     void SetUp() override {
         VrfBuilder file = twoSquares();
         file.items = {{u"X"_qs, -1, 1}, {u"Y"_qs, -1, 2}};
@@ -136,17 +123,15 @@ protected:
         open(file);
         settings.Displacement.Scale = 254; // 96 dots at 96 dpi
     }
-    using Points = std::vector<DevicePoint>;
-    Points firstThree() const { return {view.NodePoints.begin(), view.NodePoints.begin() + 3}; }
     /// What the first three nodes and the scale become.
     void expect(int fiducial, const Points& points, double scale) {
         settings.Displacement.Fiducial = fiducial;
         EXPECT_DOUBLE_EQ(compute().DisplacementScale, scale) << fiducial;
-        EXPECT_EQ(firstThree(), points) << fiducial;
+        EXPECT_EQ(Points(view.NodePoints.begin(), view.NodePoints.begin() + 3), points) << fiducial;
     }
 };
 
-const std::vector<DevicePoint> undisplaced = {{0, 100}, {100, 100}, {200, 100}};
+const Points undisplaced = {{0, 100}, {100, 100}, {200, 100}};
 
 TEST_F(DevicePointsTest, EachModeOfScaleInASlideShowAndFromAReference) {
     expect(0, undisplaced, 0);
@@ -162,7 +147,7 @@ TEST_F(DevicePointsTest, EachModeOfScaleInASlideShowAndFromAReference) {
     ASSERT_TRUE(mdVelorinResultModel::LoadStep(0, 0, model, false, 1));
     settings.Difference.ApplyDisplacement = true;
     expect(1, {{0, 196}, {4, 52}, {200, 292}}, 96);
-    window = rectOf(0, 0, 2, 1); // Y down
+    window.SetRect(0, 0, 2, 1); // Y down
     expect(1, {{0, -96}, {4, 48}, {200, -192}}, 96);
 }
 
@@ -171,8 +156,9 @@ TEST_F(DevicePointsTest, NoDisplacementOrNoneOfUseLeavesTheNodesInPlace) {
     model.ItemData[0].Values[2] = std::numeric_limits<float>::infinity();
     expect(1, {{48, 100}, {100, 52}, {200, 292}}, 96);
     model.DisplacementItemX = model.DisplacementItemY = -1;
-    for (const int fiducial : {1, 2, 3})
-        expect(fiducial, undisplaced, std::array{0, 96, 0, 100}[std::size_t(fiducial)]);
+    expect(1, undisplaced, 96);
+    expect(2, undisplaced, 0);
+    expect(3, undisplaced, 100);
 }
 
 TEST_F(DevicePointsTest, CentresAreTheMeanOfTheDisplacedCorners) {
@@ -184,6 +170,7 @@ TEST_F(DevicePointsTest, CentresAreTheMeanOfTheDisplacedCorners) {
     file.elements = {{1, 2}, {}, {1}};
     file.steps[0].types = {1, 1, -1};
     open(file);
+    settings.Displacement.Fiducial = 0;
     compute();
     EXPECT_EQ(view.ElementCentres, (Points{{0, 98}, {0, 0}, {0, 100}})) << "halves go to the even neighbour";
 }
