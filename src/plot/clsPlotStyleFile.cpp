@@ -67,7 +67,10 @@ int numberOf(const QString& text) {
 struct ValueText {
     QString operator()(bool value) const { return value ? u"1"_qs : u"0"_qs; }
     QString operator()(int value) const { return QString::number(value); }
-    QString operator()(float value) const { return mdApplication::FormatAutoNumber(double(value), 3, true); }
+    /// From the single's shortest form: widened as it is, the single of 0.01 would lie below 0.01.
+    QString operator()(float value) const {
+        return mdApplication::FormatAutoNumber(NumberFormat::Shortest(value).toDouble(), 3, true);
+    }
     QString operator()(Colour value) const { return mdTips::FormatColor(value, u"0x"_qs); }
     QString operator()(const QString& value) const { return value; }
     QString operator()(double value) const { return NumberFormat::Shortest(value); }

@@ -100,11 +100,14 @@ TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
     plot.BackStyle = 3;
     plot.SetScaleMax(Plot, 12345.678f);
     plot.SetScaleMin(Plot, -0.0123456f);
+    plot.SetScaleMScale(Plot, 0.01f); // the least without an exponent
+    plot.SetScaleHScale(Plot, 1234.567f);
     plot.SetScaleFont(Base, nullptr);
     plot.SetScalePosReverse(Base, true);
     const std::string saved = styleOf(plot);
     EXPECT_NE(saved.find("    picture=" + picture.toStdString() + "\r\n\r\n[SCALE_BASE]"), saved.npos);
-    EXPECT_NE(saved.find("    max=1.23457E4\r\n    min=-0.01235\r\n"), saved.npos);
+    EXPECT_NE(saved.find("    max=1.23457E4\r\n    min=-0.01235\r\n    mscale=0.010\r\n    hscale=1234.567\r\n"),
+              saved.npos);
     EXPECT_NE(saved.find("    glstyle=0\r\n    fcolor="), saved.npos); // no font, no keys of one
 
     back.SetGridWidth(Both, 4);
