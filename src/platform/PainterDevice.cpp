@@ -10,6 +10,9 @@
 using namespace VectorRules;
 
 namespace {
+/// Bounds the memory that held back lines take, and the length of a path that a viewer must take in at once.
+constexpr int longestPath = 20000;
+
 QColor qColor(Colour colour) {
     return QColor(redOf(colour), greenOf(colour), blueOf(colour));
 }
@@ -126,7 +129,7 @@ void PainterDevice::addLine(DevicePoint from, DevicePoint to) {
     // A line leaves out its end, so one without length is nothing; a round end would make it a dot.
     if (from == to || m_state.CurrentPen.Style == PenStyle::Null)
         return;
-    if (m_lines.elementCount() >= LongestPath || m_linesPen != m_state.CurrentPen)
+    if (m_lines.elementCount() >= longestPath || m_linesPen != m_state.CurrentPen)
         flushLines();
     if (m_lines.isEmpty() || m_linesEnd != from)
         m_lines.moveTo(qPoint(from));

@@ -1,108 +1,20 @@
 #include "platform/SvgDevice.h"
 
 #include "platform/Fonts.h"
-#include "platform/HatchPattern.h"
 #include "platform/Rings.h"
+#include "platform/SvgAttributes.h"
 #include "platform/VectorRules.h"
 
 #include <QBuffer>
 #include <QImage>
-#include <bit>
 #include <utility>
 
+using namespace SvgAttributes;
 using namespace VectorRules;
 
 namespace {
-QByteArray attribute(const char* name, double value) {
-    QByteArray text = ' ' + QByteArray(name) + "=\"";
-    appendNumber(text, value);
-    return text + '"';
-}
-
-QByteArray attribute(const char* name, const QByteArray& value) {
-    return ' ' + QByteArray(name) + "=\"" + value + '"';
-}
-
-QByteArray escaped(const QString& text) {
-    return Printable(text).toHtmlEscaped().toUtf8();
-}
-
-QByteArray hexOf(Colour colour) {
-    const int parts[] = {redOf(colour), greenOf(colour), blueOf(colour)};
-    const bool isShort = std::all_of(std::begin(parts), std::end(parts), [](int part) { return part % 17 == 0; });
-    QByteArray text = "#";
-    for (const int part : parts) {
-        text += "0123456789abcdef"[part >> 4];
-        if (!isShort)
-            text += "0123456789abcdef"[part & 15];
-    }
-    return text;
-}
-
-QByteArray boundsOf(const QRectF& rect) {
-    return attribute("x", rect.x()) + attribute("y", rect.y()) + attribute("width", rect.width()) +
-           attribute("height", rect.height());
-}
-
-/// Empty when the pen draws nothing. The document's own pen is one unit wide, with round ends and joins.
-QByteArray strokeOf(const Pen& pen) {
-    if (pen.Style == PenStyle::Null)
-        return {};
-    QByteArray look = attribute("stroke", hexOf(pen.Color));
-    if (pen.Width > 1)
-        look += attribute("stroke-width", pen.Width);
-    if (pen.Geometric && pen.BevelJoin)
-        look += " stroke-linejoin=\"bevel\"";
-    QByteArray dashes;
-    for (const double length : DashesOf(pen)) {
-        dashes += dashes.isEmpty() ? "" : " ";
-        appendNumber(dashes, length * std::max(1, pen.Width));
-    }
-    if (!dashes.isEmpty())
-        look += attribute("stroke-dasharray", dashes);
-    if (!dashes.isEmpty() && pen.Width <= 1)
-        look += " stroke-linecap=\"butt\"";
-    return look;
-}
-
-QByteArray patternOf(const HatchPattern& rows, Colour colour) {
-    QByteArray runs;
-    for (std::size_t y = 0; y < rows.size(); ++y)
-        for (unsigned rest = rows[y]; rest != 0;) {
-            const int first = std::countr_zero(rest), length = std::countr_one(rest >> first);
-            const QByteArray way = 'h' + QByteArray::number(length);
-            runs +=
-                'M' + QByteArray::number(first) + ' ' + QByteArray::number(int(y)) + way + "v1h-" + way.mid(1) + 'z';
-            rest &= ~0u << (first + length);
-        }
-    // The middle of the unit (0, 0) is the document's origin; the pattern begins at the unit's corner.
-    return " width=\"8\" height=\"8\" patternUnits=\"userSpaceOnUse\" patternTransform=\"translate(-0.5 -0.5)\"><path" +
-           attribute("fill", hexOf(colour)) + attribute("d", runs) + "/>";
-}
-
-QByteArray fontLook(const Font& font, int pixelSize) {
-    const QStringList names = Fonts::FamiliesFor(font);
-    QByteArray families;
-    for (qsizetype i = 0; i + 1 < names.size(); ++i)
-        families += '\'' + escaped(QString(names[i]).remove(u'\'').remove(u'\\')) + "',";
-    families += names.last().toUtf8(); // quoted it would be no generic one
-    QByteArray look = attribute("font-family", families) + attribute("font-size", pixelSize);
-    constexpr int step = 100, normal = 400;
-    const int weight = std::clamp(qRound(font.Weight / double(step)), 1, 9) * step;
-    if (weight != normal)
-        look += attribute("font-weight", weight);
-    if (font.Italic)
-        look += " font-style=\"italic\"";
-    return look;
-}
-
-/// Not every viewer hands these on from a group to its texts.
-QByteArray decorationOf(const Font& font) {
-    QByteArray lines = font.Underline ? "underline" : "";
-    if (font.StrikeOut)
-        lines += font.Underline ? " line-through" : "line-through";
-    return lines.isEmpty() ? QByteArray() : attribute("text-decoration", lines);
-}
+/// Viewers take five times as long for a dense curve in paths of twenty times this length.
+constexpr int longestPath = 1000;
 } // namespace
 
 SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& title)
@@ -115,12 +27,12 @@ SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& titl
     m_document =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" version=\"1.1\"" +
-        attribute("width", m_measures.Width * scale) + attribute("height", m_measures.Height * scale) +
-        attribute("viewBox",
+        Attribute("width", m_measures.Width * scale) + Attribute("height", m_measures.Height * scale) +
+        Attribute("viewBox",
                   "-0.5 -0.5 " + QByteArray::number(m_measures.Width) + ' ' + QByteArray::number(m_measures.Height)) +
         " fill=\"none\" fill-rule=\"evenodd\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
     if (!title.isEmpty())
-        m_document += "<title>" + escaped(title) + "</title>\n";
+        m_document += "<title>" + Escaped(title) + "</title>\n";
 }
 
 QByteArray SvgDevice::TakeDocument() {
@@ -177,7 +89,7 @@ QByteArray SvgDevice::define(const char* element, const QByteArray& rest) {
     endPath();
     closeGroup();
     const QByteArray id = 'd' + QByteArray::number(++m_lastDefinition);
-    m_document += '<' + QByteArray(element) + attribute("id", id) + rest + "</" + element + ">\n";
+    m_document += '<' + QByteArray(element) + Attribute("id", id) + rest + "</" + element + ">\n";
     return *m_definitions.insert(rest, id);
 }
 
@@ -186,21 +98,20 @@ QByteArray SvgDevice::fillOf(const Brush& brush) {
         return {};
     const HatchPattern* const hatch = hatchPattern(brush.Hatch);
     if (!hatch)
-        return attribute("fill", hexOf(brush.Color));
-    return attribute("fill", "url(#" + define("pattern", patternOf(*hatch, brush.Color)) + ')');
+        return Attribute("fill", ColourOf(brush.Color));
+    return Attribute("fill", "url(#" + define("pattern", PatternOf(*hatch, brush.Color)) + ')');
 }
 
 /// Empty when neither pen nor brush draws anything.
 const QByteArray& SvgDevice::figureLook() {
     if (!m_figureLook)
-        m_figureLook = strokeOf(m_state.CurrentPen) + fillOf(m_state.CurrentBrush);
+        m_figureLook = StrokeOf(m_state.CurrentPen) + fillOf(m_state.CurrentBrush);
     return *m_figureLook;
 }
 
 const QByteArray& SvgDevice::textLook() {
     if (!m_textLook)
-        m_textLook = fontLook(m_state.CurrentFont, Fonts::ToQFont(m_state.CurrentFont).pixelSize()) +
-                     attribute("fill", hexOf(m_state.TextColor));
+        m_textLook = FontOf(m_state.CurrentFont) + Attribute("fill", ColourOf(m_state.TextColor));
     return *m_textLook;
 }
 
@@ -213,7 +124,7 @@ void SvgDevice::enterClip() {
     m_openClip = m_state.Clip;
     if (m_openClip)
         m_document +=
-            "<g clip-path=\"url(#" + define("clipPath", "><rect" + boundsOf(AreaOf(*m_openClip)) + "/>") + ")\">\n";
+            "<g clip-path=\"url(#" + define("clipPath", "><rect" + BoundsOf(AreaOf(*m_openClip)) + "/>") + ")\">\n";
 }
 
 /// Has what comes next drawn with these attributes and under the clip, unless it already is.
@@ -246,10 +157,10 @@ void SvgDevice::addLine(DevicePoint from, DevicePoint to) {
     // A line leaves out its end, so one without length is nothing; a round end would make it a dot.
     if (from == to || m_state.CurrentPen.Style == PenStyle::Null)
         return;
-    if (m_pathSteps >= LongestPath || m_pathPen != m_state.CurrentPen || m_openClip != m_state.Clip)
+    if (m_pathSteps >= longestPath || m_pathPen != m_state.CurrentPen || m_openClip != m_state.Clip)
         endPath();
     if (m_pathSteps == 0) {
-        openGroup(strokeOf(m_state.CurrentPen));
+        openGroup(StrokeOf(m_state.CurrentPen));
         m_document += "<path d=\"";
         m_path = {};
         m_pathPen = m_state.CurrentPen;
@@ -308,7 +219,7 @@ void SvgDevice::Rectangle(const DeviceRect& corners) {
         return;
     }
     openGroup(figureLook());
-    m_document += "<rect" + boundsOf(*bounds) + "/>\n";
+    m_document += "<rect" + BoundsOf(*bounds) + "/>\n";
 }
 
 void SvgDevice::Ellipse(const DeviceRect& corners) {
@@ -322,9 +233,9 @@ void SvgDevice::Ellipse(const DeviceRect& corners) {
     }
     openGroup(figureLook());
     const bool circle = bounds->width() == bounds->height();
-    m_document += (circle ? "<circle" : "<ellipse") + attribute("cx", bounds->center().x()) +
-                  attribute("cy", bounds->center().y()) + attribute(circle ? "r" : "rx", bounds->width() / 2) +
-                  (circle ? QByteArray() : attribute("ry", bounds->height() / 2)) + "/>\n";
+    m_document += (circle ? "<circle" : "<ellipse") + Attribute("cx", bounds->center().x()) +
+                  Attribute("cy", bounds->center().y()) + Attribute(circle ? "r" : "rx", bounds->width() / 2) +
+                  (circle ? QByteArray() : Attribute("ry", bounds->height() / 2)) + "/>\n";
 }
 
 void SvgDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
@@ -332,7 +243,7 @@ void SvgDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
     if (!area.isValid() || brush.Hollow)
         return;
     openGroup(fillOf(brush));
-    m_document += "<rect" + boundsOf(area) + "/>\n";
+    m_document += "<rect" + BoundsOf(area) + "/>\n";
 }
 
 void SvgDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
@@ -343,7 +254,7 @@ void SvgDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
         return;
     endPath();
     enterClip();
-    m_document += "<image" + boundsOf(area);
+    m_document += "<image" + BoundsOf(area);
     if (area.size() != QSizeF(picture.size()))
         // The one is the older form, the other the one that browsers know.
         m_document +=
@@ -357,20 +268,17 @@ void SvgDevice::Text(DevicePoint leftTop, const QString& text) {
     openGroup(textLook());
     const double x = leftTop.X - 0.5, y = leftTop.Y - 0.5;
     m_document +=
-        "<text" + attribute("x", x) + attribute("y", y + metrics().ascent()) + decorationOf(m_state.CurrentFont);
+        "<text" + Attribute("x", x) + Attribute("y", y + metrics().ascent()) + DecorationOf(m_state.CurrentFont);
     constexpr int fullTurn = 3600;
     if (const int turn = m_state.CurrentFont.Escapement % fullTurn; turn != 0) {
-        QByteArray rotation = "rotate(";
-        appendNumber(rotation, -turn / 10.0);
-        appendNumber(rotation += ' ', x);
-        appendNumber(rotation += ' ', y);
-        m_document += attribute("transform", rotation + ')');
+        const QByteArray about = Number(x) + ' ' + Number(y);
+        m_document += Attribute("transform", "rotate(" + Number(-turn / 10.0) + ' ' + about + ')');
     }
     const QString shown = Printable(text);
     const double length = metrics().horizontalAdvance(shown);
     const bool single = shown.size() == (shown.front().isHighSurrogate() ? 2 : 1);
     if (!single && length > 0)
-        m_document += attribute("textLength", length) + " lengthAdjust=\"spacingAndGlyphs\"";
+        m_document += Attribute("textLength", length) + " lengthAdjust=\"spacingAndGlyphs\"";
     // Browsers want to be told at the text itself.
     if (shown.simplified() != shown)
         m_document += " xml:space=\"preserve\"";

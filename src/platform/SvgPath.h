@@ -1,19 +1,11 @@
-// Numbers and path data in the form of SVG, as short as they can be written. Knows no device.
+// Path data of SVG, as short as it can be written. Knows no device.
 #pragma once
 
 #include "platform/Geometry.h"
 
 #include <QByteArray>
 #include <charconv>
-#include <cmath>
 #include <cstdlib>
-
-/// To a hundredth, without an exponent.
-inline void appendNumber(QByteArray& text, double value) {
-    char digits[64];
-    const double rounded = std::round(value * 100) / 100 + 0.0; // no minus before a zero
-    text.append(digits, std::to_chars(digits, std::end(digits), rounded, std::chars_format::fixed).ptr - digits);
-}
 
 /// The data of one path, written to the end of a text step by step, mostly as ways from the last point: in a mesh they
 /// are shorter than positions.

@@ -14,9 +14,6 @@
 // begins half a unit before its first unit's middle.
 namespace VectorRules {
 
-/// The most steps in one path: what a viewer must take in at once.
-inline constexpr int LongestPath = 20000;
-
 /// Empty when the rectangle is.
 inline QRectF AreaOf(const DeviceRect& corners) {
     const DeviceRect rect = normalised(corners);
