@@ -2,13 +2,13 @@
 
 #include "platform/PainterDevice.h"
 #include "platform/RasterDevice.h"
+#include "platform/SvgDevice.h"
 #include "platform/TraceDevice.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <QSvgGenerator>
 
 namespace batch {
 
@@ -37,20 +37,9 @@ QByteArray pngOf(const PictureFile& file, const Paint& paint) {
 }
 
 QByteArray svgOf(const PictureFile& file, const Paint& paint) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QSvgGenerator generator;
-    generator.setOutputDevice(&buffer);
-    generator.setResolution(file.DotsPerInch);
-    generator.setSize({file.Size.Width, file.Size.Height});
-    generator.setViewBox(QRect(0, 0, file.Size.Width, file.Size.Height));
-    generator.setTitle(file.Title);
-    {
-        QPainter painter(&generator);
-        PainterDevice device(painter, file.Size.Width, file.Size.Height, file.DotsPerInch, file.DotsPerInch);
-        paint(device);
-    }
-    return buffer.data();
+    SvgDevice device(file.Size.Width, file.Size.Height, file.DotsPerInch, file.Title);
+    paint(device);
+    return device.TakeDocument();
 }
 
 QByteArray pdfOf(const PictureFile& file, const Paint& paint) {

@@ -143,4 +143,14 @@ QFont ToQFont(const Font& font) {
     result.setStrikeOut(font.StrikeOut);
     return result;
 }
+
+QStringList FamiliesFor(const Font& font) {
+    QStringList families = familiesOf(font.Face);
+    const QString first = families.first();
+    if (!font.Face.isEmpty() && !families.contains(font.Face))
+        families += font.Face;
+    const bool serif = first.endsWith(u"Serif") || first.endsWith(u"Mincho") || first.endsWith(u"明朝");
+    const bool fixed = first.endsWith(u"Mono") || first == u"IPAGothic";
+    return families += serif ? u"serif"_qs : fixed ? u"monospace"_qs : u"sans-serif"_qs;
+}
 } // namespace Fonts

@@ -15,4 +15,8 @@ inline constexpr int LargestHeight = 8192;
 
 /// The Qt font whose cell height (ascent plus descent) comes nearest to `font.Height` device units. Cached.
 QFont ToQFont(const Font& font);
+
+/// The families of `ToQFont`, best first, for a file that another system shows: then comes the face itself, and last
+/// what CSS calls its kind, `serif`, `monospace` or `sans-serif`.
+QStringList FamiliesFor(const Font& font);
 } // namespace Fonts

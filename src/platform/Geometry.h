@@ -49,3 +49,10 @@ constexpr DeviceRect normalised(const DeviceRect& rect) {
     return {swapX ? rect.Right : rect.Left, swapY ? rect.Bottom : rect.Top, swapX ? rect.Left : rect.Right,
             swapY ? rect.Top : rect.Bottom};
 }
+
+/// What both rectangles hold; empty, and at the origin, when that is nothing.
+constexpr DeviceRect intersection(const DeviceRect& a, const DeviceRect& b) {
+    const DeviceRect rect{a.Left > b.Left ? a.Left : b.Left, a.Top > b.Top ? a.Top : b.Top,
+                          a.Right < b.Right ? a.Right : b.Right, a.Bottom < b.Bottom ? a.Bottom : b.Bottom};
+    return rect.Left < rect.Right && rect.Top < rect.Bottom ? rect : DeviceRect{};
+}

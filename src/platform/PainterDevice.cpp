@@ -1,11 +1,13 @@
 #include "platform/PainterDevice.h"
 
-#include "platform/DashPattern.h"
 #include "platform/Fonts.h"
 #include "platform/Rings.h"
+#include "platform/VectorRules.h"
 
 #include <QFontMetricsF>
 #include <utility>
+
+using namespace VectorRules;
 
 namespace {
 /// Bounds the memory that held back lines take, and the length of a path that a viewer must take in at once.
@@ -23,22 +25,14 @@ QPen qPen(const Pen& pen) {
     if (pen.Style == PenStyle::Null)
         return QPen(Qt::NoPen);
     const int width = std::max(1, pen.Width);
-    const bool wide = width > 1;
     const Qt::PenJoinStyle join = pen.Geometric && pen.BevelJoin ? Qt::BevelJoin : Qt::RoundJoin;
     QPen result(qColor(pen.Color), width, Qt::SolidLine, Qt::RoundCap, join);
-    if (wide && !pen.Geometric)
+    const std::vector<double> dashes = DashesOf(pen);
+    if (dashes.empty())
         return result;
-    QList<qreal> pattern;
-    for (const int length : dashPattern(pen.Style, wide)) {
-        // Round ends lie within a wide line's dash, but Qt puts them on it, and drops a dash of no length.
-        const bool gap = pattern.size() % 2 != 0;
-        pattern += !wide ? length : gap ? length + 1 : std::max(length - 1.0, 0.01);
-    }
-    if (pattern.isEmpty())
-        return result;
-    if (!wide)
+    if (width == 1)
         result.setCapStyle(Qt::FlatCap);
-    result.setDashPattern(pattern);
+    result.setDashPattern({dashes.begin(), dashes.end()});
     return result;
 }
 
@@ -51,18 +45,6 @@ QBrush qBrush(const Brush& brush) {
     return QBrush(qColor(brush.Color), hatched ? hatches[brush.Hatch] : Qt::SolidPattern);
 }
 
-/// As a rectangle of the shifted painter, in which an area begins half a unit before its first unit's middle.
-QRectF areaOf(const DeviceRect& rect) {
-    return QRectF(QPointF(rect.Left - 0.5, rect.Top - 0.5), QPointF(rect.Right - 0.5, rect.Bottom - 0.5));
-}
-
-/// XML has no control characters, and line breaks mean nothing in a line of text.
-QString printable(QString text) {
-    for (QChar& c : text)
-        if (c < u' ' || c == QChar(0x7f))
-            c = u' ';
-    return text;
-}
 } // namespace
 
 PainterDevice::PainterDevice(QPainter& painter, int width, int height, int dotsPerInchX, int dotsPerInchY)
@@ -125,7 +107,7 @@ void PainterDevice::ClipNone() {
 void PainterDevice::applyClip() {
     flushLines();
     if (m_state.Clip)
-        m_painter.setClipRect(areaOf(*m_state.Clip));
+        m_painter.setClipRect(AreaOf(*m_state.Clip));
     else
         m_painter.setClipping(false);
 }
@@ -198,17 +180,8 @@ void PainterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<c
     m_painter.drawPath(rings);
 }
 
-std::optional<QRectF> PainterDevice::figureBounds(const DeviceRect& rect) const {
-    // The outline runs through the middle of the first and the last unit; without a pen one unit more is left out.
-    const bool hasPen = m_state.CurrentPen.Style != PenStyle::Null;
-    const QRectF area = areaOf(rect).normalized();
-    const QRectF bounds = hasPen ? area.adjusted(0.5, 0.5, -0.5, -0.5) : area.adjusted(0, 0, -1, -1);
-    const bool drawn = hasPen ? bounds.width() >= 0 && bounds.height() >= 0 : bounds.isValid();
-    return drawn ? std::optional(bounds) : std::nullopt;
-}
-
 void PainterDevice::Rectangle(const DeviceRect& rect) {
-    const std::optional<QRectF> bounds = figureBounds(rect);
+    const std::optional<QRectF> bounds = FigureBounds(rect, m_state.CurrentPen);
     if (!bounds)
         return;
     startFigure();
@@ -216,7 +189,7 @@ void PainterDevice::Rectangle(const DeviceRect& rect) {
 }
 
 void PainterDevice::Ellipse(const DeviceRect& rect) {
-    const std::optional<QRectF> bounds = figureBounds(rect);
+    const std::optional<QRectF> bounds = FigureBounds(rect, m_state.CurrentPen);
     if (!bounds)
         return;
     startFigure();
@@ -224,7 +197,7 @@ void PainterDevice::Ellipse(const DeviceRect& rect) {
 }
 
 void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
-    const QRectF area = areaOf(rect);
+    const QRectF area = AreaOf(rect);
     if (!area.isValid())
         return;
     flushLines();
@@ -234,7 +207,7 @@ void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
 }
 
 void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
-    const QRectF area = areaOf(target).normalized();
+    const QRectF area = AreaOf(target);
     if (!area.isValid())
         return;
     flushLines();
@@ -254,17 +227,17 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
     m_painter.setFont(font);
     m_painter.setPen(qColor(m_state.TextColor));
     if (m_state.CurrentFont.Escapement == 0) {
-        m_painter.drawText(corner + QPointF(0, ascent), printable(text));
+        m_painter.drawText(corner + QPointF(0, ascent), Printable(text));
         return;
     }
     const QTransform upright = m_painter.transform();
     m_painter.translate(corner);
     m_painter.rotate(-m_state.CurrentFont.Escapement / 10.0);
-    m_painter.drawText(QPointF(0, ascent), printable(text));
+    m_painter.drawText(QPointF(0, ascent), Printable(text));
     m_painter.setTransform(upright);
 }
 
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
     const QFontMetricsF metrics(Fonts::ToQFont(m_state.CurrentFont), m_painter.device());
-    return {qRound(metrics.horizontalAdvance(printable(text))), qRound(metrics.ascent() + metrics.descent())};
+    return {qRound(metrics.horizontalAdvance(Printable(text))), qRound(metrics.ascent() + metrics.descent())};
 }

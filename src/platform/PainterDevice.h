@@ -1,5 +1,5 @@
-// A device over a QPainter for vector output: printers, PDF and SVG. It never makes a raster image; for pictures in
-// memory there is another device.
+// A device over a QPainter for vector output: printers and PDF. It never makes a raster image; for pictures in memory
+// there is another device.
 #pragma once
 
 #include "platform/DeviceMeasures.h"
@@ -18,7 +18,7 @@
 /// written as one path, until something else is drawn or the device goes. The painter then is as it was found.
 ///
 /// Raster modes do not exist in vector output: `SetRop2` is accepted and every mode draws as `CopyPen`. A clip sets
-/// aside the painter's own; Qt's SVG generator (6.4) knows no clips and draws all.
+/// aside the painter's own.
 class PainterDevice final : public DeviceContext {
 public:
     PainterDevice(QPainter& painter, int width, int height, int dotsPerInchX, int dotsPerInchY);
@@ -65,7 +65,6 @@ private:
     void flushLines();
     void startFigure();
     void applyClip();
-    std::optional<QRectF> figureBounds(const DeviceRect& rect) const;
 
     QPainter& m_painter;
     DeviceMeasures m_measures;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/DeviceContext.h"
+#include "platform/HatchPattern.h"
 
 #include <algorithm>
 #include <array>
@@ -73,12 +74,11 @@ constexpr std::uint32_t scalePixel(std::uint32_t pixel, unsigned share) {
     return even | odd;
 }
 
-/// What pixels are filled with. A hatch pattern has a bit for each column of 8 x 8 pixels, the lowest the leftmost,
-/// laid from the device's origin; pixels of a 0 bit stay as they are.
+/// What pixels are filled with. Pixels at a 0 bit of the pattern stay as they are.
 struct Ink {
     std::uint32_t Pixel = 0xff000000u;
     int RasterMode = RasterMode::CopyPen;
-    const std::array<std::uint8_t, 8>* Pattern = nullptr;
+    const HatchPattern* Pattern = nullptr;
 };
 
 /// One row from `left` up to, without, `right`, cut to the surface's columns; `y` must be one of its rows.

@@ -3,8 +3,6 @@
 #include "platform/Parallel.h"
 #include "platform/PictureStretch.h"
 
-#include <cmath>
-
 namespace {
 /// Fewer steps or points than this are drawn sooner than a thread is started.
 constexpr std::size_t smallestSharedWork = 4000;
@@ -69,25 +67,8 @@ void RasterDevice::ClipNone() {
     state.Clip.reset();
 }
 
-/// What of the picture the clip leaves; empty, and at the origin, when it leaves nothing.
-DeviceRect RasterDevice::visibleRect() const {
-    DeviceRect rect{0, 0, image.width(), image.height()};
-    if (state.Clip) {
-        rect = {std::max(rect.Left, state.Clip->Left), std::max(rect.Top, state.Clip->Top),
-                std::min(rect.Right, state.Clip->Right), std::min(rect.Bottom, state.Clip->Bottom)};
-    }
-    return rect.Left < rect.Right && rect.Top < rect.Bottom ? rect : DeviceRect{};
-}
-
-std::optional<DeviceRect> RasterDevice::VisibleArea() const {
-    DeviceRect rect = visibleRect();
-    // No device is so large that a wider pen than this could matter.
-    const int reach = std::clamp(state.LinePen.Width, 1, 1 << 20);
-    rect.Left -= reach;
-    rect.Top -= reach;
-    rect.Right += reach;
-    rect.Bottom += reach;
-    return rect;
+DeviceMeasures RasterDevice::measures() const {
+    return {image.width(), image.height(), resolution, resolution};
 }
 
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
@@ -100,7 +81,7 @@ PixelSurface RasterDevice::surface() {
     whole.Stride = image.bytesPerLine() / 4;
     whole.Right = image.width();
     whole.Bottom = image.height();
-    const DeviceRect rect = visibleRect();
+    const DeviceRect rect = measures().Visible(state.Clip);
     return whole.Within(rect.Left, rect.Top, rect.Right, rect.Bottom);
 }
 
@@ -206,22 +187,4 @@ void RasterDevice::Ellipses(std::span<const DeviceRect> rects) {
 
 void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
     stretchPicture(surface(), target, picture);
-}
-
-int RasterDevice::GetDeviceCaps(DeviceCaps caps) const {
-    const auto millimetres = [this](int units) { return int(std::lround(units * 25.4 / resolution)); };
-    switch (caps) {
-    case DeviceCaps::HorzSize:
-        return millimetres(image.width());
-    case DeviceCaps::VertSize:
-        return millimetres(image.height());
-    case DeviceCaps::HorzRes:
-        return image.width();
-    case DeviceCaps::VertRes:
-        return image.height();
-    case DeviceCaps::LogPixelsX:
-    case DeviceCaps::LogPixelsY:
-        return resolution;
-    }
-    return 0;
 }

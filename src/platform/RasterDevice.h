@@ -3,6 +3,7 @@
 // glyphs.
 #pragma once
 
+#include "platform/DeviceMeasures.h"
 #include "platform/FigurePainter.h"
 #include "platform/GlyphCache.h"
 
@@ -47,8 +48,8 @@ public:
 
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override;
-    std::optional<DeviceRect> VisibleArea() const override;
+    int GetDeviceCaps(DeviceCaps caps) const override { return measures().Get(caps); }
+    std::optional<DeviceRect> VisibleArea() const override { return measures().VisibleArea(state.Clip, state.LinePen); }
 
 private:
     struct State {
@@ -74,7 +75,7 @@ private:
     const QFontMetrics& textMetrics() const;
     GlyphCache* glyphsFor(const QString& text) const;
     bool mayShow(DevicePoint leftTop, const QString& text) const;
-    DeviceRect visibleRect() const;
+    DeviceMeasures measures() const;
 
     QImage& image;
     int resolution;

@@ -41,7 +41,7 @@ GlyphCache* RasterDevice::glyphsFor(const QString& text) const {
 /// Whether the picture could hold any of a text, by a generous guess at its size: most texts of an enlarged view lie
 /// outside, and measuring each would cost as much as drawing it.
 bool RasterDevice::mayShow(DevicePoint leftTop, const QString& text) const {
-    const DeviceRect visible = visibleRect();
+    const DeviceRect visible = measures().Visible(state.Clip);
     const std::int64_t drawn =
         std::min<std::int64_t>(std::abs(std::int64_t(state.TextFont.Height)), Fonts::LargestHeight);
     const std::int64_t height = 2 * drawn + 2;
@@ -62,7 +62,7 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (!textPainter.isActive()) {
         if (!textPainter.begin(&image))
             return;
-        const DeviceRect visible = visibleRect();
+        const DeviceRect visible = measures().Visible(state.Clip);
         textPainter.setClipRect(visible.Left, visible.Top, visible.Width(), visible.Height());
     }
     textPainter.setPen(QColor(redOf(state.TextColour), greenOf(state.TextColour), blueOf(state.TextColour)));

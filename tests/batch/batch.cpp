@@ -102,7 +102,7 @@ TEST_F(RenderTest, WritesEachFormat) {
     const QImage image(folder.Path(u"o.png"_qs));
     EXPECT_EQ(image.size(), QSize(200, 100));
     EXPECT_EQ(image.dotsPerMeterX(), 5669);
-    EXPECT_TRUE(fileBytes(u"o.SVG"_qs).contains("viewBox=\"0 0 200 100\""));
+    EXPECT_TRUE(fileBytes(u"o.SVG"_qs).contains("width=\"133.33\" height=\"66.67\" viewBox=\"-0.5 -0.5 200 100\""));
     EXPECT_TRUE(fileBytes(u"o.pdf"_qs).contains("/MediaBox [0 0 100.000000 50.000000]"));
 }
 
