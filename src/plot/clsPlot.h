@@ -96,7 +96,7 @@ public:
     void CsvSave(const QString& path) const;
     /// Without `keep` the series are cleared first. The file's first series goes to series 1, and so on, also with
     /// `keep`, where its points come behind those that are there. A point is left out when it has no plot value or a
-    /// number beyond single precision; a series without points isn't made for its label alone. Takes the first 128 MB.
+    /// number beyond single precision; a series without points isn't made for its label alone. Takes the first 64 MB.
     void CsvLoad(const QString& path, bool keep);
     /// Background and scales. A picture in use is written to `PictureFolder` as "_back.bmp". A scale without a font has
     /// no keys of a font.
