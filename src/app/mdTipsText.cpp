@@ -10,6 +10,8 @@
 #include <string>
 
 namespace {
+constexpr qsizetype longestLabel = 65536;
+
 bool separatesFields(QChar c) {
     return c == u' ' || c == u'\u3000' || c == u',' || c == u'\t' || c == u'\n' || c == u'\r';
 }
@@ -159,7 +161,9 @@ QString mdTips::CutAtNull(QByteArrayView ansi) {
 QString mdTips::ExpandLabelMacros(const QString& text, const LabelMacros& macros) {
     QString expanded = text;
     for (const auto& [key, value] : macros) {
-        if (!key.isEmpty())
+        // A short text can name a long value often, and that value a further one.
+        const qsizetype growth = key.isEmpty() ? 0 : expanded.count(key) * (value.size() - key.size());
+        if (!key.isEmpty() && expanded.size() + growth <= std::max(expanded.size(), longestLabel))
             expanded.replace(key, value);
     }
     return expanded;
