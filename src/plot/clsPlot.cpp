@@ -27,6 +27,18 @@ const Record& ofScale(const std::array<Record, 2>& records, int scale) {
     return records[std::size_t(scale)];
 }
 
+/// Puts a device back as it was, also when an exception passes.
+class DeviceKeeper {
+public:
+    explicit DeviceKeeper(DeviceContext& kept) : device(kept) { device.SaveDC(); }
+    DeviceKeeper(const DeviceKeeper&) = delete;
+    DeviceKeeper& operator=(const DeviceKeeper&) = delete;
+    ~DeviceKeeper() { device.RestoreDC(); }
+
+private:
+    DeviceContext& device;
+};
+
 template<class Record>
 void removeAt(std::vector<Record>& records, int number) {
     records.erase(records.begin() + (number - 1));
@@ -158,7 +170,7 @@ void clsPlot::Redraw(DeviceContext* hDC, DeviceContext* hSim) {
     if (hSim)
         hSimulatedDC = hSim;
     DeviceContext& device = *target;
-    device.SaveDC();
+    const DeviceKeeper keeper(device);
     if (BeginPaint)
         BeginPaint(device);
     PrepareScales(device);
@@ -173,5 +185,4 @@ void clsPlot::Redraw(DeviceContext* hDC, DeviceContext* hSim) {
     DrawPickupLines(device);
     if (EndPaint)
         EndPaint(device);
-    device.RestoreDC();
 }

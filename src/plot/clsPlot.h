@@ -50,7 +50,9 @@ public:
     static QString Version() { return u"1.09b"_qs; }
     static QString Copyright() { return u"Copyright (c) 2026 the Velorin developers"_qs; }
 
-    /// Called by `Redraw` with the device in use, before anything is painted and after everything is.
+    /// Called by `Redraw` with the device in use, before anything is painted and after everything is. They may change
+    /// the plot in any way, but neither replace themselves nor call `Redraw`; an exception of theirs leaves `Redraw`,
+    /// with the device as it was found. They go along with copies of the plot and then still refer to what they did.
     std::function<void(DeviceContext&)> BeginPaint, EndPaint;
 
     // --- series
@@ -185,7 +187,7 @@ public:
     void ConvertPoint(float x, float y, int& px, int& py) const;
 
     /// Draws everything on `hDC`, or on `hDrawDC` when that is null; nothing when both are. A `hSim` that isn't null
-    /// takes the place of `hSimulatedDC`.
+    /// takes the place of `hSimulatedDC` and stays there.
     void Redraw(DeviceContext* hDC, DeviceContext* hSim);
 
     /// Rounds limits outwards to whole major steps of 1, 2 or 5 times a power of ten; the minor step is a fifth of the
@@ -210,7 +212,7 @@ public:
     void CsvSave(const QString& path) const;
     /// Without `keep` the series are cleared first. The file's first series goes to series 1, and so on, also with
     /// `keep`, where its points come behind those that are there. A point is left out when it has no plot value or a
-    /// number beyond single precision; a series without points isn't made for its label alone. Takes the first 128 MB.
+    /// number beyond single precision; a series without points isn't made for its label alone. Takes the first 64 MB.
     void CsvLoad(const QString& path, bool keep);
     /// Background and scales. A picture in use is written to `PictureFolder` as "_back.bmp". A scale without a font has
     /// no keys of a font.

@@ -4,34 +4,42 @@
 #include "app/NumberFormat.h"
 
 #include <limits>
-#include <optional>
 
 namespace {
 
-constexpr qint64 largestFile = qint64(128) << 20;
+constexpr qint64 largestFile = qint64(64) << 20;
 constexpr QStringView valueMask = u"0.000E-0";
 constexpr qsizetype usualFieldLength = 10; ///< ",1.234E-5"
 
-/// Calls `use` with the fields of a line, one by one so that a long line costs no memory. A comma or a line end closes
-/// a field and blanks and tabs are dropped, but between double quotes; what is left at the end is a field if it isn't
-/// empty. Nothing stands for a double quote itself.
-template<class Use>
-void SplitCsvLine(QStringView text, const Use& use) {
-    QString field;
-    bool quoted = false;
-    for (const QChar c : text) {
-        if (c == u'"') {
-            quoted = !quoted;
-        } else if (!quoted && (c == u',' || c == u'\n' || c == u'\r')) {
-            use(field);
-            field.truncate(0);
-        } else if (quoted || (c != u' ' && c != u'\u3000' && c != u'\t')) {
-            field += c;
+/// The fields of a line, found one by one so that a long line costs no memory. A comma or a line end closes a field and
+/// blanks and tabs are dropped, but between double quotes; what is left at the end is a field if it isn't empty.
+/// Nothing stands for a double quote itself.
+class CsvFields {
+public:
+    explicit CsvFields(QStringView line) : rest(line) {}
+
+    /// False at the end of the line.
+    bool Next(QString& field) {
+        field.truncate(0);
+        bool quoted = false;
+        for (qsizetype i = 0; i < rest.size(); ++i) {
+            const QChar c = rest[i];
+            if (c == u'"') {
+                quoted = !quoted;
+            } else if (!quoted && (c == u',' || c == u'\n' || c == u'\r')) {
+                rest = rest.sliced(i + 1);
+                return true;
+            } else if (quoted || (c != u' ' && c != u'\u3000' && c != u'\t')) {
+                field += c;
+            }
         }
+        rest = {};
+        return !field.isEmpty();
     }
-    if (!field.isEmpty())
-        use(field);
-}
+
+private:
+    QStringView rest;
+};
 
 /// NaN, which no text reads as, for a number beyond single precision.
 float singleOf(const QString& field) {
@@ -43,27 +51,18 @@ float singleOf(const QString& field) {
 /// Adds the points of a series from its two lines. Points for which either number is missing or beyond range are left
 /// out.
 void addSeries(clsPlot& plot, int series, QStringView plotLine, QStringView baseLine) {
-    std::optional<QString> label;
-    std::vector<float> plotValues;
-    SplitCsvLine(plotLine, [&](const QString& field) {
-        if (label)
-            plotValues.push_back(singleOf(field));
-        else
-            label = field;
-    });
-
+    CsvFields plotFields(plotLine), baseFields(baseLine);
+    QString label, plotField, baseField;
+    if (!plotFields.Next(label))
+        return;
     // The first field, which stands beneath the label, is no value.
-    std::size_t position = 0;
-    SplitCsvLine(baseLine, [&](const QString& field) {
-        if (position > 0 && position <= plotValues.size()) {
-            const float base = singleOf(field), value = plotValues[position - 1];
-            if (!std::isnan(base) && !std::isnan(value))
-                plot.DataAdd(series, base, value);
-        }
-        ++position;
-    });
-    if (label)
-        plot.SetDataLabel(series, *label);
+    baseFields.Next(baseField);
+    while (plotFields.Next(plotField) && baseFields.Next(baseField)) {
+        const float base = singleOf(baseField), value = singleOf(plotField);
+        if (!std::isnan(base) && !std::isnan(value))
+            plot.DataAdd(series, base, value);
+    }
+    plot.SetDataLabel(series, label);
 }
 
 QString titleOf(QStringView text) {
