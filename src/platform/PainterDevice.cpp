@@ -55,15 +55,14 @@ QBrush qBrush(const Brush& brush) {
 QRectF areaOf(const DeviceRect& rect) {
     return QRectF(QPointF(rect.Left - 0.5, rect.Top - 0.5), QPointF(rect.Right - 0.5, rect.Bottom - 0.5));
 }
+} // namespace
 
-/// XML has no control characters, and line breaks mean nothing in a line of text.
-QString printable(QString text) {
+QString PainterDevice::Printable(QString text) {
     for (QChar& c : text)
-        if (c < u' ' || c == QChar(0x7f))
+        if (c < u' ' || c == QChar(0x7f) || c >= QChar(0xfffe))
             c = u' ';
     return text;
 }
-} // namespace
 
 PainterDevice::PainterDevice(QPainter& painter, int width, int height, int dotsPerInchX, int dotsPerInchY)
     : m_painter(painter), m_measures{width, height, std::max(1, dotsPerInchX), std::max(1, dotsPerInchY)} {
@@ -254,17 +253,17 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
     m_painter.setFont(font);
     m_painter.setPen(qColor(m_state.TextColor));
     if (m_state.CurrentFont.Escapement == 0) {
-        m_painter.drawText(corner + QPointF(0, ascent), printable(text));
+        m_painter.drawText(corner + QPointF(0, ascent), Printable(text));
         return;
     }
     const QTransform upright = m_painter.transform();
     m_painter.translate(corner);
     m_painter.rotate(-m_state.CurrentFont.Escapement / 10.0);
-    m_painter.drawText(QPointF(0, ascent), printable(text));
+    m_painter.drawText(QPointF(0, ascent), Printable(text));
     m_painter.setTransform(upright);
 }
 
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
     const QFontMetricsF metrics(Fonts::ToQFont(m_state.CurrentFont), m_painter.device());
-    return {qRound(metrics.horizontalAdvance(printable(text))), qRound(metrics.ascent() + metrics.descent())};
+    return {qRound(metrics.horizontalAdvance(Printable(text))), qRound(metrics.ascent() + metrics.descent())};
 }

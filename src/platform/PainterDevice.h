@@ -46,7 +46,9 @@ public:
     void FillRect(const DeviceRect& rect, const Brush& brush) override;
     void DrawPicture(const DeviceRect& target, const QImage& picture) override;
 
-    /// Control characters are written as blanks.
+    /// `text` with blanks for what XML does not have, control characters above all, and for line breaks, which mean
+    /// nothing in a line of text. `Text` and `MeasureText` take every text so.
+    static QString Printable(QString text);
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
     int GetDeviceCaps(DeviceCaps caps) const override { return m_measures.Get(caps); }
