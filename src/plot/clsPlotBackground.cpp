@@ -61,7 +61,11 @@ void clsPlot::paintBackground(DeviceContext& device) const {
 void clsPlot::tilePicture(DeviceContext& device, const DeviceRect& area) const {
     if (Picture.isNull())
         return;
-    const QImage tile = device.ShowsEveryCall() ? Picture : patchOf(Picture);
+    // More single tiles than this nobody reads in a trace either.
+    constexpr std::int64_t mostTiles = 1'000'000;
+    const std::int64_t tiles =
+        (std::int64_t(DrawWidth) / Picture.width() + 1) * (std::int64_t(DrawHeight) / Picture.height() + 1);
+    const QImage tile = device.ShowsEveryCall() && tiles <= mostTiles ? Picture : patchOf(Picture);
     for (std::int64_t y = area.Top; y <= area.Bottom; y += tile.height())
         for (std::int64_t x = area.Left; x <= area.Right; x += tile.width())
             device.DrawPicture(placed(double(x), double(y), tile.width(), tile.height()), tile);

@@ -47,11 +47,19 @@ int device32(std::int64_t position) {
     return Round(double(position));
 }
 
+/// True when a row about `middle` lies above or below the plot rectangle, to which the legend is clipped: of very many
+/// rows, hardly any are seen. `reach` is how far its text, line and dot go.
+bool isUnseen(const DeviceContext& device, const PlotArea& area, std::int64_t middle, std::int64_t reach) {
+    const std::int64_t bottom = std::int64_t(area.Top) + area.Height;
+    return !device.ShowsEveryCall() && (middle + reach < area.Top || middle - reach > bottom);
+}
+
 void drawRows(DeviceContext& device, const clsPlot& plot, const GraphDefaults& defaults, const LegendRows& rows) {
     const double perMillimetre = mdTips::UnitsPerMillimetre(device);
     const std::int64_t gap = Round(perMillimetre + perMillimetre);
     const DeviceSize row = rows.Largest;
-    const Box box = boxIn(plot.DataPlotArea(), defaults.LegendPosition, gap, 2 * std::int64_t(row.Width) + 3 * gap,
+    const PlotArea area = plot.DataPlotArea();
+    const Box box = boxIn(area, defaults.LegendPosition, gap, 2 * std::int64_t(row.Width) + 3 * gap,
                           std::int64_t(row.Height) * rows.Labels.size() + 2 * gap);
     device.SelectPen(stockPen(Stock::BlackPen));
     device.SelectBrush(stockBrush(Stock::WhiteBrush));
@@ -62,12 +70,15 @@ void drawRows(DeviceContext& device, const clsPlot& plot, const GraphDefaults& d
     const std::int64_t sampleRight = box.Left + box.Width - gap, sampleLeft = sampleRight - row.Width;
     const int middle = Round(double(sampleLeft + sampleRight) / 2);
     const int lineWidth = Round(perMillimetre * defaults.LineSize * 0.1);
+    const std::int64_t reach = std::int64_t(row.Height) + std::abs(std::int64_t(plot.DotSize)) + lineWidth + 1;
     const QList<LegendStyle>& styles = defaults.LegendStyles;
     for (qsizetype i = 0; i < rows.Labels.size(); ++i) {
+        const int y = Round((double(i) + 0.5) * row.Height + double(box.Top + gap));
+        if (isUnseen(device, area, y, reach))
+            continue;
         // Without styles the samples are black, although the series then are red.
         const LegendStyle style =
             styles.isEmpty() ? LegendStyle{.DotStyle = DotStyle::Circle} : styles[i % styles.size()];
-        const int y = Round((double(i) + 0.5) * row.Height + double(box.Top + gap));
         mdTips::DrawAnchoredText(device, textLeft, y, rows.Labels[i], 4);
         plot.SpecialPlot_Line(device, style.LineStyle, style.LineColor, lineWidth, device32(sampleLeft), y,
                               device32(sampleRight), y);
