@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QString>
 #include <cstdio>
 #include <cstdlib>
@@ -23,12 +23,13 @@ inline QByteArray bytesOf(const QString& path) {
     return file.readAll();
 }
 
-/// The program that a plot asks for its folder.
+/// The program that a plot asks for its folder and its text for fonts.
 struct Program {
+    bool HasNoScreen = qputenv("QT_QPA_PLATFORM", "offscreen");
     int ArgumentCount = 1;
     char Name[5] = "fuzz";
     char* Arguments[2] = {Name, nullptr};
-    QCoreApplication Application{ArgumentCount, Arguments};
+    QGuiApplication Application{ArgumentCount, Arguments};
 };
 
 /// A file in memory; readers find it by its name under /proc.

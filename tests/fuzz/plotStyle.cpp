@@ -1,9 +1,11 @@
 // Fuzz target: any bytes as a plot's style file, loaded, drawn, written and read again.
 #include "Fuzz.h"
+#include "platform/RasterDevice.h"
 #include "platform/TraceDevice.h"
 #include "plot/clsPlot.h"
 
 #include <QTemporaryDir>
+#include <limits>
 
 namespace {
 
@@ -15,6 +17,17 @@ struct Drawn : clsPlot {
         for (const int series : {1, 2})
             for (int i = 0; i < 4; ++i)
                 DataAdd(series, float(i), float(i * i - series));
+        constexpr float nan = std::numeric_limits<float>::quiet_NaN(),
+                        infinite = std::numeric_limits<float>::infinity();
+        for (const float odd : {nan, infinite, -infinite, 1e-45f}) {
+            DataAdd(3, odd, 1);
+            DataAdd(3, 2, odd);
+        }
+        SetDataLineWidth(2, 5);
+        for (const int series : {1, 2, 3}) {
+            SetDataLineStyle(series, series - 1);
+            SetDataDotStyle(series, series);
+        }
         PickupLineAdd(1.5f, 2, 0xff, 1, 0);
         SetDrawArea(0, 0, 320, 240);
     }
@@ -25,6 +38,11 @@ void draw(clsPlot& plot) {
     plot.Redraw(&device, nullptr);
     constexpr qsizetype most = qsizetype(16) << 20;
     require(device.Trace().size() < most, "a picture of this size takes few calls");
+
+    static QImage image(160, 120, QImage::Format_RGB32);
+    RasterDevice raster(image, 96);
+    plot.SetDrawArea(0, 0, image.width(), image.height());
+    plot.Redraw(&raster, nullptr);
 }
 
 void requireRanges(const clsPlot& plot) {
