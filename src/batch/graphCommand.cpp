@@ -9,7 +9,6 @@
 #include "view/clsMouse.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 
 namespace batch {
@@ -180,8 +179,9 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
     declare(options);
     options.Parse(arguments, streams);
     const Job job = jobFrom(options);
-    if (QFile style(job.style); !job.style.isEmpty() && !style.open(QIODevice::ReadOnly))
-        RefuseInput(job.style, style.errorString());
+    // Not opened to find out: what a pipe holds can be had but once.
+    if (const QFileInfo style(job.style); !job.style.isEmpty() && (style.isDir() || !style.isReadable()))
+        RefuseInput(job.style, u"無効なパラメータです。"_qs);
 
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);

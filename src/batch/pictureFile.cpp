@@ -108,8 +108,12 @@ PictureFile PictureFileFrom(const Options& options) {
 }
 
 void SaveFile(const QString& path, const QByteArray& bytes) {
+    // A new file takes the place of the old one, and who may do anything would lose a device or a pipe to it.
+    if (const QFileInfo there(path); there.exists() && !there.isFile() && !there.isDir())
+        RefuseInput(path, u"not a regular file"_qs);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    // With a buffer in between, a disk that is full would show in the commit alone, which does not look for it.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() || !file.commit())
         RefuseInput(path, file.errorString());
 }
 

@@ -34,7 +34,8 @@ void DeclarePictureOptions(Options& options);
 /// A picture by `-o`, `--size` and `--dpi` of a command whose result file gives it the title.
 PictureFile PictureFileFrom(const Options& options);
 
-/// Replaces a file by `bytes`; stops the command when that can't be done, and the file is then as it was.
+/// Replaces a file by `bytes`; stops the command when that can't be done, and the file is then as it was. What is there
+/// and no regular file, such as a device, can't be replaced.
 void SaveFile(const QString& path, const QByteArray& bytes);
 
 } // namespace batch

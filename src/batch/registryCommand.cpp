@@ -18,7 +18,8 @@ void exportTo(const QString& path) {
         throw Stop{UnusableInput, path + u": "_qs + file.errorString()};
     if (!RegistryText::Export(file))
         throw Stop{UnusableInput, Registry::StorePath() + u": there are no settings, or they can't be written out"_qs};
-    if (!file.commit())
+    // The commit does not look whether what is still in the buffer found room on the disk.
+    if (!file.flush() || !file.commit())
         throw Stop{UnusableInput, path + u": "_qs + file.errorString()};
 }
 

@@ -3,6 +3,22 @@
 
 #include "app/mdApplication.h"
 
+namespace {
+
+/// Puts a device back as it was, also when an exception passes.
+class DeviceKeeper {
+public:
+    explicit DeviceKeeper(DeviceContext& kept) : device(kept) { device.SaveDC(); }
+    DeviceKeeper(const DeviceKeeper&) = delete;
+    DeviceKeeper& operator=(const DeviceKeeper&) = delete;
+    ~DeviceKeeper() { device.RestoreDC(); }
+
+private:
+    DeviceContext& device;
+};
+
+} // namespace
+
 clsPlot::clsPlot()
     : DataLabelFont(gothic(10)), GraphTitleFont(gothic(11, true)), PictureFolder(mdApplication::ProgramFolder()) {}
 
@@ -27,7 +43,7 @@ void clsPlot::Redraw(DeviceContext* hDC, DeviceContext* hSim) {
     if (hSim)
         hSimulatedDC = hSim;
     DeviceContext& device = *target;
-    device.SaveDC();
+    const DeviceKeeper keeper(device);
     if (BeginPaint)
         BeginPaint(device);
     PrepareScales(device);
@@ -42,5 +58,4 @@ void clsPlot::Redraw(DeviceContext* hDC, DeviceContext* hSim) {
     DrawPickupLines(device);
     if (EndPaint)
         EndPaint(device);
-    device.RestoreDC();
 }

@@ -44,7 +44,9 @@ public:
     static QString Version() { return u"1.09b"_qs; }
     static QString Copyright() { return u"Copyright (c) 2026 the Velorin developers"_qs; }
 
-    /// Called by `Redraw` with the device in use, before anything is painted and after everything is.
+    /// Called by `Redraw` with the device in use, before anything is painted and after everything is. They may change
+    /// the plot in any way, but neither replace themselves nor call `Redraw`; an exception of theirs leaves `Redraw`,
+    /// with the device as it was found. They go along with copies of the plot and then still refer to what they did.
     std::function<void(DeviceContext&)> BeginPaint, EndPaint;
 
     // --- the styles that a user can choose: value and Japanese name by row from 0, and number of rows. A row beyond
@@ -71,7 +73,7 @@ public:
     void ConvertPoint(float x, float y, int& px, int& py) const;
 
     /// Draws everything on `hDC`, or on `hDrawDC` when that is null; nothing when both are. A `hSim` that isn't null
-    /// takes the place of `hSimulatedDC`.
+    /// takes the place of `hSimulatedDC` and stays there.
     void Redraw(DeviceContext* hDC, DeviceContext* hSim);
 
     /// Rounds limits outwards to whole major steps of 1, 2 or 5 times a power of ten; the minor step is a fifth of the

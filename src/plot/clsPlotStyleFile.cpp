@@ -138,7 +138,7 @@ void readScaleKey(PlotScale& scale, const QString& name, const QString& text) {
 
 void savePicture(const QImage& picture, const QString& path) {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && picture.save(&file, "BMP"))
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && picture.save(&file, "BMP"))
         file.commit();
 }
 

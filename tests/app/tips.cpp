@@ -97,3 +97,12 @@ TEST(Tips, Paths) {
     EXPECT_EQ(ShortenPath(u"/a/averylongname.vrf"_qs, 8), u"/a/averylongname.vrf"_qs);
     EXPECT_EQ(NormalizePathCase(u"c:\\MY DATA\\pLATE.VRF"_qs), u"C:\\My data\\Plate.vrf"_qs);
 }
+
+TEST(Tips, MacrosOfALabel) {
+    const QString many = u"%b%"_qs.repeated(1000);
+    EXPECT_EQ(mdTips::ExpandLabelMacros(u"%a%-%c%-%a%"_qs, {{u"%a%"_qs, u"1%b%"_qs}, {u"%b%"_qs, u"2%a%"_qs}}),
+              u"12%a%-%c%-12%a%"_qs);
+    // The second would make a million characters of it.
+    EXPECT_EQ(mdTips::ExpandLabelMacros(u"%a%"_qs, {{u"%a%"_qs, many}, {u"%b%"_qs, many}, {u"b%"_qs, QString()}}),
+              u"%"_qs.repeated(1000));
+}

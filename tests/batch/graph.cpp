@@ -2,7 +2,11 @@
 
 #include "Golden.h"
 
+#include <QXmlStreamReader>
+#include <csignal>
 #include <limits>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -103,6 +107,40 @@ TEST_F(GraphTest, RefusesWhatItCannotDraw) {
         expectUnusable(start + u"--type history --item "_qs + QString::fromLatin1(options), path,
                        "無効なパラメータです。 (");
     EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST_F(GraphTest, SvgIsXmlWhateverTheNames) {
+    path = folder.Write(twoSquares().Bytes(), u"a<&>\x01.vrf"_qs);
+    QXmlStreamReader reader(graph(history + u"--nodes 1 --title %file%<&>\x01\uffff"_qs, u".svg"_qs));
+    QString title, texts;
+    while (!reader.atEnd())
+        if (reader.readNext() == QXmlStreamReader::StartElement) {
+            if (reader.name() == u"title")
+                title = reader.readElementText();
+            else if (reader.name() == u"text")
+                texts += reader.readElementText();
+        }
+    EXPECT_FALSE(reader.hasError()) << qPrintable(reader.errorString());
+    EXPECT_EQ(title, u"a<&> .vrf");
+    EXPECT_TRUE(texts.contains(u"a<&> .vrf<&> \ufffd"_qs)) << qPrintable(texts);
+}
+
+TEST_F(GraphTest, OutputThatCannotBeWrittenStays) {
+    const QString pipe = folder.Path(u"pipe.csv"_qs);
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit(), 0600), 0);
+    expectUnusable(u"graph FILE -o "_qs + pipe + u' ' + history + u"--nodes 1"_qs, pipe, "");
+    EXPECT_FALSE(QFileInfo(pipe).isFile());
+
+    const QByteArray old = graph(history + u"--nodes 1"_qs);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit tight{64, usual.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &tight); // as on a full disk, in the middle of what would fit into a buffer
+    EXPECT_EQ(run(u"graph FILE -o "_qs + folder.Path(u"o.csv"_qs) + u' ' + history + u"--nodes 2"_qs), 1);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(fileBytes(u"o.csv"_qs), old);
 }
 
 /// Pictures with text on them are compared as pixels, the others as traces; a changed option must change either.

@@ -103,6 +103,10 @@ TEST(PlotModel, EventsComeFirstAndLastOnTheDeviceInUse) {
     EXPECT_EQ(began, &own);
     plot.hDrawDC = nullptr;
     plot.Redraw(nullptr, nullptr);
+
+    plot.EndPaint = [](DeviceContext&) { throw SubscriptError(); };
+    EXPECT_THROW(plot.Redraw(&given, nullptr), SubscriptError);
+    EXPECT_EQ(given.Trace().count("SaveDC\n"), given.Trace().count("RestoreDC\n"));
 }
 
 } // namespace
