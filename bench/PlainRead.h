@@ -1,7 +1,7 @@
 // What reading is held against: the bytes and nothing else, in pieces of 1 MB into one buffer.
 #pragma once
 
-#include "platform/ReadHandle.h"
+#include "platform/base/ReadHandle.h"
 
 #include <benchmark/benchmark.h>
 

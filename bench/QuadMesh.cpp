@@ -22,10 +22,10 @@ double jitter(std::uint32_t index, std::uint32_t direction) {
 
 VrfBuilder meshOf(int columns, int rows) {
     VrfBuilder file;
-    file.items = {{u"Displacement X"_qs, -1, 1},
-                  {u"Displacement Y"_qs, -1, 2},
-                  {u"Stress on nodes"_qs, -1, 0},
-                  {u"Stress on elements"_qs, quadType, 0}};
+    file.items = {{u"Displacement X"_s, -1, 1},
+                  {u"Displacement Y"_s, -1, 2},
+                  {u"Stress on nodes"_s, -1, 0},
+                  {u"Stress on elements"_s, quadType, 0}};
     constexpr double mostJitter = 0.3;
     for (int row = 0; row <= rows; ++row)
         for (int column = 0; column <= columns; ++column) {
@@ -88,7 +88,7 @@ int ColumnsOf(int elements) {
 
 QString File(int elements, int steps, int firstItem) {
     const QString folder = QStringLiteral(VELORIN_BENCH_FOLDER);
-    const QString path = u"%1/quads-%2-%3-%4.vrf"_qs.arg(folder).arg(elements).arg(steps).arg(firstItem);
+    const QString path = u"%1/quads-%2-%3-%4.vrf"_s.arg(folder).arg(elements).arg(steps).arg(firstItem);
     if (!QFile::exists(path) && !(QDir().mkpath(folder) && write(path, elements, steps, firstItem)))
         qFatal("%s cannot be written", qPrintable(path));
     return path;

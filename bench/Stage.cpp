@@ -1,6 +1,6 @@
 #include "Stage.h"
 
-#include "platform/RasterDevice.h"
+#include "platform/raster/RasterDevice.h"
 
 Stage::Stage(ResultModel model)
     : Model(std::move(model)), picture(PictureSize.Width, PictureSize.Height, QImage::Format_RGB32) {

@@ -2,7 +2,7 @@
 // on the raster device.
 #pragma once
 
-#include "view/mdScene.h"
+#include "view/scene/mdScene.h"
 
 #include <QImage>
 #include <functional>

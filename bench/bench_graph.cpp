@@ -4,7 +4,7 @@
 #include "Stage.h"
 #include "Table.h"
 
-#include "platform/RasterDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "plot/mdGraph.h"
 #include "view/clsMouse.h"
 

@@ -12,7 +12,7 @@
 namespace {
 
 double residentBytes() {
-    QFile file(u"/proc/self/status"_qs);
+    QFile file(u"/proc/self/status"_s);
     if (!file.open(QIODevice::ReadOnly))
         return 0;
     for (const QByteArray& line : file.readAll().split('\n'))
@@ -39,8 +39,8 @@ void measure(int elements, int argc, char** argv) {
     Stage stage(QuadMesh::Opened(elements, 10));
     stage.Paint(0, [](PlotCanvas& canvas, const Scene& scene) { mdScene::PaintScene(canvas, false, scene); });
     const double after = residentBytes();
-    Table::Print({u"memory/%1"_qs.arg(elements), 0, after / elements, 0, u"220 bytes an element"_qs});
-    Table::Print({u"memory/%1 without the bare program"_qs.arg(elements), 0, (after - before) / elements, 0, {}});
+    Table::Print({u"memory/%1"_s.arg(elements), 0, after / elements, 0, u"220 bytes an element"_s});
+    Table::Print({u"memory/%1 without the bare program"_s.arg(elements), 0, (after - before) / elements, 0, {}});
 }
 
 } // namespace

@@ -3,9 +3,9 @@
 #include "QuadMesh.h"
 #include "Stage.h"
 #include "Table.h"
-#include "view/contour.h"
-#include "view/legends.h"
-#include "view/vectors.h"
+#include "view/scene/contour.h"
+#include "view/scene/legends.h"
+#include "view/scene/vectors.h"
 
 #include <pthread.h>
 

@@ -1,10 +1,12 @@
 // The entry procedure and the start-up chain.
 #include "app/mdApplication.h"
 #include "app/settingsStore.h"
+#include "app/windows/ShowMessage.h"
 #include "mainwin/frmMain.h"
-#include "platform/Dialogs.h"
-#include "platform/Fonts.h"
-#include "platform/brenlib.h"
+#include "mainwin/globals.h"
+#include "platform/base/brenlib.h"
+#include "platform/device/Fonts.h"
+#include "platform/widgets/Dialogs.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -39,7 +41,7 @@ int EntryProcedure(QApplication& application) {
     const QString commandLine = application.arguments().mid(1).join(u' ');
     auto window = std::make_unique<frmMain>();
     if (const auto failure = InitializeApplication()) {
-        ShowMessage(StartUpFailureText(failure->number, failure->description), Dialogs::Style::Stop);
+        ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
         return 1;
     }
     window->FirstStep(commandLine);
@@ -53,10 +55,10 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     application.setApplicationName(mdApplication::ApplicationTitle);
     application.setApplicationVersion(QStringLiteral(VELORIN_VERSION));
-    application.setDesktopFileName(u"velorin"_qs);
+    application.setDesktopFileName(u"velorin"_s);
     // The program speaks Japanese whatever the desktop does, and so must the toolkit's own dialogs.
     QTranslator toolkitTexts;
-    if (toolkitTexts.load(u"qtbase_ja"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (toolkitTexts.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(&toolkitTexts);
     return mdApplication::EntryProcedure(application);
 }

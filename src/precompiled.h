@@ -1,11 +1,9 @@
-// Headers that nearly every file of the system takes; compiled once per floor.
+// Headers that nearly every file of the system takes; compiled once per room.
 #pragma once
 
-#include <QColor>
-#include <QFont>
-#include <QImage>
+#include "platform/base/Literals.h"
+
 #include <QList>
-#include <QPainter>
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -17,3 +15,9 @@
 #include <memory>
 #include <span>
 #include <vector>
+#ifdef QT_GUI_LIB
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QPainter>
+#endif

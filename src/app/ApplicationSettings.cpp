@@ -6,9 +6,9 @@
 namespace {
 QString helpFolder(const QString& programFolder) {
     const QString folder = mdTips::RemoveTrailingChar(programFolder);
-    if (mdApplication::PathPart(folder, 3).compare(u"bin"_qs, Qt::CaseInsensitive) == 0)
-        return mdApplication::PathPart(folder, 0) + u"Help/"_qs;
-    return folder + u"/Help/"_qs;
+    if (mdApplication::PathPart(folder, 3).compare(u"bin"_s, Qt::CaseInsensitive) == 0)
+        return mdApplication::PathPart(folder, 0) + u"Help/"_s;
+    return folder + u"/Help/"_s;
 }
 } // namespace
 
@@ -19,13 +19,13 @@ void SetDefaults(ApplicationSettings& settings, const QString& programFolder, co
 }
 
 QList<LegendStyle> GraphDefaults::DefaultStyles() {
-    constexpr Colour colours[] = {0xff0000, 0x4080ff, 0x808000, 0x8000ff, 0xc0c0c0,
-                                  0xff8080, 0x8000,   0x80ff00, 0xff00ff, 0x808040};
+    constexpr ColorRef colors[] = {0xff0000, 0x4080ff, 0x808000, 0x8000ff, 0xc0c0c0,
+                                   0xff8080, 0x8000,   0x80ff00, 0xff00ff, 0x808040};
     constexpr int lineStyleCount = 5;
     QList<LegendStyle> styles;
-    for (const Colour colour : colours) {
+    for (const ColorRef color : colors) {
         const int row = int(styles.size());
-        styles.append({row % lineStyleCount, colour, row < lineStyleCount ? 1 : 2, colour});
+        styles.append({row % lineStyleCount, color, row < lineStyleCount ? 1 : 2, color});
     }
     return styles;
 }

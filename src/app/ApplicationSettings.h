@@ -2,7 +2,8 @@
 // reads or stores a setting. Lengths on paper are tenths of a millimetre, window sizes twips, times milliseconds.
 #pragma once
 
-#include "platform/Geometry.h"
+#include "platform/base/Geometry.h"
+#include "platform/base/Literals.h"
 
 #include <QList>
 #include <QString>
@@ -11,7 +12,7 @@
 struct LineStyle {
     int Width = 1; ///< tenths of a millimetre
     int Style = 0; ///< `PenStyle`
-    Colour Color = 0;
+    ColorRef Color = 0;
     bool operator==(const LineStyle&) const = default;
 };
 
@@ -63,8 +64,8 @@ struct DisplacementSettings {
 };
 
 struct ContourSettings {
-    int ColorIndex = 4;                                  ///< colour scheme, 0 to 5
-    std::array<Colour, 3> Colors{0, 0x808080, 0xffffff}; ///< of the minimum, the middle and the maximum
+    int ColorIndex = 4;                                    ///< colour scheme, 0 to 5
+    std::array<ColorRef, 3> Colors{0, 0x808080, 0xffffff}; ///< of the minimum, the middle and the maximum
     bool Legend = true;
     bool Reverse = false;
     float MaxValue = 0; ///< counts when `Automatic` is false
@@ -77,17 +78,17 @@ struct ContourSettings {
 /// How one series of a graph is drawn; the numbers are those of the plot's style tables.
 struct LegendStyle {
     int LineStyle = 0;
-    Colour LineColor = 0;
+    ColorRef LineColor = 0;
     int DotStyle = 0;
-    Colour DotColor = 0;
+    ColorRef DotColor = 0;
     bool operator==(const LegendStyle&) const = default;
 };
 
 /// What a new graph starts from.
 struct GraphDefaults {
-    std::array<QString, 5> GraphLabels{u"%item%%name%"_qs, u"経過時間"_qs, u"%item%"_qs, u"位置"_qs, u"%item%"_qs};
-    std::array<QString, 4> GraphFonts{u"\"ＭＳ Ｐゴシック\",12,b"_qs, u"\"ＭＳ Ｐゴシック\",10,b"_qs,
-                                      u"\"ＭＳ Ｐゴシック\",9"_qs, u"\"ＭＳ Ｐゴシック\",9"_qs};
+    std::array<QString, 5> GraphLabels{u"%item%%name%"_s, u"経過時間"_s, u"%item%"_s, u"位置"_s, u"%item%"_s};
+    std::array<QString, 4> GraphFonts{u"\"ＭＳ Ｐゴシック\",12,b"_s, u"\"ＭＳ Ｐゴシック\",10,b"_s,
+                                      u"\"ＭＳ Ｐゴシック\",9"_s, u"\"ＭＳ Ｐゴシック\",9"_s};
     bool PlotLegend = true;
     int LegendPosition = 2;
     bool PlotGrid = true;
@@ -119,8 +120,8 @@ struct StyleSettings {
     std::array<LineStyle, 4> LineStyles{LineStyle{1, 0, 0x8000}, LineStyle{1, 1, 0x8080ff}, LineStyle{1, 0, 0xc00000},
                                         LineStyle{5, 0, 0x8000}};
     /// Displacement legend, vector legend, contour legend, values.
-    std::array<QString, 4> FontStrings{u"Arial, 11"_qs, u"Arial, 11"_qs, u"Arial, 11"_qs, u"Arial, 11"_qs};
-    QString RealFormat = u"0.000"_qs; ///< number mask
+    std::array<QString, 4> FontStrings{u"Arial, 11"_s, u"Arial, 11"_s, u"Arial, 11"_s, u"Arial, 11"_s};
+    QString RealFormat = u"0.000"_s; ///< number mask
     bool operator==(const StyleSettings&) const = default;
 };
 

@@ -79,15 +79,15 @@ void roundToDigits(Decimal& number, int count) {
 
 QString notFinite(double value) {
     if (std::isnan(value))
-        return u"NaN"_qs;
-    return value < 0 ? u"-Infinity"_qs : u"Infinity"_qs;
+        return u"NaN"_s;
+    return value < 0 ? u"-Infinity"_s : u"Infinity"_s;
 }
 
 QString generalForm(const Decimal& number) {
     const int size = int(number.Digits.size());
     if (size == 0)
-        return u"0"_qs;
-    QString text = number.Negative ? u"-"_qs : QString();
+        return u"0"_s;
+    QString text = number.Negative ? u"-"_s : QString();
     const QString digits = QString::fromLatin1(number.Digits.data(), size);
     if (number.Point < -4 || number.Point > 16) {
         text += digits.front();
@@ -213,7 +213,7 @@ QString applyMask(Decimal number, const Mask& mask) {
         roundToDigits(number, number.Point + mask.FractionDigits);
     }
 
-    QString text = number.Negative && !number.Digits.empty() ? u"-"_qs : QString();
+    QString text = number.Negative && !number.Digits.empty() ? u"-"_s : QString();
     int weight = mask.IntegerDigits - 1;
     for (const Piece& piece : mask.Pieces) {
         switch (piece.Is) {

@@ -18,55 +18,55 @@ qsizetype middle(qsizetype low, qsizetype high) {
 QString kindOf(const QVariant& value) {
     const int type = value.typeId();
     if (!value.isValid())
-        return u"Empty"_qs;
+        return u"Empty"_s;
     if (type == QMetaType::Nullptr)
-        return u"Null"_qs;
+        return u"Null"_s;
     if (value.metaType().flags() & QMetaType::PointerToQObject) {
         const auto* object = value.value<QObject*>();
-        return u"Object("_qs + (object ? QString::fromLatin1(object->metaObject()->className()) : u"Nothing"_qs) + u')';
+        return u"Object("_s + (object ? QString::fromLatin1(object->metaObject()->className()) : u"Nothing"_s) + u')';
     }
     if (type == QMetaType::QString || value.canConvert<double>())
         return QString::fromLatin1(value.typeName()) + u'(' + value.toString() + u')';
-    return type >= QMetaType::User ? u"DataObject"_qs : QString::fromLatin1(value.typeName());
+    return type >= QMetaType::User ? u"DataObject"_s : QString::fromLatin1(value.typeName());
 }
 } // namespace
 
 void clsHashTable::Add(const QString& key, const QVariant& value) {
-    m_entries.append({key, value});
-    m_sorted = false;
+    entries.append({key, value});
+    sorted = false;
 }
 
 void clsHashTable::Clear() {
-    m_entries.clear();
-    m_sorted = false;
+    entries.clear();
+    sorted = false;
 }
 
 clsHashTable clsHashTable::CreateReverseHash() const {
     clsHashTable reverse;
-    for (const Entry& entry : m_entries)
+    for (const Entry& entry : entries)
         reverse.Add(entry.Value.toString(), entry.Key);
     return reverse;
 }
 
 QStringList clsHashTable::dump() const {
     QStringList lines;
-    for (const Entry& entry : m_entries)
-        lines.append(entry.Key + u": "_qs + kindOf(entry.Value));
+    for (const Entry& entry : entries)
+        lines.append(entry.Key + u": "_s + kindOf(entry.Value));
     return lines;
 }
 
 void clsHashTable::sort(qsizetype first, qsizetype last) {
     // The smaller part goes into the recursion and the larger one round the loop, so the depth stays logarithmic.
     while (first < last) {
-        const QString pivot = m_entries[middle(first, last)].Key;
+        const QString pivot = entries[middle(first, last)].Key;
         qsizetype low = first, high = last;
         while (low <= high) {
-            while (low < last && compareKeys(pivot, m_entries[low].Key) > 0)
+            while (low < last && compareKeys(pivot, entries[low].Key) > 0)
                 ++low;
-            while (high > first && compareKeys(pivot, m_entries[high].Key) < 0)
+            while (high > first && compareKeys(pivot, entries[high].Key) < 0)
                 --high;
             if (low <= high)
-                std::swap(m_entries[low++], m_entries[high--]);
+                std::swap(entries[low++], entries[high--]);
         }
         if (high - first < last - low) {
             sort(first, high);
@@ -79,17 +79,17 @@ void clsHashTable::sort(qsizetype first, qsizetype last) {
 }
 
 int clsHashTable::findValue(const QString& key) {
-    if (m_entries.isEmpty())
+    if (entries.isEmpty())
         return -1;
-    if (!m_sorted) {
-        sort(0, m_entries.size() - 1);
-        m_sorted = true;
+    if (!sorted) {
+        sort(0, entries.size() - 1);
+        sorted = true;
     }
-    qsizetype low = 0, high = m_entries.size() - 1, last = -1;
+    qsizetype low = 0, high = entries.size() - 1, last = -1;
     for (;;) {
         const qsizetype mid = middle(low, high);
         // Rounding up may step past the end when the key belongs behind every entry.
-        const int order = has(mid) ? compareKeys(m_entries[mid].Key, key) : 1;
+        const int order = has(mid) ? compareKeys(entries[mid].Key, key) : 1;
         if (order == 0)
             return int(mid);
         if (mid == last || low == high || high < 0 || low < 0)
@@ -105,18 +105,18 @@ int clsHashTable::findValue(const QString& key) {
 bool clsHashTable::GetItem(int index, QString& key, QVariant& value) const {
     if (!has(index))
         return false;
-    key = m_entries[index].Key;
-    value = m_entries[index].Value;
+    key = entries[index].Key;
+    value = entries[index].Value;
     return true;
 }
 
 QVariant clsHashTable::GetValue(const QString& key) {
     const int index = findValue(key);
-    return index < 0 ? QVariant(QString()) : m_entries[index].Value;
+    return index < 0 ? QVariant(QString()) : entries[index].Value;
 }
 
 QVariant clsHashTable::getValueByIndex(int index) const {
-    return has(index) ? m_entries[index].Value : QVariant();
+    return has(index) ? entries[index].Value : QVariant();
 }
 
 void clsHashTable::SetValue(const QString& key, const QVariant& value) {
@@ -124,10 +124,10 @@ void clsHashTable::SetValue(const QString& key, const QVariant& value) {
     if (index < 0)
         Add(key, value);
     else
-        m_entries[index].Value = value;
+        entries[index].Value = value;
 }
 
 void clsHashTable::setValueByIndex(int index, const QVariant& value) {
     if (has(index))
-        m_entries[index].Value = value;
+        entries[index].Value = value;
 }

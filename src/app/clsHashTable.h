@@ -13,7 +13,7 @@ public:
     /// Adds an entry at the end, also when there is one of that key.
     void Add(const QString& key, const QVariant& value);
     void Clear();
-    int Count() const { return int(m_entries.size()); }
+    int Count() const { return int(entries.size()); }
     /// A table with each value, as text, for key and its key for value.
     clsHashTable CreateReverseHash() const;
     /// For diagnosis: one line for each entry with its key and the kind of its value.
@@ -40,8 +40,8 @@ private:
     };
 
     void sort(qsizetype first, qsizetype last);
-    bool has(qsizetype index) const { return index >= 0 && index < m_entries.size(); }
+    bool has(qsizetype index) const { return index >= 0 && index < entries.size(); }
 
-    QList<Entry> m_entries;
-    bool m_sorted = false;
+    QList<Entry> entries;
+    bool sorted = false;
 };

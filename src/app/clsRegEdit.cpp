@@ -1,6 +1,6 @@
 #include "app/clsRegEdit.h"
 
-#include "platform/Codepage.h"
+#include "platform/base/Codepage.h"
 
 #include <QtEndian>
 
@@ -96,7 +96,7 @@ RegEditError clsRegEdit::CloseRegKey() {
     className.clear();
     if (key == 0 || Registry::CloseKey(key))
         return {};
-    return {closeError, u"ﾚｼﾞｽﾄﾘｷｰを閉じられません。"_qs};
+    return {closeError, u"ﾚｼﾞｽﾄﾘｷｰを閉じられません。"_s};
 }
 
 bool clsRegEdit::DeleteRegKey(std::uint32_t root, const QString& path) {
@@ -138,7 +138,7 @@ bool clsRegEdit::OpenRegKey(std::uint32_t root, const QString& path) {
     if (currentKey == 0)
         return false;
     counts = Registry::CountsOf(currentKey).value_or(Registry::Counts());
-    className = u"<Unknown>"_qs;
+    className = u"<Unknown>"_s;
     return true;
 }
 

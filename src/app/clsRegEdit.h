@@ -2,7 +2,7 @@
 // and every failure a false result. Which keys there are is `settingsStore`'s business.
 #pragma once
 
-#include "platform/Registry.h"
+#include "platform/registry/Registry.h"
 
 #include <QVariant>
 

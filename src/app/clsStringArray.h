@@ -12,13 +12,13 @@ public:
     /// For diagnosis: in a debugging build stops the program if an item has lost its private data.
     void Check() const;
     void Clear();
-    int Count() const { return int(m_items.size()); }
+    int Count() const { return int(items.size()); }
     /// First position of the text, among the private data if so asked; -1 if absent.
     int FindItem(const QString& text, bool inPrivateData = false) const;
     /// Empty for a position that there isn't; writing does nothing then.
-    QString Item(int index) const { return m_items.value(index); }
+    QString Item(int index) const { return items.value(index); }
     void Item(int index, const QString& text);
-    QString PrivateData(int index) const { return m_privateData.value(index); }
+    QString PrivateData(int index) const { return privates.value(index); }
     void PrivateData(int index, const QString& text);
     /// A negative index means the last item; one beyond the end does nothing.
     void Remove(int index);
@@ -26,6 +26,6 @@ public:
     void Sort(bool descending = false);
 
 private:
-    QStringList m_items;
-    QStringList m_privateData;
+    QStringList items;
+    QStringList privates;
 };

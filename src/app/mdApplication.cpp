@@ -1,7 +1,6 @@
 #include "app/mdApplication.h"
 
 #include "app/NumberFormat.h"
-#include "platform/Dialogs.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -9,29 +8,17 @@
 #include <cmath>
 #include <cstdlib>
 
-ApplicationSettings mdApplication::Settings;
-std::function<void(bool lower)> mdApplication::MessageBoxHook;
-
-int mdApplication::ShowMessage(const QString& text, int flags) {
-    if (MessageBoxHook)
-        MessageBoxHook(true);
-    const int button = Dialogs::MessageBox(nullptr, text, ApplicationTitle, flags);
-    if (MessageBoxHook)
-        MessageBoxHook(false);
-    return button;
-}
-
 QString mdApplication::FormatAutoNumber(double value, int digits, bool extra) {
     // No double has digits further out; the bound keeps the mask's length sane.
     const int places = digits == 0 ? 1 : std::clamp(digits, -400, 400);
-    QString mask = u"0."_qs + QString(std::abs(places), u'0');
+    QString mask = u"0."_s + QString(std::abs(places), u'0');
     if (value == 0)
         return mask;
     if (extra)
-        mask += u"##"_qs;
+        mask += u"##"_s;
     const double size = std::abs(value);
     if (!(std::pow(10.0, 1 - places) <= size && size < std::pow(10.0, places + 1)))
-        mask += u"E-0"_qs;
+        mask += u"E-0"_s;
     return NumberFormat::Format(value, mask);
 }
 
@@ -60,9 +47,9 @@ QString mdApplication::PathPart(const QString& path, int part) {
 }
 
 QString mdApplication::StartUpFailureText(int number, const QString& description) {
-    QString text = u"アプリケーションの初期化処理を実行することができません。"_qs;
+    QString text = u"アプリケーションの初期化処理を実行することができません。"_s;
     if (number != 0)
-        text += u"\r\n  Number : "_qs + QString::number(number) + u"\r\n  Description : "_qs + description;
+        text += u"\r\n  Number : "_s + QString::number(number) + u"\r\n  Description : "_s + description;
     return text;
 }
 

@@ -1,34 +1,12 @@
-// What every floor above takes from the program as a whole: the settings in force, the message box and a few helpers of
-// names and numbers. Not the start-up chain, which builds the main window and stands with it.
+// What every floor above takes from the program as a whole: its title, and a few helpers of names and numbers. Not its
+// globals, which stand with the main window, and not its message box, which is a window.
 #pragma once
 
-#include "app/ApplicationSettings.h"
-
-#include <QString>
-#include <functional>
-
-class frmMain;
-struct ResultModel;
+#include "platform/base/Literals.h"
 
 namespace mdApplication {
 /// Title of every window and box of the program.
-inline const QString ApplicationTitle = u"Velorin"_qs;
-
-/// The settings in force. Only windows and the start-up reach for them; all else takes settings as a parameter.
-extern ApplicationSettings Settings;
-
-/// The open result file, for windows alone as well. Stands with the main window.
-extern ResultModel Model;
-
-/// The main window; null before the entry procedure has made it and after it has gone. Stands with the main window.
-frmMain* MainWindow();
-
-/// Called with true before `ShowMessage` shows its box and with false after, when set. The graph windows, which stay
-/// above all others, make way for the box this way.
-extern std::function<void(bool lower)> MessageBoxHook;
-
-/// The program's message box; `flags` and the result are those of `Dialogs::MessageBox`.
-int ShowMessage(const QString& text, int flags);
+inline const QString ApplicationTitle = u"Velorin"_s;
 
 /// `value` with `digits` digits behind the point (0 counts as 1), or with an exponent when it lies outside
 /// 10^(1 - digits) <= |value| < 10^(digits + 1). With `extra` up to two more digits show where they count.

@@ -2,7 +2,7 @@
 // of them fails; what can't be read gives the empty text or 0.
 #pragma once
 
-#include "platform/Geometry.h"
+#include "platform/base/Geometry.h"
 
 #include <QByteArrayView>
 #include <QString>
@@ -32,15 +32,15 @@ struct KeyValue {
 
 namespace mdTips {
 /// `prefix`, then 8 small hexadecimal digits.
-QString FormatColor(Colour value, const QString& prefix);
+QString FormatColor(ColorRef value, const QString& prefix);
 /// A colour from "0x" and hexadecimal digits, from "&H" and such, or from a whole decimal number; a real is rounded.
-Colour ParseColor(const QString& text);
+ColorRef ParseColor(const QString& text);
 
 /// A font string is a list of fields in any order, as `SplitFields` makes them: the face, the size in points, "b" or
 /// "bold", "i" or "italic", "u" or "underline", "s" or "strike", "strikeout" or "strikethrough", and a colour that
 /// starts with "0x". What isn't given is "ＭＳ ゴシック", 9 points, plain; `color` then stays as it is.
-FontObject ParseFontString(const QString& text, Colour& color);
-QString MakeFontString(const FontObject& font, Colour color);
+FontObject ParseFontString(const QString& text, ColorRef& color);
+QString MakeFontString(const FontObject& font, ColorRef color);
 
 /// Splits a line at blanks (also full-width ones), tabs, commas and line ends; `"` and `'` hold a field together.
 /// `fields` counts from 1 to `count`, its entry 0 is empty. The first character of `commentChar`, "#" when that is

@@ -11,23 +11,23 @@ constexpr int solidHatch = 8;
 
 /// One unit of an edge; light falls from the left top.
 struct EdgeRing {
-    Colour LeftTop, RightBottom;
+    ColorRef LeftTop, RightBottom;
 };
-constexpr Colour light = 0xe3e3e3, highlight = 0xffffff, shadow = 0xa0a0a0, darkShadow = 0x696969;
+constexpr ColorRef light = 0xe3e3e3, highlight = 0xffffff, shadow = 0xa0a0a0, darkShadow = 0x696969;
 constexpr EdgeRing raisedRings[] = {{light, darkShadow}, {highlight, shadow}};
 constexpr EdgeRing sunkenRings[] = {{shadow, highlight}, {darkShadow, light}};
 } // namespace
 
-Pen mdTips::SelectSolidPen(DeviceContext& device, Colour colour, int width, int style) {
-    return device.SelectPen({.Style = style, .Width = width, .Color = colour});
+Pen mdTips::SelectSolidPen(DeviceContext& device, ColorRef color, int width, int style) {
+    return device.SelectPen({.Style = style, .Width = width, .Color = color});
 }
 
-Pen mdTips::SelectGeometricPen(DeviceContext& device, int style, int width, Colour colour) {
-    return device.SelectPen({.Style = style, .Width = width, .Color = colour, .Geometric = true});
+Pen mdTips::SelectGeometricPen(DeviceContext& device, int style, int width, ColorRef color) {
+    return device.SelectPen({.Style = style, .Width = width, .Color = color, .Geometric = true});
 }
 
-Brush mdTips::SelectBrush(DeviceContext& device, Colour colour, int hatch) {
-    return device.SelectBrush({.Color = colour, .Hatch = hatch == solidHatch || hatch < 0 ? -1 : hatch});
+Brush mdTips::SelectBrush(DeviceContext& device, ColorRef color, int hatch) {
+    return device.SelectBrush({.Color = color, .Hatch = hatch == solidHatch || hatch < 0 ? -1 : hatch});
 }
 
 Font mdTips::SelectFontFor(DeviceContext& device, const DeviceContext& ref, const FontObject& font, int escapement) {

@@ -3,15 +3,15 @@
 #pragma once
 
 #include "app/mdTips.h"
-#include "platform/DeviceContext.h"
-#include "platform/Rounding.h"
+#include "platform/base/Rounding.h"
+#include "platform/device/DeviceContext.h"
 
 namespace mdTips {
 /// Each selects and gives back what was selected before. A geometric pen keeps its dash style at widths above 1; a
 /// `hatch` of 8 or below 0 is a solid brush.
-Pen SelectSolidPen(DeviceContext& device, Colour colour, int width, int style);
-Pen SelectGeometricPen(DeviceContext& device, int style, int width, Colour colour);
-Brush SelectBrush(DeviceContext& device, Colour colour, int hatch);
+Pen SelectSolidPen(DeviceContext& device, ColorRef color, int width, int style);
+Pen SelectGeometricPen(DeviceContext& device, int style, int width, ColorRef color);
+Brush SelectBrush(DeviceContext& device, ColorRef color, int hatch);
 
 /// The font at its size in points on `ref`, which may be another device than the one drawn on. `escapement` is in
 /// tenths of a degree. The face is cut to the 32 bytes of code page 932 that a font request holds.

@@ -1,5 +1,5 @@
 #include "app/mdTips.h"
-#include "platform/Codepage.h"
+#include "platform/base/Codepage.h"
 
 #include <QDir>
 #include <QFile>
@@ -76,7 +76,7 @@ QString mdTips::ShortenPath(const QString& path, int maxBytes) {
         return path;
     for (qsizetype i = 0; i < path.size(); ++i) {
         if (endsFolder(path[i]) && AnsiLength(QStringView(path).mid(i)) <= maxBytes - 3)
-            return path.left(3) + u"..."_qs + path.mid(i);
+            return path.left(3) + u"..."_s + path.mid(i);
     }
     return path;
 }

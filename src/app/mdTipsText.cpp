@@ -1,7 +1,7 @@
 #include "app/NumberFormat.h"
 #include "app/mdTips.h"
-#include "platform/Codepage.h"
-#include "platform/Rounding.h"
+#include "platform/base/Codepage.h"
+#include "platform/base/Rounding.h"
 
 #include <algorithm>
 #include <charconv>
@@ -16,9 +16,9 @@ bool separatesFields(QChar c) {
     return c == u' ' || c == u'\u3000' || c == u',' || c == u'\t' || c == u'\n' || c == u'\r';
 }
 
-Colour hexadecimal(QStringView digits) {
+ColorRef hexadecimal(QStringView digits) {
     bool good = false;
-    const Colour value = digits.toUInt(&good, 16);
+    const ColorRef value = digits.toUInt(&good, 16);
     return good && digits.front() != u'+' ? value : 0;
 }
 
@@ -32,7 +32,7 @@ bool numberOf(const QString& text, double& value) {
     return true;
 }
 
-void applyFontField(const QString& field, FontObject& font, Colour& color) {
+void applyFontField(const QString& field, FontObject& font, ColorRef& color) {
     const QString word = field.toLower();
     double number = 0;
     if (word == u"b" || word == u"bold")
@@ -52,23 +52,23 @@ void applyFontField(const QString& field, FontObject& font, Colour& color) {
 }
 } // namespace
 
-QString mdTips::FormatColor(Colour value, const QString& prefix) {
+QString mdTips::FormatColor(ColorRef value, const QString& prefix) {
     return prefix + QString::number(value, 16).rightJustified(8, u'0');
 }
 
-Colour mdTips::ParseColor(const QString& text) {
+ColorRef mdTips::ParseColor(const QString& text) {
     const QStringView view = QStringView(text).trimmed();
     if (view.startsWith(u"0x", Qt::CaseInsensitive) || view.startsWith(u"&h", Qt::CaseInsensitive))
         return view.size() > 2 ? hexadecimal(view.mid(2)) : 0;
     double number = 0;
     if (!numberOf(text, number) || std::abs(number) >= 2147483648.0)
         return 0;
-    return Colour(Round(number));
+    return ColorRef(Round(number));
 }
 
-FontObject mdTips::ParseFontString(const QString& text, Colour& color) {
+FontObject mdTips::ParseFontString(const QString& text, ColorRef& color) {
     FontObject font;
-    font.Name = u"ＭＳ ゴシック"_qs;
+    font.Name = u"ＭＳ ゴシック"_s;
     QStringList fields;
     int count = 0;
     SplitFields(text, fields, count);
@@ -77,17 +77,17 @@ FontObject mdTips::ParseFontString(const QString& text, Colour& color) {
     return font;
 }
 
-QString mdTips::MakeFontString(const FontObject& font, Colour color) {
+QString mdTips::MakeFontString(const FontObject& font, ColorRef color) {
     QString text =
-        u'"' + font.Name + u"\", "_qs + NumberFormat::Shortest(font.Size) + u',' + FormatColor(color, u"0x"_qs);
+        u'"' + font.Name + u"\", "_s + NumberFormat::Shortest(font.Size) + u',' + FormatColor(color, u"0x"_s);
     if (font.Bold)
-        text += u",B"_qs;
+        text += u",B"_s;
     if (font.Italic)
-        text += u",I"_qs;
+        text += u",I"_s;
     if (font.Underline)
-        text += u",U"_qs;
+        text += u",U"_s;
     if (font.StrikeThrough)
-        text += u",S"_qs;
+        text += u",S"_s;
     return text;
 }
 

@@ -54,7 +54,7 @@ struct Taker {
         if (const auto number = integerFrom(Value))
             *field = std::clamp(*number, Least, Most);
     }
-    void operator()(Colour* field) const { *field = Colour(integerFrom(Value).value_or(int(*field))); }
+    void operator()(ColorRef* field) const { *field = ColorRef(integerFrom(Value).value_or(int(*field))); }
     void operator()(QString* field) const {
         if (Value.typeId() == QMetaType::QString || Value.typeId() == QMetaType::Int)
             *field = Value.toString();
@@ -74,7 +74,7 @@ struct Writer {
 
     void operator()(const bool* field) const { number(*field ? True : 0); }
     void operator()(const std::int32_t* field) const { number(*field); }
-    void operator()(const Colour* field) const { number(int(*field)); }
+    void operator()(const ColorRef* field) const { number(int(*field)); }
     void operator()(const QString* field) const { Key.SetRegValue(Name, Registry::REG_SZ, *field); }
     void operator()(const Words& field) const { Key.SetRegValue(Name, Registry::REG_BINARY, bytesOf(field)); }
     void operator()(std::int32_t value) const { number(value); }
@@ -155,9 +155,9 @@ void takeGraph(GraphDefaults& graph, const QString& name, const QVariant& value,
         return;
     const QString kind = name.left(3);
     if (kind == u"fon")
-        take(Graph(), graph, u"Font-"_qs + QString::number(*number), value);
+        take(Graph(), graph, u"Font-"_s + QString::number(*number), value);
     if (kind == u"lab")
-        take(Graph(), graph, u"Label-"_qs + QString::number(*number), value);
+        take(Graph(), graph, u"Label-"_s + QString::number(*number), value);
     if (kind == u"leg" && value.typeId() == QMetaType::QByteArray) {
         if (legends == graph.LegendStyles.size())
             graph.LegendStyles.append(LegendStyle());
@@ -166,7 +166,7 @@ void takeGraph(GraphDefaults& graph, const QString& name, const QVariant& value,
 }
 
 QString labelSection(int number) {
-    return u"\\Settings\\Labels\\Item-"_qs + QString::number(number);
+    return u"\\Settings\\Labels\\Item-"_s + QString::number(number);
 }
 } // namespace
 
@@ -217,7 +217,7 @@ void SaveGraphSettings(const GraphDefaults& graph) {
     write(key, Graph(), graph);
     for (int i = 0; i < graph.LegendStyles.size(); ++i) {
         LegendStyle style = graph.LegendStyles.at(i);
-        std::visit(Writer{key, u"Legend-"_qs + QString::number(i)}, FieldOf(style));
+        std::visit(Writer{key, u"Legend-"_s + QString::number(i)}, FieldOf(style));
     }
     transaction.Commit();
 }

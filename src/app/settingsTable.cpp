@@ -12,7 +12,7 @@ Field fieldOf(bool& field) {
 Field fieldOf(std::int32_t& field) {
     return &field;
 }
-Field fieldOf(Colour& field) {
+Field fieldOf(ColorRef& field) {
     return &field;
 }
 Field fieldOf(QString& field) {

@@ -22,11 +22,10 @@ constexpr Command commands[] = {
 };
 
 QString usage() {
-    QString text = u"Usage: velorin-batch COMMAND FILE [OPTION]...\n\nCommands:\n"_qs;
+    QString text = u"Usage: velorin-batch COMMAND FILE [OPTION]...\n\nCommands:\n"_s;
     for (const Command& command : commands)
-        text +=
-            u"  "_qs + QStringView(command.name).toString().leftJustified(10) + QStringView(command.purpose) + u'\n';
-    return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_qs;
+        text += u"  "_s + QStringView(command.name).toString().leftJustified(10) + QStringView(command.purpose) + u'\n';
+    return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_s;
 }
 
 Status runCommand(const QStringList& arguments, const Streams& streams) {

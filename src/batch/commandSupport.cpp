@@ -11,8 +11,8 @@ Options::Options(const QString& command, const QString& purpose, const QString& 
     : commandName(command), operandKind(kind) {
     parser.setApplicationDescription(purpose);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsCompactedShortOptions);
-    parser.addOption({u"help"_qs, u"Show this help."_qs});
-    parser.addPositionalArgument(operand.toLower(), u"The "_qs + kind + u'.', operand);
+    parser.addOption({u"help"_s, u"Show this help."_s});
+    parser.addPositionalArgument(operand.toLower(), u"The "_s + kind + u'.', operand);
 }
 
 void Options::Flag(const QString& name, const QString& purpose) {
@@ -24,13 +24,13 @@ void Options::Value(const QString& name, const QString& valueName, const QString
 }
 
 void Options::Parse(const QStringList& arguments, const Streams& streams) {
-    const QStringList whole = QStringList{u"velorin-batch "_qs + commandName} + arguments;
+    const QStringList whole = QStringList{u"velorin-batch "_s + commandName} + arguments;
     const bool understood = parser.parse(whole);
-    if (parser.isSet(u"help"_qs)) {
+    if (parser.isSet(u"help"_s)) {
         // The parser's own first line names the program alone.
         const QString help = parser.helpText();
         streams.Output.write(
-            (u"Usage: velorin-batch "_qs + commandName + u" FILE [OPTION]...\n"_qs + help.mid(help.indexOf(u'\n') + 1))
+            (u"Usage: velorin-batch "_s + commandName + u" FILE [OPTION]...\n"_s + help.mid(help.indexOf(u'\n') + 1))
                 .toUtf8());
         throw Stop{Done, {}};
     }
@@ -38,7 +38,7 @@ void Options::Parse(const QStringList& arguments, const Streams& streams) {
         throw Stop{WrongUsage, parser.errorText()};
     if (parser.positionalArguments().size() != 1)
         throw Stop{WrongUsage,
-                   u"one %1 is wanted, %2 given"_qs.arg(operandKind).arg(parser.positionalArguments().size())};
+                   u"one %1 is wanted, %2 given"_s.arg(operandKind).arg(parser.positionalArguments().size())};
 }
 
 std::optional<int> Options::Integer(const QString& name, int lowest, int highest) const {
@@ -48,7 +48,7 @@ std::optional<int> Options::Integer(const QString& name, int lowest, int highest
     const int number = parser.value(name).toInt(&ok);
     if (!ok || number < lowest || number > highest)
         throw Stop{WrongUsage,
-                   u"--%1 wants a whole number of %2 to %3, not \"%4\""_qs.arg(name).arg(lowest).arg(highest).arg(
+                   u"--%1 wants a whole number of %2 to %3, not \"%4\""_s.arg(name).arg(lowest).arg(highest).arg(
                        parser.value(name))};
     return number;
 }
@@ -58,24 +58,24 @@ bool Options::IsFirst(const QString& name, const QString& first, const QString& 
         return fallback;
     const QString word = parser.value(name).toLower();
     if (word != first && word != second)
-        throw Stop{WrongUsage, u"--%1 wants %2 or %3, not \"%4\""_qs.arg(name, first, second, word)};
+        throw Stop{WrongUsage, u"--%1 wants %2 or %3, not \"%4\""_s.arg(name, first, second, word)};
     return word == first;
 }
 
 void RefuseInput(const QString& path, const QString& reason) {
-    throw Stop{UnusableInput, path + u": "_qs + reason};
+    throw Stop{UnusableInput, path + u": "_s + reason};
 }
 
 void RefuseNumber(const QString& path, const QString& kind, std::int64_t number, std::int32_t count) {
-    RefuseInput(path, u"無効なパラメータです。 (no %1 %2 among %3)"_qs.arg(kind).arg(number).arg(count));
+    RefuseInput(path, u"無効なパラメータです。 (no %1 %2 among %3)"_s.arg(kind).arg(number).arg(count));
 }
 
 ResultModel OpenFile(const QString& path) {
     ResultModel model;
     if (!mdApplication::FileExists(path))
-        RefuseInput(path, u"無効なパラメータです。"_qs);
+        RefuseInput(path, u"無効なパラメータです。"_s);
     if (!mdVelorinResultModel::LoadResultFile(path, model))
-        RefuseInput(path, u"ファイルの形式が不正です。"_qs);
+        RefuseInput(path, u"ファイルの形式が不正です。"_s);
     return model;
 }
 
@@ -87,7 +87,7 @@ std::int32_t FindItem(const QString& text, const ResultModel& model, const QStri
     for (std::int32_t i = 0; i < model.ItemCount; ++i)
         if (model.Items.at(i).Name == text)
             return i;
-    RefuseInput(path, u"無効なパラメータです。 (no item \"%1\" among %2)"_qs.arg(text).arg(model.ItemCount));
+    RefuseInput(path, u"無効なパラメータです。 (no item \"%1\" among %2)"_s.arg(text).arg(model.ItemCount));
 }
 
 void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, std::int32_t item, int referenceNumber) {
@@ -95,7 +95,7 @@ void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, s
     if (referenceNumber <= model.StepCount &&
         mdVelorinResultModel::LoadStep(stepNumber - 1, item, model, false, referenceNumber - 1))
         return;
-    RefuseNumber(path, u"step"_qs, wanted, model.StepCount);
+    RefuseNumber(path, u"step"_s, wanted, model.StepCount);
 }
 
 } // namespace batch

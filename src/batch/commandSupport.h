@@ -2,6 +2,7 @@
 #pragma once
 
 #include "batch/commandLine.h"
+#include "platform/base/Literals.h"
 #include "result/ResultModel.h"
 
 #include <QCommandLineParser>
@@ -21,7 +22,7 @@ class Options {
 public:
     /// `operand` is the one argument without a name, such as "FILE", and `kind` what it is.
     Options(const QString& command, const QString& purpose, const QString& operand,
-            const QString& kind = u"result file"_qs);
+            const QString& kind = u"result file"_s);
 
     void Flag(const QString& name, const QString& purpose);
     void Value(const QString& name, const QString& valueName, const QString& purpose);

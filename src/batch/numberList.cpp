@@ -5,7 +5,7 @@
 namespace batch {
 
 std::vector<NumberRange> ParseNumberList(const QString& option, const QString& text) {
-    static const QRegularExpression form(u"^([0-9]+)(?:-([0-9]+))?$"_qs);
+    static const QRegularExpression form(u"^([0-9]+)(?:-([0-9]+))?$"_s);
     std::vector<NumberRange> list;
     const QStringList parts = text.split(u',');
     for (const QString& part : parts) {
@@ -16,7 +16,7 @@ std::vector<NumberRange> ParseNumberList(const QString& option, const QString& t
         list.push_back({first.toInt(), last.toInt()});
         if (list.back().First < 1 || list.back().Last < 1)
             throw Stop{WrongUsage,
-                       u"--%1 wants numbers from 1 and ranges such as 1,5,10-20, not \"%2\""_qs.arg(option, part)};
+                       u"--%1 wants numbers from 1 and ranges such as 1,5,10-20, not \"%2\""_s.arg(option, part)};
     }
     return list;
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "batch/commandSupport.h"
-#include "platform/DeviceContext.h"
+#include "platform/device/DeviceContext.h"
 
 #include <functional>
 

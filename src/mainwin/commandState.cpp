@@ -17,28 +17,28 @@ void enable(CommandBars& bars, std::initializer_list<const char16_t*> names, boo
 void fillCombos(CommandBars& bars, const ResultModel& model, const VectorSettings& vector) {
     QStringList steps, sets, items;
     for (std::int32_t i = 0; i < model.StepCount; ++i)
-        steps.append(u"ステップ - "_qs + QString::number(i + 1));
+        steps.append(u"ステップ - "_s + QString::number(i + 1));
     for (const VectorItemSet& set : vector.ItemSets)
         sets.append(set.Name);
     for (const ItemInfo& item : model.Items)
         items.append(item.Name);
-    bars.SetList(u"miDrawStep"_qs, steps);
-    bars.SetListIndex(u"miDrawStep"_qs, model.CurrentStep);
-    bars.SetList(u"miDrawVectorItem"_qs, sets);
-    bars.SetListIndex(u"miDrawVectorItem"_qs, std::min(vector.DefaultItemSet, vector.ItemSetCount - 1));
-    bars.SetList(u"miDrawContourItem"_qs, items);
-    bars.SetListIndex(u"miDrawContourItem"_qs, model.CurrentItem);
+    bars.SetList(u"miDrawStep"_s, steps);
+    bars.SetListIndex(u"miDrawStep"_s, model.CurrentStep);
+    bars.SetList(u"miDrawVectorItem"_s, sets);
+    bars.SetListIndex(u"miDrawVectorItem"_s, std::min(vector.DefaultItemSet, vector.ItemSetCount - 1));
+    bars.SetList(u"miDrawContourItem"_s, items);
+    bars.SetListIndex(u"miDrawContourItem"_s, model.CurrentItem);
 }
 
 void checkFromSettings(CommandBars& bars, const ApplicationSettings& settings) {
-    bars.SetChecked(u"miViewMesh"_qs, settings.Window.Mesh);
-    bars.SetChecked(u"miViewToolBar"_qs, settings.Window.Toolbar);
-    bars.SetChecked(u"miViewStatusBar"_qs, settings.Window.Statusbar);
-    bars.SetChecked(u"miDrawDispLegend"_qs, settings.Displacement.Legend);
-    bars.SetChecked(u"miDrawOrgMesh"_qs, settings.Displacement.Original);
-    bars.SetChecked(u"miDrawVectorLegend"_qs, settings.Vector.Legend);
-    bars.SetChecked(u"miDrawContourLegend"_qs, settings.Contour.Legend);
-    bars.SetChecked(u"miDrawValue"_qs, settings.ValueDisplay);
+    bars.SetChecked(u"miViewMesh"_s, settings.Window.Mesh);
+    bars.SetChecked(u"miViewToolBar"_s, settings.Window.Toolbar);
+    bars.SetChecked(u"miViewStatusBar"_s, settings.Window.Statusbar);
+    bars.SetChecked(u"miDrawDispLegend"_s, settings.Displacement.Legend);
+    bars.SetChecked(u"miDrawOrgMesh"_s, settings.Displacement.Original);
+    bars.SetChecked(u"miDrawVectorLegend"_s, settings.Vector.Legend);
+    bars.SetChecked(u"miDrawContourLegend"_s, settings.Contour.Legend);
+    bars.SetChecked(u"miDrawValue"_s, settings.ValueDisplay);
 }
 
 } // namespace
@@ -51,18 +51,18 @@ void UpdateCommandState(CommandBars& bars, bool enabled, const ResultModel& mode
            enabled);
     if (!enabled) {
         // The vector list is left: it says what the settings hold, not what the file does.
-        bars.ClearList(u"miDrawStep"_qs);
-        bars.ClearList(u"miDrawContourItem"_qs);
+        bars.ClearList(u"miDrawStep"_s);
+        bars.ClearList(u"miDrawContourItem"_s);
         return;
     }
     fillCombos(bars, model, settings.Vector);
     checkFromSettings(bars, settings);
     enable(bars, {u"miDrawDispScale", u"miDrawDispLegend", u"miDrawOrgMesh"}, !model.NoDisplacement);
     enable(bars, {u"miDrawContourColor", u"miDrawContourLegend", u"miDrawContourValue"}, !model.LineElementsOnly);
-    CheckBandChoice(bars, u"pbViewScale"_qs, settings.Window.ScaleMode);
-    CheckBandChoice(bars, u"pbDrawDispScale"_qs, settings.Displacement.Fiducial);
-    CheckBandChoice(bars, u"pbDrawVectorScale"_qs, settings.Vector.Fiducial);
-    CheckBandChoice(bars, u"pdDrawContourColor"_qs, settings.Contour.ColorIndex);
+    CheckBandChoice(bars, u"pbViewScale"_s, settings.Window.ScaleMode);
+    CheckBandChoice(bars, u"pbDrawDispScale"_s, settings.Displacement.Fiducial);
+    CheckBandChoice(bars, u"pbDrawVectorScale"_s, settings.Vector.Fiducial);
+    CheckBandChoice(bars, u"pdDrawContourColor"_s, settings.Contour.ColorIndex);
 }
 
 void CheckBandChoice(CommandBars& bars, const QString& band, int index) {
@@ -78,22 +78,22 @@ void CheckBandChoiceByName(CommandBars& bars, const QString& band, const QString
 void BuildRecentMenu(CommandBars& bars, const clsStringArray& recentFiles) {
     constexpr int mostEntries = 9;
     constexpr int mostBytes = 50;
-    const QString band = u"pbFile"_qs;
+    const QString band = u"pbFile"_s;
     const QStringList standing = bars.BandTools(band);
     for (qsizetype i = standing.size() - 1; i >= 0; --i)
         if (standing.at(i).startsWith(u"recent-"))
             bars.RemoveFromBand(band, standing.at(i));
     for (int i = 0; i < std::min(recentFiles.Count(), mostEntries); ++i) {
         // An "&" of the path is not an access key.
-        const QString path = mdTips::ShortenPath(recentFiles.Item(i), mostBytes).replace(u'&', u"&&"_qs);
+        const QString path = mdTips::ShortenPath(recentFiles.Item(i), mostBytes).replace(u'&', u"&&"_s);
         ToolRecord record;
-        record.Name = u"recent-"_qs + QString::number(i);
+        record.Name = u"recent-"_s + QString::number(i);
         record.ToolID = RecentFileBase + i;
-        record.Caption = u'&' + QString::number(i + 1) + u" - "_qs + path;
+        record.Caption = u'&' + QString::number(i + 1) + u" - "_s + path;
         record.Description = recentFiles.PrivateData(i);
         bars.AddToBand(band, record, i == 0);
     }
-    bars.MoveToEnd(band, u"miFileQuit"_qs, true);
+    bars.MoveToEnd(band, u"miFileQuit"_s, true);
 }
 
 } // namespace commandState

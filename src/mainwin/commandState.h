@@ -3,7 +3,7 @@
 
 #include "app/ApplicationSettings.h"
 #include "app/clsStringArray.h"
-#include "platform/CommandBars.h"
+#include "platform/widgets/CommandBars.h"
 #include "result/ResultModel.h"
 
 namespace commandState {

@@ -194,7 +194,7 @@ void commandTable::Build(CommandBars& bars) {
         bars.AddTool({text(row.name), row.id, text(row.caption), text(row.description), text(row.category),
                       QKeySequence(text(row.key)), row.form, text(row.popup)});
         bars.SetEnabled(text(row.name), row.stage == Built);
-        const QString picture = u":/icons/"_qs + text(row.name) + u".svg"_qs;
+        const QString picture = u":/icons/"_s + text(row.name) + u".svg"_s;
         if (QFile::exists(picture))
             bars.SetPicture(text(row.name), QIcon(picture));
     }

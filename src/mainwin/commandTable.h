@@ -1,7 +1,7 @@
 // All commands of the main window and the bars on which they stand, as data. What a command does stands with frmMain.
 #pragma once
 
-#include "platform/CommandBars.h"
+#include "platform/widgets/CommandBars.h"
 
 #include <span>
 

@@ -8,8 +8,8 @@
 #include <QPushButton>
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
-    setObjectName(u"frmAbout"_qs);
-    setWindowTitle(u"バージョン情報"_qs);
+    setObjectName(u"frmAbout"_s);
+    setWindowTitle(u"バージョン情報"_s);
     auto* layout = new QGridLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->setHorizontalSpacing(20);
@@ -21,19 +21,19 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
         return label;
     };
     auto* picture = new QLabel(this);
-    picture->setObjectName(u"picIcon"_qs);
+    picture->setObjectName(u"picIcon"_s);
     constexpr int iconSize = 64;
-    picture->setPixmap(QIcon(u":/icons/velorin.svg"_qs).pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
+    picture->setPixmap(QIcon(u":/icons/velorin.svg"_s).pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
     layout->addWidget(picture, 0, 0, 3, 1, Qt::AlignTop);
-    QLabel* title = addLabel(u"lblTitle"_qs, mdApplication::ApplicationTitle, 0);
+    QLabel* title = addLabel(u"lblTitle"_s, mdApplication::ApplicationTitle, 0);
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.6);
     large.setBold(true);
     title->setFont(large);
-    addLabel(u"lblVersion"_qs, u"バージョン "_qs + QStringLiteral(VELORIN_VERSION), 1);
-    addLabel(u"lblCopyright"_qs, u"Copyright (c) 2026 The Velorin authors"_qs, 2);
-    auto* ok = new QPushButton(u"OK"_qs, this);
-    ok->setObjectName(u"cmdOK"_qs);
+    addLabel(u"lblVersion"_s, u"バージョン "_s + QStringLiteral(VELORIN_VERSION), 1);
+    addLabel(u"lblCopyright"_s, u"Copyright (c) 2026 The Velorin authors"_s, 2);
+    auto* ok = new QPushButton(u"OK"_s, this);
+    ok->setObjectName(u"cmdOK"_s);
     ok->setDefault(true);
     layout->setRowMinimumHeight(3, 12);
     layout->addWidget(ok, 4, 1, Qt::AlignRight);

@@ -3,9 +3,10 @@
 #include "app/mdApplication.h"
 #include "mainwin/commandState.h"
 #include "mainwin/commandTable.h"
-#include "platform/PictureBox.h"
+#include "mainwin/globals.h"
+#include "platform/widgets/PictureBox.h"
 #include "result/mdVelorinResultModel.h"
-#include "view/mdScene.h"
+#include "view/scene/mdScene.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -25,12 +26,12 @@ frmMain* frmMain::Instance() {
 frmMain::frmMain() {
     instance = this;
     Q_INIT_RESOURCE(mainwin);
-    setObjectName(u"frmMain"_qs);
-    setWindowIcon(QIcon(u":/icons/velorin.svg"_qs));
+    setObjectName(u"frmMain"_s);
+    setWindowIcon(QIcon(u":/icons/velorin.svg"_s));
     buildPanels();
     bars = new CommandBars(*this);
     commandTable::Build(*bars);
-    bars->SetBandVisible(u"tbSlideShow"_qs, false);
+    bars->SetBandVisible(u"tbSlideShow"_s, false);
     connectEvents();
     constexpr QSize startSize(1024, 720);
     resize(startSize.boundedTo(screen()->availableSize()));
@@ -42,7 +43,7 @@ frmMain::frmMain() {
     clsModel.SetEventSink(
         {[this] { return view.ViewBounds; },
          [this](PlotCanvas& canvas) {
-             mdScene::PaintScene(canvas, false, {mdApplication::Model, mdApplication::Settings, view});
+             mdScene::PaintScene(canvas, false, {mdApplication::Model, mdApplication::Settings, view, slideShow});
          },
          [this] { return std::exchange(view.RefitPending, false); }});
     loadRecentFiles();
@@ -59,10 +60,10 @@ frmMain::~frmMain() {
 
 void frmMain::buildPanels() {
     auto* picContainer = new QWidget(this);
-    picContainer->setObjectName(u"picContainer"_qs);
+    picContainer->setObjectName(u"picContainer"_s);
     picScreen = new PictureBox(picContainer);
-    picScreen->setObjectName(u"picScreen"_qs);
-    picScreen->setAccessibleName(u"計算結果の図"_qs);
+    picScreen->setObjectName(u"picScreen"_s);
+    picScreen->setAccessibleName(u"計算結果の図"_s);
     auto* layout = new QGridLayout(picContainer);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -70,8 +71,8 @@ void frmMain::buildPanels() {
     for (const ScrollBar bar : {ScrollBar::Horizontal, ScrollBar::Vertical}) {
         const bool across = bar == ScrollBar::Horizontal;
         auto* scrollBar = new QScrollBar(across ? Qt::Horizontal : Qt::Vertical, picContainer);
-        scrollBar->setObjectName(u"scrScroll_%1"_qs.arg(int(bar)));
-        scrollBar->setAccessibleName(across ? u"横スクロール"_qs : u"縦スクロール"_qs);
+        scrollBar->setObjectName(u"scrScroll_%1"_s.arg(int(bar)));
+        scrollBar->setAccessibleName(across ? u"横スクロール"_s : u"縦スクロール"_s);
         scrollBar->setRange(0, 100);
         scrollBar->setEnabled(false);
         connect(scrollBar, &QScrollBar::valueChanged, this, [this, bar](int value) { onScroll(bar, value); });
@@ -85,13 +86,13 @@ void frmMain::buildPanels() {
     connectPicking();
 
     auto* stbStatus = new QStatusBar(this);
-    stbStatus->setObjectName(u"stbStatus"_qs);
+    stbStatus->setObjectName(u"stbStatus"_s);
     setStatusBar(stbStatus);
-    const std::array<QString, 4> toolTips{QString(), u"マウス座標"_qs, u"経過時間"_qs, u"倍率"_qs};
-    const std::array<QString, 4> widest{QString(), u"-0000.0000, -0000.0000"_qs, u"-0.0000000E-00"_qs, u"66.67 %00"_qs};
+    const std::array<QString, 4> toolTips{QString(), u"マウス座標"_s, u"経過時間"_s, u"倍率"_s};
+    const std::array<QString, 4> widest{QString(), u"-0000.0000, -0000.0000"_s, u"-0.0000000E-00"_s, u"66.67 %00"_s};
     for (std::size_t i = 0; i < panels.size(); ++i) {
         panels[i] = new QLabel(stbStatus);
-        panels[i]->setObjectName(u"stbStatus_%1"_qs.arg(i + 1));
+        panels[i]->setObjectName(u"stbStatus_%1"_s.arg(i + 1));
         panels[i]->setToolTip(toolTips[i]);
         panels[i]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
         panels[i]->setMinimumWidth(panels[i]->fontMetrics().horizontalAdvance(widest[i]));
@@ -104,7 +105,7 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
     connect(bars, &CommandBars::BandOpening, this, [this](const QString& band) {
         if (band == u"pbTools" || band == u"pbPopup")
-            bars->SetEnabled(u"miToolsImageCopy"_qs, IsOpen());
+            bars->SetEnabled(u"miToolsImageCopy"_s, IsOpen());
     });
     // Keys come to the window before the control that has the focus, as far as they choose a step.
     qApp->installEventFilter(this);
@@ -129,7 +130,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 bool frmMain::takeStepKey(const QKeyEvent& event) {
     if (event.key() != Qt::Key_Up && event.key() != Qt::Key_Down)
         return false;
-    const QString combo = u"miDrawStep"_qs;
+    const QString combo = u"miDrawStep"_s;
     const bool toEnd = event.modifiers() & Qt::ControlModifier;
     const int last = bars->ListCount(combo) - 1;
     if (event.key() == Qt::Key_Up)

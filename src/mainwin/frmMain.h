@@ -3,9 +3,9 @@
 #pragma once
 
 #include "app/clsStringArray.h"
-#include "platform/DocumentPlotter.h"
-#include "view/ViewState.h"
+#include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
+#include "view/scene/mdScene.h"
 
 #include <QMainWindow>
 #include <array>
@@ -113,6 +113,7 @@ private:
     static frmMain* instance;
     DocumentPlotter clsModel;
     ViewState view;
+    SlideShowRun slideShow;
     bool updatingUi = false;
     clsStringArray recentFiles; ///< paths as shown; the private data is the path itself
 

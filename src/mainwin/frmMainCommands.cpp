@@ -2,16 +2,18 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
+#include "app/windows/ShowMessage.h"
 #include "mainwin/commandState.h"
 #include "mainwin/frmAbout.h"
-#include "platform/Dialogs.h"
-#include "platform/PictureBox.h"
-#include "platform/Shell.h"
+#include "mainwin/globals.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/PictureBox.h"
+#include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
-#include "result/frmProperties.h"
-#include "view/frmContourValue.h"
-#include "view/frmDifferenceStep.h"
-#include "view/frmDrawSettings.h"
+#include "result/windows/frmProperties.h"
+#include "view/windows/frmContourValue.h"
+#include "view/windows/frmDifferenceStep.h"
+#include "view/windows/frmDrawSettings.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -136,7 +138,7 @@ void frmMain::choose(const QString& band, const QString& tool, int firstId, int&
 
 void frmMain::setScaleMode(const QString& tool) {
     constexpr int fixedId = 2810;
-    commandState::CheckBandChoiceByName(*bars, u"pbViewScale"_qs, tool);
+    commandState::CheckBandChoiceByName(*bars, u"pbViewScale"_s, tool);
     Settings.Window.ScaleMode = (bars->ToolID(tool) - fixedId) / 10;
     clsModel.SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     repaint();
@@ -153,20 +155,20 @@ void frmMain::toggleStatusBar() {
 }
 
 void frmMain::applyBarVisibility() {
-    bars->SetChecked(u"miViewToolBar"_qs, Settings.Window.Toolbar);
-    bars->SetChecked(u"miViewStatusBar"_qs, Settings.Window.Statusbar);
-    bars->SetBandVisible(u"tbGeneral"_qs, Settings.Window.Toolbar);
+    bars->SetChecked(u"miViewToolBar"_s, Settings.Window.Toolbar);
+    bars->SetChecked(u"miViewStatusBar"_s, Settings.Window.Statusbar);
+    bars->SetBandVisible(u"tbGeneral"_s, Settings.Window.Toolbar);
     statusBar()->setVisible(Settings.Window.Statusbar);
 }
 
 void frmMain::saveLayout() {
     if (!IsOpen()) {
-        ShowMessage(u"対象となるデータが存在しません。"_qs, Dialogs::Style::Information);
+        ShowMessage(u"対象となるデータが存在しません。"_s, MessageStyle::Information);
         return;
     }
     const QString question =
-        u"現在の描画設定を、\r\n"_qs + propertyFile::PathFor(Model.FileName) + u"\r\nに保存します。"_qs;
-    if (ShowMessage(question, Dialogs::Style::Ask) == Dialogs::Answer::Yes)
+        u"現在の描画設定を、\r\n"_s + propertyFile::PathFor(Model.FileName) + u"\r\nに保存します。"_s;
+    if (ShowMessage(question, MessageStyle::Ask) == MessageAnswer::Yes)
         propertyFile::SavePropertyFile(Settings, Model);
 }
 
@@ -194,9 +196,9 @@ void frmMain::editDifference() {
 
 void frmMain::showHelpIndex() {
     const QDir folder(Settings.Window.Help);
-    const QStringList pages = folder.entryList({u"index.htm*"_qs}, QDir::Files, QDir::Name);
+    const QStringList pages = folder.entryList({u"index.htm*"_s}, QDir::Files, QDir::Name);
     if (pages.isEmpty())
-        ShowMessage(u"ヘルプドキュメントが見つかりません。"_qs, Dialogs::Style::Stop);
+        ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
     else
         Shell::Open(folder.filePath(pages.constFirst()));
 }

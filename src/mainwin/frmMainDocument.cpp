@@ -5,10 +5,12 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
-#include "mainwin/LongWork.h"
+#include "app/windows/ShowMessage.h"
 #include "mainwin/commandState.h"
-#include "platform/Dialogs.h"
-#include "platform/Registry.h"
+#include "mainwin/globals.h"
+#include "platform/registry/Registry.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
 #include "result/mdVelorinResultModel.h"
 
@@ -31,7 +33,7 @@ constexpr int mostRecentFilesKept = 10;
 enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
 
 QString recentFilesKey() {
-    return settingsStore::RootKey + u"\\Recent Files"_qs;
+    return settingsStore::RootKey + u"\\Recent Files"_s;
 }
 
 } // namespace
@@ -51,7 +53,7 @@ void frmMain::FirstStep(const QString& commandLine) {
     if (mdApplication::FileExists(path))
         openResultFile(path);
     else if (!path.isEmpty())
-        mdApplication::ShowMessage(u"無効なパラメータです。"_qs, Dialogs::Style::Stop);
+        mdApplication::ShowMessage(u"無効なパラメータです。"_s, MessageStyle::Stop);
 }
 
 bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
@@ -59,7 +61,7 @@ bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& sto
     if (QFileInfo(path).size() < bytesReadAtOnce)
         return mdVelorinResultModel::LoadResultFile(path, loaded);
     bool good = false;
-    LongWork work(u"読み込み中... (Esc で中止)"_qs, [this](const QString& text) { panels[0]->setText(text); });
+    LongWork work(u"読み込み中... (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
     stopped = !work.Run([&](const LongWork::Progress& progress) {
         good = mdVelorinResultModel::LoadResultFile(path, loaded, progress);
     });
@@ -108,7 +110,7 @@ void frmMain::refuseFile(const QString& path) {
     mdVelorinResultModel::CloseResultFile(Model);
     updateCaption();
     updateCommandState();
-    mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_qs, Dialogs::Style::Stop);
+    mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_s, MessageStyle::Stop);
     clearPicture();
 }
 
@@ -120,16 +122,16 @@ void frmMain::promptAndOpen() {
 
 bool frmMain::promptFileName(QString& path) {
     const QString filter =
-        mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_qs;
+        mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_s;
     const auto chosen =
-        Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_qs, path.isEmpty() ? QDir::currentPath() : path, filter);
+        Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s, path.isEmpty() ? QDir::currentPath() : path, filter);
     path = chosen.value_or(path);
     return chosen.has_value();
 }
 
 void frmMain::updateCaption() {
-    const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_qs;
-    setWindowTitle(mdApplication::ApplicationTitle + u" - "_qs + title);
+    const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_s;
+    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + title);
 }
 
 void frmMain::loadStep(int step, int item) {

@@ -2,8 +2,9 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
-#include "platform/CommandBars.h"
-#include "platform/PictureBox.h"
+#include "mainwin/globals.h"
+#include "platform/widgets/CommandBars.h"
+#include "platform/widgets/PictureBox.h"
 #include "view/picking.h"
 
 #include <QApplication>
@@ -51,7 +52,7 @@ void frmMain::connectPicking() {
 }
 
 bool frmMain::takesMouse() const {
-    return IsOpen() && !view.SlideShowRunning;
+    return IsOpen() && !slideShow.SlideShowRunning;
 }
 
 int frmMain::screenWidth() const {
@@ -126,5 +127,5 @@ void frmMain::paintLayer(DeviceContext& device) {
 }
 
 void frmMain::showPopup(QPoint globalPosition) {
-    bars->ShowPopup(u"pbPopup"_qs, globalPosition);
+    bars->ShowPopup(u"pbPopup"_s, globalPosition);
 }

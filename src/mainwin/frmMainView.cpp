@@ -3,9 +3,10 @@
 
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
-#include "platform/CommandBars.h"
-#include "platform/PictureBox.h"
-#include "platform/RasterDevice.h"
+#include "mainwin/globals.h"
+#include "platform/raster/RasterDevice.h"
+#include "platform/widgets/CommandBars.h"
+#include "platform/widgets/PictureBox.h"
 
 #include <QLabel>
 #include <QScrollBar>
@@ -35,9 +36,9 @@ void frmMain::finishZoom() {
 }
 
 void frmMain::updateZoomCommands() {
-    bars->SetEnabled(u"miViewZoomIn"_qs, IsOpen() && view.Zoom < ZoomMax);
-    bars->SetEnabled(u"miViewZoomOut"_qs, IsOpen() && view.Zoom > ZoomMin);
-    bars->SetEnabled(u"miViewZoomOff"_qs, IsOpen() && view.Zoom != 0);
+    bars->SetEnabled(u"miViewZoomIn"_s, IsOpen() && view.Zoom < ZoomMax);
+    bars->SetEnabled(u"miViewZoomOut"_s, IsOpen() && view.Zoom > ZoomMin);
+    bars->SetEnabled(u"miViewZoomOff"_s, IsOpen() && view.Zoom != 0);
 }
 
 void frmMain::updateScrollBars() {
@@ -60,7 +61,7 @@ void frmMain::onScroll(ScrollBar bar, int value) {
 }
 
 void frmMain::showMouseCoordinates(QPointF pixel) {
-    if (!IsOpen() || view.SlideShowRunning || !view.CoordConverter)
+    if (!IsOpen() || slideShow.SlideShowRunning || !view.CoordConverter)
         return;
     panels[1]->setText(mdView::MouseCoordinates(view, clsModel.Window().Width(), pixel.x(), pixel.y()));
 }
@@ -84,7 +85,7 @@ void frmMain::repaint() {
     panels[0]->clear();
     const bool hasStep = Model.CurrentStep >= 0 && Model.CurrentStep < Model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(Model.Steps.at(Model.CurrentStep).Time) : QString());
-    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(view)) + u" %"_qs);
+    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(view)) + u" %"_s);
     RasterDevice device(picScreen->ClearedImage(), picScreen->DotsPerInch());
     clsModel.Draw(device);
     picScreen->Refresh();

@@ -1,11 +1,13 @@
-// The one document and the one window of a run.
-#include "app/mdApplication.h"
+#include "mainwin/globals.h"
+
+#include "app/ApplicationSettings.h"
 #include "mainwin/frmMain.h"
 #include "result/ResultModel.h"
 
 namespace mdApplication {
 
 ResultModel Model;
+ApplicationSettings Settings;
 
 frmMain* MainWindow() {
     return frmMain::Instance();

@@ -28,7 +28,7 @@ void removeAt(std::vector<Record>& records, int number) {
 } // namespace
 
 FontReference PlotData::gothic(double points, bool bold) {
-    return std::make_shared<FontObject>(FontObject{.Name = u"ＭＳ ゴシック"_qs, .Size = points, .Bold = bold});
+    return std::make_shared<FontObject>(FontObject{.Name = u"ＭＳ ゴシック"_s, .Size = points, .Bold = bold});
 }
 
 PlotData::PlotData() {
@@ -121,8 +121,8 @@ float PlotData::DataPlot(int number, int point) const {
     return float(entryAt(seriesAt(number).PlotValues, point));
 }
 
-int PlotData::PickupLineAdd(float value, int type, Colour colour, int width, int style) {
-    pickupLines.push_back({type, colour, style, width, value});
+int PlotData::PickupLineAdd(float value, int type, ColorRef color, int width, int style) {
+    pickupLines.push_back({type, color, style, width, value});
     return PickupLineCount();
 }
 

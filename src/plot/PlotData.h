@@ -31,18 +31,18 @@ public:
     int DataCount(int series) const; ///< -1 for a series that there isn't
 
     // Throw a SubscriptError for a series that there isn't.
-    Colour DataDotColor(int series) const { return seriesAt(series).DataDotColor; }
-    void SetDataDotColor(int series, Colour value) { seriesAt(series).DataDotColor = value; }
-    Colour DataDotFillColor(int series) const { return seriesAt(series).DataDotFillColor; }
-    void SetDataDotFillColor(int series, Colour value) { seriesAt(series).DataDotFillColor = value; }
+    ColorRef DataDotColor(int series) const { return seriesAt(series).DataDotColor; }
+    void SetDataDotColor(int series, ColorRef value) { seriesAt(series).DataDotColor = value; }
+    ColorRef DataDotFillColor(int series) const { return seriesAt(series).DataDotFillColor; }
+    void SetDataDotFillColor(int series, ColorRef value) { seriesAt(series).DataDotFillColor = value; }
     int DataDotFillStyle(int series) const { return seriesAt(series).DataDotFillStyle; }
     void SetDataDotFillStyle(int series, int value) { seriesAt(series).DataDotFillStyle = value; }
     int DataDotStyle(int series) const { return seriesAt(series).DataDotStyle; }
     void SetDataDotStyle(int series, int value) { seriesAt(series).DataDotStyle = value; }
     bool DataLegendHidden(int series) const { return seriesAt(series).DataLegendHidden; }
     void SetDataLegendHidden(int series, bool value) { seriesAt(series).DataLegendHidden = value; }
-    Colour DataLineColor(int series) const { return seriesAt(series).DataLineColor; }
-    void SetDataLineColor(int series, Colour value) { seriesAt(series).DataLineColor = value; }
+    ColorRef DataLineColor(int series) const { return seriesAt(series).DataLineColor; }
+    void SetDataLineColor(int series, ColorRef value) { seriesAt(series).DataLineColor = value; }
     int DataLineStyle(int series) const { return seriesAt(series).DataLineStyle; }
     void SetDataLineStyle(int series, int value) { seriesAt(series).DataLineStyle = value; }
     int DataLineWidth(int series) const { return seriesAt(series).DataLineWidth; }
@@ -70,20 +70,20 @@ public:
     void SetScaleType(int scale, int value) { setScale(scale, &PlotScale::ScaleType, value); }
     int ScaleValueDraw(int scale) const { return scaleAt(scale).ScaleValueDraw; }
     void SetScaleValueDraw(int scale, int value) { setScale(scale, &PlotScale::ScaleValueDraw, value); }
-    Colour ScaleLineColor(int scale) const { return scaleAt(scale).ScaleLineColor; }
-    void SetScaleLineColor(int scale, Colour value) { setScale(scale, &PlotScale::ScaleLineColor, value); }
+    ColorRef ScaleLineColor(int scale) const { return scaleAt(scale).ScaleLineColor; }
+    void SetScaleLineColor(int scale, ColorRef value) { setScale(scale, &PlotScale::ScaleLineColor, value); }
     int ScaleLineStyle(int scale) const { return scaleAt(scale).ScaleLineStyle; }
     void SetScaleLineStyle(int scale, int value) { setScale(scale, &PlotScale::ScaleLineStyle, value); }
     int ScaleLineWidth(int scale) const { return scaleAt(scale).ScaleLineWidth; }
     void SetScaleLineWidth(int scale, int value) { setScale(scale, &PlotScale::ScaleLineWidth, value); }
     FontReference ScaleFont(int scale) const { return scaleAt(scale).ScaleFont; }
     void SetScaleFont(int scale, const FontReference& value) { setScale(scale, &PlotScale::ScaleFont, value); }
-    Colour ScaleFontColor(int scale) const { return scaleAt(scale).ScaleFontColor; }
-    void SetScaleFontColor(int scale, Colour value) { setScale(scale, &PlotScale::ScaleFontColor, value); }
+    ColorRef ScaleFontColor(int scale) const { return scaleAt(scale).ScaleFontColor; }
+    void SetScaleFontColor(int scale, ColorRef value) { setScale(scale, &PlotScale::ScaleFontColor, value); }
     bool GridDraw(int scale) const { return scaleAt(scale).GridDraw; }
     void SetGridDraw(int scale, bool value) { setScale(scale, &PlotScale::GridDraw, value); }
-    Colour GridColor(int scale) const { return scaleAt(scale).GridColor; }
-    void SetGridColor(int scale, Colour value) { setScale(scale, &PlotScale::GridColor, value); }
+    ColorRef GridColor(int scale) const { return scaleAt(scale).GridColor; }
+    void SetGridColor(int scale, ColorRef value) { setScale(scale, &PlotScale::GridColor, value); }
     int GridStyle(int scale) const { return scaleAt(scale).GridStyle; }
     void SetGridStyle(int scale, int value) { setScale(scale, &PlotScale::GridStyle, value); }
     int GridWidth(int scale) const { return scaleAt(scale).GridWidth; }
@@ -102,19 +102,19 @@ public:
     void SetScaleLabelFont(int scale, const FontReference& value) {
         setScale(scale, &PlotScaleLabel::ScaleLabelFont, value);
     }
-    Colour ScaleLabelColor(int scale) const { return scaleLabelAt(scale).ScaleLabelColor; }
-    void SetScaleLabelColor(int scale, Colour value) { setScale(scale, &PlotScaleLabel::ScaleLabelColor, value); }
+    ColorRef ScaleLabelColor(int scale) const { return scaleLabelAt(scale).ScaleLabelColor; }
+    void SetScaleLabelColor(int scale, ColorRef value) { setScale(scale, &PlotScaleLabel::ScaleLabelColor, value); }
 
     // --- reference lines
 
-    int PickupLineAdd(float value, int type, Colour colour, int width, int style); ///< the new line's number
-    void PickupLineRemove(int line);                                               ///< 0 is the last line
+    int PickupLineAdd(float value, int type, ColorRef color, int width, int style); ///< the new line's number
+    void PickupLineRemove(int line);                                                ///< 0 is the last line
     void PickupLineClear() { pickupLines.clear(); }
     int PickupLineCount() const { return int(pickupLines.size()); }
 
     // Throw a SubscriptError for a line that there isn't.
-    Colour PickupLineColor(int line) const { return lineAt(line).PickupLineColor; }
-    void SetPickupLineColor(int line, Colour value) { lineAt(line).PickupLineColor = value; }
+    ColorRef PickupLineColor(int line) const { return lineAt(line).PickupLineColor; }
+    void SetPickupLineColor(int line, ColorRef value) { lineAt(line).PickupLineColor = value; }
     int PickupLineWidth(int line) const { return lineAt(line).PickupLineWidth; }
     void SetPickupLineWidth(int line, int value) { lineAt(line).PickupLineWidth = value; }
     int PickupLineStyle(int line) const { return lineAt(line).PickupLineStyle; }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/mdTips.h"
-#include "platform/Rounding.h"
+#include "platform/base/Rounding.h"
 
 #include <memory>
 #include <stdexcept>
@@ -21,12 +21,12 @@ struct SubscriptError : std::out_of_range {
 /// One data series. Both value arrays always have the same length; points arrive as singles.
 struct PlotSeries {
     QString DataLabel;
-    Colour DataLineColor = 0;
+    ColorRef DataLineColor = 0;
     int DataLineStyle = 0; ///< `PenStyle`
     int DataLineWidth = 1; ///< device units
     int DataDotStyle = 0;  ///< `DotStyle`
-    Colour DataDotColor = 0;
-    Colour DataDotFillColor = 0;
+    ColorRef DataDotColor = 0;
+    ColorRef DataDotFillColor = 0;
     int DataDotFillStyle = -1; ///< hatch of the dots' brush, 8 solid; -1 takes the brush that the device has
     std::vector<double> BaseValues;
     std::vector<double> PlotValues;
@@ -46,13 +46,13 @@ struct PlotScale {
     bool ScalePosReverse = false; ///< kept and saved; has no effect on drawing
     int ScaleType = 0;            ///< 0 ticks and numbers, 1 a line with an arrow head at the larger values
     int ScaleValueDraw = 0;       ///< numbers: 0 at every major tick, 1 at the first and the last, other: none
-    Colour ScaleLineColor = 0;
+    ColorRef ScaleLineColor = 0;
     int ScaleLineStyle = 0;
     int ScaleLineWidth = 1;
-    Colour ScaleFontColor = 0;
+    ColorRef ScaleFontColor = 0;
     FontReference ScaleFont;
     bool GridDraw = true; ///< lines at the inner major ticks
-    Colour GridColor = 0x808080;
+    ColorRef GridColor = 0x808080;
     int GridStyle = 0;
     int GridWidth = 1;
     float ScaleMax = 0, ScaleMin = 0;
@@ -68,14 +68,14 @@ struct PlotScale {
 /// The caption of one axis.
 struct PlotScaleLabel {
     QString ScaleLabel;
-    Colour ScaleLabelColor = 0;
+    ColorRef ScaleLabelColor = 0;
     FontReference ScaleLabelFont;
 };
 
 /// One reference line across the plot.
 struct PickupLine {
     int PickupLineType = 0; ///< 0 marks a base value, 1 a plot value, 2 draws both
-    Colour PickupLineColor = 0;
+    ColorRef PickupLineColor = 0;
     int PickupLineStyle = 0;
     int PickupLineWidth = 0;
     float PickupLineValue = 0;

@@ -5,7 +5,8 @@
 // across the page. Nothing here fails: what cannot be done is left out and the fields keep what they held.
 #pragma once
 
-#include "platform/DeviceContext.h"
+#include "platform/base/Literals.h"
+#include "platform/device/DeviceContext.h"
 #include "plot/PlotData.h"
 
 #include <QImage>
@@ -25,24 +26,24 @@ public:
     /// 1 filled, 2 `Picture` once in the middle, 3 tiled, 4 stretched, 5 filled with a raised edge, 6 with a sunken
     /// edge; any other value paints nothing.
     int BackStyle = 1;
-    Colour BackColor = 0xffffff;
+    ColorRef BackColor = 0xffffff;
     QImage Picture;
     int DotSize = 2;     ///< radius in device units
     bool Outline = true; ///< frame round the plot rectangle
-    Colour OutlineColor = 0;
+    ColorRef OutlineColor = 0;
     int OutlineWidth = 1;
-    Colour DataLabelColor = 0x800000; ///< kept, not used in drawing
-    FontReference DataLabelFont;      ///< kept, not used in drawing
-    bool PickupLineDraw = false;      ///< reference lines also beneath the series
-    int GraphTitlePos = 3;            ///< 0 left edge, 1 top, 2 right edge, any other value bottom
+    ColorRef DataLabelColor = 0x800000; ///< kept, not used in drawing
+    FontReference DataLabelFont;        ///< kept, not used in drawing
+    bool PickupLineDraw = false;        ///< reference lines also beneath the series
+    int GraphTitlePos = 3;              ///< 0 left edge, 1 top, 2 right edge, any other value bottom
     QString GraphTitle;
-    Colour GraphTitleColor = 0;
+    ColorRef GraphTitleColor = 0;
     FontReference GraphTitleFont;
     QString PictureFolder; ///< where `StyleSave` puts the picture; the program's folder unless set
 
-    static QString name() { return u"clsPlot"_qs; }
-    static QString Version() { return u"1.09b"_qs; }
-    static QString Copyright() { return u"Copyright (c) 2026 the Velorin developers"_qs; }
+    static QString name() { return u"clsPlot"_s; }
+    static QString Version() { return u"1.09b"_s; }
+    static QString Copyright() { return u"Copyright (c) 2026 the Velorin developers"_s; }
 
     /// Called by `Redraw` with the device in use, before anything is painted and after everything is. They may change
     /// the plot in any way, but neither replace themselves nor call `Redraw`; an exception of theirs leaves `Redraw`,
@@ -84,9 +85,9 @@ public:
 
     /// One dot and one line, drawn as those of a series but in styles of their own. A `radius` below 1 means `DotSize`;
     /// `spare` is not read.
-    void SpecialPlot_Dot(DeviceContext& device, int dotStyle, Colour colour, Colour fillColour, int fillStyle,
+    void SpecialPlot_Dot(DeviceContext& device, int dotStyle, ColorRef color, ColorRef fillColor, int fillStyle,
                          int spare, int x, int y, int radius) const;
-    void SpecialPlot_Line(DeviceContext& device, int style, Colour colour, int width, int x1, int y1, int x2,
+    void SpecialPlot_Line(DeviceContext& device, int style, ColorRef color, int width, int x1, int y1, int x2,
                           int y2) const;
 
     static bool PreCheckPrinterDCCaps(int, int) { return false; }

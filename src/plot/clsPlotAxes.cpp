@@ -125,8 +125,8 @@ void drawAxis(DeviceContext& device, const AxisSide& axis, const AxisStyle& styl
     mdTips::RestoreObject(device, old);
 }
 
-void drawFrame(DeviceContext& device, const AxisSide& across, Colour colour, int width) {
-    const Pen old = mdTips::SelectSolidPen(device, colour, width, PenStyle::Solid);
+void drawFrame(DeviceContext& device, const AxisSide& across, ColorRef color, int width) {
+    const Pen old = mdTips::SelectSolidPen(device, color, width, PenStyle::Solid);
     const DevicePoint leftTop = across.At(across.Low, -across.Depth);
     device.MoveTo(leftTop);
     device.LineTo(across.At(across.High, -across.Depth));

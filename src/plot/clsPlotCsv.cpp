@@ -85,7 +85,7 @@ void clsPlot::CsvSave(const QString& path) const {
     std::size_t values = 0;
     for (const PlotSeries& series : seriesList)
         values += series.BaseValues.size() + series.PlotValues.size();
-    QString text = u"TITLE,\""_qs + GraphTitle + u"\"\r\n"_qs;
+    QString text = u"TITLE,\""_s + GraphTitle + u"\"\r\n"_s;
     text.reserve(text.size() + qsizetype(values) * usualFieldLength);
     for (const PlotSeries& series : seriesList) {
         text += u'"' + series.DataLabel + u'"';
@@ -99,7 +99,7 @@ void clsPlot::CsvLoad(const QString& path, bool keep) {
     if (!keep)
         DataLegendClear();
     const QString text = mdTips::ReadTextFile(path, largestFile);
-    const QString titleMark = u"title,"_qs;
+    const QString titleMark = u"title,"_s;
     int series = 0;
     QStringView rest = text, line;
     while (mdTips::TakeLine(rest, line)) {

@@ -1,7 +1,7 @@
 // Limits and steps of the two scales, found from the data, and the ground that everything is drawn on.
 #include "plot/clsPlot.h"
 
-#include "platform/brenlib.h"
+#include "platform/base/brenlib.h"
 #include "plot/scaleNumbers.h"
 
 #include <algorithm>

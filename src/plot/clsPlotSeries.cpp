@@ -145,20 +145,20 @@ Font clsPlot::selectPlotFont(DeviceContext& device, const FontReference& font, i
     return current;
 }
 
-void clsPlot::SpecialPlot_Dot(DeviceContext& device, int dotStyle, Colour colour, Colour fillColour, int fillStyle, int,
-                              int x, int y, int radius) const {
+void clsPlot::SpecialPlot_Dot(DeviceContext& device, int dotStyle, ColorRef color, ColorRef fillColor, int fillStyle,
+                              int, int x, int y, int radius) const {
     PlotSeries look;
     look.DataDotStyle = dotStyle;
-    look.DataDotColor = colour;
-    look.DataDotFillColor = fillColour;
+    look.DataDotColor = color;
+    look.DataDotFillColor = fillColor;
     look.DataDotFillStyle = fillStyle;
     const DevicePoint centre{x, y};
     drawDots(device, {&centre, 1}, look, radius < 1 ? DotSize : radius);
 }
 
-void clsPlot::SpecialPlot_Line(DeviceContext& device, int style, Colour colour, int width, int x1, int y1, int x2,
+void clsPlot::SpecialPlot_Line(DeviceContext& device, int style, ColorRef color, int width, int x1, int y1, int x2,
                                int y2) const {
-    const Pen old = mdTips::SelectGeometricPen(device, style, width, colour);
+    const Pen old = mdTips::SelectGeometricPen(device, style, width, color);
     device.MoveTo({x1, y1});
     device.LineTo({x2, y2});
     mdTips::RestoreObject(device, old);

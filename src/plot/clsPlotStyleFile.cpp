@@ -3,7 +3,7 @@
 
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
-#include "platform/Rounding.h"
+#include "platform/base/Rounding.h"
 
 #include <QImageReader>
 #include <QSaveFile>
@@ -20,11 +20,11 @@ constexpr qsizetype longestFace = 255;
 /// What is particular to the values of a key.
 enum class Kind {
     Plain,
-    Width,           ///< of a line, held within 0 to `widestLine`
-    ColourFromNumber ///< read as a number first, so that the "0x" of what is written reads as 0
+    Width,          ///< of a line, held within 0 to `widestLine`
+    ColorFromNumber ///< read as a number first, so that the "0x" of what is written reads as 0
 };
 
-using Field = std::variant<bool PlotScale::*, int PlotScale::*, float PlotScale::*, Colour PlotScale::*,
+using Field = std::variant<bool PlotScale::*, int PlotScale::*, float PlotScale::*, ColorRef PlotScale::*,
                            QString FontObject::*, double FontObject::*, bool FontObject::*>;
 
 struct ScaleKey {
@@ -49,7 +49,7 @@ const ScaleKey scaleKeys[] = {
     {u"lwidth", u"lwidth", &PlotScale::ScaleLineWidth, Kind::Width},
     {u"lstyle", u"lstyle", &PlotScale::ScaleLineStyle},
     {u"grid", u"grid", &PlotScale::GridDraw},
-    {u"glcolor", u"glcolor", &PlotScale::GridColor, Kind::ColourFromNumber},
+    {u"glcolor", u"glcolor", &PlotScale::GridColor, Kind::ColorFromNumber},
     {u"glwiwdth", u"glwidth", &PlotScale::GridWidth, Kind::Width},
     {u"glstyle", u"glstyle", &PlotScale::GridStyle},
     {u"fname", u"fname", &FontObject::Name},
@@ -65,13 +65,13 @@ int numberOf(const QString& text) {
 }
 
 struct ValueText {
-    QString operator()(bool value) const { return value ? u"1"_qs : u"0"_qs; }
+    QString operator()(bool value) const { return value ? u"1"_s : u"0"_s; }
     QString operator()(int value) const { return QString::number(value); }
     /// From the single's shortest form: widened as it is, the single of 0.01 would lie below 0.01.
     QString operator()(float value) const {
         return mdApplication::FormatAutoNumber(NumberFormat::Shortest(value).toDouble(), 3, true);
     }
-    QString operator()(Colour value) const { return mdTips::FormatColor(value, u"0x"_qs); }
+    QString operator()(ColorRef value) const { return mdTips::FormatColor(value, u"0x"_s); }
     QString operator()(const QString& value) const { return value; }
     QString operator()(double value) const { return NumberFormat::Shortest(value); }
 };
@@ -86,8 +86,8 @@ struct ValueReader {
         target = Is == Kind::Width ? std::clamp(numberOf(Text), 0, widestLine) : numberOf(Text);
     }
     void operator()(float& target) const { mdTips::Narrow(mdTips::Val(Text), target); }
-    void operator()(Colour& target) const {
-        const bool asNumber = Is == Kind::ColourFromNumber;
+    void operator()(ColorRef& target) const {
+        const bool asNumber = Is == Kind::ColorFromNumber;
         target = mdTips::ParseColor(asNumber ? NumberFormat::Shortest(mdTips::Val(Text)) : Text);
     }
     void operator()(QString& face) const {
@@ -101,7 +101,7 @@ struct ValueReader {
 };
 
 QString keyLine(QStringView key, const QString& value) {
-    return u"    "_qs + key + u'=' + value + u"\r\n"_qs;
+    return u"    "_s + key + u'=' + value + u"\r\n"_s;
 }
 
 QString scaleBlock(const PlotScale& scale) {
@@ -116,7 +116,7 @@ QString scaleBlock(const PlotScale& scale) {
         };
         std::visit(addField, key.What);
     }
-    return block + u"\r\n"_qs;
+    return block + u"\r\n"_s;
 }
 
 void readScaleKey(PlotScale& scale, const QString& name, const QString& text) {
@@ -129,7 +129,7 @@ void readScaleKey(PlotScale& scale, const QString& name, const QString& text) {
             reader(scale.*field);
         } else {
             if (!scale.ScaleFont)
-                scale.ScaleFont = std::make_shared<FontObject>(FontObject{.Name = u"ＭＳ ゴシック"_qs});
+                scale.ScaleFont = std::make_shared<FontObject>(FontObject{.Name = u"ＭＳ ゴシック"_s});
             reader((*scale.ScaleFont).*field);
         }
     };
@@ -163,15 +163,15 @@ bool loadPicture(const QString& path, QImage& picture) {
 
 void clsPlot::StyleSave(const QString& path) const {
     const ValueText textOf;
-    QString text = u"CPS10#\r\n#         - Graph Style - \r\n#           for cPlot version "_qs + Version() +
-                   u"\r\n#\r\n[GENERAL]\r\n"_qs + keyLine(u"orientation", textOf(Orientation)) +
+    QString text = u"CPS10#\r\n#         - Graph Style - \r\n#           for cPlot version "_s + Version() +
+                   u"\r\n#\r\n[GENERAL]\r\n"_s + keyLine(u"orientation", textOf(Orientation)) +
                    keyLine(u"background", textOf(BackStyle)) + keyLine(u"backcolor", textOf(BackColor));
     if (BackStyle >= 2 && BackStyle <= 4) {
-        const QString picturePath = mdTips::AddTrailingChar(PictureFolder) + u"_back.bmp"_qs;
+        const QString picturePath = mdTips::AddTrailingChar(PictureFolder) + u"_back.bmp"_s;
         savePicture(Picture, picturePath);
         text += keyLine(u"picture", picturePath);
     }
-    text += u"\r\n[SCALE_BASE]\r\n"_qs + scaleBlock(scales[ScaleBase]) + u"[SCALE_PLOT]\r\n"_qs +
+    text += u"\r\n[SCALE_BASE]\r\n"_s + scaleBlock(scales[ScaleBase]) + u"[SCALE_PLOT]\r\n"_s +
             scaleBlock(scales[ScalePlot]);
     mdTips::WriteTextFile(path, text);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ApplicationSettings.h"
+#include "platform/base/Literals.h"
 #include "plot/clsPlot.h"
 #include "result/mdVelorinResultModel.h"
 
@@ -28,12 +29,21 @@ struct Graph {
     int GraphType = GraphType::History;
     int RunAxis = 0; ///< distribution: 1 the objects run across, 2 they run up
     QString ItemName;
-    QString Caption = u"グラフウィンドウ"_qs; ///< of a window that shows it
-    SelectionSnapshot Selection;              ///< a distribution has it in the order along its axis
+    QString Caption = u"グラフウィンドウ"_s; ///< of a window that shows it
+    SelectionSnapshot Selection;             ///< a distribution has it in the order along its axis
     clsPlot Plot;
 };
 
+/// What to tell or ask before a graph is made, as for a message box. Go on only when the answer is Yes.
+struct GraphQuestion {
+    QString Text;
+    int Flags = 0;
+};
+
 namespace mdGraph {
+
+/// The question for a graph of `selectedCount` objects; none when there is nothing to ask.
+std::optional<GraphQuestion> GraphRequest(std::int32_t selectedCount);
 
 // Both take the item `CurrentItem` of the model and the steps of its file; the model stays as it is. With
 // `ApplyContour` and a reference step the values are the differences to that step. Values that a step does not have

@@ -28,7 +28,7 @@ QString FormatScaleValue(float value, float range) {
     // The bounds are singles as well, so that 0.01 itself is not below 0.01.
     const float size = std::abs(value);
     if (!(float(std::abs(double(range)) * 1e-7) < size))
-        return u"0.0"_qs;
+        return u"0.0"_s;
     if (size > 1000)
         return NumberFormat::Format(value, u"0.0E-0");
     if (size < 0.01f)

@@ -51,38 +51,38 @@ clsXMLNodeCollection::~clsXMLNodeCollection() {
 }
 
 void clsXMLNodeCollection::Clear() {
-    std::vector<std::unique_ptr<clsXMLNode>> doomed = std::move(m_nodes);
-    m_nodes.clear();
+    std::vector<std::unique_ptr<clsXMLNode>> doomed = std::move(nodes);
+    nodes.clear();
     // Each node dies with its lists empty, so that no destructor calls another one.
     while (!doomed.empty()) {
         const std::unique_ptr<clsXMLNode> node = std::move(doomed.back());
         doomed.pop_back();
         for (clsXMLNodeCollection* list : {&node->childNodes, &node->Attributes}) {
-            std::move(list->m_nodes.begin(), list->m_nodes.end(), std::back_inserter(doomed));
-            list->m_nodes.clear();
+            std::move(list->nodes.begin(), list->nodes.end(), std::back_inserter(doomed));
+            list->nodes.clear();
         }
     }
 }
 
 clsXMLNode* clsXMLNodeCollection::Add(std::unique_ptr<clsXMLNode> xmlNode) {
-    return m_nodes.emplace_back(std::move(xmlNode)).get();
+    return nodes.emplace_back(std::move(xmlNode)).get();
 }
 
 const clsXMLNode* clsXMLNodeCollection::Item(int index) const {
-    return index >= 0 && index < Length() ? m_nodes[std::size_t(index)].get() : nullptr;
+    return index >= 0 && index < Length() ? nodes[std::size_t(index)].get() : nullptr;
 }
 
 bool clsXML::Load(const QString& path) {
-    m_childNodes.Clear();
-    m_budget = mostCost;
+    children.Clear();
+    budget = mostCost;
     const QString text = withoutLineEnds(mdTips::ReadTextFile(path, mostBytes));
     const bool good = ParseText(text);
-    m_open.clear();
+    open.clear();
     return good;
 }
 
 bool clsXML::ParseText(QStringView rest) {
-    while (m_budget > 0) {
+    while (budget > 0) {
         const qsizetype start = rest.indexOf(u'<');
         if (start < 0)
             break;
@@ -97,10 +97,10 @@ bool clsXML::ParseText(QStringView rest) {
         if (isPassedOver(tag))
             continue;
         ParseElement(tag, rest, nullptr);
-        if (!m_open.empty())
+        if (!open.empty())
             ParseContent(rest);
     }
-    return m_childNodes.Length() > 0;
+    return children.Length() > 0;
 }
 
 /// Makes the node of an opening tag. If it has content, which stands in `rest`, it becomes the innermost open element;
@@ -108,21 +108,21 @@ bool clsXML::ParseText(QStringView rest) {
 void clsXML::ParseElement(QStringView tag, QStringView rest, clsXMLNode* parent) {
     if (!spend(nodeCost))
         return;
-    clsXMLNodeCollection& list = parent ? parent->childNodes : m_childNodes;
+    clsXMLNodeCollection& list = parent ? parent->childNodes : children;
     clsXMLNode* const node = list.Add(std::make_unique<clsXMLNode>());
     const QStringView name = nameOf(tag);
     node->nodeName = name.toString();
     ParseAttributes(node, tag);
     if (!tag.endsWith(u"/>"))
-        m_open.push_back({node, name, rest});
+        open.push_back({node, name, rest});
 }
 
 /// Reads until all open elements are closed and takes what it uses off the front of `rest`.
 void clsXML::ParseContent(QStringView& rest) {
     rest = trimmed(rest);
     bool moreTags = true;
-    while (!m_open.empty() && m_budget > 0) {
-        const OpenElement& element = m_open.back();
+    while (!open.empty() && budget > 0) {
+        const OpenElement& element = open.back();
         // A text without any "<" may hold many a ">" still; it is searched to its end only once.
         const qsizetype start = moreTags ? rest.indexOf(u'<') : -1;
         moreTags = start >= 0;
@@ -136,13 +136,13 @@ void clsXML::ParseContent(QStringView& rest) {
         const QStringView tag = rest.left(end + 1);
         rest = trimmed(rest.mid(end + 1));
         if (closes(tag, element.Name))
-            m_open.pop_back();
+            open.pop_back();
         else if (!isPassedOver(tag))
             ParseElement(tag, rest, element.Node);
     }
-    if (!m_open.empty())
+    if (!open.empty())
         rest = {};
-    m_open.clear();
+    open.clear();
 }
 
 void clsXML::ParseAttributes(clsXMLNode* node, QStringView tag) {
@@ -178,6 +178,6 @@ QStringView clsXML::StripQuotes(QStringView text) {
 /// False, and the reading ends, when the budget doesn't hold the cost. An attribute costs its distance in the tag too,
 /// since the same name may be cut out again and again.
 bool clsXML::spend(qsizetype cost) {
-    m_budget = cost < m_budget ? m_budget - cost : 0;
-    return m_budget > 0;
+    budget = cost < budget ? budget - cost : 0;
+    return budget > 0;
 }

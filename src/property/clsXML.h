@@ -22,10 +22,10 @@ public:
     void Clear();
     /// The node at a position counted from 0; null for a position that there isn't.
     const clsXMLNode* Item(int index) const;
-    int Length() const { return int(m_nodes.size()); }
+    int Length() const { return int(nodes.size()); }
 
 private:
-    std::vector<std::unique_ptr<clsXMLNode>> m_nodes;
+    std::vector<std::unique_ptr<clsXMLNode>> nodes;
 };
 
 /// An element, or an attribute with its value in `Text`.
@@ -42,9 +42,9 @@ struct clsXMLNode {
 /// element comes from the wrong place; and only the last attribute of a tag is sure to come out whole.
 class clsXML {
 public:
-    const clsXMLNodeCollection& childNodes() const { return m_childNodes; }
+    const clsXMLNodeCollection& childNodes() const { return children; }
     /// The last top-level node; null if there is none.
-    const clsXMLNode* lastChild() const { return m_childNodes.Item(m_childNodes.Length() - 1); }
+    const clsXMLNode* lastChild() const { return children.Item(children.Length() - 1); }
 
     /// Reads a file anew. False when it gave no element, or when a closing tag stands at the top level; the tree then
     /// holds what was read before it. Work and memory grow with the file's size alone and end at a fixed limit, far
@@ -65,7 +65,7 @@ private:
     static QStringView StripQuotes(QStringView text);
     bool spend(qsizetype cost);
 
-    clsXMLNodeCollection m_childNodes;
-    std::vector<OpenElement> m_open; ///< innermost last
-    qsizetype m_budget = 0;          ///< what nodes and attributes may still cost
+    clsXMLNodeCollection children;
+    std::vector<OpenElement> open; ///< innermost last
+    qsizetype budget = 0;          ///< what nodes and attributes may still cost
 };

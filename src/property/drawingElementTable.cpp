@@ -35,9 +35,9 @@ constexpr Element elements[] = {
     {u"contour/values/min", [](S& s) -> float& { return s.Contour.MinValue; }},
     {u"contour/values/div", [](S& s) -> int& { return s.Contour.Divide; }, atLeast0},
     {u"contour/colors/index", [](S& s) -> int& { return s.Contour.ColorIndex; }, {0, 5}},
-    {u"contour/colors/min", [](S& s) -> Colour& { return s.Contour.Colors[0]; }},
-    {u"contour/colors/mid", [](S& s) -> Colour& { return s.Contour.Colors[1]; }},
-    {u"contour/colors/max", [](S& s) -> Colour& { return s.Contour.Colors[2]; }},
+    {u"contour/colors/min", [](S& s) -> ColorRef& { return s.Contour.Colors[0]; }},
+    {u"contour/colors/mid", [](S& s) -> ColorRef& { return s.Contour.Colors[1]; }},
+    {u"contour/colors/max", [](S& s) -> ColorRef& { return s.Contour.Colors[2]; }},
 };
 
 } // namespace

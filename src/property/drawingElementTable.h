@@ -19,7 +19,7 @@ struct Held {
 
 /// A setting, or one of the model's positions, which have no form on the command line.
 using Field = std::variant<int& (*)(ApplicationSettings&), bool& (*)(ApplicationSettings&),
-                           float& (*)(ApplicationSettings&), Colour& (*)(ApplicationSettings&),
+                           float& (*)(ApplicationSettings&), ColorRef& (*)(ApplicationSettings&),
                            VectorSettings& (*)(ApplicationSettings&), std::int32_t ResultModel::*>;
 
 struct Element {

@@ -49,15 +49,15 @@ struct Reader {
         const double number = Text.trimmed().toDouble(&ok);
         return ok && mdTips::Narrow(number, target);
     }
-    bool operator()(Colour& target) const {
+    bool operator()(ColorRef& target) const {
         const QString digits = Text.trimmed();
         const bool hexadecimal = digits.startsWith(u"0x", Qt::CaseInsensitive);
         bool ok = false;
-        const Colour colour = digits.mid(hexadecimal ? 2 : 0).toUInt(&ok, hexadecimal ? 16 : 10);
-        constexpr Colour white = 0xffffff;
-        if (!ok || colour > white)
+        const ColorRef color = digits.mid(hexadecimal ? 2 : 0).toUInt(&ok, hexadecimal ? 16 : 10);
+        constexpr ColorRef white = 0xffffff;
+        if (!ok || color > white)
             return false;
-        target = colour;
+        target = color;
         return true;
     }
     bool operator()(VectorSettings& vector) const { return addItemSet(Text, vector); }
@@ -71,7 +71,7 @@ bool isOfModel(const Element& element) {
 QString pathOf(const Element& element) {
     const QString path = QStringView(element.Path).toString();
     const bool isList = std::holds_alternative<VectorSettings& (*)(ApplicationSettings&)>(element.Value);
-    return isList ? path + u"/itemset"_qs : path;
+    return isList ? path + u"/itemset"_s : path;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
-#include "platform/Rounding.h"
+#include "platform/base/Rounding.h"
 #include "property/clsXML.h"
 #include "property/drawingElementTable.h"
 #include "property/drawingElements.h"
@@ -63,7 +63,7 @@ struct Reader {
             drawingElements::ReadBoolean(Node.Text, target);
     }
     void operator()(float& target) const { mdTips::Narrow(mdTips::Val(Node.Text), target); }
-    void operator()(Colour& target) const { target = mdTips::ParseColor(Node.Text); }
+    void operator()(ColorRef& target) const { target = mdTips::ParseColor(Node.Text); }
     void operator()(VectorSettings& vector) const {
         const int count = Node.childNodes.Length();
         vector.ItemSetCount = count;
@@ -106,21 +106,21 @@ void readSection(const clsXMLNode& section, const QString& prefix, ApplicationSe
 /// The lines of the file, indented by the sections that are open.
 class Lines {
 public:
-    void Add(const QString& line) { m_text += QString(m_depth * 2, u' ') + line + u"\r\n"_qs; }
-    void Add(const QString& name, const QString& value) { Add(u'<' + name + u'>' + value + u"</"_qs + name + u'>'); }
+    void Add(const QString& line) { text += QString(depth * 2, u' ') + line + u"\r\n"_s; }
+    void Add(const QString& name, const QString& value) { Add(u'<' + name + u'>' + value + u"</"_s + name + u'>'); }
     void Open(const QString& name, const QString& attribute = {}) {
         Add(u'<' + name + attribute + u'>');
-        ++m_depth;
+        ++depth;
     }
     void Close(const QString& name) {
-        --m_depth;
-        Add(u"</"_qs + name + u'>');
+        --depth;
+        Add(u"</"_s + name + u'>');
     }
-    QString Text() const { return m_text; }
+    QString Text() const { return text; }
 
 private:
-    QString m_text;
-    int m_depth = 0;
+    QString text;
+    int depth = 0;
 };
 
 /// Writes an element under its last name.
@@ -131,19 +131,19 @@ struct Writer {
 
     void operator()(int value) const { To.Add(Name, QString::number(qint64(value) + What.Shift)); }
     void operator()(bool value) const {
-        To.Add(Name, What.IsDigit ? (value ? u"1"_qs : u"0"_qs) : (value ? u"True"_qs : u"False"_qs));
+        To.Add(Name, What.IsDigit ? (value ? u"1"_s : u"0"_s) : (value ? u"True"_s : u"False"_s));
     }
     void operator()(float value) const { To.Add(Name, NumberFormat::Format(value, u"0.00000e-0")); }
-    void operator()(Colour value) const { To.Add(Name, mdTips::FormatColor(value, u"0x"_qs)); }
+    void operator()(ColorRef value) const { To.Add(Name, mdTips::FormatColor(value, u"0x"_s)); }
     void operator()(const VectorSettings& vector) const {
         To.Open(Name);
         for (int i = 0; i < vector.ItemSetCount && i < vector.ItemSets.size(); ++i) {
             const VectorItemSet& set = vector.ItemSets[i];
-            To.Open(u"itemset"_qs, i == vector.DefaultItemSet ? u" default=\"true\""_qs : QString());
-            To.Add(u"name"_qs, set.Name);
-            To.Add(u"horz"_qs, QString::number(set.Horz));
-            To.Add(u"vert"_qs, QString::number(set.Vert));
-            To.Close(u"itemset"_qs);
+            To.Open(u"itemset"_s, i == vector.DefaultItemSet ? u" default=\"true\""_s : QString());
+            To.Add(u"name"_s, set.Name);
+            To.Add(u"horz"_s, QString::number(set.Horz));
+            To.Add(u"vert"_s, QString::number(set.Vert));
+            To.Close(u"itemset"_s);
         }
         To.Close(Name);
     }
@@ -152,14 +152,14 @@ struct Writer {
 /// The whole file. The records come as copies of their own: the table reaches into what may be changed.
 QString textOf(ApplicationSettings settings, ResultModel model) {
     Lines lines;
-    lines.Add(u"<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>"_qs);
+    lines.Add(u"<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>"_s);
     QStringList open;
     const auto closeTo = [&](qsizetype depth) {
         while (open.size() > depth)
             lines.Close(open.takeLast());
     };
     for (const Element& element : Elements()) {
-        const QStringList path = QString(u"VRFPROPERTY/"_qs + QStringView(element.Path)).split(u'/');
+        const QStringList path = QString(u"VRFPROPERTY/"_s + QStringView(element.Path)).split(u'/');
         const auto [differs, _] = std::mismatch(open.cbegin(), open.cend(), path.cbegin(), path.cend() - 1);
         closeTo(differs - open.cbegin());
         while (open.size() < path.size() - 1) {
@@ -175,7 +175,7 @@ QString textOf(ApplicationSettings settings, ResultModel model) {
 } // namespace
 
 QString PathFor(const QString& resultFile) {
-    return resultFile + u".property"_qs;
+    return resultFile + u".property"_s;
 }
 
 void ResetDrawingSettings(ApplicationSettings& settings, ResultModel& model) {

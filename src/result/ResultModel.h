@@ -5,7 +5,7 @@
 // side changes it. Indexes count from 0, -1 means none. Reals are single precision.
 #pragma once
 
-#include "platform/ReadHandle.h"
+#include "platform/base/ReadHandle.h"
 
 #include <QList>
 #include <QString>

@@ -1,7 +1,7 @@
 // Packed element values onto elements and from there onto nodes; shared by the step load and the queries.
 #pragma once
 
-#include "platform/Parallel.h"
+#include "platform/base/Parallel.h"
 #include "result/ValueBounds.h"
 
 #include <vector>

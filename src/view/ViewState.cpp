@@ -1,7 +1,7 @@
 #include "view/ViewState.h"
 
 #include "app/NumberFormat.h"
-#include "platform/Rounding.h"
+#include "platform/base/Rounding.h"
 
 #include <cmath>
 
@@ -117,7 +117,7 @@ QString MouseCoordinates(const ViewState& view, float windowWidth, double x, dou
     // A width that has no logarithm leaves the number of digits at 0.
     const double power = std::floor(std::log(double(windowWidth)) * commonLogOfE);
     const int digits = std::isfinite(power) ? int(power) - 3 : 0;
-    const QString mask = digits < 1 ? u"0."_qs + QString(-digits, u'0') : u"0.0"_qs;
+    const QString mask = digits < 1 ? u"0."_s + QString(-digits, u'0') : u"0.0"_s;
     return NumberFormat::Format(worldX, mask) + u", " + NumberFormat::Format(worldY, mask);
 }
 

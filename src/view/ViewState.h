@@ -2,7 +2,7 @@
 // it paints nothing and asks no window.
 #pragma once
 
-#include "platform/DocumentPlotter.h"
+#include "platform/device/DocumentPlotter.h"
 #include "result/ResultModel.h"
 
 #include <array>
@@ -27,10 +27,6 @@ struct ViewState {
 
     std::array<DevicePoint, 2> RubberBand; ///< corners of the drag rectangle, the second where the mouse is
     bool Dragging = false;                 ///< a left drag is in progress
-
-    bool SlideShowRunning = false;
-    float SlideMaxDisplacement = 0; ///< over all steps; stands in for the step's own while a slide show runs
-    float SlideMaxVector = 0;
 };
 
 /// State of a scroll bar, 0 to 100 percent of the free travel. A measure that cannot be told leaves the bar's as it

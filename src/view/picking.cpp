@@ -1,6 +1,6 @@
 #include "view/picking.h"
 
-#include "platform/brenlib.h"
+#include "platform/base/brenlib.h"
 #include "result/mdVelorinResultModel.h"
 
 namespace mdPicking {

@@ -2,7 +2,7 @@
 // positions of the latest paint, so it meets the mesh as it was drawn. Knows no window and shows no box.
 #pragma once
 
-#include "platform/DeviceContext.h"
+#include "platform/device/DeviceContext.h"
 #include "result/ResultModel.h"
 #include "view/ViewState.h"
 #include "view/clsMouse.h"
@@ -48,14 +48,5 @@ int PickTolerance(int deviceWidth, int screenWidth);
 
 /// Half the side of a node's mark, in device units.
 int NodeMarkSize(int clientWidth, int screenWidth);
-
-/// What to tell or ask before a graph is made, as for a message box. Go on only when the answer is Yes.
-struct GraphQuestion {
-    QString Text;
-    int Flags = 0;
-};
-
-/// The question for a graph of `selectedCount` objects; none when there is nothing to ask.
-std::optional<GraphQuestion> GraphRequest(std::int32_t selectedCount);
 
 } // namespace mdPicking

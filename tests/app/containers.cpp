@@ -8,7 +8,7 @@
 
 namespace {
 QString keyOf(int number) {
-    return u"Key"_qs + QString::number(number).rightJustified(6, u'0');
+    return u"Key"_s + QString::number(number).rightJustified(6, u'0');
 }
 
 QString itemsOf(const clsStringArray& array) {
@@ -42,59 +42,59 @@ TEST(HashTable, EqualAndSortedKeysCostNoStack) {
         for (int i = 0; i < many; ++i)
             table.Add(keyOf(many + step * i), i);
         EXPECT_GE(table.findValue(keyOf(many)), 0);
-        EXPECT_EQ(table.findValue(u"key"_qs), -1);
+        EXPECT_EQ(table.findValue(u"key"_s), -1);
     }
 }
 
 TEST(HashTable, SetReplacesAndAddDoubles) {
     clsHashTable table;
-    table.Add(u"key"_qs, 1);
-    table.Add(u"KEY"_qs, 2);
-    EXPECT_EQ(table.GetValue(u"Key"_qs), QVariant(2)) << "the sort has turned the two round";
-    table.SetValue(u"Key"_qs, 3);
-    table.Item(u"new"_qs, u"text"_qs);
+    table.Add(u"key"_s, 1);
+    table.Add(u"KEY"_s, 2);
+    EXPECT_EQ(table.GetValue(u"Key"_s), QVariant(2)) << "the sort has turned the two round";
+    table.SetValue(u"Key"_s, 3);
+    table.Item(u"new"_s, u"text"_s);
     EXPECT_EQ(table.Count(), 3);
-    EXPECT_EQ(table.Item(u"kEY"_qs), QVariant(3));
+    EXPECT_EQ(table.Item(u"kEY"_s), QVariant(3));
     QString key;
     QVariant value;
-    EXPECT_TRUE(table.GetItem(table.findValue(u"NEW"_qs), key, value));
+    EXPECT_TRUE(table.GetItem(table.findValue(u"NEW"_s), key, value));
     EXPECT_FALSE(table.GetItem(3, key, value) || table.getValueByIndex(-1).isValid());
-    EXPECT_EQ(key + value.toString(), u"newtext"_qs);
+    EXPECT_EQ(key + value.toString(), u"newtext"_s);
     table.Clear();
-    table.Add(u"b"_qs, 12);
-    table.Add(u"a"_qs, u"x"_qs);
-    table.Add(u"none"_qs, {});
-    EXPECT_EQ(table.CreateReverseHash().GetValue(u"12"_qs), QVariant(u"b"_qs));
-    EXPECT_EQ(table.dump().join(u'|'), u"b: int(12)|a: QString(x)|none: Empty"_qs);
+    table.Add(u"b"_s, 12);
+    table.Add(u"a"_s, u"x"_s);
+    table.Add(u"none"_s, {});
+    EXPECT_EQ(table.CreateReverseHash().GetValue(u"12"_s), QVariant(u"b"_s));
+    EXPECT_EQ(table.dump().join(u'|'), u"b: int(12)|a: QString(x)|none: Empty"_s);
 }
 
 TEST(StringArray, MostRecentFirst) {
     clsStringArray array;
-    array.Add(u"a"_qs, false, u"1"_qs);
-    EXPECT_EQ(array.Add(u"b"_qs, false, u"2"_qs), 2);
-    EXPECT_EQ(array.Add(u"A"_qs, false), 2);
-    EXPECT_EQ(itemsOf(array), u"A: b:2 "_qs);
-    array.Add(u"a"_qs, true, u"B"_qs);
-    EXPECT_EQ(itemsOf(array), u"A: b:2 a:B "_qs);
-    EXPECT_EQ(array.FindItem(u"B"_qs), 1);
-    EXPECT_EQ(array.FindItem(u"b"_qs, true), 2);
-    EXPECT_EQ(array.FindItem(u"c"_qs), -1);
+    array.Add(u"a"_s, false, u"1"_s);
+    EXPECT_EQ(array.Add(u"b"_s, false, u"2"_s), 2);
+    EXPECT_EQ(array.Add(u"A"_s, false), 2);
+    EXPECT_EQ(itemsOf(array), u"A: b:2 "_s);
+    array.Add(u"a"_s, true, u"B"_s);
+    EXPECT_EQ(itemsOf(array), u"A: b:2 a:B "_s);
+    EXPECT_EQ(array.FindItem(u"B"_s), 1);
+    EXPECT_EQ(array.FindItem(u"b"_s, true), 2);
+    EXPECT_EQ(array.FindItem(u"c"_s), -1);
     array.Remove(-1);
-    EXPECT_EQ(itemsOf(array), u"A: b:2 "_qs) << "the last one";
+    EXPECT_EQ(itemsOf(array), u"A: b:2 "_s) << "the last one";
     array.Remove(2);
     array.Remove(0);
-    array.Item(1, u"y"_qs);
-    EXPECT_EQ(itemsOf(array), u"b:2 "_qs);
+    array.Item(1, u"y"_s);
+    EXPECT_EQ(itemsOf(array), u"b:2 "_s);
     EXPECT_EQ(array.Item(2) + array.PrivateData(-1), QString());
 }
 
 TEST(StringArray, SortTakesPrivateDataAlong) {
     clsStringArray array;
-    for (const QString& text : {u"b1"_qs, u"C2"_qs, u"a3"_qs, u"B4"_qs})
+    for (const QString& text : {u"b1"_s, u"C2"_s, u"a3"_s, u"B4"_s})
         array.Add(text.left(1), true, text.mid(1));
     array.Sort();
     array.Check();
-    EXPECT_EQ(itemsOf(array), u"a:3 b:1 B:4 C:2 "_qs);
+    EXPECT_EQ(itemsOf(array), u"a:3 b:1 B:4 C:2 "_s);
     array.Sort(true);
-    EXPECT_EQ(itemsOf(array), u"C:2 b:1 B:4 a:3 "_qs);
+    EXPECT_EQ(itemsOf(array), u"C:2 b:1 B:4 a:3 "_s);
 }

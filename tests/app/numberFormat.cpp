@@ -28,8 +28,8 @@ TEST(NumberFormat, FixedMasks) {
 TEST(NumberFormat, HalvesGoAwayFromZeroAtFifteenDigits) {
     check("0.5 0 1; 2.5 0 3; -2.5 0 -3; 1.005 0.00 1.01; 0.285 0.00 0.29; 99.95 0.0 100.0; 0.049 0.0 0.0;"
           "0.0049 0.0 0.0; 0.96 0 1; 0.30000000000000004 0.0################ 0.3; -0.04 0.0 0.0; -0.05 0.0 -0.1");
-    EXPECT_EQ(Format(-0.0, u""), u"0"_qs);
-    EXPECT_EQ(Format(0.1 + 0.2, u""), u"0.3"_qs);
+    EXPECT_EQ(Format(-0.0, u""), u"0"_s);
+    EXPECT_EQ(Format(0.1 + 0.2, u""), u"0.3"_s);
 }
 
 TEST(NumberFormat, ScientificMasks) {
@@ -46,25 +46,25 @@ TEST(NumberFormat, OtherTextOfAMaskStands) {
 }
 
 TEST(NumberFormat, SinglesAreTakenAtTheirShortestForm) {
-    EXPECT_EQ(Format(0.15f, u"0.0"), u"0.2"_qs);
-    EXPECT_EQ(Format(1.005f, u"0.00"), u"1.01"_qs);
-    EXPECT_EQ(Format(3.4e38f, u"0.0E-0"), u"3.4E38"_qs);
-    EXPECT_EQ(Format(0.1f, u""), u"0.1"_qs);
+    EXPECT_EQ(Format(0.15f, u"0.0"), u"0.2"_s);
+    EXPECT_EQ(Format(1.005f, u"0.00"), u"1.01"_s);
+    EXPECT_EQ(Format(3.4e38f, u"0.0E-0"), u"3.4E38"_s);
+    EXPECT_EQ(Format(0.1f, u""), u"0.1"_s);
 }
 
 TEST(NumberFormat, NotFinite) {
     const double infinity = std::numeric_limits<double>::infinity();
     for (const char16_t* mask : {u"", u"0.0", u"0.0E-0"}) {
-        EXPECT_EQ(Format(std::nan(""), mask), u"NaN"_qs);
-        EXPECT_EQ(Format(-infinity, mask), u"-Infinity"_qs);
+        EXPECT_EQ(Format(std::nan(""), mask), u"NaN"_s);
+        EXPECT_EQ(Format(-infinity, mask), u"-Infinity"_s);
     }
 }
 
 TEST(NumberFormat, ShortestReadsBack) {
-    EXPECT_EQ(NumberFormat::Shortest(100000.0f), u"100000"_qs);
-    EXPECT_EQ(NumberFormat::Shortest(-0.00001), u"-0.00001"_qs);
-    EXPECT_EQ(NumberFormat::Shortest(1e-6), u"1e-6"_qs);
-    EXPECT_EQ(NumberFormat::Shortest(1.25e-7), u"1.25e-7"_qs);
+    EXPECT_EQ(NumberFormat::Shortest(100000.0f), u"100000"_s);
+    EXPECT_EQ(NumberFormat::Shortest(-0.00001), u"-0.00001"_s);
+    EXPECT_EQ(NumberFormat::Shortest(1e-6), u"1e-6"_s);
+    EXPECT_EQ(NumberFormat::Shortest(1.25e-7), u"1.25e-7"_s);
     for (float value = 1.1e-38f; value < 1e38f; value *= 7.3f)
         EXPECT_EQ(NumberFormat::Shortest(value).toFloat(), value);
     for (double value = 1.1e-300; value < 1e300; value *= 997.3)
@@ -73,8 +73,8 @@ TEST(NumberFormat, ShortestReadsBack) {
 
 TEST(NumberFormat, TextMasksAlignRight) {
     using NumberFormat::FormatText;
-    EXPECT_EQ(FormatText(u"12"_qs, u"@@@@@"), u"   12"_qs);
-    EXPECT_EQ(FormatText(u"1234567"_qs, u"@@@@@"), u"1234567"_qs);
-    EXPECT_EQ(FormatText(u"123"_qs, u"[@@-@@]"), u"[ 1-23]"_qs);
-    EXPECT_EQ(FormatText(u"abc"_qs, {}), u"abc"_qs);
+    EXPECT_EQ(FormatText(u"12"_s, u"@@@@@"), u"   12"_s);
+    EXPECT_EQ(FormatText(u"1234567"_s, u"@@@@@"), u"1234567"_s);
+    EXPECT_EQ(FormatText(u"123"_s, u"[@@-@@]"), u"[ 1-23]"_s);
+    EXPECT_EQ(FormatText(u"abc"_s, {}), u"abc"_s);
 }

@@ -1,9 +1,9 @@
 #include "app/settingsStore.h"
 
-#include "../ConfigurationFolder.h"
-#include "../TestFolder.h"
+#include "ConfigurationFolder.h"
+#include "TestFolder.h"
 #include "app/clsRegEdit.h"
-#include "platform/RegistryText.h"
+#include "platform/registry/RegistryText.h"
 
 #include <QBuffer>
 #include <gtest/gtest.h>
@@ -11,11 +11,11 @@
 using namespace Registry;
 
 namespace {
-const QString settingsKey = settingsStore::RootKey + u"\\Settings"_qs;
+const QString settingsKey = settingsStore::RootKey + u"\\Settings"_s;
 
 ApplicationSettings loaded() {
     ApplicationSettings settings;
-    settingsStore::LoadSettings(settings, u"/opt/velorin"_qs, u"Laser"_qs);
+    settingsStore::LoadSettings(settings, u"/opt/velorin"_s, u"Laser"_s);
     return settings;
 }
 
@@ -39,14 +39,14 @@ void store(const QString& section, const QString& name, int type, const QVariant
 /// Every field that the registry keeps, in the order of the records, each with a value of its own.
 ApplicationSettings changed() {
     ApplicationSettings s;
-    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_qs};
-    s.Page = {u"Büro"_qs, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_qs, true, 17, u"f1"_qs}, {u"二"_qs, false, 3, {}}}};
+    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s};
+    s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}}};
     s.Style.LineStyles = {LineStyle{2, 3, 4}, {5, 1, 6}, {7, 2, 8}, {9, 4, 0xffffff}};
-    s.Style.FontStrings = {u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs};
-    s.Style.RealFormat = u"0.0E+00"_qs;
+    s.Style.FontStrings = {u"a"_s, u"b"_s, u"c"_s, u"d"_s};
+    s.Style.RealFormat = u"0.0E+00"_s;
     s.SlideShow = {1500, false, true, false, 10, false, false, true, false, true};
-    s.Graph = {{u"l0"_qs, u"l1"_qs, u"l2"_qs, u"l3"_qs, u"l4"_qs},
-               {u"g0"_qs, u"g1"_qs, u"g2"_qs, u"g3"_qs},
+    s.Graph = {{u"l0"_s, u"l1"_s, u"l2"_s, u"l3"_s, u"l4"_s},
+               {u"g0"_s, u"g1"_s, u"g2"_s, u"g3"_s},
                false,
                0,
                false,
@@ -65,23 +65,23 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     EXPECT_EQ(loaded(), saved);
     saved.Contour = {5, {1, 2, 0xff000003}, false, true, 9, -9, 7, false};
     saved.Displacement = {false, 150, 1, true};
-    saved.Vector = {1, 0, {{u"v"_qs, 1, 2}}, false, 50, 0};
+    saved.Vector = {1, 0, {{u"v"_s, 1, 2}}, false, 50, 0};
     saved.Window.Toolbar = saved.Window.Mesh = true;
     settingsStore::SaveSettings(saved);
     EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
-    EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_qs).split('\n'));
+    EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_s).split('\n'));
     EXPECT_TRUE(loaded().Window.Statusbar) << "comes back as the tool bar";
 }
 
 TEST(settingsStore, AFirstStartHasDefaultsAndLeavesItsTrace) {
     const ConfigurationFolder folder;
     ApplicationSettings defaults;
-    SetDefaults(defaults, u"/opt/velorin"_qs, u"Laser"_qs);
+    SetDefaults(defaults, u"/opt/velorin"_s, u"Laser"_s);
     EXPECT_EQ(loaded(), defaults);
     EXPECT_TRUE(exported().contains("@=\"/opt/velorin\""));
     // No store at all: defaults as well, and a save that does no harm.
     const ConfigurationFolder shut;
-    QFile file(shut.Path() + u"/Ordvane"_qs);
+    QFile file(shut.Path() + u"/Ordvane"_s);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(loaded(), defaults);
     settingsStore::SaveSettings(defaults);
@@ -90,10 +90,10 @@ TEST(settingsStore, AFirstStartHasDefaultsAndLeavesItsTrace) {
 
 TEST(settingsStore, ConversionsAndWrongTypes) {
     const ConfigurationFolder folder;
-    store({}, u"Line-3"_qs, REG_BINARY, QByteArray(3000, '\1')); // too large to be listed; the walk goes on
-    ASSERT_TRUE(RegistryText::Import(registryFile(u"bent.reg"_qs)).Done);
+    store({}, u"Line-3"_s, REG_BINARY, QByteArray(3000, '\1')); // too large to be listed; the walk goes on
+    ASSERT_TRUE(RegistryText::Import(registryFile(u"bent.reg"_s)).Done);
     ApplicationSettings expected;
-    SetDefaults(expected, u"/opt/velorin"_qs, u"Laser"_qs);
+    SetDefaults(expected, u"/opt/velorin"_s, u"Laser"_s);
     expected.Window.ScaleMode = 1;
     expected.Window.AutoSave = false;
     expected.Window.RestoreLastFile = true;
@@ -101,17 +101,17 @@ TEST(settingsStore, ConversionsAndWrongTypes) {
     expected.Page.PaperSize = 12; // a half goes to the even neighbour
     expected.Page.Margin.fill(0x01010101);
     expected.Page.LabelCount = 2;
-    expected.Page.Labels = {{u"one"_qs, false, 0, {}}, {}}; // the third one's number is too high
-    expected.Style.RealFormat = u"-12"_qs;
+    expected.Page.Labels = {{u"one"_s, false, 0, {}}, {}}; // the third one's number is too high
+    expected.Style.RealFormat = u"-12"_s;
     expected.Style.LineStyles[0].Width = 5;
-    expected.Style.FontStrings[2] = u"third"_qs;
+    expected.Style.FontStrings[2] = u"third"_s;
     expected.Graph.DotSize = expected.Graph.LineSize = 1;
-    expected.Graph.GraphFonts[2] = u"two"_qs;
-    expected.Graph.GraphLabels[0] = u"nought"_qs;
+    expected.Graph.GraphFonts[2] = u"two"_s;
+    expected.Graph.GraphLabels[0] = u"nought"_s;
     expected.Graph.LegendStyles = {{1, 2, 3, 4}, {7, 0x4080ff, 1, 0x4080ff}}; // of the second only the front is told
     EXPECT_EQ(loaded(), expected);
     expected.Page = loaded().Page; // the first load has made the missing label
-    EXPECT_EQ(expected.Page.Labels.value(2), (PageLabel{u"three"_qs, true, 0, {}}));
+    EXPECT_EQ(expected.Page.Labels.value(2), (PageLabel{u"three"_s, true, 0, {}}));
     for (const auto& [told, kept] : {std::pair{1, 1}, {5, 3}, {0, 0}}) { // three there are
         expected.Page.LabelCount = told;
         settingsStore::SavePageLabels(expected.Page);
@@ -119,13 +119,13 @@ TEST(settingsStore, ConversionsAndWrongTypes) {
     }
     settingsStore::SaveGraphSettings({.LegendStyles = {{}}});
     EXPECT_FALSE(exported().contains("Font1")) << "made anew, what else was there has gone";
-    store({}, u"Scale Mode"_qs, REG_DWORD, -3);
+    store({}, u"Scale Mode"_s, REG_DWORD, -3);
     EXPECT_EQ(loaded().Window.ScaleMode, 0);
 }
 
 TEST(settingsStore, DrawingDefaults) {
     const ConfigurationFolder folder;
-    ASSERT_TRUE(RegistryText::Import(registryFile(u"settings.reg"_qs)).Done);
+    ASSERT_TRUE(RegistryText::Import(registryFile(u"settings.reg"_s)).Done);
     ApplicationSettings read;
     read.Contour.MaxValue = 4;
     read.Contour.Automatic = false;
@@ -139,8 +139,8 @@ TEST(settingsStore, DrawingDefaults) {
     EXPECT_EQ(read.Contour, (ContourSettings{5, {1, 2, 0xff000003}, false, true, 4, 0, 7, true}));
     EXPECT_EQ(read.Displacement, (DisplacementSettings{false, 150, 1, true}));
     EXPECT_EQ(read.Vector, (VectorSettings{0, -1, {}, false, 50, 0}));
-    store(u"\\Contour"_qs, u"Color"_qs, REG_DWORD, 6);
-    store(u"\\Displacement"_qs, u"Fiducial"_qs, REG_DWORD, 3);
+    store(u"\\Contour"_s, u"Color"_s, REG_DWORD, 6);
+    store(u"\\Displacement"_s, u"Fiducial"_s, REG_DWORD, 3);
     load();
     EXPECT_EQ(read.Contour.ColorIndex, 5);
     EXPECT_EQ(read.Displacement.Fiducial, 2);

@@ -1,6 +1,6 @@
 #include "app/mdTipsDrawing.h"
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 
 #include <algorithm>
 #include <climits>
@@ -46,23 +46,23 @@ TEST(TipsDrawing, FontsTakeTheirSizeFromTheReferenceDevice) {
     TraceDevice device(100, 100);
     const TraceDevice page(100, 100, 600);
     EXPECT_EQ(PointsToDevice(page, 10.5), 83);
-    const Font old = SelectFontFor(device, page, {u"Arial"_qs, 11, true, false, true, false}, 900);
+    const Font old = SelectFontFor(device, page, {u"Arial"_s, 11, true, false, true, false}, 900);
     const Font bold = SelectFontFor(device, device, {QString(20, u'漢'), 9}, 0);
-    EXPECT_EQ(bold, (Font{92, 700, false, true, false, 900, u"Arial"_qs}));
+    EXPECT_EQ(bold, (Font{92, 700, false, true, false, 900, u"Arial"_s}));
     EXPECT_EQ(device.SelectFont(old).Face, QString(16, u'漢'));
-    SelectFontFor(device, device, {u"x"_qs + QString(20, u'漢'), 9}, 0);
-    EXPECT_EQ(device.SelectFont(old).Face, u"x"_qs + QString(15, u'漢'));
+    SelectFontFor(device, device, {u"x"_s + QString(20, u'漢'), 9}, 0);
+    EXPECT_EQ(device.SelectFont(old).Face, u"x"_s + QString(15, u'漢'));
 }
 
 TEST(TipsDrawing, AnchorsHoldTheirPointOfTheText) {
     TraceDevice device(100, 100);
-    device.SelectFont({.Height = 15, .Face = u"Arial"_qs});
-    ASSERT_EQ(MeasureText(device, u"abcde"_qs), (DeviceSize{35, 15}));
+    device.SelectFont({.Height = 15, .Face = u"Arial"_s});
+    ASSERT_EQ(MeasureText(device, u"abcde"_s), (DeviceSize{35, 15}));
     QByteArray expected = device.Trace();
     int anchor = 1;
     for (const char* at :
          {"100 50", "83 50", "65 50", "100 43", "83 43", "65 43", "100 35", "83 35", "65 35", "100 50", "100 50"}) {
-        DrawAnchoredText(device, 100, 50, u"abcde"_qs, anchor);
+        DrawAnchoredText(device, 100, 50, u"abcde"_s, anchor);
         expected += QByteArray("Text ") + at + " \"abcde\"\n";
         anchor = anchor == 10 ? -1 : anchor + 1;
     }

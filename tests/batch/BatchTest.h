@@ -18,7 +18,7 @@ protected:
     /// `errors`.
     int run(const QString& line) {
         QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-        words.replaceInStrings(QRegularExpression(u"^FILE$"_qs), path);
+        words.replaceInStrings(QRegularExpression(u"^FILE$"_s), path);
         QBuffer outputBuffer(&output), errorBuffer(&errors);
         output.clear();
         errors.clear();
@@ -45,6 +45,6 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     TestFolder folder;
-    QString path = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_qs);
+    QString path = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_s);
     QByteArray output, errors;
 };

@@ -14,7 +14,7 @@ QJsonArray asJson(const QByteArray& text) {
 class ValuesTest : public BatchTest {
 protected:
     QByteArray csv(const QString& options) {
-        EXPECT_EQ(run(u"values FILE "_qs + options), 0) << errors.constData();
+        EXPECT_EQ(run(u"values FILE "_s + options), 0) << errors.constData();
         return output;
     }
 };
@@ -22,17 +22,17 @@ protected:
 class RenderTest : public BatchTest {
 protected:
     /// The trace of a picture of 200 by 100 with nothing on it but lines.
-    QByteArray traceOf(const QString& options, const QString& name = u"out.trace"_qs) {
+    QByteArray traceOf(const QString& options, const QString& name = u"out.trace"_s) {
         const QString line = u"render FILE --size 200x100 --set contour/values/automatic=False "
-                             "--set contour/values/div=0 --set displacement/fid=0 -o "_qs;
+                             "--set contour/values/div=0 --set displacement/fid=0 -o "_s;
         EXPECT_EQ(run(line + folder.Path(name) + u' ' + options), 0) << errors.constData();
         return fileBytes(name);
     }
 };
 
 TEST_F(BatchTest, InfoTellsWhatTheFileHolds) {
-    QJsonObject info = json(u"info FILE"_qs);
-    EXPECT_EQ(info.take(u"file"_qs), path);
+    QJsonObject info = json(u"info FILE"_s);
+    EXPECT_EQ(info.take(u"file"_s), path);
     EXPECT_EQ(QJsonArray{info}, asJson(R"({"magic": "VRF10", "version": 100, "title": "試験", "nodes": 6, "elements": 2,
         "lineElementsOnly": false, "noDisplacement": false, "displacementItemX": 1, "displacementItemY": 1,
         "firstStepOffset": 213,
@@ -42,18 +42,18 @@ TEST_F(BatchTest, InfoTellsWhatTheFileHolds) {
                   {"number": 2, "name": "Time : 1.250", "time": 1.25, "offset": 301}]})"));
     VrfBuilder file = twoSquares();
     file.items[0].flags = 0;
-    file.title = u"\"\\\u0001"_qs;
-    info = json(u"info "_qs + folder.Write(file.Bytes()));
+    file.title = u"\"\\\u0001"_s;
+    info = json(u"info "_s + folder.Write(file.Bytes()));
     EXPECT_TRUE(info[u"displacementItemX"].isNull());
     EXPECT_EQ(info[u"title"], file.title);
 }
 
 TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
-    QJsonObject mesh = json(u"mesh FILE"_qs);
+    QJsonObject mesh = json(u"mesh FILE"_s);
     EXPECT_EQ(mesh[u"nodes"].toArray(), asJson("[0,0],[1,0],[2,0],[0,1],[1,1],[2,1]"));
     EXPECT_EQ(mesh[u"elements"][1], asJson(R"({"type": 2, "nodes": [2, 3, 6, 5],
         "neighbours": [null, null, null, 1], "centre": [1.5, 0.5]})")[0]);
-    mesh = json(u"mesh --step 2 FILE"_qs);
+    mesh = json(u"mesh --step 2 FILE"_s);
     EXPECT_EQ(mesh[u"active"].toArray(), asJson("true, true, false, true, true, false"));
     EXPECT_EQ(mesh[u"elements"][0][u"neighbours"].toArray(), asJson("null, null, null, null"));
     EXPECT_EQ(mesh[u"elements"][1][u"type"], -1);
@@ -61,20 +61,20 @@ TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
     file.nodes[1] = {std::numeric_limits<double>::infinity(), 1e-7};
     file.elements = {{1, 0, -5}};
     file.steps = {};
-    mesh = json(u"mesh "_qs + folder.Write(file.Bytes()));
+    mesh = json(u"mesh "_s + folder.Write(file.Bytes()));
     EXPECT_EQ(mesh[u"nodes"][1].toArray(), asJson("null, 1e-7"));
     EXPECT_EQ(mesh[u"elements"][0][u"nodes"].toArray(), asJson("1, null, null"));
 }
 
 TEST_F(ValuesTest, OfEveryQuery) {
-    const QString second = u"--step 2 --item 変位 "_qs, difference = second + u"--reference 1 "_qs;
+    const QString second = u"--step 2 --item 変位 "_s, difference = second + u"--reference 1 "_s;
     EXPECT_EQ(csv(second), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
     EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
-    EXPECT_EQ(csv(difference + u"--query node"_qs), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
-    EXPECT_EQ(csv(difference + u"--query displacement-y"_qs), csv(difference));
-    EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_qs), "number,value\n1,0\n2,10\n");
-    EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_qs), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
-    EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_qs), "number,value\n1,0\n2,0\n");
+    EXPECT_EQ(csv(difference + u"--query node"_s), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
+    EXPECT_EQ(csv(difference + u"--query displacement-y"_s), csv(difference));
+    EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_s), "number,value\n1,0\n2,10\n");
+    EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_s), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
+    EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_s), "number,value\n1,0\n2,0\n");
 }
 
 TEST_F(ValuesTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
@@ -84,8 +84,8 @@ TEST_F(ValuesTest, RealsReadBackAndWhatIsNoNumberIsNullInJson) {
     file.steps[0].values[0].assign(values.begin(), values.end());
     file.steps[0].values[0].push_back(std::numeric_limits<double>::quiet_NaN());
     path = folder.Write(file.Bytes());
-    EXPECT_TRUE(csv(u"--step 1 --item 1"_qs).startsWith("number,value\n1,0.1\n2,-1e-7\n3,16777216\n"));
-    const QJsonObject object = json(u"values FILE --json --step=1 --item=1"_qs);
+    EXPECT_TRUE(csv(u"--step 1 --item 1"_s).startsWith("number,value\n1,0.1\n2,-1e-7\n3,16777216\n"));
+    const QJsonObject object = json(u"values FILE --json --step=1 --item=1"_s);
     for (std::size_t i = 0; i < values.size(); ++i)
         EXPECT_EQ(float(object[u"values"][qsizetype(i)].toDouble()), values[i]);
     EXPECT_EQ(float(object[u"max"].toDouble()), most);
@@ -96,56 +96,56 @@ TEST_F(RenderTest, WritesEachFormat) {
     struct {
         QString name;
         QByteArray start;
-    } const cases[] = {{u"o.png"_qs, "\x89PNG"}, {u"o.SVG"_qs, "<?xml"}, {u"o.pdf"_qs, "%PDF-"}};
+    } const cases[] = {{u"o.png"_s, "\x89PNG"}, {u"o.SVG"_s, "<?xml"}, {u"o.pdf"_s, "%PDF-"}};
     for (const auto& expected : cases)
-        EXPECT_TRUE(traceOf(u"--dpi 144"_qs, expected.name).startsWith(expected.start)) << expected.name.toStdString();
-    const QImage image(folder.Path(u"o.png"_qs));
+        EXPECT_TRUE(traceOf(u"--dpi 144"_s, expected.name).startsWith(expected.start)) << expected.name.toStdString();
+    const QImage image(folder.Path(u"o.png"_s));
     EXPECT_EQ(image.size(), QSize(200, 100));
     EXPECT_EQ(image.dotsPerMeterX(), 5669);
-    EXPECT_TRUE(fileBytes(u"o.SVG"_qs).contains("width=\"133.33\" height=\"66.67\" viewBox=\"-0.5 -0.5 200 100\""));
-    EXPECT_TRUE(fileBytes(u"o.pdf"_qs).contains("/MediaBox [0 0 100.000000 50.000000]"));
+    EXPECT_TRUE(fileBytes(u"o.SVG"_s).contains("width=\"133.33\" height=\"66.67\" viewBox=\"-0.5 -0.5 200 100\""));
+    EXPECT_TRUE(fileBytes(u"o.pdf"_s).contains("/MediaBox [0 0 100.000000 50.000000]"));
 }
 
 TEST_F(RenderTest, FollowsItsOptions) {
     const QByteArray plain = traceOf({});
     // The world is 2.2 by 1.2 with its margin: 83.3 dots a unit, centred.
     EXPECT_TRUE(plain.contains("MoveTo 17 92\nLineTo 100 92\n"));
-    EXPECT_TRUE(traceOf(u"--zoom -3"_qs).contains("MoveTo 58 71\nLineTo 100 71\n"));
-    const QByteArray second = traceOf(u"--step 2"_qs);
-    traceOf(u"--steps 1:2"_qs, u"a%d.trace"_qs);
-    EXPECT_EQ(fileBytes(u"a1.trace"_qs), plain);
-    EXPECT_EQ(fileBytes(u"a2.trace"_qs), second);
-    traceOf(u"--steps 1:2:2"_qs, u"c%04d.trace"_qs);
-    EXPECT_FALSE(fileBytes(u"c0001.trace"_qs).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_qs)));
+    EXPECT_TRUE(traceOf(u"--zoom -3"_s).contains("MoveTo 58 71\nLineTo 100 71\n"));
+    const QByteArray second = traceOf(u"--step 2"_s);
+    traceOf(u"--steps 1:2"_s, u"a%d.trace"_s);
+    EXPECT_EQ(fileBytes(u"a1.trace"_s), plain);
+    EXPECT_EQ(fileBytes(u"a2.trace"_s), second);
+    traceOf(u"--steps 1:2:2"_s, u"c%04d.trace"_s);
+    EXPECT_FALSE(fileBytes(u"c0001.trace"_s).isEmpty() || QFile::exists(folder.Path(u"c0002.trace"_s)));
 }
 
 TEST_F(RenderTest, FollowsThePropertyFileUnlessToldNotTo) {
     const QByteArray plain = traceOf({});
     folder.Write("<?xml version=\"1.0\"?><VRFPROPERTY><currentstep>1</currentstep><displacement><orgmesh>True</orgmesh>"
                  "</displacement></VRFPROPERTY>",
-                 QFileInfo(path).fileName() + u".property"_qs);
-    EXPECT_EQ(traceOf(u"--no-property"_qs), plain);
-    EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_qs)) << "the step that the file was left at";
-    EXPECT_EQ(traceOf(u"--step 1"_qs), plain) << "the command line goes before the file";
+                 QFileInfo(path).fileName() + u".property"_s);
+    EXPECT_EQ(traceOf(u"--no-property"_s), plain);
+    EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_s)) << "the step that the file was left at";
+    EXPECT_EQ(traceOf(u"--step 1"_s), plain) << "the command line goes before the file";
     EXPECT_NE(traceOf({}), plain);
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {
-    const QString out = folder.Path(u"o.png"_qs);
+    const QString out = folder.Path(u"o.png"_s);
     QStringList wrong =
         u"|draw FILE|info FILE FILE|info FILE --json|mesh FILE --step 0|values FILE --step 1|"
         "values FILE --step 1 --item 1 --reference x|values none.vrf --step 1 --item 1 --query x|render FILE|"
-        "render FILE -o o.bmp"_qs.split(u'|');
+        "render FILE -o o.bmp"_s.split(u'|');
     const QString options = u"size 0x10|size 40000x10|steps 1:2|steps 1:2:0|mesh yes|scale-mode 1|zoom 10|"
-                            "dpi 2000000000|set contour/legend|set contour/legends=1"_qs;
+                            "dpi 2000000000|set contour/legend|set contour/legends=1"_s;
     for (const QString& option : options.split(u'|'))
-        wrong.append(u"render FILE -o "_qs + out + u" --"_qs + option);
+        wrong.append(u"render FILE -o "_s + out + u" --"_s + option);
     for (const QString& line : wrong) {
         EXPECT_EQ(run(line), 2) << line.toStdString();
         EXPECT_TRUE(output.isEmpty() && !errors.isEmpty()) << line.toStdString();
     }
     EXPECT_FALSE(QFile::exists(out));
-    for (const QString& help : {u"--help"_qs, u"info --help"_qs, u"--version"_qs}) {
+    for (const QString& help : {u"--help"_s, u"info --help"_s, u"--version"_s}) {
         EXPECT_EQ(run(help), 0);
         EXPECT_TRUE(output.contains("velorin-batch") && errors.isEmpty());
     }
@@ -155,19 +155,19 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
     constexpr char badParameter[] = "無効なパラメータです。", badFormat[] = "ファイルの形式が不正です。";
     // A path from the current folder is told as it was given.
     for (const QString& file : {path, QDir::current().relativeFilePath(path)})
-        for (const QString& options : QStringList{u"mesh FILE --step=3"_qs, u"values FILE --step=1 --item=3"_qs,
-                                                  u"values FILE --step=1 --item=1 --reference=9"_qs,
-                                                  u"render FILE --steps=3:9 -o "_qs + folder.Path(u"%d.png"_qs)}) {
+        for (const QString& options : QStringList{u"mesh FILE --step=3"_s, u"values FILE --step=1 --item=3"_s,
+                                                  u"values FILE --step=1 --item=1 --reference=9"_s,
+                                                  u"render FILE --steps=3:9 -o "_s + folder.Path(u"%d.png"_s)}) {
             path = file;
             expectUnusable(options, file, badParameter);
         }
-    const QString nowhere = folder.Path(u"none/o.png"_qs);
-    expectUnusable(u"render FILE -o "_qs + nowhere, nowhere, "");
-    for (const QString& file : {folder.Path(u"none.vrf"_qs), folder.Path(u"."_qs)})
-        expectUnusable(u"info "_qs + file, file, badParameter);
+    const QString nowhere = folder.Path(u"none/o.png"_s);
+    expectUnusable(u"render FILE -o "_s + nowhere, nowhere, "");
+    for (const QString& file : {folder.Path(u"none.vrf"_s), folder.Path(u"."_s)})
+        expectUnusable(u"info "_s + file, file, badParameter);
     for (const QByteArray& bytes : {QByteArray(), QByteArray("VRF11"), twoSquares().Bytes().left(190)}) {
         path = folder.Write(bytes);
-        expectUnusable(u"mesh FILE"_qs, path, badFormat);
+        expectUnusable(u"mesh FILE"_s, path, badFormat);
     }
 }
 
@@ -178,9 +178,9 @@ TEST_F(RenderTest, DamagedNumbersStillMakeAPicture) {
         file.nodes[1] = {damaged, -damaged};
         file.steps[0].values[0][3] = damaged;
         path = folder.Write(file.Bytes());
-        for (const QString& name : {u"o.png"_qs, u"o.trace"_qs})
-            for (const QString& fiducial : {u"1"_qs, u"2"_qs, u"3"_qs})
-                EXPECT_FALSE(traceOf(u"--set displacement/fid="_qs + fiducial, name).isEmpty()) << damaged;
+        for (const QString& name : {u"o.png"_s, u"o.trace"_s})
+            for (const QString& fiducial : {u"1"_s, u"2"_s, u"3"_s})
+                EXPECT_FALSE(traceOf(u"--set displacement/fid="_s + fiducial, name).isEmpty()) << damaged;
     }
 }
 

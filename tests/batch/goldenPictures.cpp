@@ -90,14 +90,13 @@ class GoldenPictures : public testing::Test {
 protected:
     /// The bytes of one picture in the format of `ending`.
     QByteArray render(const Case& c, const QStringList& more, const QString& ending, const char* size) {
-        const QString input = folder.Write(c.model().Bytes(), QString::fromLatin1(c.name) + u".vrf"_qs);
+        const QString input = folder.Write(c.model().Bytes(), QString::fromLatin1(c.name) + u".vrf"_s);
         const QString output = folder.Path(QString::fromLatin1(c.name) + ending);
         QBuffer out, errors;
         out.open(QIODevice::WriteOnly);
         errors.open(QIODevice::WriteOnly);
         const QStringList arguments =
-            QStringList{u"render"_qs, input, u"-o"_qs, output, u"--size"_qs, QString::fromLatin1(size)} + c.options +
-            more;
+            QStringList{u"render"_s, input, u"-o"_s, output, u"--size"_s, QString::fromLatin1(size)} + c.options + more;
         EXPECT_EQ(batch::Run(arguments, {out, errors}), batch::Done) << errors.data().toStdString();
         QFile file(output);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
@@ -119,7 +118,7 @@ std::vector<Case> cases() {
         all.push_back({schemes[scheme], mixedModel,
                        with("--item 3 --set contour/colors/mid=0x0000ff00 --set contour/values/automatic=False "
                             "--set contour/values/min=-8 --set contour/values/max=9 --set contour/values/div=5 --set") +
-                           QStringList{u"contour/colors/index=%1"_qs.arg(scheme)},
+                           QStringList{u"contour/colors/index=%1"_s.arg(scheme)},
                        words("--set contour/reverse=True")});
     const QStringList bare =
         words(quiet) + words("--mesh off --set contour/values/automatic=False --set contour/values/div=1");
@@ -152,9 +151,9 @@ std::vector<Case> cases() {
 
 TEST_F(GoldenPictures, Traces) {
     for (const Case& c : cases()) {
-        const QByteArray trace = render(c, {}, u".trace"_qs, "400x300");
-        EXPECT_TRUE(Golden().MatchesText(u"traces/%1.trace"_qs.arg(QLatin1StringView(c.name)), trace));
-        EXPECT_NE(render(c, c.control, u".trace"_qs, "400x300"), trace) << c.name;
+        const QByteArray trace = render(c, {}, u".trace"_s, "400x300");
+        EXPECT_TRUE(Golden().MatchesText(u"traces/%1.trace"_s.arg(QLatin1StringView(c.name)), trace));
+        EXPECT_NE(render(c, c.control, u".trace"_s, "400x300"), trace) << c.name;
     }
 }
 
@@ -164,10 +163,10 @@ TEST_F(GoldenPictures, Pixels) {
         const bool hasText = name == u"everything" || name == u"difference" || name == u"vectorsOnNodes";
         if (!hasText && name != u"scheme4" && name != u"displaced2")
             continue;
-        const QImage picture = QImage::fromData(render(c, {}, u".png"_qs, "400x300"));
-        const QImage control = QImage::fromData(render(c, c.control, u".png"_qs, "400x300"));
+        const QImage picture = QImage::fromData(render(c, {}, u".png"_s, "400x300"));
+        const QImage control = QImage::fromData(render(c, c.control, u".png"_s, "400x300"));
         const PictureTolerance tolerance = hasText ? PictureTolerance{1, 40} : PictureTolerance{};
-        EXPECT_TRUE(Golden().MatchesPicture(u"pictures/%1.png"_qs.arg(name), picture, tolerance));
+        EXPECT_TRUE(Golden().MatchesPicture(u"pictures/%1.png"_s.arg(name), picture, tolerance));
         EXPECT_NE(picture, control) << c.name;
     }
 }

@@ -44,7 +44,7 @@ public:
         require(ftruncate(descriptor, 0) == 0, "ftruncate");
         require(pwrite(descriptor, data, size, 0) == ssize_t(size), "pwrite");
     }
-    QString Path() const { return u"/proc/self/fd/"_qs + QString::number(descriptor); }
+    QString Path() const { return u"/proc/self/fd/"_s + QString::number(descriptor); }
 
 private:
     int descriptor;

@@ -1,6 +1,6 @@
 // Fuzz target: any bytes as a plot's data file, loaded, written and read again, and the plot as a graph's text.
 #include "Fuzz.h"
-#include "platform/Codepage.h"
+#include "platform/base/Codepage.h"
 #include "plot/mdGraph.h"
 
 #include <QTemporaryDir>
@@ -38,7 +38,7 @@ void requireLines(Graph& graph) {
     const int points = std::max(graph.Plot.DataCount(1), 0);
     for (const int type : {GraphType::History, GraphType::Distribution}) {
         graph.GraphType = type;
-        const qsizetype lines = mdGraph::GraphText(graph, u'\t').count(u"\r\n"_qs) + 1;
+        const qsizetype lines = mdGraph::GraphText(graph, u'\t').count(u"\r\n"_s) + 1;
         require(lines == (type == GraphType::History ? 2 + points : 1 + 2 * series), "a line for each of its kind");
     }
 }
@@ -48,8 +48,8 @@ void requireLines(Graph& graph) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Program program;
     static const MemoryFile input;
-    static const QTemporaryDir folder(u"/dev/shm/velorin-XXXXXX"_qs);
-    const QString path = folder.filePath(u"saved.csv"_qs);
+    static const QTemporaryDir folder(u"/dev/shm/velorin-XXXXXX"_s);
+    const QString path = folder.filePath(u"saved.csv"_s);
     input.Write(data, size);
     Graph graph;
     const clsPlot& read = graph.Plot;

@@ -1,7 +1,7 @@
 // Fuzz target: any bytes as a plot's style file, loaded, drawn, written and read again.
 #include "Fuzz.h"
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "plot/clsPlot.h"
 
 #include <QTemporaryDir>
@@ -13,7 +13,7 @@ namespace {
 struct Drawn : clsPlot {
     explicit Drawn(const QString& folder) {
         PictureFolder = folder;
-        GraphTitle = u"title"_qs;
+        GraphTitle = u"title"_s;
         for (const int series : {1, 2})
             for (int i = 0; i < 4; ++i)
                 DataAdd(series, float(i), float(i * i - series));
@@ -80,8 +80,8 @@ QByteArray withoutGrid(const QByteArray& style) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Program program;
     static const MemoryFile input;
-    static const QTemporaryDir folder(u"/dev/shm/velorin-XXXXXX"_qs);
-    const QString path = folder.filePath(u"saved.style"_qs);
+    static const QTemporaryDir folder(u"/dev/shm/velorin-XXXXXX"_s);
+    const QString path = folder.filePath(u"saved.style"_s);
     input.Write(data, size);
     Drawn read(folder.path()), once(folder.path()), twice(folder.path());
     read.StyleLoad(input.Path());

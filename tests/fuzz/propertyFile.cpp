@@ -9,7 +9,7 @@ namespace {
 /// A folder for the two files. There is no store of settings, which would cost far more than the reading.
 struct Place {
     QTemporaryDir Folder;
-    QString ResultFile = Folder.filePath(u"r.vrf"_qs);
+    QString ResultFile = Folder.filePath(u"r.vrf"_s);
     QFile Property{propertyFile::PathFor(ResultFile)};
 
     Place() {
@@ -41,7 +41,7 @@ void requireRanges(const ApplicationSettings& s) {
 /// Names with tags or line ends in them, which text behind a child element can leave, don't come back.
 bool namesComeBack(const VectorSettings& vector) {
     return std::none_of(vector.ItemSets.begin(), vector.ItemSets.end(), [](const VectorItemSet& set) {
-        return set.Name.contains(u'<') || set.Name.contains(u"\r\n"_qs);
+        return set.Name.contains(u'<') || set.Name.contains(u"\r\n"_s);
     });
 }
 

@@ -3,8 +3,10 @@
 
 #include "app/mdApplication.h"
 #include "mainwin/frmMain.h"
-#include "platform/Dialogs.h"
-#include "platform/PictureBox.h"
+#include "mainwin/globals.h"
+#include "platform/base/Literals.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/PictureBox.h"
 #include "result/ResultModel.h"
 #include "result/VrfBuilder.h"
 
@@ -28,13 +30,13 @@ struct WindowTest : testing::Test {
     }
     /// Runs `act`, which is to show the one message `text`.
     void expectMessage(const QString& text, const std::function<void()>& act) {
-        Dialogs::Testing::QueueAnswer(Dialogs::Answer::Ok);
+        Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
         act();
         EXPECT_EQ(Dialogs::Testing::UnusedCount(), 0);
         const auto asked = Dialogs::Testing::Asked();
         ASSERT_FALSE(asked.isEmpty());
         EXPECT_EQ(asked.last().Text, text);
-        EXPECT_EQ(asked.last().Flags, Dialogs::Style::Stop);
+        EXPECT_EQ(asked.last().Flags, MessageStyle::Stop);
     }
     template<typename Object>
     Object* find(const QString& name) {
@@ -45,5 +47,5 @@ struct WindowTest : testing::Test {
 
     TestFolder folder;
     frmMain window;
-    PictureBox* const picture = find<PictureBox>(u"picScreen"_qs);
+    PictureBox* const picture = find<PictureBox>(u"picScreen"_s);
 };

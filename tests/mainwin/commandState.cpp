@@ -13,8 +13,8 @@ struct CommandStateTest : testing::Test {
         model.StepCount = 3;
         model.CurrentStep = 2;
         model.CurrentItem = 1;
-        model.Items = {{u"変位"_qs}, {u"応力"_qs}};
-        settings.Vector.ItemSets = {{u"u"_qs}, {u"v"_qs}};
+        model.Items = {{u"変位"_s}, {u"応力"_s}};
+        settings.Vector.ItemSets = {{u"u"_s}, {u"v"_s}};
         settings.Vector.ItemSetCount = 2;
         settings.Vector.DefaultItemSet = 5;
         settings.Contour.ColorIndex = 1;
@@ -35,16 +35,16 @@ struct CommandStateTest : testing::Test {
     }
     QString lists() {
         QStringList texts;
-        for (const QString& combo : {u"miDrawStep"_qs, u"miDrawVectorItem"_qs, u"miDrawContourItem"_qs})
-            texts.append(u"%1/%2"_qs.arg(bars.ListIndex(combo)).arg(bars.ListCount(combo)));
+        for (const QString& combo : {u"miDrawStep"_s, u"miDrawVectorItem"_s, u"miDrawContourItem"_s})
+            texts.append(u"%1/%2"_s.arg(bars.ListIndex(combo)).arg(bars.ListCount(combo)));
         return texts.join(u' ');
     }
 
-    const QString always = u"miFile miFileOpen miFileQuit miViewToolBar miViewStatusBar miViewRefresh miHelp"_qs;
+    const QString always = u"miFile miFileOpen miFileQuit miViewToolBar miViewStatusBar miViewRefresh miHelp"_s;
     const QString ofFile = u"miFileSaveLayout miFileProperty miViewScale miViewMesh miViewZoomIn miViewZoomOut "
-                           u"miViewZoomOff miDraw"_qs;
-    const QString ofDisplacement = u"miDrawDispScale miDrawDispLegend miDrawOrgMesh"_qs;
-    const QString ofContour = u"miDrawContourColor miDrawContourLegend miDrawContourValue"_qs;
+                           u"miViewZoomOff miDraw"_s;
+    const QString ofDisplacement = u"miDrawDispScale miDrawDispLegend miDrawOrgMesh"_s;
+    const QString ofContour = u"miDrawContourColor miDrawContourLegend miDrawContourValue"_s;
     QMainWindow window;
     CommandBars& bars = *new CommandBars(window);
     ResultModel model;
@@ -60,18 +60,18 @@ TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
         EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
     }
     EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size())) << "every command stands once";
-    EXPECT_EQ(lists(), u"2/3 1/2 1/2"_qs);
-    EXPECT_EQ(marks(u"pdDrawContourColor"_qs), u"-x----"_qs);
-    EXPECT_EQ(marks(u"pbDrawDispScale"_qs), u"---x"_qs);
-    EXPECT_FALSE(bars.Checked(u"miViewMesh"_qs));
-    EXPECT_TRUE(bars.Checked(u"miViewToolBar"_qs) && bars.Checked(u"miDrawContourLegend"_qs));
-    commandState::CheckBandChoiceByName(bars, u"pbViewScale"_qs, u"miViewScaleAutomatic"_qs);
-    EXPECT_EQ(marks(u"pbViewScale"_qs), u"-x"_qs);
+    EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
+    EXPECT_EQ(marks(u"pdDrawContourColor"_s), u"-x----"_s);
+    EXPECT_EQ(marks(u"pbDrawDispScale"_s), u"---x"_s);
+    EXPECT_FALSE(bars.Checked(u"miViewMesh"_s));
+    EXPECT_TRUE(bars.Checked(u"miViewToolBar"_s) && bars.Checked(u"miDrawContourLegend"_s));
+    commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
+    EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
     update(false);
     expectEnabled(ofFile, false);
     expectEnabled(always, true);
-    EXPECT_EQ(lists(), u"-1/0 1/2 -1/0"_qs) << "the list of vectors stays";
-    EXPECT_EQ(marks(u"pdDrawContourColor"_qs), u"-x----"_qs);
+    EXPECT_EQ(lists(), u"-1/0 1/2 -1/0"_s) << "the list of vectors stays";
+    EXPECT_EQ(marks(u"pdDrawContourColor"_s), u"-x----"_s);
 }
 
 TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
@@ -81,24 +81,24 @@ TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
         update(true);
         expectEnabled(ofDisplacement, !noDisplacement);
         expectEnabled(ofContour, noDisplacement);
-        expectEnabled(ofFile + u' ' + always + u" miDrawContourItem"_qs, true);
+        expectEnabled(ofFile + u' ' + always + u" miDrawContourItem"_s, true);
     }
 }
 
 TEST_F(CommandStateTest, RecentFilesStandBeforeQuit) {
     clsStringArray files;
     for (int i = 0; i < 12; ++i)
-        files.Add(u"/solid/R&D/%1.vrf"_qs.arg(i), true, {});
+        files.Add(u"/solid/R&D/%1.vrf"_s.arg(i), true, {});
     commandState::BuildRecentMenu(bars, files);
     commandState::BuildRecentMenu(bars, files);
-    const QStringList tools = bars.BandTools(u"pbFile"_qs);
-    EXPECT_EQ(tools.last(), u"miFileQuit"_qs);
-    EXPECT_EQ(tools.filter(u"recent-"_qs).size(), 9);
-    EXPECT_EQ(bars.ToolID(u"recent-8"_qs), 100008);
-    EXPECT_EQ(bars.Caption(u"recent-2"_qs), u"&3 - /solid/R&&D/2.vrf"_qs);
+    const QStringList tools = bars.BandTools(u"pbFile"_s);
+    EXPECT_EQ(tools.last(), u"miFileQuit"_s);
+    EXPECT_EQ(tools.filter(u"recent-"_s).size(), 9);
+    EXPECT_EQ(bars.ToolID(u"recent-8"_s), 100008);
+    EXPECT_EQ(bars.Caption(u"recent-2"_s), u"&3 - /solid/R&&D/2.vrf"_s);
     files.Clear();
     commandState::BuildRecentMenu(bars, files);
-    EXPECT_FALSE(bars.HasTool(u"recent-1"_qs));
+    EXPECT_FALSE(bars.HasTool(u"recent-1"_s));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "WindowTest.h"
 
 #include "app/settingsStore.h"
-#include "mainwin/LongWork.h"
+#include "platform/widgets/LongWork.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <QAction>
@@ -23,8 +23,8 @@ struct FrmMainTest : WindowTest {
     void openPlate() { openFirst(platePath); }
     void expectClosed() {
         EXPECT_FALSE(window.IsOpen());
-        EXPECT_EQ(window.windowTitle(), u"Velorin - (未定義)"_qs);
-        for (const QString& name : {u"miViewZoomIn"_qs, u"miViewZoomOut"_qs, u"miViewZoomOff"_qs})
+        EXPECT_EQ(window.windowTitle(), u"Velorin - (未定義)"_s);
+        for (const QString& name : {u"miViewZoomIn"_s, u"miViewZoomOut"_s, u"miViewZoomOff"_s})
             EXPECT_FALSE(isEnabled(name)) << name.toStdString();
         QImage blank = picture->Image();
         blank.fill(Qt::white);
@@ -32,13 +32,13 @@ struct FrmMainTest : WindowTest {
     }
     void trigger(const QString& command) { find<QAction>(command)->trigger(); }
     bool isEnabled(const QString& command) { return find<QAction>(command)->isEnabled(); }
-    QString panel(int number) { return find<QLabel>(u"stbStatus_%1"_qs.arg(number))->text(); }
+    QString panel(int number) { return find<QLabel>(u"stbStatus_%1"_s.arg(number))->text(); }
     /// Place and page of both scroll bars, as far as they are enabled.
     QString bars() {
         QStringList texts;
-        for (const QString& name : {u"scrScroll_0"_qs, u"scrScroll_1"_qs})
+        for (const QString& name : {u"scrScroll_0"_s, u"scrScroll_1"_s})
             if (const auto* bar = find<QScrollBar>(name); bar->isEnabled())
-                texts.append(u"%1/%2"_qs.arg(bar->value()).arg(bar->pageStep()));
+                texts.append(u"%1/%2"_s.arg(bar->value()).arg(bar->pageStep()));
         return texts.join(u' ');
     }
     /// From the leftmost to the rightmost pixel of the mesh's colour.
@@ -58,38 +58,38 @@ struct FrmMainTest : WindowTest {
         QApplication::processEvents();
     }
 
-    const QString platePath = folder.Path(u"plate.vrf"_qs);
+    const QString platePath = folder.Path(u"plate.vrf"_s);
 };
 
 TEST_F(FrmMainTest, OpensTheFileOfTheCommandOrTheCommandLine) {
     for (const auto& answer : {std::optional<QString>(), std::optional(folder.Write(twoSquares().Bytes()))}) {
         expectClosed();
         Dialogs::Testing::QueueFile(answer);
-        trigger(u"miFileOpen"_qs);
+        trigger(u"miFileOpen"_s);
     }
-    EXPECT_EQ(window.windowTitle(), u"Velorin - model"_qs);
+    EXPECT_EQ(window.windowTitle(), u"Velorin - model"_s);
     openPlate();
-    EXPECT_EQ(window.windowTitle() + panel(3) + panel(4), u"Velorin - plate0.05100 %"_qs);
+    EXPECT_EQ(window.windowTitle() + panel(3) + panel(4), u"Velorin - plate0.05100 %"_s);
     EXPECT_GT(meshWidth(), 100);
 }
 
 TEST_F(FrmMainTest, UnusableFilesAreToldAndCloseTheOpenOne) {
     openPlate();
-    for (const QString& path : {folder.Path(u"none.vrf"_qs), QString(u'"' + platePath + u'"'), folder.Path(u"."_qs)})
-        expectMessage(u"無効なパラメータです。"_qs, [&] { window.FirstStep(path); });
-    EXPECT_EQ(window.windowTitle(), u"Velorin - plate"_qs);
+    for (const QString& path : {folder.Path(u"none.vrf"_s), QString(u'"' + platePath + u'"'), folder.Path(u"."_s)})
+        expectMessage(u"無効なパラメータです。"_s, [&] { window.FirstStep(path); });
+    EXPECT_EQ(window.windowTitle(), u"Velorin - plate"_s);
     for (const QByteArray& bytes : {QByteArray("no result"), QByteArray(), twoSquares().Bytes().left(190)}) {
-        const QString other = folder.Write(bytes, u"other.vrf"_qs);
+        const QString other = folder.Write(bytes, u"other.vrf"_s);
         window.FirstStep(platePath);
         window.SetZoom(3);
-        expectMessage(other + u"\r\nファイルの形式が不正です。"_qs, [&] { window.FirstStep(other); });
+        expectMessage(other + u"\r\nファイルの形式が不正です。"_s, [&] { window.FirstStep(other); });
         expectClosed();
         EXPECT_EQ(panel(3) + panel(4), QString());
         resizeTo(window.width() + 10, window.height());
         expectClosed();
     }
     window.FirstStep(platePath);
-    EXPECT_EQ(panel(4), u"100 %"_qs);
+    EXPECT_EQ(panel(4), u"100 %"_s);
 }
 
 TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
@@ -116,24 +116,24 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
 
 TEST_F(FrmMainTest, ZoomCommandsEnableTheBarsFromTheFirstStepIn) {
     openPlate();
-    EXPECT_FALSE(isEnabled(u"miViewZoomOff"_qs));
-    trigger(u"miViewZoomOut"_qs);
-    EXPECT_EQ(panel(4) + bars(), u"75 %"_qs);
-    trigger(u"miViewZoomOff"_qs);
+    EXPECT_FALSE(isEnabled(u"miViewZoomOff"_s));
+    trigger(u"miViewZoomOut"_s);
+    EXPECT_EQ(panel(4) + bars(), u"75 %"_s);
+    trigger(u"miViewZoomOff"_s);
     EXPECT_EQ(window.Zoom(), 0);
-    trigger(u"miViewZoomIn"_qs);
-    EXPECT_EQ(panel(4) + bars(), u"125 %50/80 50/80"_qs);
+    trigger(u"miViewZoomIn"_s);
+    EXPECT_EQ(panel(4) + bars(), u"125 %50/80 50/80"_s);
     const QImage centred = picture->Image().copy();
-    find<QScrollBar>(u"scrScroll_1"_qs)->setValue(100);
+    find<QScrollBar>(u"scrScroll_1"_s)->setValue(100);
     EXPECT_FALSE(picture->Image() == centred);
-    trigger(u"miViewZoomOff"_qs);
+    trigger(u"miViewZoomOff"_s);
     EXPECT_EQ(bars(), QString());
     window.SetZoom(100);
-    EXPECT_EQ(panel(4), u"1600 %"_qs);
-    EXPECT_FALSE(isEnabled(u"miViewZoomIn"_qs));
+    EXPECT_EQ(panel(4), u"1600 %"_s);
+    EXPECT_FALSE(isEnabled(u"miViewZoomIn"_s));
     window.SetZoom(-100);
-    EXPECT_EQ(panel(4), u"8.33 %"_qs);
-    EXPECT_FALSE(isEnabled(u"miViewZoomOut"_qs));
+    EXPECT_EQ(panel(4), u"8.33 %"_s);
+    EXPECT_FALSE(isEnabled(u"miViewZoomOut"_s));
 }
 
 TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
@@ -157,8 +157,8 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
 
 TEST_F(FrmMainTest, AllIsFoundAgainAfterClosing) {
     openPlate();
-    trigger(u"miContourColor1"_qs);
-    trigger(u"miViewMesh"_qs);
+    trigger(u"miContourColor1"_s);
+    trigger(u"miViewMesh"_s);
     QTest::keyClick(&window, Qt::Key_Down, Qt::ControlModifier);
     window.close();
     mdVelorinResultModel::CloseResultFile(Model); // as the end of the program does
@@ -167,7 +167,7 @@ TEST_F(FrmMainTest, AllIsFoundAgainAfterClosing) {
     frmMain next;
     next.FirstStep({});
     EXPECT_FALSE(next.IsOpen()) << "the last file comes back only when that is wanted";
-    QAction* recent = next.findChild<QAction*>(u"recent-0"_qs);
+    QAction* recent = next.findChild<QAction*>(u"recent-0"_s);
     ASSERT_NE(recent, nullptr);
     recent->trigger();
     EXPECT_EQ(Model.FileName, platePath);
@@ -183,7 +183,7 @@ TEST_F(FrmMainTest, MouseShowsWorldCoordinatesAndZoomsAtItsPlace) {
     const QPoint place(picture->width() / 4, picture->height() / 3);
     const auto coordinates = [this, &place] {
         emit picture->MouseMoved(place);
-        const QStringList parts = panel(2).split(u", "_qs);
+        const QStringList parts = panel(2).split(u", "_s);
         return QPointF(parts.value(0).toDouble(), parts.value(1).toDouble());
     };
     const QPointF before = coordinates();
@@ -203,7 +203,7 @@ TEST(LongWork, EscStopsItAndTheWindowStaysAlive) {
         ++turns;
         QTest::keyClick(&window, Qt::Key_Escape);
     });
-    LongWork work(u"work"_qs, [](const QString&) {});
+    LongWork work(u"work"_s, [](const QString&) {});
     EXPECT_FALSE(work.Run([](const LongWork::Progress& progress) {
         while (progress(1, 2))
             QThread::msleep(1);

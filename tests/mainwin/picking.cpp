@@ -136,8 +136,8 @@ TEST_F(FrmMainPickingTest, AFileOpenedAnewBeginsWithoutSelection) {
     window.FirstStep(path);
     EXPECT_TRUE(selected().empty() && isBare());
     click(at(1, 0));
-    Dialogs::Testing::QueueAnswer(Dialogs::Answer::Ok);
-    window.FirstStep(folder.Write("no result", u"other.vrf"_qs));
+    Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
+    window.FirstStep(folder.Write("no result", u"other.vrf"_s));
     EXPECT_TRUE(selected().empty() && isBare());
     EXPECT_EQ(click(at(1, 0)), Ids{}) << "nothing is open";
     EXPECT_EQ(drag(at(-0.1, -0.1), at(2.1, 1.1)), Ids{});
@@ -145,7 +145,7 @@ TEST_F(FrmMainPickingTest, AFileOpenedAnewBeginsWithoutSelection) {
 }
 
 TEST_F(FrmMainPickingTest, TheFirstDroppedFileIsOpenedAfterTheDrop) {
-    const QString other = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_qs);
+    const QString other = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_s);
     const auto drop = [this](const QString& first) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(first), QUrl::fromLocalFile(path)});
@@ -158,8 +158,8 @@ TEST_F(FrmMainPickingTest, TheFirstDroppedFileIsOpenedAfterTheDrop) {
     EXPECT_EQ(mdApplication::Model.FileName, path);
     QApplication::processEvents();
     EXPECT_EQ(mdApplication::Model.FileName, other);
-    drop(folder.Path(u"."_qs));
-    expectMessage(u"無効なパラメータです。"_qs, [] { QApplication::processEvents(); });
+    drop(folder.Path(u"."_s));
+    expectMessage(u"無効なパラメータです。"_s, [] { QApplication::processEvents(); });
     EXPECT_EQ(mdApplication::Model.FileName, other);
 }
 

@@ -1,6 +1,6 @@
 #include "Golden.h"
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "plot/clsPlot.h"
 
 #include <cfloat>
@@ -32,14 +32,14 @@ struct PlotAxes : testing::Test {
 };
 
 TEST_F(PlotAxes, StandWhereTitleCaptionsAndNumbersLeaveRoom) {
-    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxes.trace"_qs, trace()));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxes.trace"_s, trace()));
     EXPECT_EQ(plot.DataPlotArea(), (PlotArea{31, 13, 151, 113}));
     int x = 0, y = 0;
     plot.ConvertPoint(-1, 3, x, y);
     EXPECT_EQ(std::pair(x, y), std::pair(-44, -213));
-    plot.GraphTitle = u"図 1"_qs;
-    plot.SetScaleLabel(clsPlot::ScaleBase, u"base"_qs);
-    plot.SetScaleLabel(clsPlot::ScalePlot, u"plot"_qs);
+    plot.GraphTitle = u"図 1"_s;
+    plot.SetScaleLabel(clsPlot::ScaleBase, u"base"_s);
+    plot.SetScaleLabel(clsPlot::ScalePlot, u"plot"_s);
     plot.SetScaleLabelColor(clsPlot::ScalePlot, 0x111111);
     plot.SetScaleFontColor(clsPlot::ScalePlot, 0x222222);
     plot.SetScaleLineColor(clsPlot::ScalePlot, 0x333333);
@@ -49,12 +49,12 @@ TEST_F(PlotAxes, StandWhereTitleCaptionsAndNumbersLeaveRoom) {
     plot.SetScaleReverse(clsPlot::ScaleBoth, true);
     plot.SetScaleValueDraw(clsPlot::ScaleBase, 1);
     plot.SetScaleType(clsPlot::ScalePlot, 1);
-    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxesTurned.trace"_qs, trace()));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxesTurned.trace"_s, trace()));
     plot.Orientation = 0;
     plot.GraphTitlePos = 2;
     plot.Outline = false;
     plot.SetGridDraw(clsPlot::ScaleBoth, false);
-    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxesPlain.trace"_qs, trace()));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/plotAxesPlain.trace"_s, trace()));
 }
 
 TEST_F(PlotAxes, ReferenceLinesLieBeneathTheSeries) {

@@ -12,7 +12,7 @@ enum : int { Base = clsPlot::ScaleBase, Plot = clsPlot::ScalePlot, Both = clsPlo
 class PlotFiles : public testing::Test {
 protected:
     QTemporaryDir folder;
-    const QString path = folder.filePath(u"表.txt"_qs); // its second byte in code page 932 is a backslash
+    const QString path = folder.filePath(u"表.txt"_s); // its second byte in code page 932 is a backslash
 
     static std::string bytesOf(const QString& name) {
         QFile file(name);
@@ -44,15 +44,15 @@ void addPoints(clsPlot& plot, int series, const QString& label, const std::vecto
 
 TEST_F(PlotFiles, DataComesBackToFourDigits) {
     clsPlot plot, back;
-    plot.GraphTitle = u"温度"_qs;
-    addPoints(plot, 1, u"a\"b"_qs, {{0, 1}, {0.1f, -2500.04f}, {1e-10f, 123456}});
+    plot.GraphTitle = u"温度"_s;
+    addPoints(plot, 1, u"a\"b"_s, {{0, 1}, {0.1f, -2500.04f}, {1e-10f, 123456}});
     plot.DataLegendAdd();
-    plot.SetDataLabel(2, u"空"_qs);
-    addPoints(plot, 3, u"x, y"_qs, {{-0.0f, 2}});
+    plot.SetDataLabel(2, u"空"_s);
+    addPoints(plot, 3, u"x, y"_s, {{-0.0f, 2}});
     EXPECT_EQ(csvOf(plot), "TITLE,\"\x89\xb7\x93x\"\r\n\"a\"b\",1.000E0,-2.500E3,1.235E5\r\n,0.000E0,1.000E-1,1.000E-10"
                            "\r\n\"\x8b\xf3\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
     back.CsvLoad(path, false);
-    EXPECT_EQ(back.GraphTitle, u"温度"_qs);
+    EXPECT_EQ(back.GraphTitle, u"温度"_s);
     // The quote in the first label leaves a quotation open that takes all values, and series 2 has none.
     EXPECT_EQ(csvOf(back), "TITLE,\"\x89\xb7\x93x\"\r\n\"\"\r\n\r\n\"\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
 
@@ -92,7 +92,7 @@ TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
                                  "[GENERAL]\r\n    orientation=0\r\n    background=1\r\n"
                                  "    backcolor=0x00ffffff\r\n\r\n[SCALE_BASE]\r\n" +
                                  scale + "[SCALE_PLOT]\r\n" + scale);
-    const QString picture = folder.filePath(u"_back.bmp"_qs);
+    const QString picture = folder.filePath(u"_back.bmp"_s);
     EXPECT_FALSE(QFile::exists(picture));
 
     plot.Picture = QImage(3, 2, QImage::Format_RGB32);
@@ -140,27 +140,27 @@ TEST_F(PlotFiles, StyleByHandIsReadLeniently) {
                   "    fbold=0\r\n    fitalic=0\r\n    fundln=1\r\n    fcolor=0x00000000\r\n\r\n[SCALE_PLOT]\r\n" +
                   keysBeforeGrid + "    grid=0\r\n" + keysFromGridColor + "    fcolor=0x00808080\r\n\r\n");
 
-    plot.SetScaleFont(Both, std::make_shared<FontObject>(FontObject{.Name = u"x"_qs}));
+    plot.SetScaleFont(Both, std::make_shared<FontObject>(FontObject{.Name = u"x"_s}));
     plot.StyleLoad(written("[SCALE_PLOT]\nfsize=1e9\nfname=\nfbold=2\n[general]\nfitalic=1"));
-    EXPECT_EQ(*plot.ScaleFont(Base), (FontObject{.Name = u"x"_qs, .Size = 1638, .Bold = true}));
+    EXPECT_EQ(*plot.ScaleFont(Base), (FontObject{.Name = u"x"_s, .Size = 1638, .Bold = true}));
 }
 
 TEST_F(PlotFiles, GraphTextOfBothKinds) {
     Graph graph;
-    graph.Plot.GraphTitle = u"T"_qs;
-    graph.Plot.SetScaleLabel(Base, u"時間"_qs);
-    graph.Plot.SetScaleLabel(Plot, u"v"_qs);
-    EXPECT_EQ(mdGraph::GraphText(graph, u','), u"HISTORY,\"T\",\"時間\",\"v\"\r\n"_qs);
-    addPoints(graph.Plot, 1, u"節点 1"_qs, {{0.1f, 1}, {2, -1234567}});
-    addPoints(graph.Plot, 2, u"b"_qs, {{9, 3e-7f}});
+    graph.Plot.GraphTitle = u"T"_s;
+    graph.Plot.SetScaleLabel(Base, u"時間"_s);
+    graph.Plot.SetScaleLabel(Plot, u"v"_s);
+    EXPECT_EQ(mdGraph::GraphText(graph, u','), u"HISTORY,\"T\",\"時間\",\"v\"\r\n"_s);
+    addPoints(graph.Plot, 1, u"節点 1"_s, {{0.1f, 1}, {2, -1234567}});
+    addPoints(graph.Plot, 2, u"b"_s, {{9, 3e-7f}});
     EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HISTORY\t\"T\"\t\"時間\"\t\"v\"\r\n,\"節点 1\",\"b\"\r\n"
-                                                "1.00000E-1,1.00000E0,3.00000E-7\r\n2.00000E0,-1.23457E6,"_qs);
+                                                "1.00000E-1,1.00000E0,3.00000E-7\r\n2.00000E0,-1.23457E6,"_s);
     graph.GraphType = GraphType::Distribution;
     const QString rest = u"\t\"T\"\t\"時間\"\t\"v\"\r\n\"節点 1\"\t1.00000E-1\t2.00000E0\r\n\t1.00000E0\t-1.23457E6"
-                         "\r\n\"b\"\t9.00000E0\r\n\t3.00000E-7"_qs;
-    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HORIZONTAL"_qs + rest);
+                         "\r\n\"b\"\t9.00000E0\r\n\t3.00000E-7"_s;
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HORIZONTAL"_s + rest);
     graph.Plot.Orientation = 2;
-    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"VERTICAL"_qs + rest);
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"VERTICAL"_s + rest);
 }
 
 } // namespace

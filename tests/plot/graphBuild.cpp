@@ -1,3 +1,4 @@
+#include "platform/base/MessageStyle.h"
 #include "plot/mdGraph.h"
 #include "result/VrfBuilder.h"
 #include "view/clsMouse.h"
@@ -16,7 +17,7 @@ QStringList allSeries(const clsPlot& plot) {
     for (int series = 1; series <= plot.DataLegendCount(); ++series) {
         texts += plot.DataLabel(series);
         for (int point = 1; point <= plot.DataCount(series); ++point)
-            texts.back() += u" %1,%2"_qs.arg(plot.DataBase(series, point)).arg(plot.DataPlot(series, point));
+            texts.back() += u" %1,%2"_s.arg(plot.DataBase(series, point)).arg(plot.DataPlot(series, point));
     }
     return texts;
 }
@@ -39,7 +40,7 @@ protected:
 TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {5, 0, 9}}, graph));
     EXPECT_EQ(allSeries(graph.Plot),
-              QStringList({u"節点 : 6 0,6 1.25,12"_qs, u"節点 : 1 0,1 1.25,2"_qs, u"節点 : 10"_qs}));
+              QStringList({u"節点 : 6 0,6 1.25,12"_s, u"節点 : 1 0,1 1.25,2"_s, u"節点 : 10"_s}));
     EXPECT_EQ(graph.Caption, u"変位 時系列図");
     EXPECT_EQ(graph.ItemName, u"変位");
     EXPECT_EQ(graph.Plot.Orientation, 0);
@@ -49,30 +50,30 @@ TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
 
     model.CurrentItem = 1;
     ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1, 0}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"要素 : 2 0,0 1.25,0"_qs, u"要素 : 1 0,0 1.25,0"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"要素 : 2 0,0 1.25,0"_s, u"要素 : 1 0,0 1.25,0"_s}));
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1, 2}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"節点 : 2 0,10 1.25,0"_qs, u"節点 : 3"_qs})) << "by plain index";
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"節点 : 2 0,10 1.25,0"_s, u"節点 : 3"_s})) << "by plain index";
     model.CurrentItem = 2;
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList{u"節点 : 2"_qs});
+    EXPECT_EQ(allSeries(graph.Plot), QStringList{u"節点 : 2"_s});
     EXPECT_EQ(graph.Caption, u" 時系列図") << "there is no such item";
 }
 
 TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {
     ASSERT_TRUE(BuildDistribution(model, plain, {PickedKind::Nodes, {2, 0, 1}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0,1 1,2 2,3"_qs, u"ステップ : 2 0,2 1,4 2,6"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0,1 1,2 2,3"_s, u"ステップ : 2 0,2 1,4 2,6"_s}));
     EXPECT_EQ(graph.Caption, u"変位 分布図");
     EXPECT_EQ(graph.Plot.Orientation, 0);
     EXPECT_EQ(graph.RunAxis, 1);
     EXPECT_EQ(graph.Selection.Index, (std::vector<std::int32_t>{0, 1, 2}));
 
     ASSERT_TRUE(BuildDistribution(model, toFirst, {PickedKind::Nodes, {1, 4, -7}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 1,0 0,0"_qs, u"ステップ : 2 1,5 0,2"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 1,0 0,0"_s, u"ステップ : 2 1,5 0,2"_s}));
     EXPECT_EQ(graph.Plot.Orientation, 1) << "the extents are equal";
     EXPECT_EQ(graph.RunAxis, 2);
     ASSERT_TRUE(
         BuildDistribution(model, {.StandardStep = -1, .ApplyContour = true}, {PickedKind::Elements, {1, 0}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0.5,1 1.5,2"_qs, u"ステップ : 2 0.5,2 1.5,4"_qs}));
+    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"ステップ : 1 0.5,1 1.5,2"_s, u"ステップ : 2 0.5,2 1.5,4"_s}));
 }
 
 TEST_F(GraphBuildTest, NothingPickedAndNoForAnAnswer) {
@@ -121,6 +122,16 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
             ASSERT_TRUE(order.Positions[std::size_t(i)] == sign * keys[i] || std::isnan(keys[i]));
         }
     }
+}
+
+TEST(mdGraph, GraphsOfNothingOrOfManyAreAskedAbout) {
+    EXPECT_EQ(mdGraph::GraphRequest(0)->Text, u"オブジェクトを選択してください。"_s);
+    EXPECT_EQ(mdGraph::GraphRequest(0)->Flags, MessageStyle::Information);
+    EXPECT_FALSE(mdGraph::GraphRequest(1) || mdGraph::GraphRequest(100));
+    EXPECT_TRUE(
+        mdGraph::GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_EQ(mdGraph::GraphRequest(101)->Text.count(u"\r\n"_s), 3);
+    EXPECT_EQ(mdGraph::GraphRequest(101)->Flags, MessageStyle::Ask);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "Golden.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
 #include "plot/mdGraph.h"
 
 using namespace mdGraph;
@@ -11,12 +11,12 @@ constexpr int dotsPerInch = 254; // 10 units a millimetre
 Graph graphOf(int type) {
     Graph graph;
     graph.GraphType = type;
-    graph.ItemName = u"沈下%title%"_qs;
+    graph.ItemName = u"沈下%title%"_s;
     clsPlot& plot = graph.Plot;
     for (int i = 1; i <= 4; ++i) {
         plot.DataAdd(i, 0, float(i));
         plot.DataAdd(i, 10, float(-i));
-        plot.SetDataLabel(i, u"節点 : "_qs + QString::number(i));
+        plot.SetDataLabel(i, u"節点 : "_s + QString::number(i));
         plot.PickupLineAdd(2, i - 1, 0xff, 5, i - 1);
     }
     plot.SetDataLegendHidden(2, true);
@@ -27,8 +27,8 @@ Graph graphOf(int type) {
 
 TEST(GraphStyle, WholeGraphs) {
     ResultModel model;
-    model.Title = u"盛土 %file%"_qs;
-    model.FileName = u"/data/a.b.vrf"_qs;
+    model.Title = u"盛土 %file%"_s;
+    model.FileName = u"/data/a.b.vrf"_s;
     GraphDefaults defaults;
     for (const int type : {GraphType::History, GraphType::Distribution}) {
         Graph graph = graphOf(type);
@@ -39,7 +39,7 @@ TEST(GraphStyle, WholeGraphs) {
         EXPECT_TRUE(graph.Plot.ScaleFont(0) == graph.Plot.ScaleFont(1) &&
                     graph.Plot.DataLineColor(2) == defaults.LegendStyles.value(0, {0, 0xff}).LineColor);
         graph.Plot.Redraw(&device, nullptr);
-        EXPECT_TRUE(Golden().MatchesText(u"traces/graphStyle%1.trace"_qs.arg(type), device.Trace()));
+        EXPECT_TRUE(Golden().MatchesText(u"traces/graphStyle%1.trace"_s.arg(type), device.Trace()));
         // The second graph has neither grid nor numbers, and red series with black samples.
         defaults.PlotGrid = defaults.PlotScale = false;
         defaults.LegendStyles.clear();
@@ -68,7 +68,7 @@ TEST(GraphLegend, StandsWhereItIsPut) {
     graph.Plot.DataLegendRemove(3);
     graph.Plot.SetDataLegendHidden(1, true); // no row is left
     DrawGraphLegend(device, graph.Plot, defaults);
-    EXPECT_TRUE(Golden().MatchesText(u"traces/graphLegend.trace"_qs, device.Trace().mid(start)));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/graphLegend.trace"_s, device.Trace().mid(start)));
     const qsizetype end = device.Trace().size();
     defaults.PlotLegend = false;
     DrawGraphLegend(device, graph.Plot, defaults);

@@ -1,5 +1,5 @@
 // The plot's data: series, points, scales and reference lines, and what each makes of a bad index.
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
 #include "plot/clsPlot.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +26,12 @@ TEST(PlotModel, PointsMakeTheSeriesThatTheyNeed) {
     plot.DataRemove(3, 1);
     EXPECT_EQ(plot.DataCount(3), 1);
     EXPECT_EQ(plot.DataPlot(3, 1), 4.5f);
-    plot.SetDataLabel(3, u"後"_qs);
-    plot.SetDataLabel(4, u"無"_qs);
+    plot.SetDataLabel(3, u"後"_s);
+    plot.SetDataLabel(4, u"無"_s);
     plot.DataLegendRemove(4);
     plot.DataLegendRemove(1);
     EXPECT_EQ(plot.DataLegendCount(), 2);
-    EXPECT_EQ(plot.DataLabel(2), u"後"_qs);
+    EXPECT_EQ(plot.DataLabel(2), u"後"_s);
     EXPECT_EQ(plot.DataLabel(3), QString());
     plot.DataClear(2);
     EXPECT_EQ(plot.DataLabel(2), QString());
@@ -44,7 +44,7 @@ TEST(PlotModel, PointsMakeTheSeriesThatTheyNeed) {
 TEST(PlotModel, WritesTakeBothScalesAndReadsOne) {
     clsPlot plot;
     plot.SetScaleDraw(clsPlot::ScaleBoth, false);
-    plot.SetScaleLabel(clsPlot::ScalePlot, u"値"_qs);
+    plot.SetScaleLabel(clsPlot::ScalePlot, u"値"_s);
     EXPECT_FALSE(plot.ScaleDraw(clsPlot::ScaleBase) || plot.ScaleDraw(clsPlot::ScalePlot));
     EXPECT_EQ(plot.ScaleLabel(clsPlot::ScaleBase), QString());
     EXPECT_THROW(plot.ScaleDraw(clsPlot::ScaleBoth), SubscriptError);
@@ -77,7 +77,7 @@ TEST(PlotModel, StyleTablesGiveRowsAndTheirLimits) {
     EXPECT_EQ(clsPlot::SupportedDotStyle(5), 5);
     EXPECT_EQ(clsPlot::SupportedDotStyle(6), 0);
     EXPECT_EQ(clsPlot::SupportedLineStyle(0), PenStyle::Null);
-    EXPECT_EQ(clsPlot::SupportedLineStyleDescription(3), u"点線"_qs);
+    EXPECT_EQ(clsPlot::SupportedLineStyleDescription(3), u"点線"_s);
     EXPECT_EQ(clsPlot::SupprotedDotFillStyle(4), 3);
     EXPECT_EQ(clsPlot::SupprotedDotFillStyle(7), 0);
     EXPECT_EQ(clsPlot::SupprotedDotFillStyleDescription(-1), QString());

@@ -1,4 +1,4 @@
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
 #include "plot/clsPlot.h"
 #include "plot/scaleNumbers.h"
 
@@ -68,7 +68,7 @@ TEST(PlotScales, NumbersSuitTheirSizeAndTheAxis) {
         {-0.125f, "-0.125"}, {-2e7f, "-2.0E7"},  {2.0004f, "2.0"}, {1e-9f, "0.0"},      {NAN, "0.0"}};
     for (const auto& [value, text] : texts)
         EXPECT_EQ(FormatScaleValue(value, -100), QString::fromLatin1(text));
-    EXPECT_EQ(FormatScaleValue(1e-9f, 0.001f), u"1.0E-9"_qs);
+    EXPECT_EQ(FormatScaleValue(1e-9f, 0.001f), u"1.0E-9"_s);
 }
 
 TEST(PlotScales, TicksGoTowardsTheEndWhateverTheSignOfTheStep) {

@@ -1,6 +1,6 @@
 #include "Golden.h"
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "plot/clsPlot.h"
 
 #include <climits>
@@ -11,7 +11,7 @@ TEST(PlotSeries, DotsByStyle) {
     for (int style = -1; style <= 5; ++style)
         plot.SpecialPlot_Dot(device, style, 0xff, 0x80, style == 2 ? -1 : style, 9, 10, 7, style % 2 * 3);
     plot.SpecialPlot_Dot(device, DotStyle::Circle, 0xff, 0x80, 8, 0, INT_MAX, INT_MIN, 5);
-    EXPECT_TRUE(Golden().MatchesText(u"traces/plotDots.trace"_qs, device.Trace()));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/plotDots.trace"_s, device.Trace()));
 }
 
 TEST(PlotBackground, ByStyle) {
@@ -23,7 +23,7 @@ TEST(PlotBackground, ByStyle) {
             plot.Picture = picture;
             plot.Redraw(&device, nullptr);
         }
-    EXPECT_TRUE(Golden().MatchesText(u"traces/plotBackgrounds.trace"_qs, device.Trace()));
+    EXPECT_TRUE(Golden().MatchesText(u"traces/plotBackgrounds.trace"_s, device.Trace()));
 }
 
 TEST(PlotBackground, SmallTilesJoinWithoutASeam) {

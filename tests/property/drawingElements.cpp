@@ -14,7 +14,7 @@ TEST(DrawingElements, EachPathChangesASettingOfItsOwn) {
         ApplicationSettings one;
         // Legends and the automatic range are on to begin with.
         const bool isOn = path.endsWith(u"/legend") || path.endsWith(u"/automatic");
-        const QString text = path.endsWith(u"/itemset") ? u"主,1,2"_qs : isOn ? u"False"_qs : u"1"_qs;
+        const QString text = path.endsWith(u"/itemset") ? u"主,1,2"_s : isOn ? u"False"_s : u"1"_s;
         EXPECT_TRUE(Set(path, text, one)) << path.toStdString();
         EXPECT_FALSE(results.contains(one)) << path.toStdString();
         results.append(one);
@@ -42,12 +42,12 @@ TEST(DrawingElements, NumbersAreHeldWithinTheirRange) {
 
 TEST(DrawingElements, WhatIsNoValueIsRefused) {
     const std::pair<QString, QStringList> cases[] = {
-        {u"vector/scale"_qs, {u""_qs, u"x"_qs, u"1.5"_qs, u"0x1"_qs}},
-        {u"contour/values/min"_qs, {u""_qs, u"1,5"_qs, u"nan"_qs, u"-inf"_qs, u"1e39"_qs}},
-        {u"value/disp"_qs, {u""_qs, u"on"_qs, u"True!"_qs}},
-        {u"contour/colors/min"_qs, {u"0x"_qs, u"0xgg"_qs, u"red"_qs, u"-1"_qs, u"4294967295"_qs, u"0x1000000"_qs}},
-        {u"vector/items/itemset"_qs, {u""_qs, u"a,1"_qs, u"a,1,2,3"_qs, u"a,x,1"_qs}},
-        {u"vector/items"_qs, {u"1"_qs}}};
+        {u"vector/scale"_s, {u""_s, u"x"_s, u"1.5"_s, u"0x1"_s}},
+        {u"contour/values/min"_s, {u""_s, u"1,5"_s, u"nan"_s, u"-inf"_s, u"1e39"_s}},
+        {u"value/disp"_s, {u""_s, u"on"_s, u"True!"_s}},
+        {u"contour/colors/min"_s, {u"0x"_s, u"0xgg"_s, u"red"_s, u"-1"_s, u"4294967295"_s, u"0x1000000"_s}},
+        {u"vector/items/itemset"_s, {u""_s, u"a,1"_s, u"a,1,2,3"_s, u"a,x,1"_s}},
+        {u"vector/items"_s, {u"1"_s}}};
     ApplicationSettings settings;
     for (const auto& [path, texts] : cases)
         for (const QString& text : texts) {
@@ -58,9 +58,9 @@ TEST(DrawingElements, WhatIsNoValueIsRefused) {
 
 TEST(DrawingElements, ItemSetsAddUpAndTheLastIsInUse) {
     ApplicationSettings settings;
-    EXPECT_TRUE(Set(u"vector/items/itemset"_qs, u"変位,1,2"_qs, settings));
-    EXPECT_TRUE(Set(u"vector/items/itemset"_qs, u",0,-3"_qs, settings));
-    EXPECT_EQ(settings.Vector.ItemSets, (QList<VectorItemSet>{{u"変位"_qs, 0, 1}, {QString(), -1, -1}}));
+    EXPECT_TRUE(Set(u"vector/items/itemset"_s, u"変位,1,2"_s, settings));
+    EXPECT_TRUE(Set(u"vector/items/itemset"_s, u",0,-3"_s, settings));
+    EXPECT_EQ(settings.Vector.ItemSets, (QList<VectorItemSet>{{u"変位"_s, 0, 1}, {QString(), -1, -1}}));
     EXPECT_EQ(settings.Vector.ItemSetCount, 2);
     EXPECT_EQ(settings.Vector.DefaultItemSet, 1);
 }

@@ -1,5 +1,5 @@
 #include "property/propertyFile.h"
-#include "../TestFolder.h"
+#include "TestFolder.h"
 #include "app/settingsStore.h"
 
 #include <QDir>
@@ -12,7 +12,7 @@ using namespace propertyFile;
 
 namespace {
 struct PropertyFile : testing::Test {
-    PropertyFile() { Model.FileName = Folder.Write("result", u"結果 1.vrf"_qs); }
+    PropertyFile() { Model.FileName = Folder.Write("result", u"結果 1.vrf"_s); }
     /// A file with every element, as `fill` sets them, in the bytes that are written.
     static QByteArray drawn() {
         return TestFolder::Read(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/drawn.property"));
@@ -23,7 +23,7 @@ struct PropertyFile : testing::Test {
     }
     bool load() { return LoadPropertyFile(Settings, Model); }
     bool load(const QByteArray& bytes) {
-        Folder.Write(bytes, u"結果 1.vrf.property"_qs);
+        Folder.Write(bytes, u"結果 1.vrf.property"_s);
         return load();
     }
     bool loadInRoot(const QByteArray& bytes) { return load("<VRFPROPERTY>" + bytes + "</VRFPROPERTY>"); }
@@ -34,7 +34,7 @@ struct PropertyFile : testing::Test {
         Settings.Difference = {3, true, false, true, false};
         Settings.ValueDisplay = true;
         Settings.Displacement = {false, 12345678, 1, true};
-        Settings.Vector = {2, 1, {{u"流速"_qs, 3, -1}, {u"q \"x\""_qs, 0, 1}}, false, 350, 0};
+        Settings.Vector = {2, 1, {{u"流速"_s, 3, -1}, {u"q \"x\""_s, 0, 1}}, false, 350, 0};
         Settings.Contour = {3, {0xff, 0xabcdef, 0xff0000}, false, true, 125, -0.1f, 12, false};
     }
 
@@ -48,7 +48,7 @@ struct PropertyFile : testing::Test {
     TestFolder Folder;
     ApplicationSettings Settings;
     ResultModel Model;
-    const QString path = Folder.Path(u"結果 1.vrf.property"_qs);
+    const QString path = Folder.Path(u"結果 1.vrf.property"_s);
 };
 } // namespace
 
@@ -138,14 +138,14 @@ TEST_F(PropertyFile, ItemSets) {
     EXPECT_TRUE(loadInRoot("<vector><items><itemset><vert>4</vert></itemset><itemset default=\"false\"><name>a>b</name>"
                            "<horz>1</horz></itemset><other><name>x</name></other><ITEMSET x=1></ITEMSET>"
                            "<itemset><name>c</name><horz>1e10</horz></itemset></items></vector>"));
-    expectSets({{{}, 0, 4}, {u"a>b"_qs, 1, 0}, {{}, 0, 0}, {{}, 0, 0}, {u"c"_qs, 0, 0}}, 3);
+    expectSets({{{}, 0, 4}, {u"a>b"_s, 1, 0}, {{}, 0, 0}, {{}, 0, 0}, {u"c"_s, 0, 0}}, 3);
     EXPECT_TRUE(loadInRoot("<vector><items><itemset a=1></itemset></items>\r\n<items>\r\n  </items></vector>"));
     expectSets({}, -1);
     // More sets than the records hold are not written.
     Settings.Vector.ItemSetCount = 3;
-    Settings.Vector.ItemSets = {{u"one"_qs, 1, 1}};
+    Settings.Vector.ItemSets = {{u"one"_s, 1, 1}};
     EXPECT_TRUE(load(saved()));
-    expectSets({{u"one"_qs, 1, 1}}, -1);
+    expectSets({{u"one"_s, 1, 1}}, -1);
 }
 
 TEST_F(PropertyFile, CutAtEveryByte) {
@@ -198,7 +198,7 @@ TEST_F(PropertyFile, AWriteThatFailsIsSilentAndLeavesTheOldFile) {
     EXPECT_NE(saved(), old);
     EXPECT_EQ(QFile::permissions(path), mode);
     // A folder that takes no file, even from the system's administrator, and a result file that has gone.
-    for (const QString& result : {u"/proc/version"_qs, Folder.Path(u"gone.vrf"_qs)}) {
+    for (const QString& result : {u"/proc/version"_s, Folder.Path(u"gone.vrf"_s)}) {
         Model.FileName = result;
         SavePropertyFile(Settings, Model);
         EXPECT_FALSE(QFile::exists(PathFor(result)));

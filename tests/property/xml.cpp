@@ -1,6 +1,6 @@
 #include "property/clsXML.h"
 
-#include "../TestFolder.h"
+#include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,7 @@ QString dump(const clsXMLNodeCollection& nodes) {
 
 QString dumpOf(const QByteArray& bytes) {
     clsXML document;
-    const QString start = load(document, bytes) ? QString() : u"false:"_qs;
+    const QString start = load(document, bytes) ? QString() : u"false:"_s;
     return start + dump(document.childNodes());
 }
 
@@ -80,9 +80,9 @@ TEST(Xml, EachLoadStartsAnew) {
     clsXML document;
     EXPECT_EQ(document.lastChild(), nullptr);
     EXPECT_TRUE(load(document, "<a></a><b><c></c></b>"));
-    EXPECT_EQ(document.lastChild()->nodeName, u"b"_qs);
+    EXPECT_EQ(document.lastChild()->nodeName, u"b"_s);
     EXPECT_TRUE(!document.childNodes().Item(-1) && !document.childNodes().Item(2));
-    EXPECT_FALSE(document.Load(u"/nowhere/at/all"_qs));
+    EXPECT_FALSE(document.Load(u"/nowhere/at/all"_s));
     EXPECT_EQ(document.lastChild(), nullptr);
 }
 

@@ -1,8 +1,8 @@
 // Writes small result files for tests, field by field, so that each test can bend the field that it is about.
 #pragma once
 
-#include "../TestFolder.h"
-#include "platform/Codepage.h"
+#include "TestFolder.h"
+#include "platform/base/Codepage.h"
 
 #include <QtEndian>
 #include <optional>

@@ -39,7 +39,7 @@ QList<std::int32_t> neighboursByTable(const MeshData& mesh) {
 struct ElementNeighbours : ModelTest {
     void openMesh(const std::vector<std::vector<qint32>>& elements, std::size_t nodeCount, std::mt19937* types = {}) {
         VrfBuilder file;
-        file.items = {{u"v"_qs, -1, 0}};
+        file.items = {{u"v"_s, -1, 0}};
         file.nodes.assign(nodeCount, {0, 0});
         file.elements = elements;
         file.steps = {{0, {}, std::vector<qint32>(elements.size(), 0), {{}}}};

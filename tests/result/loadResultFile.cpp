@@ -25,7 +25,7 @@ TEST_F(LoadResultFileTest, TheMagicHasAnyCaseAndNodesKnowTheirElements) {
 TEST_F(LoadResultFileTest, AnotherKindOfFileLeavesTheOpenOneAlone) {
     ASSERT_TRUE(load(twoSquares()));
     for (const QString& path :
-         {folder.Write("VRF11 and more", u"other.vrf"_qs), folder.Path(u"missing.vrf"_qs), folder.Path(u"."_qs)})
+         {folder.Write("VRF11 and more", u"other.vrf"_s), folder.Path(u"missing.vrf"_s), folder.Path(u"."_s)})
         EXPECT_FALSE(LoadResultFile(path, model)) << path.toStdString();
     EXPECT_TRUE(LoadStep(1, 0, model, false, -1));
 }
@@ -46,7 +46,7 @@ TEST_F(LoadResultFileTest, TextsThatAreMissing) {
 
 TEST_F(LoadResultFileTest, DisplacementItemsAreTheFirstOfTheirKind) {
     VrfBuilder file = twoSquares();
-    file.items = {{u"a"_qs, -1, 0}, {u"b"_qs, -1, 1}, {u"c"_qs, -1, 3}};
+    file.items = {{u"a"_s, -1, 0}, {u"b"_s, -1, 1}, {u"c"_s, -1, 3}};
     file.steps.clear();
     ASSERT_TRUE(load(file));
     EXPECT_EQ(model.DisplacementItemX, 1);

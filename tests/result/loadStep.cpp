@@ -78,7 +78,7 @@ TEST_F(LoadStepTest, BoundsOfLargeBlocksAreThoseOfAPlainWalk) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> number(-1e3, 1e3);
     VrfBuilder file;
-    file.items = {{u"v"_qs, -1, 0}, {u"zeros"_qs, -1, 0}};
+    file.items = {{u"v"_s, -1, 0}, {u"zeros"_s, -1, 0}};
     file.nodes.assign(70001, {0, 0});
     file.elements = {{1, 2, 3}};
     file.steps = {{0, {}, {1}, {{}, {}}}};

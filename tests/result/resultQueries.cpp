@@ -37,7 +37,7 @@ TEST_F(ResultQueriesTest, ItemAndNodeValuesWithDifference) {
 TEST_F(ResultQueriesTest, DisplacementPerElement) {
     VrfBuilder file = twoSquares();
     file.items[0].flags = 0;
-    file.items[1] = {u"x"_qs, 1, 1};
+    file.items[1] = {u"x"_s, 1, 1};
     file.steps[0].values[1] = {8};
     file.steps[1].values[1] = {20};
     open(file, 1, 0, 0);

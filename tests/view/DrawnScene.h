@@ -1,17 +1,17 @@
 // A model of a few nodes and elements that a test fills by hand, and what a layer draws of it. No tests here.
 #pragma once
 
-#include "platform/TraceDevice.h"
-#include "view/legends.h"
-#include "view/vectors.h"
+#include "platform/device/TraceDevice.h"
+#include "view/scene/legends.h"
+#include "view/scene/vectors.h"
 
 #include <gtest/gtest.h>
 
 /// Drawn at 254 dpi: 10 units a millimetre, 32 units a line of 9-point text, 16 a character.
 struct DrawnScene : testing::Test {
     DrawnScene() {
-        settings.Style.FontStrings.fill(u"Arial, 9"_qs);
-        settings.Style.RealFormat = u"0.0"_qs;
+        settings.Style.FontStrings.fill(u"Arial, 9"_s);
+        settings.Style.RealFormat = u"0.0"_s;
         model.LineElementsOnly = false;
         window.SetRect(0, 1, 2, 0);
     }
@@ -19,7 +19,7 @@ struct DrawnScene : testing::Test {
         ItemValues item{std::int32_t(values.size()), values, 0, 0};
         for (const float value : values)
             item.MaxValue = value > item.MaxValue ? value : item.MaxValue;
-        model.Items.append({u"応力"_qs, elementType, 0});
+        model.Items.append({u"応力"_s, elementType, 0});
         model.ItemData.append(item);
         ++model.ItemCount;
     }
@@ -29,11 +29,11 @@ struct DrawnScene : testing::Test {
         ++model.Mesh.NodeCount;
     }
     void useItems(int horz, int vert) {
-        settings.Vector.ItemSets = {{u"流れ"_qs, horz, vert}};
+        settings.Vector.ItemSets = {{u"流れ"_s, horz, vert}};
         settings.Vector.ItemSetCount = 1;
         settings.Vector.DefaultItemSet = 0;
     }
-    Scene scene() { return {model, settings, view}; }
+    Scene scene() { return {model, settings, view, slideShow}; }
     PlotConverter converter() const { return {window, {0, 0, 1000, 800}, 100, TraceDevice(1000, 800, 254)}; }
     /// The trace of what `draw` draws; without its select calls unless `selects`.
     template<typename Draw>
@@ -50,6 +50,7 @@ struct DrawnScene : testing::Test {
     ResultModel model;
     ApplicationSettings settings;
     ViewState view;
+    SlideShowRun slideShow;
     PaintContext context;
     PlotRect window;
 };

@@ -1,7 +1,7 @@
-#include "view/contour.h"
+#include "view/scene/contour.h"
 
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "result/ModelTest.h"
 
 #include <limits>
@@ -20,7 +20,7 @@ struct Contour : ModelTest {
     void make(const std::vector<std::vector<qint32>>& elements, const std::vector<DevicePoint>& points,
               const std::vector<double>& values) {
         VrfBuilder file;
-        file.items = {{u"v"_qs, -1, 0}};
+        file.items = {{u"v"_s, -1, 0}};
         file.nodes.resize(points.size());
         file.elements = elements;
         file.steps = {{0, {}, std::vector<qint32>(elements.size(), 0), {values}}};
@@ -41,9 +41,9 @@ struct Contour : ModelTest {
     void drawPlainly(DeviceContext& device) {
         const ContourBands bands(settings.Contour.MinValue, settings.Contour.MaxValue, settings.Contour.Divide);
         for (int band = 0; band < bands.Count; ++band) {
-            const Colour colour = ContourColor(1 / float(bands.Count - 1) * float(band), settings.Contour);
-            const Pen oldPen = device.SelectPen({PenStyle::Solid, 1, colour});
-            const Brush oldBrush = device.SelectBrush({colour});
+            const ColorRef color = ContourColor(1 / float(bands.Count - 1) * float(band), settings.Contour);
+            const Pen oldPen = device.SelectPen({PenStyle::Solid, 1, color});
+            const Brush oldBrush = device.SelectBrush({color});
             for (std::int32_t e = 0; e < model.Mesh.ElementCount; ++e) {
                 ContourElement element;
                 std::vector<DevicePoint> polygon;
@@ -91,12 +91,12 @@ TEST_F(Contour, OneSquareInTwoBands) {
                        "StockBrush 0\nStockPen 7\n");
 }
 
-TEST_F(Contour, RampThroughTheUsersColours) {
+TEST_F(Contour, RampThroughTheUsersColors) {
     settings.Contour = {.ColorIndex = 5, .Colors = {0x0000ff, 0x00ff00, 0xff0000}};
     EXPECT_EQ(ContourColor(0, settings.Contour), 0xff0000u) << "not reversed the lowest has the maximum's colour";
     settings.Contour.Reverse = true;
-    for (const auto& [t, colour] : {std::pair{0.f, 0x0000ffu}, {0.5f, 0x00ff00u}, {0.5625f, 0x20df00u}})
-        EXPECT_EQ(ContourColor(t, settings.Contour), colour) << t;
+    for (const auto& [t, color] : {std::pair{0.f, 0x0000ffu}, {0.5f, 0x00ff00u}, {0.5625f, 0x20df00u}})
+        EXPECT_EQ(ContourColor(t, settings.Contour), color) << t;
 }
 
 TEST_F(Contour, RangeAndContext) {

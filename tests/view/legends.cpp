@@ -1,6 +1,6 @@
 #include "DrawnScene.h"
 
-#include "platform/RasterDevice.h"
+#include "platform/raster/RasterDevice.h"
 
 using namespace mdScene;
 
@@ -82,7 +82,7 @@ TEST_F(Legends, StandBelowEachOtherAsFarAsSwitchedOn) {
 }
 
 TEST_F(Legends, HeaderHasThePartsThatAreOn) {
-    model.Steps = {{}, {u"two"_qs, 0.1f, 0}};
+    model.Steps = {{}, {u"two"_s, 0.1f, 0}};
     model.CurrentStep = 1;
     addItem(-1, {1});
     model.CurrentItem = 0;

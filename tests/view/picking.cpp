@@ -1,8 +1,7 @@
 #include "view/picking.h"
 
-#include "platform/Dialogs.h"
-#include "platform/RasterDevice.h"
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
+#include "platform/raster/RasterDevice.h"
 #include "result/ModelTest.h"
 
 #include <random>
@@ -19,7 +18,7 @@ using Ids = std::vector<int>;
 struct PickingTest : ModelTest {
     PickingTest() {
         VrfBuilder file;
-        file.items = {{u"節点"_qs, -1}, {u"一"_qs, 1}, {u"二"_qs, 2}, {u"線"_qs, 3}, {u"欠"_qs, 4}};
+        file.items = {{u"節点"_s, -1}, {u"一"_s, 1}, {u"二"_s, 2}, {u"線"_s, 3}, {u"欠"_s, 4}};
         file.nodes.resize(9);
         file.elements = {{1, 2, 3, 4}, {2, 5, 6, 3}, {1, 2, 3, 4}, {1, 5, 6, 4}, {7, 8}, {0, 0, 0}, {1, 0, 2, 4}};
         const std::vector<std::vector<double>> values(5);
@@ -219,15 +218,6 @@ TEST(Picking, SizesFollowTheLargerOfWindowAndScreen) {
     EXPECT_EQ(PickTolerance(0, 1250), 2) << "a half goes to the even neighbour";
     EXPECT_EQ(NodeMarkSize(900, 1280), 5);
     EXPECT_EQ(NodeMarkSize(3840, 1280), 15);
-}
-
-TEST(Picking, GraphsOfNothingOrOfManyAreAskedAbout) {
-    EXPECT_EQ(GraphRequest(0)->Text, u"オブジェクトを選択してください。"_qs);
-    EXPECT_EQ(GraphRequest(0)->Flags, Dialogs::Style::Information);
-    EXPECT_FALSE(GraphRequest(1) || GraphRequest(100));
-    EXPECT_TRUE(GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
-    EXPECT_EQ(GraphRequest(101)->Text.count(u"\r\n"_qs), 3);
-    EXPECT_EQ(GraphRequest(101)->Flags, Dialogs::Style::Ask);
 }
 
 } // namespace

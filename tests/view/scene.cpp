@@ -1,6 +1,6 @@
-#include "view/mdScene.h"
+#include "view/scene/mdScene.h"
 
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
 #include "result/ModelTest.h"
 
 #include <limits>
@@ -27,7 +27,7 @@ constexpr char oldPen[] = "StockPen 7\n";
 struct SceneTest : ModelTest {
     SceneTest() { window.SetRect(0, 1, 2, 0); }
     void SetUp() override { settings.Displacement.Fiducial = 0; }
-    Scene scene() { return {model, settings, view}; }
+    Scene scene() { return {model, settings, view, slideShow}; }
     PlotConverter converter(int dotsPerInch = 96) const {
         return {window, {0, 0, 200, 100}, 100, TraceDevice(200, 100, dotsPerInch)};
     }
@@ -52,6 +52,7 @@ struct SceneTest : ModelTest {
 
     ApplicationSettings settings;
     ViewState view;
+    SlideShowRun slideShow;
     PlotRect window;
 };
 
@@ -117,7 +118,7 @@ TEST_F(SceneTest, NothingIsPaintedWithoutAWorldADeviceOrAMesh) {
 struct DevicePointsTest : SceneTest {
     void SetUp() override {
         VrfBuilder file = twoSquares();
-        file.items = {{u"X"_qs, -1, 1}, {u"Y"_qs, -1, 2}};
+        file.items = {{u"X"_s, -1, 1}, {u"Y"_s, -1, 2}};
         file.steps = {{0, {}, {1, 2}, {{0.5, -1, 0, 0, 0, 0}, {0, 0.5, -2, 0, 0, 0}}},
                       {1, {}, {1, 2}, {{0.5, 0, 0, 0, 0, 0}, {1, 0, 0, 0, 0, 0}}}};
         open(file);
@@ -139,10 +140,10 @@ TEST_F(DevicePointsTest, EachModeOfScaleInASlideShowAndFromAReference) {
     expect(2, {{24, 100}, {52, 76}, {200, 196}}, 48);
     expect(3, {{50, 100}, {0, 50}, {200, 300}}, 100);
     expect(4, {{}, {}, {}}, 7);
-    view.SlideShowRunning = true;
-    view.SlideMaxDisplacement = 4;
+    slideShow.SlideShowRunning = true;
+    slideShow.SlideMaxDisplacement = 4;
     expect(2, {{12, 100}, {76, 88}, {200, 148}}, 24);
-    view.SlideMaxDisplacement = 0;
+    slideShow.SlideMaxDisplacement = 0;
     expect(2, undisplaced, 0);
     ASSERT_TRUE(mdVelorinResultModel::LoadStep(0, 0, model, false, 1));
     settings.Difference.ApplyDisplacement = true;

@@ -53,10 +53,10 @@ TEST_F(Vectors, ScaleModes) {
     settings.Vector.Fiducial = 2; // the largest, 9, belongs to a node that is not drawn
     draw();
     EXPECT_DOUBLE_EQ(context.VectorScale, 200.0 / 9);
-    view.SlideShowRunning = true;
-    view.SlideMaxVector = 1;
+    slideShow.SlideShowRunning = true;
+    slideShow.SlideMaxVector = 1;
     EXPECT_EQ(draw(), toTheRight + upwards);
-    view.SlideMaxVector = 0;
+    slideShow.SlideMaxVector = 0;
     EXPECT_EQ(draw(true), "");
     EXPECT_EQ(context.VectorScale, 0);
     settings.Vector.Fiducial = 1;

@@ -1,6 +1,6 @@
 #include "view/ViewState.h"
 
-#include "platform/TraceDevice.h"
+#include "platform/device/TraceDevice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,193 @@
+// The graph of nodes or elements over the steps, as a picture or as numbers.
+#include "batch/JsonWriter.h"
+#include "batch/numberList.h"
+#include "batch/pictureFile.h"
+#include "platform/base/Codepage.h"
+#include "platform/device/Fonts.h"
+#include "platform/device/TraceDevice.h"
+#include "plot/mdGraph.h"
+#include "view/clsMouse.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+
+namespace batch {
+
+namespace {
+
+/// All that the command line says about the graph.
+struct Job {
+    QString input;
+    PictureFile target;
+    QString ending;                 ///< of the output's name, in small letters
+    PictureFormat format = nullptr; ///< null for numbers
+    int type = GraphType::History;
+    QString item;
+    int objectType = PickedKind::Nodes;
+    std::vector<NumberRange> objects;
+    std::optional<int> reference;
+    QString style;
+    std::optional<QString> title;
+};
+
+void declare(Options& options) {
+    options.Value(u"o"_s, u"OUT"_s,
+                  u"The picture: .png, .svg, .pdf or .trace; or the numbers: .csv, .txt (with tabs) or .json."_s);
+    options.Value(u"type"_s, u"history|distribution"_s,
+                  u"The value of each object over time, or the values along the objects at each step."_s);
+    options.Value(u"item"_s, u"K"_s, u"The item, by number or name."_s);
+    options.Value(u"nodes"_s, u"LIST"_s, u"Of these nodes; numbers and ranges, such as 1,5,10-20."_s);
+    options.Value(u"elements"_s, u"LIST"_s, u"Of these elements."_s);
+    options.Value(u"reference"_s, u"R"_s, u"Show the difference from this step."_s);
+    options.Value(u"style"_s, u"FILE"_s, u"A style file for background and scales."_s);
+    options.Value(u"title"_s, u"T"_s, u"The title, with %item%, %title%, %file% and %name% for what they name."_s);
+    DeclarePictureOptions(options);
+}
+
+Job jobFrom(const Options& options) {
+    if (!options.IsSet(u"type"_s) || !options.IsSet(u"item"_s) || !options.IsSet(u"o"_s))
+        throw Stop{WrongUsage, u"--type, --item and -o are needed"_s};
+    if (options.IsSet(u"nodes"_s) == options.IsSet(u"elements"_s))
+        throw Stop{WrongUsage, u"one of --nodes and --elements is needed"_s};
+    Job job;
+    job.input = options.Operand();
+    job.target = PictureFileFrom(options);
+    job.ending = QFileInfo(job.target.Output).suffix().toLower();
+    job.format = PictureFormatFor(job.target.Output);
+    if (!job.format && job.ending != u"csv" && job.ending != u"txt" && job.ending != u"json")
+        RefuseEnding(job.target.Output, u".png, .svg, .pdf, .trace, .csv, .txt or .json"_s);
+    job.type = options.IsFirst(u"type"_s, u"history"_s, u"distribution"_s, true) ? GraphType::History
+                                                                                 : GraphType::Distribution;
+    job.item = options.Text(u"item"_s);
+    const QString listed = options.IsSet(u"nodes"_s) ? u"nodes"_s : u"elements"_s;
+    job.objectType = listed == u"nodes" ? PickedKind::Nodes : PickedKind::Elements;
+    job.objects = ParseNumberList(listed, options.Text(listed));
+    job.reference = options.Integer(u"reference"_s, 1);
+    job.style = options.Text(u"style"_s);
+    if (options.IsSet(u"title"_s))
+        job.title = options.Text(u"title"_s);
+    return job;
+}
+
+/// The objects of the command line. As in the window they need not be of the kind that the item has values for: the
+/// values are then those at the same numbers.
+SelectionSnapshot selectionFor(const Job& job, const ResultModel& model) {
+    const bool nodes = job.objectType == PickedKind::Nodes;
+    return {job.objectType, IndexesOf(job.objects, nodes ? u"node"_s : u"element"_s,
+                                      nodes ? model.Mesh.NodeCount : model.Mesh.ElementCount, job.input)};
+}
+
+Graph build(const Job& job, ResultModel& model) {
+    model.CurrentItem = FindItem(job.item, model, job.input);
+    const SelectionSnapshot selection = selectionFor(job, model);
+    if (job.reference && *job.reference > model.StepCount)
+        RefuseNumber(job.input, u"step"_s, *job.reference, model.StepCount);
+    DifferenceSettings difference;
+    difference.ApplyContour = job.reference.has_value();
+    difference.StandardStep = job.reference.value_or(0) - 1;
+    Graph graph;
+    const auto builder = job.type == GraphType::History ? mdGraph::BuildHistory : mdGraph::BuildDistribution;
+    if (!builder(model, difference, selection, graph, {}))
+        RefuseInput(job.input, u"ファイルの形式が不正です。"_s);
+    return graph;
+}
+
+/// Gives the graph its looks and texts on `device`: the defaults, over them the style file, over that the title.
+void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& device, Graph& graph) {
+    mdGraph::ApplyGraphStyle({}, model, device, graph);
+    if (!job.style.isEmpty())
+        graph.Plot.StyleLoad(job.style);
+    if (job.title)
+        graph.Plot.GraphTitle = mdTips::ExpandLabelMacros(*job.title, mdGraph::GraphMacros(graph, model));
+    graph.Plot.SetDrawArea(0, 0, job.target.Size.Width, job.target.Size.Height);
+}
+
+void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
+    applyStyle(job, model, device, graph);
+    graph.Plot.EndPaint = [&plot = graph.Plot](DeviceContext& target) { mdGraph::DrawGraphLegend(target, plot, {}); };
+    graph.Plot.Redraw(&device, nullptr);
+}
+
+void writeScale(JsonWriter& json, const char* key, int scale, const clsPlot& plot) {
+    json.Key(key);
+    json.BeginObject();
+    json.Member("max", plot.ScaleMax(scale));
+    json.Member("min", plot.ScaleMin(scale));
+    json.Member("major", plot.ScaleMScale(scale));
+    json.Member("minor", plot.ScaleHScale(scale));
+    json.EndObject();
+}
+
+void writeSeries(JsonWriter& json, int series, const clsPlot& plot) {
+    json.BeginObject();
+    json.Member("label", plot.DataLabel(series));
+    const auto writePoints = [&](const char* key, float (clsPlot::*value)(int, int) const) {
+        json.Key(key);
+        json.BeginArray();
+        for (int point = 1; point <= plot.DataCount(series); ++point)
+            json.Value((plot.*value)(series, point));
+        json.EndArray();
+    };
+    writePoints("base", &clsPlot::DataBase);
+    writePoints("plot", &clsPlot::DataPlot);
+    json.EndObject();
+}
+
+/// The scales as they were drawn last, and the points.
+QByteArray jsonOf(const Graph& graph) {
+    const clsPlot& plot = graph.Plot;
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        JsonWriter json(buffer);
+        json.BeginObject();
+        json.Member("type", graph.GraphType == GraphType::History ? u"history"_s : u"distribution"_s);
+        json.Member("item", graph.ItemName);
+        json.Member("title", plot.GraphTitle);
+        json.Member("orientation", plot.Orientation);
+        writeScale(json, "base", clsPlot::ScaleBase, plot);
+        writeScale(json, "plot", clsPlot::ScalePlot, plot);
+        json.Key("series");
+        json.BeginArray();
+        for (int series = 1; series <= plot.DataLegendCount(); ++series)
+            writeSeries(json, series, plot);
+        json.EndArray();
+        json.EndObject();
+    }
+    return buffer.data();
+}
+
+/// The content of the output file.
+QByteArray contentOf(const Job& job, const ResultModel& model, Graph& graph) {
+    if (job.format)
+        return job.format(job.target, [&](DeviceContext& device) { drawGraph(job, model, device, graph); });
+    TraceDevice device(job.target.Size.Width, job.target.Size.Height, job.target.DotsPerInch);
+    applyStyle(job, model, device, graph);
+    if (job.ending != u"json")
+        return Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n";
+    // Hidden series count for the scales all the same, and their points don't fill a trace that nobody reads.
+    for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
+        graph.Plot.SetDataLegendHidden(series, true);
+    graph.Plot.Redraw(&device, nullptr);
+    return jsonOf(graph);
+}
+
+} // namespace
+
+Status RunGraph(const QStringList& arguments, const Streams& streams) {
+    Options options(u"graph"_s, u"Writes a graph of nodes or elements as a picture, or its numbers."_s, u"FILE"_s);
+    declare(options);
+    options.Parse(arguments, streams);
+    const Job job = jobFrom(options);
+    // Not opened to find out: what a pipe holds can be had but once.
+    if (const QFileInfo style(job.style); !job.style.isEmpty() && (style.isDir() || !style.isReadable()))
+        RefuseInput(job.style, u"無効なパラメータです。"_s);
+
+    Fonts::InstallSubstitutions();
+    ResultModel model = OpenFile(job.input);
+    Graph graph = build(job, model);
+    SaveFile(job.target.Output, contentOf(job, model, graph));
+    return Done;
+}
+
+} // namespace batch

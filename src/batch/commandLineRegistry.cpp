@@ -1,0 +1,60 @@
+// The command that moves the settings between machines.
+#include "batch/commandSupport.h"
+#include "platform/registry/Registry.h"
+#include "platform/registry/RegistryText.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+namespace batch {
+
+namespace {
+
+constexpr qint64 largestFile = 256 << 20;
+
+void exportTo(const QString& path) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    if (!RegistryText::Export(file))
+        throw Stop{UnusableInput, Registry::StorePath() + u": there are no settings, or they can't be written out"_s};
+    // The commit does not look whether what is still in the buffer found room on the disk.
+    if (!file.flush() || !file.commit())
+        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+}
+
+void importFrom(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    const QByteArray bytes = file.read(largestFile + 1);
+    if (bytes.size() > largestFile)
+        throw Stop{UnusableInput, path + u": ファイルの形式が不正です。 (more than 256 MB)"_s};
+    const RegistryText::ImportResult result = RegistryText::Import(bytes);
+    if (result.Line > 0)
+        throw Stop{UnusableInput,
+                   path + u": ファイルの形式が不正です。 (line %1: %2)"_s.arg(result.Line).arg(result.Problem)};
+    if (!result.Done)
+        throw Stop{UnusableInput, Registry::StorePath() + u": "_s + result.Problem};
+}
+
+} // namespace
+
+Status RunRegistry(const QStringList& arguments, const Streams& streams) {
+    const QString action = arguments.value(0);
+    const bool exports = action == u"export";
+    if (!exports && action != u"import" && action != u"--help")
+        throw Stop{WrongUsage, u"registry wants \"export FILE\" or \"import FILE\""_s};
+    const bool wholeHelp = action == u"--help";
+    Options options(u"registry "_s + (wholeHelp ? u"export|import"_s : action),
+                    u"Writes the settings to a registry file (.reg), or adds those of one to them."_s, u"FILE"_s,
+                    u"registry file"_s);
+    options.Parse(wholeHelp ? arguments : arguments.mid(1), streams);
+    if (exports)
+        exportTo(options.Operand());
+    else
+        importFrom(options.Operand());
+    return Done;
+}
+
+} // namespace batch

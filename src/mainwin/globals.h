@@ -1,0 +1,15 @@
+// The one document, the one record of settings and the one window of a run. Only the main window and the entry reach
+// for them; all else takes what it works on as a parameter.
+#pragma once
+
+class frmMain;
+struct ApplicationSettings;
+struct ResultModel;
+
+namespace mdApplication {
+extern ResultModel Model;            ///< the open result file
+extern ApplicationSettings Settings; ///< the settings in force
+
+/// Null before the entry procedure has made the main window and after it has gone.
+frmMain* MainWindow();
+} // namespace mdApplication

@@ -1,8 +1,0 @@
-#include "platform/Shell.h"
-
-#include <QDesktopServices>
-#include <QUrl>
-
-bool Shell::Open(const QString& path) {
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-}

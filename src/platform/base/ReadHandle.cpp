@@ -1,0 +1,98 @@
+#include "platform/base/ReadHandle.h"
+
+#include <QFile>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static_assert(std::endian::native == std::endian::little, "numbers are read as they stand in the file");
+
+struct ReadHandle::Descriptor {
+    int number;
+    qint64 size;
+    Descriptor(int openNumber, qint64 openSize) : number(openNumber), size(openSize) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { ::close(number); }
+};
+
+ReadHandle ReadHandle::Open(const QString& path) {
+    ReadHandle handle;
+    // Without O_NONBLOCK the open of a pipe would wait for its writer.
+    const int number = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (number < 0)
+        return handle;
+    struct stat status = {};
+    if (::fstat(number, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(number);
+        return handle;
+    }
+    handle.descriptor = std::make_shared<const Descriptor>(number, qint64(status.st_size));
+    return handle;
+}
+
+qint64 ReadHandle::Size() const {
+    return descriptor ? descriptor->size : 0;
+}
+
+qint64 ReadHandle::ReadAt(qint64 offset, void* target, qint64 count) const {
+    qint64 done = 0;
+    while (descriptor && done < count) {
+        const ssize_t part =
+            ::pread(descriptor->number, static_cast<char*>(target) + done, std::size_t(count - done), offset + done);
+        if (part < 0 && errno == EINTR)
+            continue;
+        if (part <= 0)
+            break;
+        done += part;
+    }
+    return done;
+}
+
+SequentialReader::SequentialReader(const ReadHandle& source, qint64 position, qint64 bytes)
+    : file(source), buffer(new char[std::size_t(bytes)]), bufferBytes(bytes), bufferStart(position) {}
+
+SequentialReader::~SequentialReader() = default;
+
+bool SequentialReader::ReadBytes(void* target, qint64 count) {
+    if (filled - next >= count) {
+        std::memcpy(target, buffer.get() + next, std::size_t(count));
+        next += count;
+        return true;
+    }
+    if (Remaining() < count) {
+        Skip(Remaining());
+        return false;
+    }
+    auto* out = static_cast<char*>(target);
+    const qint64 buffered = filled - next;
+    std::memcpy(out, buffer.get() + next, std::size_t(buffered));
+    out += buffered;
+    count -= buffered;
+    bufferStart += filled;
+    next = filled = 0;
+    if (count >= bufferBytes) {
+        const qint64 got = file.ReadAt(bufferStart, out, count);
+        bufferStart += got;
+        return got == count;
+    }
+    filled = file.ReadAt(bufferStart, buffer.get(), bufferBytes);
+    next = std::min(count, filled);
+    std::memcpy(out, buffer.get(), std::size_t(next));
+    return next == count;
+}
+
+void SequentialReader::Skip(qint64 count) {
+    count = std::min(count, Remaining());
+    if (count <= 0)
+        return;
+    if (count <= filled - next) {
+        next += count;
+        return;
+    }
+    bufferStart += next + count;
+    next = filled = 0;
+}

@@ -1,0 +1,22 @@
+// Font names and their stand-ins, and the way from a device font to Qt's.
+#pragma once
+
+#include "platform/device/DeviceContext.h"
+
+#include <QFont>
+
+namespace Fonts {
+/// Teaches Qt the stand-ins for faces that a system may lack (Japanese faces above all). Needs an application object;
+/// calls after the first do nothing.
+void InstallSubstitutions();
+
+/// Greater fonts are drawn in this cell height: no page is higher, and what a font takes stays within bounds.
+inline constexpr int LargestHeight = 8192;
+
+/// The Qt font whose cell height (ascent plus descent) comes nearest to `font.Height` device units. Cached.
+QFont ToQFont(const Font& font);
+
+/// The families of `ToQFont`, best first, for a file that another system shows: then comes the face itself, and last
+/// what CSS calls its kind, `serif`, `monospace` or `sans-serif`.
+QStringList FamiliesFor(const Font& font);
+} // namespace Fonts

@@ -1,0 +1,183 @@
+#include "platform/device/TraceDevice.h"
+
+#include "platform/base/Codepage.h"
+#include "platform/device/Rings.h"
+
+#include <QImage>
+#include <charconv>
+#include <utility>
+
+namespace {
+/// Puts one line together at the end of a trace. A mesh gives millions of lines, hence no streams and no formats.
+class Line {
+public:
+    Line(QByteArray& lines, QByteArrayView name) : trace(lines) { trace += name; }
+    ~Line() { trace += '\n'; }
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    Line& Int(int value) {
+        char digits[16];
+        digits[0] = ' ';
+        const auto end = std::to_chars(digits + 1, digits + sizeof digits, value).ptr;
+        trace.append(digits, end - digits);
+        return *this;
+    }
+    Line& Color(ColorRef color) {
+        char digits[] = " 0x00000000";
+        for (int i = 10; i > 2; --i, color >>= 4)
+            digits[i] = "0123456789abcdef"[color & 15];
+        trace.append(digits, sizeof digits - 1);
+        return *this;
+    }
+    Line& Points(std::span<const DevicePoint> points) {
+        for (const DevicePoint& point : points)
+            Int(point.X).Int(point.Y);
+        return *this;
+    }
+    Line& Rect(const DeviceRect& rect) { return Int(rect.Left).Int(rect.Top).Int(rect.Right).Int(rect.Bottom); }
+    Line& Quoted(const QString& text);
+
+private:
+    QByteArray& trace;
+};
+
+Line& Line::Quoted(const QString& text) {
+    trace += " \"";
+    for (const char c : text.toUtf8()) {
+        constexpr QByteArrayView plain = "\"\\\b\f\n\r\t", escaped = "\"\\bfnrt";
+        if (const qsizetype at = plain.indexOf(c); at >= 0) {
+            trace += '\\';
+            trace += escaped[at];
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            trace += "\\u00";
+            trace += "0123456789abcdef"[c >> 4];
+            trace += "0123456789abcdef"[c & 15];
+        } else {
+            trace += c;
+        }
+    }
+    trace += '"';
+    return *this;
+}
+} // namespace
+
+TraceDevice::TraceDevice(int width, int height, int dotsPerInch)
+    : measures{width, height, std::max(1, dotsPerInch), std::max(1, dotsPerInch)},
+      state{stockPen(Stock::BlackPen), stockBrush(Stock::WhiteBrush),
+            stockFont(Stock::SystemFont, measures.DotsPerInchY)} {}
+
+void TraceDevice::SaveDC() {
+    Line(trace, "SaveDC");
+    saved.push_back(state);
+}
+
+void TraceDevice::RestoreDC() {
+    Line(trace, "RestoreDC");
+    if (saved.empty())
+        return;
+    state = saved.back();
+    saved.pop_back();
+}
+
+Pen TraceDevice::SelectPen(const Pen& pen) {
+    if (pen.Stock >= 0)
+        Line(trace, "StockPen").Int(pen.Stock);
+    else
+        Line(trace, pen.Geometric ? "GeometricPen" : "Pen").Int(pen.Style).Int(pen.Width).Color(pen.Color);
+    return std::exchange(state.CurrentPen, pen);
+}
+
+Brush TraceDevice::SelectBrush(const Brush& brush) {
+    if (brush.Stock >= 0 || brush.Hollow)
+        Line(trace, "StockBrush").Int(brush.Hollow ? int(Stock::NullBrush) : brush.Stock);
+    else
+        Line(trace, "Brush").Color(brush.Color).Int(brush.Hatch);
+    return std::exchange(state.CurrentBrush, brush);
+}
+
+Font TraceDevice::SelectFont(const Font& font) {
+    Line(trace, "Font")
+        .Int(font.Height)
+        .Int(font.Weight)
+        .Int(font.Italic)
+        .Int(font.Underline)
+        .Int(font.StrikeOut)
+        .Int(font.Escapement)
+        .Quoted(font.Face);
+    return std::exchange(state.CurrentFont, font);
+}
+
+void TraceDevice::SetTextColor(ColorRef color) {
+    Line(trace, "TextColor").Color(color);
+}
+
+void TraceDevice::SetRop2(int mode) {
+    Line(trace, "Rop2").Int(mode);
+}
+
+void TraceDevice::ClipRect(const DeviceRect& rect) {
+    Line(trace, "ClipRect").Rect(rect);
+}
+
+void TraceDevice::ClipNone() {
+    Line(trace, "ClipNone");
+}
+
+void TraceDevice::MoveTo(DevicePoint point) {
+    Line(trace, "MoveTo").Int(point.X).Int(point.Y);
+}
+
+void TraceDevice::LineTo(DevicePoint point) {
+    Line(trace, "LineTo").Int(point.X).Int(point.Y);
+}
+
+void TraceDevice::Polyline(std::span<const DevicePoint> points) {
+    Line(trace, "Polyline").Int(int(points.size())).Points(points);
+}
+
+void TraceDevice::Polygon(std::span<const DevicePoint> points) {
+    Line(trace, "Polygon").Int(int(points.size())).Points(points);
+}
+
+void TraceDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) {
+    const std::span<const int> complete = completeRings(points, counts);
+    Line line(trace, "PolyPolygon");
+    line.Int(int(complete.size()));
+    for (const int count : complete)
+        line.Int(count);
+    forEachRing(points, complete, [&](std::span<const DevicePoint> ring) { line.Points(ring); });
+}
+
+void TraceDevice::Rectangle(const DeviceRect& rect) {
+    Line(trace, "Rectangle").Rect(rect);
+}
+
+void TraceDevice::Ellipse(const DeviceRect& rect) {
+    Line(trace, "Ellipse").Rect(rect);
+}
+
+void TraceDevice::FillRect(const DeviceRect& rect, const Brush&) {
+    Line(trace, "FillRect").Rect(rect);
+}
+
+void TraceDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    Line(trace, "Picture").Rect(target).Int(picture.width()).Int(picture.height());
+}
+
+void TraceDevice::Text(DevicePoint leftTop, const QString& text) {
+    Line(trace, "Text").Int(leftTop.X).Int(leftTop.Y).Quoted(text);
+}
+
+DeviceSize TraceDevice::MeasureText(const QString& text) const {
+    std::int64_t characters = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        i += pair;
+        ++characters;
+    }
+    const std::int64_t doubleBytes = Codepage::ByteLength(text) - characters;
+    const int height = state.CurrentFont.Height;
+    const std::int64_t width = (characters - doubleBytes) * (height / 2) + doubleBytes * height;
+    return {int(std::clamp<std::int64_t>(width, INT32_MIN, INT32_MAX)), height};
+}

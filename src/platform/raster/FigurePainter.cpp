@@ -1,0 +1,236 @@
+#include "platform/raster/FigurePainter.h"
+
+#include "platform/device/Rings.h"
+#include "platform/raster/AreaFill.h"
+#include "platform/raster/ThinLine.h"
+
+#include <vector>
+
+namespace {
+/// Width and height of what counts as a small polygon: a row of it fits the bits of a number.
+constexpr int smallSize = 32;
+} // namespace
+
+FigurePainter::Bounds::Bounds(std::span<const DevicePoint> points) {
+    for (const DevicePoint point : points) {
+        Left = std::min(Left, point.X);
+        Top = std::min(Top, point.Y);
+        Right = std::max(Right, point.X);
+        Bottom = std::max(Bottom, point.Y);
+    }
+}
+
+FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
+    : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode), stroke(linePen) {
+    penInk = {toPixel(pen.Color), mode, nullptr};
+    brushInk = {toPixel(brush.Color), mode, hatchPattern(brush.Hatch)};
+}
+
+/// Under a raster mode that mixes, what is drawn twice would show. A figure is therefore first drawn on a sheet of its
+/// own, where drawing over does no harm, and the sheet is put on the picture.
+template<class Draw>
+void FigurePainter::asOneFigure(const PixelSurface& part, const Draw& draw) const {
+    if (part.IsEmpty())
+        return;
+    if (rasterMode == RasterMode::CopyPen) {
+        draw(*this);
+        return;
+    }
+    const int width = part.Right - part.Left;
+    std::vector<std::uint32_t> pixels(std::size_t(width) * std::size_t(part.Bottom - part.Top));
+    PixelSurface sheet = part;
+    sheet.Bits = pixels.data();
+    sheet.Stride = width;
+    draw(FigurePainter(sheet, pen, brush, RasterMode::CopyPen));
+    for (int y = part.Top; y < part.Bottom; ++y) {
+        std::uint32_t* const target = part.Pixel(part.Left, y);
+        const std::uint32_t* const source = sheet.Pixel(part.Left, y);
+        for (int i = 0; i < width; ++i) {
+            if (source[i] != 0)
+                target[i] = combinePixels(rasterMode, source[i], target[i]);
+        }
+    }
+}
+
+PixelSurface FigurePainter::touchedPart(const Bounds& bounds) const {
+    const std::int64_t margin = hasPen() && stroke.IsWide() ? std::int64_t(stroke.Width()) / 2 + 1 : 0;
+    return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin + 1,
+                          bounds.Bottom + margin + 1);
+}
+
+void FigurePainter::ring(std::span<const DevicePoint> points) const {
+    if (points.size() < 2)
+        return;
+    if (std::all_of(points.begin(), points.end(), [&](DevicePoint point) { return point == points[0]; })) {
+        // A figure too small for any length is still there.
+        const RoundShapes::Spot spot{double(points[0].X), double(points[0].Y)};
+        if (stroke.IsWide())
+            RoundShapes::Capsule(spot, spot, stroke.Width()).ForEachRow(surface, [&](int y, RoundShapes::Columns row) {
+                fillSpan(surface, penInk, y, row.First, row.Last);
+            });
+        else
+            AreaFill::Rectangle(surface, penInk, points[0].X, points[0].Y, std::int64_t(points[0].X) + 1,
+                                std::int64_t(points[0].Y) + 1);
+        return;
+    }
+    PathPosition at{points[0], 0};
+    for (const DevicePoint point : points.subspan(1))
+        LineTo(at, point);
+    LineTo(at, points[0]);
+}
+
+void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) const {
+    if (!hasPen()) {
+        if (!brush.Hollow)
+            AreaFill::Polygons(surface, brushInk, points, counts);
+        return;
+    }
+    asOneFigure(touchedPart(Bounds(points)), [&](const FigurePainter& painter) {
+        if (!brush.Hollow)
+            AreaFill::Polygons(painter.surface, painter.brushInk, points, counts);
+        forEachRing(points, counts, [&](std::span<const DevicePoint> corners) { painter.ring(corners); });
+    });
+}
+
+/// The way of all the small pieces of a fine mesh: inside and outline are put together before any pixel is touched.
+void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
+    const auto height = std::size_t(bounds.Height());
+    std::array<std::uint32_t, smallSize> inside;
+    std::array<std::uint32_t, smallSize> outline;
+    std::fill_n(inside.begin(), height, 0);
+    std::fill_n(outline.begin(), height, 0);
+    if (!brush.Hollow)
+        AreaFill::Bits(std::span(inside).first(height), bounds.Left, bounds.Top, points);
+    if (hasPen()) {
+        const PixelSurface area{nullptr, smallSize, bounds.Left, bounds.Top, bounds.Right + 1, bounds.Bottom + 1};
+        outline[0] |= bounds.Width() == 1 && height == 1 ? 1u : 0u;
+        DevicePoint previous = points.back();
+        for (const DevicePoint point : points) {
+            ThinLine::Draw(area, previous, point, [&](std::ptrdiff_t offset, std::int64_t) {
+                outline[std::size_t(offset / smallSize)] |= 1u << (offset % smallSize);
+            });
+            previous = point;
+        }
+    }
+    const bool oneInk = isOneInk();
+    const int last = std::min(bounds.Bottom, surface.Bottom - 1);
+    for (int y = std::max(bounds.Top, surface.Top); y <= last; ++y) {
+        const auto row = std::size_t(y - bounds.Top);
+        if (!oneInk)
+            fillBits(surface, brushInk, y, bounds.Left, inside[row] & ~outline[row]);
+        fillBits(surface, penInk, y, bounds.Left, oneInk ? inside[row] | outline[row] : outline[row]);
+    }
+}
+
+void FigurePainter::polygon(std::span<const DevicePoint> points) const {
+    const Bounds bounds(points);
+    if (points.size() < 2 || touchedPart(bounds).IsEmpty())
+        return;
+    if ((!hasPen() || stroke.IsThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
+        smallPolygon(points, bounds);
+        return;
+    }
+    const int count = int(points.size());
+    PolyPolygon(points, {&count, 1});
+}
+
+void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const {
+    forEachRing(points, counts, [this](std::span<const DevicePoint> corners) { polygon(corners); });
+}
+
+void FigurePainter::FillRect(const DeviceRect& rect) const {
+    if (!brush.Hollow)
+        AreaFill::Rectangle(surface, brushInk, rect.Left, rect.Top, rect.Right, rect.Bottom);
+}
+
+/// Whether a figure in a rectangle, with its pen's width about it, lies beyond one side of the surface.
+bool FigurePainter::isFar(const DeviceRect& rect) const {
+    const std::int64_t reach = stroke.Width();
+    return rect.Left - reach >= surface.Right || rect.Right + reach < surface.Left ||
+           rect.Top - reach >= surface.Bottom || rect.Bottom + reach < surface.Top;
+}
+
+void FigurePainter::fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const {
+    if (row.Outer.IsEmpty())
+        return;
+    const std::int64_t first = left + row.Outer.First;
+    const std::int64_t last = left + row.Outer.Last;
+    if (isOneInk()) {
+        fillSpan(surface, penInk, y, first, last);
+        return;
+    }
+    const bool filled = !row.Inner.IsEmpty();
+    const std::int64_t innerFirst = filled ? left + row.Inner.First : last;
+    const std::int64_t innerLast = filled ? left + row.Inner.Last : last;
+    if (hasPen()) {
+        fillSpan(surface, penInk, y, first, innerFirst);
+        fillSpan(surface, penInk, y, innerLast, last);
+    }
+    if (!brush.Hollow)
+        fillSpan(surface, brushInk, y, innerFirst, innerLast);
+}
+
+void FigurePainter::rectangle(const DeviceRect& rect) const {
+    if (rect.Left == rect.Right || rect.Top == rect.Bottom)
+        return;
+    if (!hasPen()) {
+        FillRect({rect.Left, rect.Top, rect.Right - 1, rect.Bottom - 1});
+        return;
+    }
+    if (stroke.IsThinSolid()) {
+        const std::int64_t width = std::int64_t(rect.Right) - rect.Left;
+        const int last = std::min(rect.Bottom, surface.Bottom);
+        for (int y = std::max(rect.Top, surface.Top); y < last; ++y) {
+            const bool edge = y == rect.Top || y == rect.Bottom - 1;
+            fillRow(y, rect.Left, {{0, width}, edge ? RoundShapes::Columns() : RoundShapes::Columns{1, width - 1}});
+        }
+        return;
+    }
+    const DevicePoint corners[] = {{rect.Left, rect.Top},
+                                   {rect.Right - 1, rect.Top},
+                                   {rect.Right - 1, rect.Bottom - 1},
+                                   {rect.Left, rect.Bottom - 1}};
+    asOneFigure(touchedPart(Bounds(corners)), [&](const FigurePainter& painter) {
+        painter.FillRect(rect);
+        painter.ring(corners);
+    });
+}
+
+void FigurePainter::Rectangles(std::span<const DeviceRect> rects) const {
+    for (const DeviceRect& rect : rects)
+        rectangle(normalised(rect));
+}
+
+void FigurePainter::Ellipses(std::span<const DeviceRect> rects) const {
+    // Dots are of one size mostly: its rows are worked out once. Of a great ellipse only those that can be seen are.
+    constexpr std::int64_t greatestKept = 64;
+    const int rim = hasPen() ? stroke.Width() : 0;
+    const int shrink = hasPen() ? 0 : 1;
+    DeviceRect previous;
+    std::int64_t width = 0, height = 0;
+    RoundShapes::Ellipse shape(width, height, rim);
+    std::vector<RoundShapes::RimmedRow> rows;
+    for (const DeviceRect& corners : rects) {
+        const DeviceRect rect = normalised(corners);
+        const bool again = rasterMode == RasterMode::CopyPen && rect == previous;
+        if (again || rect.Left == rect.Right || rect.Top == rect.Bottom || isFar(rect))
+            continue;
+        previous = rect;
+        const std::int64_t newWidth = std::int64_t(rect.Right) - rect.Left - shrink;
+        const std::int64_t newHeight = std::int64_t(rect.Bottom) - rect.Top - shrink;
+        if (newWidth != width || newHeight != height) {
+            width = newWidth;
+            height = newHeight;
+            shape = RoundShapes::Ellipse(width, height, rim);
+            rows.clear();
+            if (rects.size() > 1 && shape.Bottom() - shape.Top() <= greatestKept) {
+                for (std::int64_t y = shape.Top(); y < shape.Bottom(); ++y)
+                    rows.push_back(shape.Row(y));
+            }
+        }
+        const std::int64_t first = rect.Top + shape.Top();
+        const std::int64_t last = std::min<std::int64_t>(rect.Top + shape.Bottom(), surface.Bottom);
+        for (std::int64_t y = std::max<std::int64_t>(first, surface.Top); y < last; ++y)
+            fillRow(int(y), rect.Left, rows.empty() ? shape.Row(y - rect.Top) : rows[std::size_t(y - first)]);
+    }
+}

@@ -1,0 +1,59 @@
+// Draws lines and filled figures in one pen, brush and raster mode on a surface. Keeps no device state: any number
+// of painters may draw on separate surfaces of one picture at the same time.
+#pragma once
+
+#include "platform/raster/Stroke.h"
+
+class FigurePainter {
+public:
+    FigurePainter(const PixelSurface& surface, const Pen& pen, const Brush& brush, int rasterMode);
+
+    /// One line, its end left out; a wide line has round ends. `at` moves on to `to`.
+    void LineTo(PathPosition& at, DevicePoint to) const;
+    /// The steps of `DeviceContext::Lines`, beginning at `at`, which moves on to the last point named.
+    void Lines(PathPosition& at, std::span<const DevicePoint> points, std::span<const std::int32_t> steps) const;
+    void Polyline(std::span<const DevicePoint> points) const;
+    /// One figure of several rings.
+    void PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) const;
+    /// Figures of one ring each.
+    void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const;
+    /// The brush alone; left not above right, top not above bottom.
+    void FillRect(const DeviceRect& rect) const;
+    void Rectangles(std::span<const DeviceRect> rects) const;
+    /// Their outlines have no dashes.
+    void Ellipses(std::span<const DeviceRect> rects) const;
+
+private:
+    /// The smallest rectangle about points, its edges included.
+    struct Bounds {
+        int Left = INT32_MAX;
+        int Top = INT32_MAX;
+        int Right = INT32_MIN;
+        int Bottom = INT32_MIN;
+
+        explicit Bounds(std::span<const DevicePoint> points);
+        std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
+        std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
+    };
+
+    bool hasPen() const { return stroke.IsVisible(); }
+    /// Whether pen and brush give each pixel the same, so that they need not be told apart.
+    bool isOneInk() const { return hasPen() && !brush.Hollow && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern; }
+    void ring(std::span<const DevicePoint> points) const;
+    void polygon(std::span<const DevicePoint> points) const;
+    void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
+    void rectangle(const DeviceRect& rect) const;
+    bool isFar(const DeviceRect& rect) const;
+    void fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const;
+    PixelSurface touchedPart(const Bounds& bounds) const;
+    template<class Draw>
+    void asOneFigure(const PixelSurface& part, const Draw& draw) const;
+
+    PixelSurface surface;
+    Pen pen;
+    Brush brush;
+    int rasterMode;
+    Stroke stroke;
+    Ink penInk;
+    Ink brushInk;
+};

@@ -1,0 +1,190 @@
+#include "platform/raster/RasterDevice.h"
+
+#include "platform/base/Parallel.h"
+#include "platform/raster/PictureStretch.h"
+
+namespace {
+/// Fewer steps or points than this are drawn sooner than a thread is started.
+constexpr std::size_t smallestSharedWork = 4000;
+
+auto rowsOf(std::span<const DevicePoint> points) {
+    return [points](std::size_t i) { return points[i].Y; };
+}
+auto rowsOf(std::span<const DeviceRect> rects) {
+    return [rects](std::size_t i) { return rects[i].Top; };
+}
+} // namespace
+
+RasterDevice::RasterDevice(QImage& picture, int dotsPerInch, int threadLimit)
+    : image(picture), resolution(dotsPerInch > 0 ? dotsPerInch : 96),
+      threads(threadLimit > 0 ? threadLimit : coreCount()) {
+    state.LinePen = stockPen(Stock::BlackPen);
+    state.AreaBrush = stockBrush(Stock::WhiteBrush);
+    state.TextFont = stockFont(Stock::SystemFont, resolution);
+}
+
+void RasterDevice::SaveDC() {
+    savedStates.push_back(state);
+}
+
+void RasterDevice::RestoreDC() {
+    if (savedStates.empty())
+        return;
+    closeText();
+    state = std::move(savedStates.back());
+    savedStates.pop_back();
+    forgetFont();
+}
+
+Pen RasterDevice::SelectPen(const Pen& pen) {
+    return std::exchange(state.LinePen, pen);
+}
+
+Brush RasterDevice::SelectBrush(const Brush& brush) {
+    return std::exchange(state.AreaBrush, brush);
+}
+
+Font RasterDevice::SelectFont(const Font& font) {
+    forgetFont();
+    return std::exchange(state.TextFont, font);
+}
+
+void RasterDevice::SetTextColor(ColorRef color) {
+    state.TextColor = color;
+}
+
+void RasterDevice::SetRop2(int mode) {
+    state.RasterMode = mode;
+}
+
+void RasterDevice::ClipRect(const DeviceRect& rect) {
+    closeText();
+    state.Clip = normalised(rect);
+}
+
+void RasterDevice::ClipNone() {
+    closeText();
+    state.Clip.reset();
+}
+
+DeviceMeasures RasterDevice::measures() const {
+    return {image.width(), image.height(), resolution, resolution};
+}
+
+/// Asks the image each time: a copy that someone took of it since must not be drawn into.
+PixelSurface RasterDevice::surface() {
+    closeText();
+    if (image.format() != QImage::Format_RGB32 && image.format() != QImage::Format_ARGB32_Premultiplied)
+        return {};
+    PixelSurface whole;
+    whole.Bits = reinterpret_cast<std::uint32_t*>(image.bits());
+    whole.Stride = image.bytesPerLine() / 4;
+    whole.Right = image.width();
+    whole.Bottom = image.height();
+    const DeviceRect rect = measures().Visible(state.Clip);
+    return whole.Within(rect.Left, rect.Top, rect.Right, rect.Bottom);
+}
+
+FigurePainter RasterDevice::figuresOn(const PixelSurface& part) const {
+    return {part, state.LinePen, state.AreaBrush, state.RasterMode};
+}
+
+void RasterDevice::MoveTo(DevicePoint point) {
+    state.Position = {point, 0};
+}
+
+void RasterDevice::LineTo(DevicePoint point) {
+    figures().LineTo(state.Position, point);
+}
+
+void RasterDevice::Polygon(std::span<const DevicePoint> points) {
+    const int count = int(points.size());
+    figures().Polygons(points, {&count, 1});
+}
+
+void RasterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) {
+    figures().PolyPolygon(points, counts);
+}
+
+void RasterDevice::Rectangle(const DeviceRect& rect) {
+    figures().Rectangles({&rect, 1});
+}
+
+void RasterDevice::Ellipse(const DeviceRect& rect) {
+    figures().Ellipses({&rect, 1});
+}
+
+void RasterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
+    FigurePainter(surface(), {}, brush, RasterMode::CopyPen).FillRect(normalised(rect));
+}
+
+/// Parts of the surface, one above the other, that hold about the same share of `count` figures each, of which number i
+/// lies about row `rowOf(i)`: a thread for each draws the whole batch, in its order, into its own part. So no two
+/// threads share a pixel and none sees another order.
+template<class RowOf>
+std::vector<PixelSurface> RasterDevice::bands(std::size_t count, std::size_t workSize, const RowOf& rowOf) {
+    const PixelSurface whole = surface();
+    if (threads == 1 || workSize < smallestSharedWork || whole.IsEmpty())
+        return {whole};
+    constexpr std::size_t sampleSize = 512;
+    std::vector<int> rows;
+    for (std::size_t i = 0; i < count; i += std::max<std::size_t>(1, count / sampleSize)) {
+        const int row = rowOf(i);
+        if (row >= whole.Top && row < whole.Bottom)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    std::vector<PixelSurface> parts;
+    int top = whole.Top;
+    for (int i = 1; i <= threads; ++i) {
+        const std::size_t sample = rows.size() * std::size_t(i) / std::size_t(threads);
+        const int bottom = i == threads || sample >= rows.size() ? whole.Bottom : rows[sample];
+        if (bottom > top)
+            parts.push_back(whole.Within(whole.Left, top, whole.Right, bottom));
+        top = bottom;
+    }
+    return parts;
+}
+
+/// Calls `draw(figures)` with a painter for each of the parts that a batch of points or rectangles is shared out into.
+template<class Item, class Draw>
+void RasterDevice::drawShared(std::span<const Item> items, const Draw& draw) {
+    if (threads == 1 || items.size() < smallestSharedWork) {
+        draw(figures());
+        return;
+    }
+    const std::vector<PixelSurface> parts = bands(items.size(), items.size(), rowsOf(items));
+    parallelFor(int(parts.size()), [&](int i) { draw(figuresOn(parts[std::size_t(i)])); });
+}
+
+void RasterDevice::Polyline(std::span<const DevicePoint> points) {
+    drawShared(points, [&](const FigurePainter& part) { part.Polyline(points); });
+}
+
+void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
+    const std::vector<PixelSurface> parts = bands(points.size(), steps.size(), rowsOf(points));
+    PathPosition end = state.Position;
+    parallelFor(int(parts.size()), [&](int i) {
+        PathPosition at = state.Position;
+        figuresOn(parts[std::size_t(i)]).Lines(at, points, steps);
+        if (i == 0)
+            end = at;
+    });
+    state.Position = end;
+}
+
+void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
+    drawShared(points, [&](const FigurePainter& part) { part.Polygons(points, counts); });
+}
+
+void RasterDevice::Rectangles(std::span<const DeviceRect> rects) {
+    drawShared(rects, [&](const FigurePainter& part) { part.Rectangles(rects); });
+}
+
+void RasterDevice::Ellipses(std::span<const DeviceRect> rects) {
+    drawShared(rects, [&](const FigurePainter& part) { part.Ellipses(rects); });
+}
+
+void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
+    stretchPicture(surface(), target, picture);
+}

@@ -1,0 +1,89 @@
+// The drawing device for a picture in memory: the screen's picture, a film frame, a PNG. Lines and areas are its own,
+// exact to the pixel and the same for any clip and any number of threads; text is Qt's, numbers out of a cache of
+// glyphs.
+#pragma once
+
+#include "platform/device/DeviceMeasures.h"
+#include "platform/raster/FigurePainter.h"
+#include "platform/raster/GlyphCache.h"
+
+#include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
+#include <optional>
+#include <vector>
+
+/// Draws into the caller's image of format RGB32 or ARGB32_Premultiplied and device pixel ratio 1; any other image
+/// stays as it is. Drawn pixels are opaque. The image must outlive the device and may be read between calls, but not be
+/// replaced. Raster modes hold for lines and areas; text and `FillRect` always cover. The gaps of hatch patterns and
+/// dash styles are transparent. `Polyline` neither uses nor moves the current position.
+class RasterDevice : public DeviceContext {
+public:
+    /// `threadLimit`: threads that a batch may use, 0 for one a core.
+    RasterDevice(QImage& picture, int dotsPerInch, int threadLimit = 0);
+
+    void SaveDC() override;
+    void RestoreDC() override;
+    Pen SelectPen(const Pen& pen) override;
+    Brush SelectBrush(const Brush& brush) override;
+    Font SelectFont(const Font& font) override;
+    void SetTextColor(ColorRef color) override;
+    void SetRop2(int mode) override;
+    void ClipRect(const DeviceRect& rect) override;
+    void ClipNone() override;
+
+    void MoveTo(DevicePoint point) override;
+    void LineTo(DevicePoint point) override;
+    void Polyline(std::span<const DevicePoint> points) override;
+    void Polygon(std::span<const DevicePoint> points) override;
+    void PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) override;
+    void Rectangle(const DeviceRect& rect) override;
+    void Ellipse(const DeviceRect& rect) override;
+    void FillRect(const DeviceRect& rect, const Brush& brush) override;
+    void DrawPicture(const DeviceRect& target, const QImage& picture) override;
+    void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override;
+    void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) override;
+    void Rectangles(std::span<const DeviceRect> rects) override;
+    void Ellipses(std::span<const DeviceRect> rects) override;
+
+    void Text(DevicePoint leftTop, const QString& text) override;
+    DeviceSize MeasureText(const QString& text) const override;
+    int GetDeviceCaps(DeviceCaps caps) const override { return measures().Get(caps); }
+    std::optional<DeviceRect> VisibleArea() const override { return measures().VisibleArea(state.Clip, state.LinePen); }
+
+private:
+    struct State {
+        Pen LinePen;
+        Brush AreaBrush;
+        Font TextFont;
+        ColorRef TextColor = 0;
+        int RasterMode = RasterMode::CopyPen;
+        std::optional<DeviceRect> Clip;
+        PathPosition Position;
+    };
+
+    PixelSurface surface();
+    FigurePainter figures() { return figuresOn(surface()); }
+    FigurePainter figuresOn(const PixelSurface& part) const;
+    template<class RowOf>
+    std::vector<PixelSurface> bands(std::size_t count, std::size_t workSize, const RowOf& rowOf);
+    template<class Item, class Draw>
+    void drawShared(std::span<const Item> items, const Draw& draw);
+    void closeText();
+    void forgetFont();
+    const QFont& textFont() const;
+    const QFontMetrics& textMetrics() const;
+    GlyphCache* glyphsFor(const QString& text) const;
+    bool mayShow(DevicePoint leftTop, const QString& text) const;
+    DeviceMeasures measures() const;
+
+    QImage& image;
+    int resolution;
+    int threads;
+    State state;
+    std::vector<State> savedStates;
+    QPainter textPainter; ///< open from one text to the next pixel call
+    mutable std::optional<QFont> currentFont;
+    mutable std::optional<QFontMetrics> currentMetrics;
+    mutable std::optional<GlyphCache> currentGlyphs;
+};

@@ -1,0 +1,255 @@
+#include "platform/registry/RegistryStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QStandardPaths>
+#include <sqlite3.h>
+
+namespace Registry {
+namespace {
+constexpr int waitMs = 5000;
+constexpr qint64 headerBytes = 512;
+
+constexpr const char* tables =
+    "PRAGMA application_id = 0x56524547; PRAGMA user_version = 1;"
+    "CREATE TABLE IF NOT EXISTS keys(id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " parent INTEGER REFERENCES keys(id) ON DELETE CASCADE, name TEXT NOT NULL, folded TEXT NOT NULL,"
+    " UNIQUE(parent, folded));"
+    "CREATE TABLE IF NOT EXISTS vals(id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " key INTEGER NOT NULL REFERENCES keys(id) ON DELETE CASCADE, name TEXT NOT NULL, folded TEXT NOT NULL,"
+    " type INTEGER NOT NULL, data BLOB NOT NULL, UNIQUE(key, folded));"
+    // With the row number behind it, such an index has the order in which they were made.
+    "CREATE INDEX IF NOT EXISTS keys_in_order ON keys(parent);"
+    "CREATE INDEX IF NOT EXISTS vals_in_order ON vals(key);"
+    "INSERT OR IGNORE INTO keys(id, parent, name, folded) VALUES(1, NULL, '', '')";
+constexpr std::int64_t applicationId = 0x56524547;
+
+/// A name for the damaged file that nothing has yet; empty when there is no end of them.
+QString freeName(const QString& path) {
+    const QString plain = path + u".damaged"_s;
+    QString name = plain;
+    for (int n = 2; QFileInfo::exists(name) || QFileInfo::exists(name + u"-journal"_s); ++n) {
+        if (n > 99)
+            return {};
+        name = plain + u'.' + QString::number(n);
+    }
+    return name;
+}
+} // namespace
+
+QString StorePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Ordvane/registry.db"_s;
+}
+
+Store& Store::Instance() {
+    static Store store;
+    return store;
+}
+
+bool Store::Open(Access access) {
+    if (depth > 0)
+        return !spoilt;
+    if (database && (doubtful || path != StorePath() || hasMoved()))
+        close();
+    if (database)
+        return true;
+    path = StorePath();
+    switch (connect(access)) {
+    case Health::Good:
+        return true;
+    case Health::Empty:
+        if (access == Access::Write && createTables())
+            return true;
+        break;
+    case Health::Damaged:
+        if (access == Access::Write && replaceDamaged())
+            return true;
+        break;
+    case Health::Unusable:
+        break;
+    }
+    close();
+    return false;
+}
+
+Store::Health Store::connect(Access access) {
+    close();
+    if (access == Access::Write)
+        QDir().mkpath(QFileInfo(path).path());
+    const int flags = SQLITE_OPEN_READWRITE | (access == Access::Write ? SQLITE_OPEN_CREATE : 0);
+    ++serial;
+    doubtful = false;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr) != SQLITE_OK ||
+        sqlite3_db_readonly(database, "main") != 0)
+        return Health::Unusable;
+    sqlite3_busy_timeout(database, waitMs);
+    sqlite3_limit(database, SQLITE_LIMIT_LENGTH, int(MaxDataBytes) + (1 << 20));
+    execute("PRAGMA foreign_keys = ON");
+    // The parts of the check must see one state, or a file that is just being made looks half made.
+    if (!execute("BEGIN"))
+        return Health::Unusable;
+    const Health health = check();
+    return execute("COMMIT") || health == Health::Damaged ? health : Health::Unusable;
+}
+
+Store::Health Store::check() {
+    Statement soundness("PRAGMA quick_check(1)");
+    const bool sound = soundness.Next() && soundness.Text(0) == u"ok";
+    if (!sound)
+        return doubtful || sqlite3_errcode(database) == SQLITE_ROW ? Health::Damaged : Health::Unusable;
+    Statement objects("SELECT count(*) FROM sqlite_master"), id("PRAGMA application_id");
+    if (!objects.Next() || !id.Next())
+        return Health::Unusable;
+    if (objects.Integer(0) == 0 && id.Integer(0) == 0) {
+        // A file too short for a header passes for a new one, but it is somebody's.
+        const qint64 size = QFileInfo(path).size();
+        return size == 0 || size >= headerBytes ? Health::Empty : Health::Damaged;
+    }
+    Statement keys("SELECT id, parent, name, folded FROM keys WHERE id = 1 AND parent IS NULL"),
+        values("SELECT id, key, name, folded, type, data FROM vals LIMIT 0");
+    return id.Integer(0) == applicationId && keys.Next() && values.Run() ? Health::Good : Health::Damaged;
+}
+
+bool Store::createTables() {
+    // Another program may make them at the same time, so that they may be there already.
+    if (!execute("BEGIN IMMEDIATE"))
+        return false;
+    if (execute(tables) && execute("COMMIT"))
+        return true;
+    execute("ROLLBACK");
+    return false;
+}
+
+bool Store::replaceDamaged() {
+    QLockFile lock(path + u".lock"_s);
+    if (!lock.tryLock(waitMs))
+        return false;
+    // Another program may have replaced it by now.
+    Health health = connect(Access::Write);
+    if (health == Health::Damaged) {
+        close();
+        const QString journal = path + u"-journal"_s, name = freeName(path);
+        // The journal first: left behind, it would be taken for one of the new file.
+        if (name.isEmpty() || (QFileInfo::exists(journal) && !QFile::rename(journal, name + u"-journal"_s)) ||
+            !QFile::rename(path, name))
+            return false;
+        health = connect(Access::Write);
+    }
+    return health == Health::Good || (health == Health::Empty && createTables());
+}
+
+bool Store::hasMoved() {
+    int moved = 0;
+    // Where the question isn't known, an open file can't be moved either.
+    return sqlite3_file_control(database, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0;
+}
+
+void Store::close() {
+    for (sqlite3_stmt* statement : std::as_const(statements))
+        sqlite3_finalize(statement);
+    statements.clear();
+    sqlite3_close(database);
+    database = nullptr;
+}
+
+bool Store::Begin(Access access) {
+    if (depth == 0) {
+        if (!Open(access) || !execute(access == Access::Write ? "BEGIN IMMEDIATE" : "BEGIN"))
+            return false;
+        spoilt = false;
+    } else if (spoilt) {
+        return false;
+    }
+    ++depth;
+    return true;
+}
+
+bool Store::End(bool keep) {
+    if (!keep)
+        spoilt = true;
+    if (--depth > 0)
+        return !spoilt;
+    if (!spoilt && execute("COMMIT"))
+        return true;
+    // A full disk may have ended it already.
+    if (sqlite3_get_autocommit(database) == 0)
+        execute("ROLLBACK");
+    return false;
+}
+
+bool Store::execute(const char* sql) {
+    return note(sqlite3_exec(database, sql, nullptr, nullptr, nullptr)) == SQLITE_OK;
+}
+
+sqlite3_stmt* Store::prepare(const char* sql) {
+    if (sqlite3_stmt* known = statements.value(sql))
+        return known;
+    sqlite3_stmt* statement = nullptr;
+    if (database &&
+        note(sqlite3_prepare_v3(database, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr)) == SQLITE_OK)
+        statements.insert(sql, statement);
+    return statement;
+}
+
+int Store::note(int result) {
+    const int kind = result & 0xff;
+    // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
+    if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
+        doubtful = true;
+    if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT)
+        spoilt = true;
+    return result;
+}
+
+Statement::Statement(const char* sql) : statement(Store::Instance().prepare(sql)) {}
+
+Statement::~Statement() {
+    sqlite3_reset(statement);
+    if (statement)
+        sqlite3_clear_bindings(statement);
+}
+
+Statement& Statement::operator<<(std::int64_t number) {
+    sqlite3_bind_int64(statement, ++bound, number);
+    return *this;
+}
+
+Statement& Statement::operator<<(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    sqlite3_bind_text(statement, ++bound, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+    return *this;
+}
+
+Statement& Statement::operator<<(const QByteArray& bytes) {
+    // An empty array has an address as well, so this never binds a NULL.
+    sqlite3_bind_blob(statement, ++bound, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+    return *this;
+}
+
+bool Statement::Next() {
+    return statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_ROW;
+}
+
+bool Statement::Run() {
+    return statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
+}
+
+int Statement::Changes() const {
+    return sqlite3_changes(sqlite3_db_handle(statement));
+}
+
+std::int64_t Statement::Integer(int column) const {
+    return sqlite3_column_int64(statement, column);
+}
+
+QString Statement::Text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+    return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
+}
+
+QByteArray Statement::Bytes(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+    return QByteArray(bytes, sqlite3_column_bytes(statement, column));
+}
+} // namespace Registry

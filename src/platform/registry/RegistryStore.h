@@ -1,0 +1,76 @@
+// The registry's database file: finding, checking, creating and replacing it, its transactions and its statements.
+// Knows nothing of what keys and values mean. For `Registry` alone.
+#pragma once
+
+#include "platform/registry/Registry.h"
+
+#include <QHash>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace Registry {
+class Store {
+public:
+    static Store& Instance();
+    ~Store() { close(); }
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+
+    /// Connects if need be; for writing the file is made, and a damaged one moved aside. False when it can't be used.
+    bool Open(Access access);
+    bool Begin(Access access);
+    /// Ends the innermost transaction; true when it (or its part of the outer one) is kept.
+    bool End(bool keep);
+    /// Changes whenever row numbers may no longer be those of before.
+    int Serial() const { return serial; }
+
+private:
+    friend class Statement;
+    enum class Health { Good, Empty, Damaged, Unusable };
+
+    Store() = default;
+    Health connect(Access access);
+    Health check();
+    bool createTables();
+    bool replaceDamaged();
+    bool hasMoved();
+    void close();
+    bool execute(const char* sql);
+    sqlite3_stmt* prepare(const char* sql);
+    /// Takes note of a statement's result: one that leaves a save incomplete spoils the whole transaction.
+    int note(int result);
+
+    sqlite3* database = nullptr;
+    QString path;
+    QHash<const char*, sqlite3_stmt*> statements; ///< by the address of their text
+    int serial = 0;
+    int depth = 0;
+    bool spoilt = false;
+    bool doubtful = false; ///< the file has shown damage since it was checked
+};
+
+/// One run of a statement, prepared once for each literal `sql`. Parameters are bound in their order.
+class Statement {
+public:
+    explicit Statement(const char* sql);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    Statement& operator<<(std::int64_t number);
+    Statement& operator<<(const QString& text);
+    Statement& operator<<(const QByteArray& bytes);
+
+    bool Next(); ///< true while there is a row
+    bool Run();  ///< for a change; false when it failed
+    int Changes() const;
+    std::int64_t Integer(int column) const;
+    QString Text(int column) const;
+    QByteArray Bytes(int column) const;
+
+private:
+    sqlite3_stmt* statement;
+    int bound = 0;
+};
+} // namespace Registry

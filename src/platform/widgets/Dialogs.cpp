@@ -1,0 +1,216 @@
+#include "platform/widgets/Dialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdio>
+#include <variant>
+
+namespace Dialogs {
+namespace {
+using FileAnswer = std::optional<QString>;
+using ColorAnswer = std::optional<ColorRef>;
+
+struct Script {
+    bool Running = false;
+    QList<std::variant<int, FileAnswer, ColorAnswer>> Answers;
+    QList<Testing::Question> Asked;
+    int Unexpected = 0;
+};
+
+Script& script() {
+    static Script instance;
+    return instance;
+}
+
+/// The next scripted answer when it is of the asked form, else `otherwise`.
+template<class Form>
+Form scriptedAnswer(Testing::Question question, Form otherwise) {
+    Script& current = script();
+    current.Asked += std::move(question);
+    if (current.Answers.isEmpty() || !std::holds_alternative<Form>(current.Answers.first())) {
+        ++current.Unexpected;
+        return otherwise;
+    }
+    return std::get<Form>(current.Answers.takeFirst());
+}
+
+bool hasWidgets() {
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+struct BoxButton {
+    int Answer;
+    QString Caption;
+    QMessageBox::ButtonRole Role;
+};
+
+/// In their order; the last is the one that Esc presses.
+QList<BoxButton> buttonsOf(int flags) {
+    if (flags & MessageStyle::YesNo)
+        return {{MessageAnswer::Yes, u"はい(&Y)"_s, QMessageBox::YesRole},
+                {MessageAnswer::No, u"いいえ(&N)"_s, QMessageBox::NoRole}};
+    const BoxButton ok{MessageAnswer::Ok, u"OK"_s, QMessageBox::AcceptRole};
+    if (flags & MessageStyle::OkCancel)
+        return {ok, {MessageAnswer::Cancel, u"キャンセル"_s, QMessageBox::RejectRole}};
+    return {ok};
+}
+
+QMessageBox::Icon iconOf(int flags) {
+    switch (flags & 0xf0) {
+    case MessageStyle::Stop:
+        return QMessageBox::Critical;
+    case MessageStyle::Question:
+        return QMessageBox::Question;
+    case MessageStyle::Stop | MessageStyle::Question:
+        return QMessageBox::Warning;
+    case MessageStyle::Information:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+int showBox(QWidget* parent, const QString& text, const QString& title, int flags, qsizetype defaultButton) {
+    QMessageBox box(iconOf(flags), title, text, QMessageBox::NoButton, parent);
+    box.setObjectName(u"messageBox"_s);
+    // A file name may look like markup.
+    box.setTextFormat(Qt::PlainText);
+    const QList<BoxButton> buttons = buttonsOf(flags);
+    QList<QAbstractButton*> made;
+    for (const BoxButton& button : buttons)
+        made += box.addButton(button.Caption, button.Role);
+    box.setDefaultButton(qobject_cast<QPushButton*>(made[defaultButton]));
+    box.setEscapeButton(made.last());
+    box.exec();
+    const qsizetype pressed = made.indexOf(box.clickedButton());
+    return pressed < 0 ? buttons.last().Answer : buttons[pressed].Answer;
+}
+
+/// Pairs of description and patterns as Qt's list of name filters. "*.*" means every file, also one without a dot.
+QStringList nameFilters(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList result;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString description = parts[i];
+        if (const qsizetype bracket = description.lastIndexOf(u'('); bracket > 0)
+            description.truncate(bracket);
+        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns)
+            pattern = pattern.trimmed() == u"*.*" ? u"*"_s : pattern.trimmed();
+        result += description.trimmed() + u" ("_s + patterns.join(u' ') + u')';
+    }
+    return result;
+}
+
+/// Suffix of a name filter's first pattern, empty when that pattern leaves it open.
+QString suffixOf(const QString& nameFilter) {
+    const QString first = nameFilter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
+    const QString suffix = first.startsWith(u"*.") ? first.mid(2) : QString();
+    return suffix.contains(u'*') || suffix.contains(u'?') ? QString() : suffix;
+}
+
+FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, const QString& filter, bool save) {
+    if (script().Running)
+        return scriptedAnswer<FileAnswer>({save ? Testing::Kind::SaveFile : Testing::Kind::OpenFile, start, title, 0},
+                                          std::nullopt);
+    if (!hasWidgets())
+        return std::nullopt;
+    QFileDialog dialog(parent, title);
+    dialog.setObjectName(u"fileDialog"_s);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const QStringList filters = nameFilters(filter);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    if (save) {
+        dialog.setDefaultSuffix(suffixOf(filters.value(0)));
+        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                         [&dialog](const QString& chosen) { dialog.setDefaultSuffix(suffixOf(chosen)); });
+    }
+    const QFileInfo place(start);
+    dialog.setDirectory(place.isDir() ? start : place.absolutePath());
+    if (!start.isEmpty() && !place.isDir())
+        dialog.selectFile(place.fileName());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.selectedFiles().value(0);
+}
+} // namespace
+
+int MessageBox(QWidget* parent, const QString& text, const QString& title, int flags) {
+    const QList<BoxButton> buttons = buttonsOf(flags);
+    if (script().Running)
+        return scriptedAnswer<int>({Testing::Kind::MessageBox, text, title, flags}, buttons.last().Answer);
+    const qsizetype defaultButton = flags & MessageStyle::SecondDefault ? buttons.size() - 1 : 0;
+    if (hasWidgets())
+        return showBox(parent, text, title, flags, defaultButton);
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    return buttons[defaultButton].Answer;
+}
+
+std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start,
+                                    const QString& filter) {
+    return askFile(parent, title, start, filter, false);
+}
+
+std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start,
+                                    const QString& filter) {
+    return askFile(parent, title, start, filter, true);
+}
+
+std::optional<ColorRef> ChooseColor(QWidget* parent, const QString& title, ColorRef initial) {
+    const QColor first(redOf(initial), greenOf(initial), blueOf(initial));
+    if (script().Running)
+        return scriptedAnswer<ColorAnswer>({Testing::Kind::Color, first.name(), title, 0}, std::nullopt);
+    if (!hasWidgets())
+        return std::nullopt;
+    QColorDialog dialog(first, parent);
+    dialog.setObjectName(u"colorDialog"_s);
+    dialog.setWindowTitle(title);
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    const QColor chosen = dialog.selectedColor();
+    return makeColor(chosen.red(), chosen.green(), chosen.blue());
+}
+
+namespace Testing {
+void Start() {
+    script() = {};
+    script().Running = true;
+}
+
+void Stop() {
+    script().Running = false;
+}
+
+void QueueAnswer(int answer) {
+    script().Answers += answer;
+}
+
+void QueueFile(const std::optional<QString>& path) {
+    script().Answers += path;
+}
+
+void QueueColor(std::optional<ColorRef> color) {
+    script().Answers += color;
+}
+
+QList<Question> Asked() {
+    return script().Asked;
+}
+
+int UnexpectedCount() {
+    return script().Unexpected;
+}
+
+int UnusedCount() {
+    return int(script().Answers.size());
+}
+} // namespace Testing
+} // namespace Dialogs

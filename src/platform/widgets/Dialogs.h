@@ -1,0 +1,52 @@
+// Message boxes, file and colour dialogs; the one way to ask the user something and wait. A test can give the answers
+// beforehand. No texts of the program's own stand here but those of the buttons.
+#pragma once
+
+#include "platform/base/Geometry.h"
+#include "platform/base/MessageStyle.h"
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+class QWidget;
+
+namespace Dialogs {
+/// Shows `text` as it stands and gives the answer; `flags` are of `MessageStyle`, the answer of `MessageAnswer`. Esc
+/// answers Cancel or No, or OK when there is nothing else. In a program without widgets the text goes to standard error
+/// and the default button is the answer.
+int MessageBox(QWidget* parent, const QString& text, const QString& title, int flags);
+
+/// The chosen path, none after Cancel (and in a program without widgets). `start` is a folder or a file to begin with.
+/// `filter` is pairs of description and patterns, all separated by "|"; patterns of one pair by ";".
+std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
+/// Likewise; asks before an existing file is chosen, and adds the suffix of the selected patterns to a bare name.
+std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
+
+/// The chosen colour, none after Cancel (and in a program without widgets). The dialog starts from `initial`.
+std::optional<ColorRef> ChooseColor(QWidget* parent, const QString& title, ColorRef initial);
+
+/// Scripted answers. Between `Start` and `Stop` nothing is shown: each question takes the next answer of its kind's
+/// form from the queue; without one it is counted as unexpected and answered as Esc would.
+namespace Testing {
+enum class Kind { MessageBox, OpenFile, SaveFile, Color };
+
+struct Question {
+    Dialogs::Testing::Kind Kind;
+    QString Text; ///< of a file dialog: the starting place; of a colour dialog: the first colour as "#rrggbb"
+    QString Title;
+    int Flags = 0;
+};
+
+void Start();
+void Stop();
+void QueueAnswer(int answer);
+void QueueFile(const std::optional<QString>& path); ///< none: Cancel
+void QueueColor(std::optional<ColorRef> color);     ///< likewise
+/// Everything asked since `Start`, expected or not.
+QList<Question> Asked();
+int UnexpectedCount();
+/// Answers that nothing has asked for yet.
+int UnusedCount();
+} // namespace Testing
+} // namespace Dialogs

@@ -1,0 +1,187 @@
+#include "platform/widgets/PictureBox.h"
+
+#include "platform/base/Rounding.h"
+#include "platform/raster/RasterDevice.h"
+
+#include <QApplication>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+#include <cmath>
+
+namespace {
+QStringList localFiles(const QDropEvent& event) {
+    QStringList paths;
+    for (const QUrl& url : event.mimeData()->urls())
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    return paths;
+}
+} // namespace
+
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAcceptDrops(true);
+}
+
+DeviceSize PictureBox::PixelSize() const {
+    const double ratio = devicePixelRatioF();
+    return {int(std::lround(width() * ratio)), int(std::lround(height() * ratio))};
+}
+
+int PictureBox::DotsPerInch() const {
+    constexpr double dotsPerInchAtFullScale = 96;
+    return int(std::lround(dotsPerInchAtFullScale * devicePixelRatioF()));
+}
+
+QPoint PictureBox::PixelAt(QPointF position) const {
+    const QPointF pixel = ToPixels(position);
+    return {Round(pixel.x()), Round(pixel.y())};
+}
+
+QImage& PictureBox::ClearedImage() {
+    layered = QImage();
+    layerStale = true;
+    const DeviceSize size = PixelSize();
+    if (image.width() != size.Width || image.height() != size.Height)
+        image = QImage(size.Width, size.Height, QImage::Format_RGB32);
+    image.setDevicePixelRatio(1);
+    image.fill(qRgb(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
+    return image;
+}
+
+void PictureBox::RefreshLayer() {
+    layerStale = true;
+    update();
+}
+
+/// The copy is made by the first pixel drawn: until then both images share the picture's.
+void PictureBox::drawLayer(const std::function<void(DeviceContext&)>& draw) {
+    if (image.isNull() || !draw)
+        return;
+    if (layered.isNull())
+        layered = image;
+    {
+        RasterDevice device(layered, DotsPerInch());
+        draw(device);
+    }
+    if (layered.constBits() == image.constBits())
+        layered = QImage();
+}
+
+const QImage& PictureBox::ShownImage() {
+    if (std::exchange(layerStale, false)) {
+        layered = QImage();
+        drawLayer(Layer);
+    }
+    return layered.isNull() ? image : layered;
+}
+
+void PictureBox::DrawOnLayer(const QRegion& changed, const std::function<void(DeviceContext&)>& draw) {
+    if (layerStale)
+        return;
+    drawLayer(draw);
+    const double ratio = devicePixelRatioF();
+    for (const QRect& part : changed) {
+        const QRectF exact(part.x() / ratio, part.y() / ratio, part.width() / ratio, part.height() / ratio);
+        update(exact.toAlignedRect());
+    }
+}
+
+void PictureBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    ShownImage();
+    QImage& shown = layered.isNull() ? image : layered;
+    if (shown.isNull()) {
+        painter.fillRect(rect(), QColor(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
+        return;
+    }
+    // The ratio is set only while it is shown: whoever draws into the picture counts its pixels.
+    shown.setDevicePixelRatio(devicePixelRatioF());
+    painter.drawImage(QPointF(0, 0), shown);
+    shown.setDevicePixelRatio(1);
+}
+
+void PictureBox::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    emit Resized();
+}
+
+bool PictureBox::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    switch (event->type()) {
+    case QEvent::ScreenChangeInternal:
+        emit Resized();
+        break;
+    case QEvent::FocusOut:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+    case QEvent::Hide:
+        giveUpLeftButton();
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+void PictureBox::giveUpLeftButton() {
+    if (std::exchange(leftHeld, false))
+        emit MouseLost();
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        giveUpLeftButton();
+        leftHeld = true;
+    }
+    emit MousePressed(PixelAt(event->position()), event->button(), event->modifiers());
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & Qt::LeftButton))
+        giveUpLeftButton();
+    emit MouseMoved(PixelAt(event->position()), event->buttons());
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        leftHeld = false;
+    emit MouseReleased(PixelAt(event->position()), event->button(), event->modifiers());
+}
+
+void PictureBox::dragEnterEvent(QDragEnterEvent* event) {
+    if (QApplication::activeModalWidget() || localFiles(*event).isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void PictureBox::dropEvent(QDropEvent* event) {
+    const QStringList paths = localFiles(*event);
+    if (QApplication::activeModalWidget() || paths.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    emit FilesDropped(paths);
+}
+
+void PictureBox::wheelEvent(QWheelEvent* event) {
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        event->ignore();
+        return;
+    }
+    wheelRest += event->angleDelta().y();
+    const int steps = wheelRest / QWheelEvent::DefaultDeltasPerStep;
+    wheelRest -= steps * QWheelEvent::DefaultDeltasPerStep;
+    if (steps != 0)
+        emit ZoomWheel(ToPixels(event->position()), steps);
+    event->accept();
+}

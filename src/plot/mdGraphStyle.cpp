@@ -1,0 +1,65 @@
+// How a graph looks: fonts, texts and the styles of its series, from the settings.
+#include "app/mdApplication.h"
+#include "app/mdTipsDrawing.h"
+#include "plot/mdGraph.h"
+
+namespace {
+
+FontReference fontOf(const QString& fontString) {
+    ColorRef unused = 0;
+    return std::make_shared<FontObject>(mdTips::ParseFontString(fontString, unused));
+}
+
+void setTexts(const GraphDefaults& defaults, const LabelMacros& macros, Graph& graph) {
+    const auto text = [&](std::size_t label) { return mdTips::ExpandLabelMacros(defaults.GraphLabels[label], macros); };
+    const bool distribution = graph.GraphType == GraphType::Distribution;
+    graph.Plot.GraphTitle = text(0);
+    graph.Plot.SetScaleLabel(clsPlot::ScaleBase, text(distribution ? 3 : 1));
+    graph.Plot.SetScaleLabel(clsPlot::ScalePlot, text(distribution ? 4 : 2));
+}
+
+void styleSeries(clsPlot& plot, const QList<LegendStyle>& styles, int lineWidth) {
+    constexpr ColorRef red = 0xff;
+    constexpr LegendStyle withoutStyles{.LineColor = red, .DotStyle = DotStyle::Circle, .DotColor = red};
+    constexpr int solidHatch = 8;
+    // A hidden series has the style of the last visible one before it, so the legend's rows keep theirs in turn.
+    qsizetype visible = 0;
+    for (int series = 1; series <= plot.DataLegendCount(); ++series) {
+        if (!plot.DataLegendHidden(series))
+            ++visible;
+        const LegendStyle style =
+            styles.isEmpty() ? withoutStyles : styles[(visible - 1 + styles.size()) % styles.size()];
+        plot.SetDataLineWidth(series, lineWidth);
+        plot.SetDataLineColor(series, style.LineColor);
+        plot.SetDataLineStyle(series, style.LineStyle);
+        plot.SetDataDotColor(series, style.DotColor);
+        plot.SetDataDotStyle(series, style.DotStyle);
+        plot.SetDataDotFillColor(series, style.DotColor);
+        plot.SetDataDotFillStyle(series, solidHatch);
+    }
+}
+
+} // namespace
+
+LabelMacros mdGraph::GraphMacros(const Graph& graph, const ResultModel& model) {
+    const bool distribution = graph.GraphType == GraphType::Distribution;
+    return {{u"%item%"_s, graph.ItemName},
+            {u"%title%"_s, model.Title},
+            {u"%file%"_s, mdApplication::PathPart(model.FileName, mdApplication::FileName)},
+            {u"%name%"_s, distribution ? u"分布図"_s : u"時系列図"_s}};
+}
+
+void mdGraph::ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& model, const DeviceContext& device,
+                              Graph& graph) {
+    clsPlot& plot = graph.Plot;
+    plot.GraphTitleFont = fontOf(defaults.GraphFonts[0]);
+    plot.SetScaleFont(clsPlot::ScaleBoth, fontOf(defaults.GraphFonts[2]));
+    plot.SetScaleLabelFont(clsPlot::ScaleBoth, fontOf(defaults.GraphFonts[1]));
+    plot.SetGridDraw(clsPlot::ScaleBoth, defaults.PlotGrid);
+    plot.SetScaleDraw(clsPlot::ScaleBoth, defaults.PlotScale);
+    plot.GraphTitlePos = 1;
+    setTexts(defaults, GraphMacros(graph, model), graph);
+    const double tenthOfMillimetre = double(mdTips::UnitsPerMillimetre(device)) * 0.1;
+    plot.DotSize = Round(tenthOfMillimetre * defaults.DotSize);
+    styleSeries(plot, defaults.LegendStyles, Round(tenthOfMillimetre * defaults.LineSize));
+}

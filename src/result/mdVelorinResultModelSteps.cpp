@@ -1,0 +1,190 @@
+// One step from the file into the model, and its current item onto the nodes.
+#include "result/ValueBounds.h"
+#include "result/elementValues.h"
+#include "result/mdVelorinResultModel.h"
+#include "result/stepLayout.h"
+
+#include "platform/base/Parallel.h"
+
+namespace mdVelorinResultModel {
+
+namespace {
+
+/// A stretch of one item's block: read, narrowed and bounded on its own, so that the cores can share a step out.
+struct Piece {
+    std::int32_t item = 0;
+    qint64 fileOffset = 0;
+    qint64 firstValue = 0;
+    qint64 valueCount = 0;
+    ValueBounds bounds;
+};
+
+void readPiece(const ReadHandle& file, Piece& piece, float* target) {
+    readValues(file, piece.fileOffset, {target, std::size_t(piece.valueCount)});
+    piece.bounds = ValueBounds::Of({target, std::size_t(piece.valueCount)});
+}
+
+/// A list of `count` values to write to; keeps its memory from step to step when nobody else holds it.
+float* writableValues(QList<float>& values, qsizetype count) {
+    if (!values.isDetached() || values.size() != count)
+        values = QList<float>(count);
+    return values.data();
+}
+
+/// Sizes each item's values and cuts its block into pieces.
+std::vector<Piece> layOutItems(const std::vector<ItemBlock>& blocks, ResultModel& model) {
+    std::vector<Piece> pieces;
+    model.ItemData.resize(model.ItemCount);
+    for (std::int32_t i = 0; i < model.ItemCount; ++i) {
+        ItemValues& item = model.ItemData[i];
+        const ItemBlock& block = blocks[std::size_t(i)];
+        item.Count = block.Count;
+        item.MaxValue = item.MinValue = 0;
+        if (block.Count < 1) {
+            item.Values = {};
+            continue;
+        }
+        writableValues(item.Values, block.Count);
+        for (qint64 first = 0; first < block.Count; first += valuesPerPiece)
+            pieces.push_back({i,
+                              block.FileOffset + first * qint64(sizeof(double)),
+                              first,
+                              std::min(valuesPerPiece, block.Count - first),
+                              {}});
+    }
+    return pieces;
+}
+
+void readItems(const std::vector<Piece>& layout, ResultModel& model) {
+    std::vector<Piece> pieces = layout;
+    std::vector<float*> targets;
+    for (ItemValues& item : model.ItemData)
+        targets.push_back(item.Values.data());
+    parallelFor(int(pieces.size()), [&](int i) {
+        Piece& piece = pieces[std::size_t(i)];
+        readPiece(model.FileHandle, piece, targets[std::size_t(piece.item)] + piece.firstValue);
+    });
+    std::vector<ValueBounds> bounds(targets.size());
+    for (const Piece& piece : pieces)
+        bounds[std::size_t(piece.item)].Take(piece.bounds);
+    for (std::int32_t i = 0; i < model.ItemCount; ++i)
+        if (model.ItemData.at(i).Count > 0)
+            bounds[std::size_t(i)].StoreIn(model.ItemData[i]);
+}
+
+void readElementTypes(const ReadHandle& file, qint64 offset, MeshData& mesh) {
+    std::int32_t* types = mesh.Elements.ElementType.data();
+    const qint64 bytes = qint64(mesh.ElementCount) * qint64(sizeof(std::int32_t));
+    if (file.ReadAt(offset, types, bytes) != bytes)
+        std::fill_n(types, mesh.ElementCount, 0);
+}
+
+bool allElementsExist(const MeshData& mesh) {
+    // No early end: so the compiler takes several at a time.
+    std::int32_t signs = 0;
+    for (const std::int32_t type : mesh.Elements.ElementType)
+        signs |= type;
+    return signs >= 0;
+}
+
+void findActiveNodes(MeshData& mesh) {
+    const std::int32_t* types = mesh.Elements.ElementType.constData();
+    const std::int32_t* firstEntry = mesh.Nodes.FirstEntry.constData();
+    const std::int32_t* elements = mesh.Nodes.ElementIndex.constData();
+    std::uint8_t* active = mesh.Nodes.Active.data();
+    const bool allExist = allElementsExist(mesh);
+    parallelStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
+        for (std::int32_t i = first; i < last; ++i)
+            active[i] = allExist ? firstEntry[i] < firstEntry[i + 1]
+                                 : std::any_of(elements + firstEntry[i], elements + firstEntry[i + 1],
+                                               [types](std::int32_t element) { return types[element] >= 0; });
+    });
+}
+
+} // namespace
+
+bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
+    if (step < 0 || item < 0 || step >= model.StepCount) {
+        model.CurrentStep = -1;
+        return false;
+    }
+    const StepLayout layout(model);
+    readElementTypes(model.FileHandle, layout.TypesOffset(step), model.Mesh);
+    findActiveNodes(model.Mesh);
+    readItems(layOutItems(layout.Blocks(step, model.ItemCount), model), model);
+    model.CurrentStep = step;
+    return true;
+}
+
+void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
+    MeshData& mesh = model.Mesh;
+    if (item < 0 || item >= model.ItemCount || item >= model.ItemData.size()) {
+        mesh.Nodes.Value.fill(0);
+        mesh.MaxValue = mesh.MinValue = 0;
+        model.CurrentItem = -1;
+        return;
+    }
+    const ItemValues& values = model.ItemData.at(item);
+    if (model.Items.at(item).ElementType < 0) {
+        // As many values as nodes is the rule, and then the column is shared. Nodes beyond keep what they had.
+        if (values.Values.size() == mesh.NodeCount)
+            mesh.Nodes.Value = values.Values;
+        else
+            std::copy_n(values.Values.constData(), std::min<qsizetype>(values.Values.size(), mesh.NodeCount),
+                        mesh.Nodes.Value.data());
+        mesh.MaxValue = values.MaxValue;
+        mesh.MinValue = values.MinValue;
+    } else {
+        const QList<float> onElements = unpackOntoElements(values, mesh, model.Items.at(item).ElementType);
+        const std::int32_t* types = mesh.Elements.ElementType.constData();
+        float* target = writableValues(mesh.Nodes.Value, mesh.NodeCount);
+        const ValueBounds bounds =
+            allElementsExist(mesh)
+                ? averageOntoNodes(
+                      onElements, mesh, [](std::int32_t) { return true; }, target)
+                : averageOntoNodes(
+                      onElements, mesh, [types](std::int32_t element) { return types[element] >= 0; }, target);
+        mesh.MaxValue = bounds.Max;
+        mesh.MinValue = bounds.Min;
+    }
+    model.CurrentItem = item;
+}
+
+void ClearReference(ResultModel& model) {
+    // Without a reference only zeros can stand there, and they need not be made again for every step.
+    if (model.ReferenceStep < 0 && model.ReferenceItemData.size() == model.ItemCount)
+        return;
+    model.ReferenceStep = -1;
+    ItemValues zeros;
+    zeros.Count = model.Mesh.NodeCount;
+    zeros.Values = QList<float>(zeros.Count);
+    model.ReferenceItemData.fill(zeros, model.ItemCount);
+}
+
+void KeepReference(ResultModel& model) {
+    model.Mesh.Nodes.ReferenceValue = model.Mesh.Nodes.Value;
+    model.ReferenceItemData = model.ItemData;
+    model.ReferenceStep = model.CurrentStep;
+}
+
+bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours,
+              std::int32_t referenceStep) {
+    if (IsFileClosed(model))
+        return false;
+    const bool wantsReference = referenceStep >= 0 && referenceStep < model.StepCount;
+    if (wantsReference && ReadStepData(referenceStep, item, model)) {
+        ApplyItemToNodes(item, model);
+        KeepReference(model);
+    } else {
+        ClearReference(model);
+    }
+    const bool ok = ReadStepData(step, item, model);
+    if (ok) {
+        if (!keepNeighbours)
+            BuildElementNeighbours(model.Mesh);
+        ApplyItemToNodes(item, model);
+    }
+    return ok;
+}
+
+} // namespace mdVelorinResultModel

@@ -1,0 +1,129 @@
+// The contour layer. Painted as by the plain loops, bands outside and elements inside, but each band visits only the
+// elements that it can touch: they are found in one pass over the elements before the first band is painted.
+#include "view/scene/contourJobs.h"
+
+#include "app/mdTipsDrawing.h"
+#include "platform/base/Parallel.h"
+#include "result/mdVelorinResultModel.h"
+
+namespace mdScene {
+
+namespace {
+
+constexpr int automaticBandCount = 20;
+constexpr int polygonsPerPiece = 8192;
+
+/// The polygons of a stretch of one band's jobs.
+struct PolygonBatch {
+    std::vector<DevicePoint> points;
+    std::vector<int> counts;
+};
+
+void clipJobs(const ContourInput& input, std::span<const BandJob> jobs, PolygonBatch& batch) {
+    batch.points.clear();
+    batch.counts.clear();
+    ContourElement element;
+    for (const BandJob& job : jobs) {
+        GatherElement(input, job.element, element);
+        if (const int count = AppendClipPolygon(element, input.bands, job.band, batch.points))
+            batch.counts.push_back(count);
+    }
+}
+
+/// Pen and brush of one band for as long as it lives.
+class BandColor {
+public:
+    BandColor(DeviceContext& onDevice, const ContourBands& bands, int band, const ContourSettings& settings)
+        : device(onDevice) {
+        const float step = 1 / float(bands.Count - 1);
+        const ColorRef color = ContourColor(step * float(band), settings);
+        oldPen = mdTips::SelectSolidPen(device, color, 1, PenStyle::Solid);
+        oldBrush = mdTips::SelectBrush(device, color, -1);
+    }
+    ~BandColor() {
+        mdTips::RestoreObject(device, oldBrush);
+        mdTips::RestoreObject(device, oldPen);
+    }
+    BandColor(const BandColor&) = delete;
+    BandColor& operator=(const BandColor&) = delete;
+
+private:
+    DeviceContext& device;
+    Pen oldPen;
+    Brush oldBrush;
+};
+
+void paintBand(DeviceContext& device, const ContourInput& input, std::span<const BandJob> jobs,
+               std::vector<PolygonBatch>& batches) {
+    for (std::size_t first = 0; first < jobs.size(); first += batches.size() * polygonsPerPiece) {
+        const auto rest = jobs.subspan(first);
+        const std::size_t pieces = std::min(batches.size(), (rest.size() + polygonsPerPiece - 1) / polygonsPerPiece);
+        parallelFor(int(pieces), [&](int piece) {
+            const std::size_t start = std::size_t(piece) * polygonsPerPiece;
+            clipJobs(input, rest.subspan(start, std::min<std::size_t>(polygonsPerPiece, rest.size() - start)),
+                     batches[std::size_t(piece)]);
+        });
+        for (std::size_t piece = 0; piece < pieces; ++piece)
+            device.Polygons(batches[piece].points, batches[piece].counts);
+    }
+}
+
+/// Only bands that are seen, and of those in one element only the ones that stay to be seen.
+void drawTouchedBands(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
+    const std::vector<BandJob> jobs = FindBandJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
+    std::vector<PolygonBatch> batches(std::size_t(coreCount()) * 4);
+    for (std::size_t first = 0; first < jobs.size();) {
+        std::size_t last = first;
+        while (last < jobs.size() && jobs[last].band == jobs[first].band)
+            ++last;
+        const BandColor color(device, input.bands, jobs[first].band, settings);
+        paintBand(device, input, std::span(jobs).subspan(first, last - first), batches);
+        first = last;
+    }
+}
+
+/// All bands with all their polygons, a stretch of bands at a time so that the jobs never outgrow the memory.
+void drawEveryBand(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
+    constexpr int bandsAtOnce = 64;
+    std::vector<PolygonBatch> batches(1);
+    for (qint64 start = 0; start < input.bands.Count; start += bandsAtOnce) {
+        const BandRange window = {int(start), int(std::min<qint64>(start + bandsAtOnce, input.bands.Count)) - 1};
+        const std::vector<BandJob> jobs = FindBandJobs(input, {window, std::nullopt, true});
+        auto job = jobs.begin();
+        for (int band = window.first; band <= window.last; ++band) {
+            const auto end = std::find_if(job, jobs.end(), [band](const BandJob& other) { return other.band != band; });
+            const BandColor color(device, input.bands, band, settings);
+            paintBand(device, input, std::span(job, end), batches);
+            job = end;
+        }
+    }
+}
+
+} // namespace
+
+void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context) {
+    const ContourSettings& settings = scene.Settings.Contour;
+    const DifferenceSettings& difference = scene.Settings.Difference;
+    const ItemValues values =
+        mdVelorinResultModel::GetNodeValues(difference.StandardStep >= 0 && difference.ApplyContour, scene.Model.Mesh);
+    const float upper = settings.Automatic ? values.MaxValue : settings.MaxValue;
+    const float lower = settings.Automatic ? values.MinValue : settings.MinValue;
+    const int count = settings.Automatic ? automaticBandCount : settings.Divide;
+    if (count < 2)
+        return;
+    context.ContourMax = upper;
+    context.ContourMin = lower;
+    context.ContourDivide = count;
+    if (!(upper > lower))
+        return;
+    const ContourBands bands(lower, upper, count);
+    const ContourInput input = {scene.Model.Mesh, values.Values, scene.View.NodePoints, bands};
+    // Beyond this nobody reads the calls one by one, and they would outgrow any memory.
+    constexpr int mostBandsInFull = 1000000;
+    if (device.ShowsEveryCall() && count <= mostBandsInFull)
+        drawEveryBand(device, input, settings);
+    else
+        drawTouchedBands(device, input, settings);
+}
+
+} // namespace mdScene

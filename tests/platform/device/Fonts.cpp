@@ -1,0 +1,69 @@
+#include "platform/device/Fonts.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
+#include <gtest/gtest.h>
+
+namespace {
+Font fontOf(const QString& face, int height) {
+    return {.Height = height, .Face = face};
+}
+
+/// In small letters, since Qt folds the names of stand-ins.
+QStringList familiesUsed(const QFont& font, const QString& text) {
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    QStringList families;
+    for (const QGlyphRun& run : layout.glyphRuns())
+        families += run.rawFont().familyName().toLower();
+    families.sort();
+    return families;
+}
+} // namespace
+
+TEST(Fonts, FacesFindTheirStandIns) {
+    Fonts::InstallSubstitutions();
+    const std::pair<QString, QString> expected[] = {
+        {u"ＭＳ Ｐゴシック"_s, u"IPAPGothic"_s}, {u"MS PGothic"_s, u"IPAPGothic"_s},
+        {u"ＭＳ ゴシック"_s, u"IPAGothic"_s},    {u"ms gothic"_s, u"IPAGothic"_s},
+        {u"ＭＳ 明朝"_s, u"IPAMincho"_s},        {u"ＭＳ Ｐ明朝"_s, u"IPAPMincho"_s},
+        {u"MS UI Gothic"_s, u"IPAPGothic"_s},    {u"Arial"_s, u"Liberation Sans"_s},
+        {u"Courier New"_s, u"Liberation Mono"_s}};
+    for (const auto& [face, family] : expected) {
+        if (!QFontDatabase::hasFamily(family) || QFontDatabase::hasFamily(face))
+            GTEST_SKIP() << "the stand-ins of this test are not what the system has";
+        EXPECT_EQ(familiesUsed(Fonts::ToQFont(fontOf(face, 20)), u"A"_s), QStringList{family.toLower()})
+            << face.toStdString();
+    }
+}
+
+TEST(Fonts, LatinFacesBorrowJapaneseCharacters) {
+    if (!QFontDatabase::hasFamily(u"IPAPGothic"_s))
+        GTEST_SKIP() << "no IPA fonts";
+    for (const QString& face : {u"Arial"_s, u"Liberation Sans"_s, u"No Such Face"_s, QString()})
+        EXPECT_EQ(familiesUsed(Fonts::ToQFont(fontOf(face, 20)), u"変A位"_s),
+                  (QStringList{u"ipapgothic"_s, u"liberation sans"_s}))
+            << face.toStdString();
+    EXPECT_EQ(familiesUsed(Fonts::ToQFont(fontOf(u"Courier New"_s, 20)), u"変"_s), QStringList{u"ipagothic"_s});
+}
+
+TEST(Fonts, CellHeightIsMetAndStylesAreNotMixed) {
+    for (const QString& face : {u"Arial"_s, u"ＭＳ Ｐゴシック"_s, u"Courier New"_s})
+        for (const int height : {1, 8, 12, 13, 16, 27, 100, 1200}) {
+            const QFontMetrics metrics(Fonts::ToQFont(fontOf(face, height)));
+            EXPECT_NEAR(metrics.ascent() + metrics.descent(), height, 1) << face.toStdString() << ' ' << height;
+        }
+    for (const int height : {0, -5, 1 << 30}) {
+        const int size = Fonts::ToQFont(fontOf(u"Arial"_s, height)).pixelSize();
+        EXPECT_TRUE(size >= 1 && size <= Fonts::LargestHeight) << size;
+    }
+    const Font styled{.Height = 20, .Weight = 700, .Italic = true, .Underline = true, .Face = u"Arial"_s};
+    const QFont full = Fonts::ToQFont(styled), plain = Fonts::ToQFont(fontOf(u"Arial"_s, 20));
+    EXPECT_TRUE(full.bold() && full.italic() && full.underline());
+    EXPECT_FALSE(plain.bold() || plain.italic() || plain.underline());
+}

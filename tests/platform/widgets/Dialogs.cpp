@@ -1,0 +1,93 @@
+#include "platform/widgets/Dialogs.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QColorDialog>
+#include <QFile>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+/// Does `act` to the dialog that the next call shows, once it is up.
+template<class Dialog>
+void whenShown(const std::function<void(Dialog&)>& act) {
+    QTimer::singleShot(0, qApp, [act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        act(*dialog);
+    });
+}
+
+void press(QWidget& widget, Qt::Key key) {
+    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier), up(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &down);
+    QApplication::sendEvent(&widget, &up);
+}
+
+int answerTo(int flags, Qt::Key key) {
+    whenShown<QMessageBox>([key](QMessageBox& box) { press(box, key); });
+    return Dialogs::MessageBox(nullptr, u"text"_s, u"title"_s, flags);
+}
+} // namespace
+
+TEST(Dialogs, EnterTakesTheDefaultAndEscapeTheWayOut) {
+    for (const auto& [flags, enter, escape] : {std::array{64, 1, 1}, {36, 6, 7}, {292, 7, 7}, {65, 1, 2}}) {
+        EXPECT_EQ(answerTo(flags, Qt::Key_Return), enter) << flags;
+        EXPECT_EQ(answerTo(flags, Qt::Key_Escape), escape) << flags;
+    }
+}
+
+TEST(Dialogs, BoxShowsItsTextsAsTheyStand) {
+    whenShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.icon(), QMessageBox::Question);
+        QStringList captions;
+        for (QAbstractButton* button : box.buttons()) {
+            captions += button->text();
+            if (button->text() == u"はい(&Y)")
+                QTimer::singleShot(0, button, &QAbstractButton::click);
+        }
+        EXPECT_EQ(captions, (QStringList{u"はい(&Y)"_s, u"いいえ(&N)"_s}));
+    });
+    EXPECT_EQ(Dialogs::MessageBox(nullptr, u"<b>x</b>"_s, u"題"_s, 292), 6);
+}
+
+TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
+    const QTemporaryDir folder;
+    const QString existing = folder.filePath(u"結果.vrf"_s);
+    QFile file(existing);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QString filter = u"結果(*.vrf)|*.vrf;*.VRF|すべてのファイル(*.*)|*.*"_s;
+    whenShown<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.nameFilters(), (QStringList{u"結果 (*.vrf *.VRF)"_s, u"すべてのファイル (*)"_s}));
+        EXPECT_EQ(dialog.windowTitle(), u"開く"_s);
+        static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter), existing);
+    const auto saveAs = [&](const QString& name, qsizetype filterIndex) {
+        whenShown<QFileDialog>([=](QFileDialog& dialog) {
+            dialog.selectNameFilter(dialog.nameFilters().at(filterIndex));
+            emit dialog.filterSelected(dialog.selectedNameFilter());
+            dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name);
+            press(dialog, name.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+        });
+        return Dialogs::SaveFileName(nullptr, u"保存"_s, folder.path(), filter);
+    };
+    EXPECT_EQ(saveAs(u"a"_s, 0), folder.filePath(u"a.vrf"_s));
+    EXPECT_EQ(saveAs(u"b"_s, 1), folder.filePath(u"b"_s));
+    EXPECT_EQ(saveAs({}, 0), std::nullopt);
+}
+
+TEST(Dialogs, ColorDialogStartsFromTheColorAndGivesTheChosenOne) {
+    whenShown<QColorDialog>([](QColorDialog& dialog) {
+        EXPECT_EQ(dialog.currentColor(), QColor(0x12, 0x34, 0x56));
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_EQ(Dialogs::ChooseColor(nullptr, u"色"_s, 0x563412), 0x030201u);
+}

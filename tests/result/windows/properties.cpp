@@ -1,0 +1,111 @@
+#include "platform/widgets/Dialogs.h"
+#include "result/ModelTest.h"
+#include "result/windows/PropertyRows.h"
+#include "result/windows/frmProperties.h"
+
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+namespace {
+
+struct PropertiesTest : ModelTest {
+    PropertiesTest() {
+        VrfBuilder file = twoSquares();
+        file.nodes[1] = {0.1, -2.5};
+        EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes(), u"板.a.vrf"_s), model));
+    }
+    void show() {
+        form = std::make_unique<frmProperties>(nullptr, model);
+        list = form->findChild<QTableView*>(u"lvProperties"_s);
+        form->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    }
+    void click(int row) const {
+        list->scrollTo(at(row));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(at(row)).center());
+    }
+    QModelIndex at(int row, int column = 1) const { return list->model()->index(row, column); }
+    QString text(int row, int column = 1) const { return at(row, column).data().toString(); }
+    QString key(int row) const { return at(row).data(PropertyRows::KeyRole).toString(); }
+    QImage icon(int row) const { return at(row, 0).data(Qt::DecorationRole).value<QPixmap>().toImage(); }
+    int count() const { return list->model()->rowCount(); }
+    QStringList shown() const {
+        QStringList lines;
+        for (int row = 0; row < count(); ++row)
+            lines += text(row, 0) + u'=' + text(row);
+        return lines;
+    }
+
+    std::unique_ptr<frmProperties> form;
+    QTableView* list = nullptr;
+};
+
+TEST_F(PropertiesTest, NineRowsTellWhatTheFileHolds) {
+    model.LineElementsOnly = true;
+    show();
+    EXPECT_EQ(form->windowTitle(), u"プロパティ - 板"_s);
+    const QString path = folder.Path({});
+    EXPECT_EQ(shown(), (QStringList{u"パス="_s + path.chopped(path.endsWith(u'/') ? 1 : 0), u"ファイル名=板.a.vrf"_s,
+                                    u"プレフィックス=VRF10"_s, u"バージョン=1.00"_s, u"解析タイトル=試験"_s,
+                                    u"アイテム=2"_s, u"節点=6"_s, u"要素=2 [ 線要素のみ ]"_s, u"ステップ=2"_s}));
+}
+
+TEST_F(PropertiesTest, ClickOpensAndShutsTheFourThatHaveAnIcon) {
+    show();
+    const QImage shut = icon(5);
+    for (int row = 8; row >= 0; --row)
+        click(row);
+    EXPECT_NE(icon(5), shut);
+    EXPECT_EQ(shown().mid(5),
+              (QStringList{u"アイテム=2"_s, u"=変位 ( 節点対象 )"_s, u"=応力 ( 要素対象 )"_s, u"節点=6"_s,
+                           u"=1 : 0.000, 0.000"_s, u"=2 : 0.100, -2.500"_s, u"=3 : 2.000, 0.000"_s,
+                           u"=4 : 0.000, 1.000"_s, u"=5 : 1.000, 1.000"_s, u"=6 : 2.000, 1.000"_s, u"要素=2"_s,
+                           u"=1 : 1 - 2 - 5 - 4"_s, u"=2 : 2 - 3 - 6 - 5"_s, u"ステップ=2"_s, u"=1 : 初期 ( 0.0 )"_s,
+                           u"=2 : Time : 1.250 ( 1.25 )"_s}));
+    EXPECT_EQ(key(10) + key(20), u"node-1step-1"_s);
+    click(10);
+    EXPECT_EQ(count(), 21) << "a row without icon";
+    click(8);
+    EXPECT_EQ(count(), 15);
+    EXPECT_EQ(icon(8), shut);
+    EXPECT_EQ(key(10), u"elem-0"_s);
+    list->setCurrentIndex(at(8));
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(count(), 21) << "no duplicates, and by the keyboard as well";
+}
+
+TEST_F(PropertiesTest, MillionNodesOpenWithoutMakingRows) {
+    // There are no coordinates behind this count: a row that was made would read beyond the end.
+    ResultModel counted;
+    counted.Mesh.NodeCount = 1'000'000'000;
+    PropertyRows rows(counted);
+    rows.Toggle(PropertyRows::Nodes);
+    EXPECT_EQ(rows.rowCount(), 1'000'000'009);
+
+    constexpr int million = 1'000'000;
+    model.Mesh.NodeCount = million;
+    model.Mesh.Nodes.X = model.Mesh.Nodes.Y = QList<float>(million, 1.5f);
+    show();
+    click(6);
+    list->scrollToBottom();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text(million + 6), u"1000000 : 1.500, 1.500"_s);
+    EXPECT_EQ(text(million + 7, 0), u"要素"_s);
+}
+
+TEST_F(PropertiesTest, TextExportAsksForAFileAndWritesNone) {
+    show();
+    Dialogs::Testing::Start();
+    const QString chosen = folder.Path(u"out.TXT"_s);
+    Dialogs::Testing::QueueFile(chosen);
+    QTest::mouseClick(form->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Kind, Dialogs::Testing::Kind::SaveFile);
+    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Text, folder.Path(u"板"_s));
+    Dialogs::Testing::Stop();
+    EXPECT_FALSE(QFile::exists(chosen));
+    QTest::mouseClick(form->findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
+    EXPECT_FALSE(form->isVisible());
+}
+
+} // namespace

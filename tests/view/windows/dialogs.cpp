@@ -1,0 +1,300 @@
+#include "platform/widgets/Dialogs.h"
+#include "app/settingsStore.h"
+#include "platform/widgets/PictureBox.h"
+#include "result/ModelTest.h"
+#include "view/windows/frmContourValue.h"
+#include "view/windows/frmDifferenceStep.h"
+#include "view/windows/frmDrawSettings.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTabWidget>
+#include <QtTest>
+
+namespace {
+
+/// A dialog as its user has it: controls by their names, and keys that go where the focus is.
+template<class Dialog>
+class Shown {
+public:
+    explicit Shown(auto&... arguments) : dialog(nullptr, arguments...) {
+        dialog.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+    Dialog* operator->() { return &dialog; }
+    template<class Control>
+    Control& Find(const QString& name) const {
+        auto* control = dialog.template findChild<Control*>(name);
+        if (control == nullptr)
+            throw std::runtime_error("no control " + name.toStdString());
+        return *control;
+    }
+    void Click(const QString& name) const {
+        // Near the left edge, where a check box or option has its mark.
+        auto& control = Find<QWidget>(name);
+        QTest::mouseClick(&control, Qt::LeftButton, {}, {8, control.height() / 2});
+    }
+    void Type(const QString& name, const QString& text, Qt::Key end = Qt::Key_Tab) const {
+        auto& box = Find<QLineEdit>(name);
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+        QTest::keyClick(&box, end);
+    }
+    void Choose(const QString& combo, int index) const {
+        auto& control = Find<QComboBox>(combo);
+        QTest::keyClick(&control, Qt::Key_Home);
+        for (int i = 0; i < index; ++i)
+            QTest::keyClick(&control, Qt::Key_Down);
+    }
+    void Tab(int index) const { Find<QTabWidget>(u"tbTab"_s).setCurrentIndex(index); }
+    QString Text(const QString& box) const { return Find<QLineEdit>(box).text(); }
+    QString SelectedText(const QString& box) const { return Find<QLineEdit>(box).selectedText(); }
+    /// The texts of all boxes, one after the other.
+    QString Texts() const {
+        QStringList texts;
+        for (const auto* box : dialog.template findChildren<QLineEdit*>())
+            texts.append(box->text());
+        return texts.join(u'|');
+    }
+    /// Whether the dialog has closed, and with this result.
+    bool HasEnded(bool result) const { return dialog.Result == result && !dialog.isVisible(); }
+
+private:
+    Dialog dialog;
+};
+
+struct DialogTest : ModelTest {
+    DialogTest() {
+        VrfBuilder file = twoSquares();
+        file.items = {{u"変位X"_s, -1, 1}, {u"変位Y"_s, -1, 2}, {u"主応力X"_s, 2, 0}, {u"主応力Y"_s, 2, 0}};
+        for (VrfBuilder::Step& step : file.steps)
+            step.values = {step.values[0], step.values[0], step.values[1], step.values[1]};
+        open(file, 1, 0, 0);
+        Dialogs::Testing::Start();
+        settings.Displacement = {.Legend = false, .Scale = 125, .Fiducial = 3, .Original = true};
+        settings.Vector = {
+            .ItemSetCount = 1, .DefaultItemSet = 0, .ItemSets = {{u"変位"_s, 0, 1}}, .Scale = 300, .Fiducial = 1};
+        settings.Contour = {.ColorIndex = 5, .Colors = {0xff, 0xff00, 0xff0000}, .MaxValue = 7, .MinValue = -1};
+    }
+    ~DialogTest() override {
+        EXPECT_EQ(Dialogs::Testing::UnexpectedCount() + Dialogs::Testing::UnusedCount(), 0);
+        Dialogs::Testing::Stop();
+    }
+
+    ApplicationSettings settings;
+};
+
+const QString ok = u"Command1_0"_s, cancel = u"Command1_1"_s;
+
+TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
+    Shown<frmContourValue> form(model, settings);
+    EXPECT_EQ(form.Texts(), u"undefined|undefined|undefined|undefined|undefined|20"_s);
+    form->ItemIndex(3);
+    EXPECT_EQ(form.Texts(), u"12.00000|2.00000|20 分割|12.00000|2.00000|20"_s) << "automatic: a copy of the defaults";
+    settings.Contour.Automatic = false;
+    settings.Contour.Divide = 12;
+    settings.Difference = {.StandardStep = 0, .ApplyContour = true};
+    form->ItemIndex(0);
+    EXPECT_EQ(form.Texts(), u"5.00000|1.00000|20 分割|7.00000|-1.00000|12"_s) << "less the reference step";
+    settings.Difference.ApplyContour = false;
+    form->ItemIndex(0);
+    EXPECT_TRUE(form.Texts().startsWith(u"12.00000|"));
+    form->ItemIndex(4);
+    EXPECT_TRUE(form.Texts().startsWith(u"undefined|undefined|undefined|7.00000|"));
+}
+
+TEST_F(DialogTest, ContourValuePutsTypedTextInOrderAndKeepsItOnOk) {
+    Shown<frmContourValue> form(model, settings);
+    ContourSettings expected = settings.Contour;
+    form.Type(u"txtValue_0"_s, u" 1 2.5mm"_s);
+    form.Type(u"txtValue_1"_s, u"100"_s, Qt::Key_Return);
+    EXPECT_EQ(form.SelectedText(u"txtValue_1"_s), u"100.00000"_s);
+    EXPECT_TRUE(form->isVisible()) << "Enter belongs to the box";
+    form.Type(u"txtValue_2"_s, u"-7.5"_s);
+    EXPECT_TRUE(form.Texts().endsWith(u"|12.50000|100.00000|8"));
+    EXPECT_EQ(settings.Contour, expected);
+    form.Click(ok);
+    expected = {5, expected.Colors, true, false, 12.5, 100, 8, false};
+    EXPECT_EQ(settings.Contour, expected);
+    EXPECT_TRUE(form.HasEnded(true));
+
+    Shown<frmContourValue> again(model, settings);
+    again.Type(u"txtValue_0"_s, u"1e60"_s);
+    again.Click(ok);
+    EXPECT_EQ(settings.Contour, expected) << "beyond the range of a single";
+}
+
+TEST_F(DialogTest, ContourValueAutomaticKeepsTheRangeAndCancelAll) {
+    settings.Contour.Automatic = false;
+    ContourSettings expected = settings.Contour;
+    const auto end = [&](bool result, const auto& act) {
+        Shown<frmContourValue> form(model, settings);
+        form.Type(u"txtValue_0"_s, u"3"_s);
+        act(form);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form.HasEnded(result); }));
+        expected.Automatic = result;
+        EXPECT_EQ(settings.Contour, expected);
+    };
+    end(false, [](auto& form) { form.Click(cancel); });
+    end(false, [](auto& form) { QTest::keyClick(form.operator->(), Qt::Key_Escape); });
+    end(true, [](auto& form) { QTest::keyClick(form.operator->(), Qt::Key_A, Qt::AltModifier); });
+}
+
+TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
+    Shown<frmDifferenceStep> form;
+    form->InitDialog(2, 1, {true, false, true, false});
+    const auto& steps = form.Find<QComboBox>(u"cmbStep"_s);
+    EXPECT_EQ(steps.count(), 3);
+    EXPECT_EQ(steps.itemText(0) + steps.currentText(), u"(設定しない)ステップ - 2"_s);
+    form.Click(u"Check1_3"_s);
+    form.Click(u"Check1_0"_s);
+    form.Choose(u"cmbStep"_s, 0);
+    form.Click(u"Check1_1"_s); // disabled now
+    form.Click(ok);
+    EXPECT_TRUE(form.HasEnded(true));
+    EXPECT_EQ(form->StandardStep(), -1);
+    EXPECT_TRUE(!form->ApplyDisplacement() && !form->ApplyVector() && form->ApplyContour() && form->ApplyValue());
+    form->show();
+    form.Click(cancel);
+    EXPECT_TRUE(form.HasEnded(false));
+}
+
+TEST_F(DialogTest, DrawSettingsKeepAllOnOkAndNothingBefore) {
+    ApplicationSettings expected = settings;
+    Shown<frmDrawSettings> form(model, settings);
+    EXPECT_EQ(form.Text(u"txtDispScale"_s), u"12.5"_s);
+    form.Choose(u"cmbDispScale"_s, 1);
+    form.Type(u"txtDispScale"_s, u"2.5"_s, Qt::Key_Return);
+    EXPECT_EQ(form.SelectedText(u"txtDispScale"_s), u"2"_s);
+    form.Click(u"chkDispPaintLegend"_s);
+    form.Click(u"chkDispOrgMesh"_s);
+    form.Tab(1);
+    form.Type(u"txtVectorScale"_s, u"-4"_s);
+    EXPECT_EQ(form.Text(u"txtVectorScale"_s), u"0"_s);
+    form.Type(u"txtVectorItem"_s, u"reverse"_s);
+    form.Choose(u"cmbVectorItem_1"_s, 0);
+    form.Tab(2);
+    form.Click(u"optContourColor_2"_s);
+    form.Click(u"chkContourColorReverse"_s);
+    Dialogs::Testing::QueueColor(std::nullopt);
+    form.Click(u"cmdContourColor_0"_s);
+    Dialogs::Testing::QueueColor(0x123456);
+    form.Click(u"cmdContourColor_2"_s);
+    EXPECT_EQ(Dialogs::Testing::Asked()[1].Text, u"#0000ff"_s);
+    EXPECT_EQ(settings, expected);
+    form.Click(ok);
+    expected.Displacement = {.Legend = true, .Scale = 20, .Fiducial = 1, .Original = false};
+    expected.Vector.Scale = 0;
+    expected.Vector.ItemSets = {{u"reverse"_s, 0, 0}};
+    expected.Contour.ColorIndex = 2;
+    expected.Contour.Reverse = true;
+    expected.Contour.Colors[2] = 0x123456;
+    EXPECT_EQ(settings, expected);
+    EXPECT_TRUE(form.HasEnded(true));
+}
+
+TEST_F(DialogTest, DrawSettingsCancelLeavesItemSetsThatWereAddedAndDeleted) {
+    const ApplicationSettings before = settings;
+    Shown<frmDrawSettings> form(model, settings);
+    form.Tab(1);
+    auto& list = form.Find<QListWidget>(u"lstVectorItem"_s);
+    const QString name = u"txtVectorItem"_s, add = u"cmdVectorEdit_0"_s, remove = u"cmdVectorEdit_1"_s;
+    const auto isEnabled = [&] { return form.Find<QLineEdit>(name).isEnabled(); };
+    form.Click(remove);
+    EXPECT_EQ(list.count(), 0);
+    EXPECT_FALSE(isEnabled() || form.Find<QComboBox>(u"cmbVectorItem_0"_s).isEnabled());
+    for (const QString& button : {remove, add, add})
+        form.Click(button);
+    EXPECT_TRUE(isEnabled());
+    EXPECT_EQ(list.currentRow(), 1);
+    form.Type(name, u"B"_s);
+    EXPECT_EQ(list.item(1)->text(), u"B"_s);
+    form.Click(add);
+    list.setCurrentRow(0);
+    EXPECT_EQ(form.Text(name), u"新規アイテムセット"_s);
+    form.Click(remove);
+    EXPECT_EQ(form.Text(name), u"B"_s);
+    ApplicationSettings read = before;
+    form->ReadDialogSettings(read);
+    EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_s, -1, -1}, {u"新規アイテムセット"_s, -1, -1}}));
+    EXPECT_EQ(read.Vector.ItemSetCount, 2);
+    form.Click(cancel);
+    EXPECT_EQ(settings, before);
+    EXPECT_TRUE(form.HasEnded(false));
+}
+
+TEST_F(DialogTest, DrawSettingsPairsItemsOfTheSameObjects) {
+    settings.Vector.ItemSets.append({u"外"_s, 9, 77});
+    settings.Vector.ItemSetCount = 2;
+    Shown<frmDrawSettings> form(model, settings);
+    auto& list = form.Find<QListWidget>(u"lstVectorItem"_s);
+    const auto& vert = form.Find<QComboBox>(u"cmbVectorItem_1"_s);
+    const auto set = [&](int index) {
+        ApplicationSettings read;
+        form->ReadDialogSettings(read);
+        return read.Vector.ItemSets[index];
+    };
+    EXPECT_EQ(vert.currentText(), u"変位Y"_s);
+    form.Choose(u"cmbVectorItem_0"_s, 2);
+    EXPECT_EQ(vert.count(), 2);
+    EXPECT_EQ(vert.currentIndex(), -1);
+    EXPECT_EQ(set(0), (VectorItemSet{u"変位"_s, 2, 1})) << "Y stays though it lies on other objects now";
+    form.Choose(u"cmbVectorItem_1"_s, 1);
+    EXPECT_EQ(set(0), (VectorItemSet{u"変位"_s, 2, 3}));
+    list.setCurrentRow(1);
+    EXPECT_EQ(vert.count(), 0);
+    list.setCurrentRow(0);
+    EXPECT_EQ(vert.currentText(), u"主応力Y"_s);
+    EXPECT_EQ(set(1), (VectorItemSet{u"外"_s, 9, 77})) << "looking at a set changes nothing";
+}
+
+TEST_F(DialogTest, DrawSettingsOpenOnTheFirstTabThatCounts) {
+    model.NoDisplacement = model.LineElementsOnly = true;
+    Shown<frmDrawSettings> form(model, settings);
+    const auto& tabs = form.Find<QTabWidget>(u"tbTab"_s);
+    EXPECT_EQ(tabs.currentIndex(), 1);
+    EXPECT_FALSE(tabs.isTabEnabled(0) || tabs.isTabEnabled(2));
+}
+
+TEST_F(DialogTest, DrawSettingsBecomeTheDefaultsOnlyAfterYes) {
+    const ApplicationSettings before = settings;
+    Shown<frmDrawSettings> form(model, settings);
+    form.Type(u"txtDispScale"_s, u"31"_s);
+    ApplicationSettings stored;
+    for (const auto& [answer, scale] :
+         {std::pair{MessageAnswer::No, stored.Displacement.Scale}, {MessageAnswer::Yes, 310}}) {
+        Dialogs::Testing::QueueAnswer(answer);
+        form.Click(u"cmdSetDefault"_s);
+        EXPECT_EQ(Dialogs::Testing::Asked().last().Flags, 292);
+        settingsStore::LoadDisplacementDefaults(stored.Displacement);
+        EXPECT_EQ(stored.Displacement.Scale, scale);
+    }
+    settingsStore::LoadVectorDefaults(stored.Vector);
+    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty());
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(settings, before);
+}
+
+TEST_F(DialogTest, DrawSettingsPreviewRunsThroughTheRamp) {
+    Shown<frmDrawSettings> form(model, settings);
+    form.Tab(2);
+    QCoreApplication::processEvents();
+    const auto colorAt = [&](double part) {
+        const QImage& image = form.Find<PictureBox>(u"picContourPreview"_s).Image();
+        return image.pixelColor(int(part * (image.width() - 1)), image.height() - 1);
+    };
+    EXPECT_EQ(colorAt(0), QColor(0, 0, 255)) << "without reversal the colour of the maximum";
+    EXPECT_NEAR(colorAt(0.5).green(), 255, 3);
+    EXPECT_NEAR(colorAt(1).red(), 255, 3);
+    form.Click(u"chkContourColorReverse"_s);
+    EXPECT_EQ(colorAt(0), QColor(255, 0, 0));
+    form.Click(u"optContourColor_0"_s);
+    EXPECT_EQ(colorAt(0), QColor(0, 0, 0));
+    Dialogs::Testing::QueueColor(0x00ffff);
+    form.Click(u"cmdContourColor_0"_s);
+    form.Click(u"optContourColor_5"_s);
+    EXPECT_EQ(colorAt(0), QColor(255, 255, 0));
+}
+
+} // namespace
