@@ -3,8 +3,16 @@
 
 #include "result/readers/StepSource.h"
 
-#include <algorithm>
 #include <vector>
+
+/// `count` of `all` from position `first` on, narrowed; zeros beyond the end.
+template<class T, class U>
+std::vector<T> partOf(const std::vector<U>& all, qint64 first, std::size_t count) {
+    std::vector<T> part(count);
+    for (std::size_t i = 0; i < count && std::size_t(first) + i < all.size(); ++i)
+        part[i] = T(all[std::size_t(first) + i]);
+    return part;
+}
 
 class MemorySteps final : public StepSource {
 public:
@@ -21,22 +29,17 @@ public:
         : StepSource({std::int32_t(allSteps.size()), items, elements}), steps(std::move(allSteps)) {}
 
 private:
-    template<class T, class U>
-    static qint64 copy(const std::vector<T>& from, qint64 first, std::span<U> to) {
-        const qint64 count = std::clamp<qint64>(qint64(from.size()) - first, 0, qint64(to.size()));
-        for (qint64 i = 0; i < count; ++i)
-            to[std::size_t(i)] = U(from[std::size_t(first + i)]);
-        return count;
-    }
-    const Block& blockOf(std::int32_t step, std::int32_t item) const {
+    const Block& block(std::int32_t step, std::int32_t item) const {
         return steps[std::size_t(step)].blocks[std::size_t(item)];
     }
     qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const override {
-        return copy(steps[std::size_t(step)].types, first, types);
+        std::ranges::copy(partOf<std::int32_t>(steps[std::size_t(step)].types, first, types.size()), types.begin());
+        return qint64(types.size());
     }
-    std::int32_t countOf(std::int32_t step, std::int32_t item) const override { return blockOf(step, item).told; }
+    std::int32_t countOf(std::int32_t step, std::int32_t item) const override { return block(step, item).told; }
     qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const override {
-        return copy(blockOf(step, item).values, first, values);
+        std::ranges::copy(partOf<float>(block(step, item).values, first, values.size()), values.begin());
+        return qint64(values.size());
     }
 
     const std::vector<Step> steps;

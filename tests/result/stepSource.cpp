@@ -1,8 +1,10 @@
-// What every source of steps has to keep to, whatever the format: held against what the test made up.
+// What every source of steps has to keep to, whatever the format, and what the model and the sampler make of it: all of
+// it held against what the test made up.
 #include "MemorySteps.h"
 #include "ModelTest.h"
 
 #include "platform/base/Parallel.h"
+#include "result/StepSampler.h"
 
 #include <bit>
 #include <random>
@@ -12,8 +14,14 @@ using namespace mdVelorinResultModel;
 namespace {
 
 using Steps = std::vector<MemorySteps::Step>;
-constexpr std::int32_t itemTypes[] = {-1, 1, 0, -2};
+constexpr std::int32_t itemTypes[] = {-1, 1, -2, 0, 2};
 constexpr std::int32_t itemCount = std::size(itemTypes);
+constexpr int large = 70000; ///< nodes or elements: several of whatever is read at once
+
+/// By its bits, so that the zeros' signs and the NaN count too.
+std::uint32_t bits(float value) {
+    return std::bit_cast<std::uint32_t>(value);
+}
 
 template<class T>
 std::vector<T> cutTo(const std::vector<T>& all, qint64 count) {
@@ -24,115 +32,170 @@ class StepSourceTest : public ModelTest {
 protected:
     int upTo(int most) { return std::uniform_int_distribution(0, most)(random); }
 
-    /// Whole steps, each with a name of another length in front of it in the file.
-    VrfBuilder madeUp() {
+    VrfBuilder madeUp(int nodes, int elements) {
         VrfBuilder file;
         for (const qint32 type : itemTypes)
             file.items.push_back({{}, type, 0});
-        // Now and then more than what is read at once.
-        file.nodes.assign(upTo(7) > 0 ? std::size_t(1 + upTo(9)) : 70000, {0, 0});
-        file.elements.assign(std::size_t(1 + upTo(9)), {1});
-        for (int s = 1 + upTo(3); s > 0; --s) {
-            VrfBuilder::Step step{double(s), QString(upTo(9), u'x'), {}, {}};
-            for (std::size_t e = 0; e < file.elements.size(); ++e)
-                step.types.push_back(upTo(4) - 2);
+        file.nodes.assign(std::size_t(nodes), {0, 0});
+        file.elements.assign(std::size_t(elements), {1});
+        for (int left = 1 + upTo(3); left > 0; --left) {
+            // Values stand behind a name of some length.
+            VrfBuilder::Step step{0, QString(upTo(9), u'x'), {}, {}};
+            for (int e = 0; e < elements; ++e)
+                step.types.push_back(upTo(4) - 1);
             for (std::int32_t i = 0; i < itemCount; ++i) {
-                step.values.emplace_back(std::size_t(upTo(2) > 0 ? int(file.nodes.size()) : upTo(3)));
+                step.values.emplace_back(std::size_t(upTo(3) > 0 ? nodes : upTo(nodes + 3)));
                 for (double& value : step.values.back())
-                    value = upTo(20) > 0 ? upTo(2000) / 7.0 - 100 : upTo(1) > 0 ? -0.0 : std::nan("");
+                    value = upTo(9) > 0 ? 1e3 / (upTo(999) - 500) : upTo(1) > 0 ? -0.0 : std::nan("");
             }
             file.steps.push_back(step);
         }
         return file;
     }
 
-    /// The steps of a file of which the last `missing` bytes are gone.
-    static Steps stepsOf(const VrfBuilder& file, qint64 missing) {
+    /// The steps of a file of which the last `lost` bytes are gone.
+    static Steps stepsOf(const VrfBuilder& file, qint64 lost) {
         Steps steps;
         for (const VrfBuilder::Step& whole : file.steps) {
             QByteArray bytes;
             VrfBuilder::appendStep(bytes, whole);
-            const qint64 lost = &whole == &file.steps.back() ? missing : 0;
-            qint64 left = bytes.size() - lost - 12 - whole.name.size();
-            MemorySteps::Step step{cutTo(whole.types, left / 4), {}};
+            qint64 left = bytes.size() - (&whole == &file.steps.back() ? lost : 0) - 12 - whole.name.size();
+            steps.push_back({cutTo(whole.types, left / 4), {}});
             left -= qint64(whole.types.size()) * 4;
             for (const std::vector<double>& values : whole.values) {
                 left -= 4;
+                const auto most = qint64(std::max(file.nodes.size(), file.elements.size()));
+                const auto told = qint64(values.size());
                 // A count beyond the mesh is believed only when the values are there.
-                const bool isTold = left >= 0;
-                step.blocks.push_back({isTold ? qint32(values.size()) : 0, cutTo(values, isTold ? left / 8 : 0)});
-                left -= qint64(values.size()) * 8;
+                const bool isTold = left >= 0 && (told <= most || told * 8 <= left);
+                steps.back().blocks.push_back({isTold ? qint32(told) : 0, cutTo(values, isTold ? left / 8 : 0)});
+                left -= told * 8;
             }
-            steps.push_back(step);
         }
         return steps;
     }
 
-    /// Asks for ranges within, across and beyond the ends, from several threads at once.
-    void expectSteps(const StepSource& source, const Steps& steps, std::int32_t elements, unsigned seed) {
-        std::atomic<int> wrong = 0;
-        parallelFor(
-            40,
-            [&](int call) {
-                std::mt19937 own(seed + unsigned(call));
-                const auto from = [&own](int first, qint64 last) {
-                    return first + qint64(own() % std::uint64_t(last - first + 1));
-                };
-                const auto step = std::int32_t(from(-1, qint64(steps.size())));
-                const auto item = std::int32_t(from(-1, itemCount));
-                const bool isStep = step >= 0 && step < qint32(steps.size());
-                static const MemorySteps::Step none;
-                const MemorySteps::Step& expected = isStep ? steps[std::size_t(step)] : none;
-                const MemorySteps::Block block =
-                    isStep && item >= 0 && item < itemCount ? expected.blocks[std::size_t(item)] : MemorySteps::Block();
-                wrong += source.ValueCount(step, item) != block.told;
-                const qint64 first = from(0, std::max(block.told, elements) + 3);
-                std::vector<std::int32_t> types(std::size_t(from(0, elements + 3)), 77);
-                std::vector<float> values(std::size_t(from(0, block.told + 3)), 77);
-                source.ReadTypes(step, first, types);
-                source.ReadValues(step, item, first, values);
-                for (qint64 i = 0; i < qint64(types.size()); ++i)
-                    wrong += types[std::size_t(i)] !=
-                             (first + i < qint64(expected.types.size()) ? expected.types[std::size_t(first + i)] : 0);
-                for (qint64 i = 0; i < qint64(values.size()); ++i)
-                    wrong += std::bit_cast<std::uint32_t>(values[std::size_t(i)]) !=
-                             std::bit_cast<std::uint32_t>(first + i < qint64(block.values.size())
-                                                              ? float(block.values[std::size_t(first + i)])
-                                                              : 0.0f);
-            },
-            4);
-        EXPECT_EQ(wrong, 0);
+    /// Ranges within, across and beyond the ends, from several threads at once.
+    static void expectSteps(const StepSource& source, const Steps& steps, int elements) {
+        std::vector<int> differs(60);
+        const auto ask = [&](int call) {
+            std::minstd_rand own(unsigned(call) + 1);
+            const auto upToHere = [&own](std::size_t most) { return own() % (most + 1); };
+            const std::size_t step = upToHere(steps.size() + 1), item = upToHere(itemCount + 1); // from -1 on
+            const bool isThere = step >= 1 && step <= steps.size();
+            const MemorySteps::Step expected = isThere ? steps[step - 1] : MemorySteps::Step();
+            const MemorySteps::Block block =
+                isThere && item >= 1 && item <= itemCount ? expected.blocks[item - 1] : MemorySteps::Block();
+            const auto inFile = std::int32_t(step) - 1, ofItem = std::int32_t(item) - 1;
+            const std::size_t most = std::size_t(std::max(block.told, elements)) + 3;
+            const auto first = qint64(upToHere(most));
+            std::vector<std::int32_t> types(upToHere(most), 77);
+            std::vector<float> values(upToHere(most), 77);
+            source.ReadTypes(inFile, first, types);
+            source.ReadValues(inFile, ofItem, first, values);
+            differs[std::size_t(call)] =
+                source.ValueCount(inFile, ofItem) != block.told ||
+                types != partOf<std::int32_t>(expected.types, first, types.size()) ||
+                !std::ranges::equal(values, partOf<float>(block.values, first, values.size()), {}, bits, bits);
+        };
+        parallelFor(int(differs.size()), ask, 4);
+        EXPECT_EQ(differs, std::vector<int>(differs.size()));
     }
 
-    std::mt19937 random{5};
+    /// Loads every step of `loaded`, also those that are not there, and compares what `sampled` gives at `places`.
+    static void expectAsLoaded(const ResultModel& sampled, ResultModel loaded, std::int32_t item,
+                               const std::vector<std::int32_t>& places, std::int32_t reference) {
+        const StepSampler sampler(sampled, item, places, reference);
+        for (std::int32_t step = -1; step <= loaded.StepCount; ++step) {
+            std::vector<std::optional<std::uint32_t>> expected(places.size()), given;
+            if (LoadStep(step, item, loaded, true, reference) && item < itemCount) {
+                ItemValues values = loaded.ItemData.at(item);
+                if (reference >= 0)
+                    values = SubtractValues(values, loaded.ReferenceItemData.at(item));
+                values = ExpandItemValues(loaded.Items.at(item).ElementType, loaded.Mesh, values);
+                for (std::size_t i = 0; i < places.size(); ++i)
+                    if (places[i] >= 0 && places[i] < values.Values.size())
+                        expected[i] = bits(values.Values.at(places[i]));
+            }
+            for (const std::optional<float> value : sampler.Read(step))
+                given.push_back(value ? std::optional(bits(*value)) : std::nullopt);
+            ASSERT_EQ(given, expected) << step << " " << item << " " << reference;
+        }
+    }
+
+    std::vector<std::int32_t> somePlaces(int most) {
+        std::vector<std::int32_t> places{-1, std::numeric_limits<std::int32_t>::max(), most};
+        for (int i = upTo(40); i > 0; --i)
+            places.push_back(upTo(most + 3) >> upTo(8));
+        return places;
+    }
+
+    std::mt19937 random{20};
 };
 
 TEST_F(StepSourceTest, GivesWhatIsThereAndZerosBeyond) {
-    for (int round = 0; round < 60; ++round) {
-        const VrfBuilder file = madeUp();
-        const std::int32_t elements = std::int32_t(file.elements.size());
-        QByteArray last;
+    for (int round = 0; round < 80 && !HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        const int nodes = round % 20 > 0 ? 1 + upTo(8) : large, elements = round % 20 > 0 ? 1 + upTo(12) : large;
+        const VrfBuilder file = madeUp(nodes, elements);
+        QByteArray bytes = file.Bytes(), last;
         VrfBuilder::appendStep(last, file.steps.back());
-        const int missing = round % 2 > 0 ? upTo(int(last.size()) - 13 - int(file.steps.back().name.size())) : 0;
-        QByteArray bytes = file.Bytes();
-        bytes.chop(missing);
+        const int lost = upTo(1) * upTo(int(last.size() - 13 - file.steps.back().name.size()));
+        bytes.chop(lost);
         ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
-        const Steps steps = stepsOf(file, missing);
-        const auto memory = std::make_shared<const MemorySteps>(steps, itemCount, elements);
-        for (const std::shared_ptr<const StepSource>& source : {model.Source, {memory}}) {
-            SCOPED_TRACE(testing::Message() << round << (source == model.Source ? " file" : " memory"));
-            ASSERT_EQ(source->StepCount(), steps.size());
-            expectSteps(*source, steps, elements, unsigned(round) * 100);
+        const Steps steps = stepsOf(file, lost);
+        ResultModel fromMemory = model;
+        fromMemory.Source = std::make_shared<const MemorySteps>(steps, itemCount, elements);
+        fromMemory.FileHandle.Close();
+        expectSteps(*model.Source, steps, elements);
+        expectSteps(*fromMemory.Source, steps, elements);
+        for (std::int32_t item = -1; item <= itemCount && nodes < large; ++item)
+            for (std::int32_t reference = -1; reference <= model.StepCount; ++reference)
+                expectAsLoaded(model, fromMemory, item, somePlaces(12), reference);
+        expectAsLoaded(fromMemory, model, upTo(itemCount - 1), somePlaces(nodes), upTo(1) - 1);
+
+        ASSERT_TRUE(LoadStep(0, 0, model, true, -1));
+        for (std::int32_t item = 0; item < itemCount; ++item) {
+            float highest = -BoundStart, lowest = BoundStart;
+            const ItemValues& values = model.ItemData.at(item);
+            for (const float value : values.Values) {
+                highest = value > highest ? value : highest;
+                lowest = value < lowest ? value : lowest;
+            }
+            EXPECT_EQ(bits(values.MaxValue), bits(values.Count > 0 ? highest : 0)) << "a plain walk's bounds";
+            EXPECT_EQ(bits(values.MinValue), bits(values.Count > 0 ? lowest : 0));
         }
-        // The model asks its source alone.
-        ResultModel copy = model;
-        copy.Source = memory;
-        copy.FileHandle.Close();
-        ASSERT_TRUE(LoadStep(copy.StepCount - 1, 0, copy, false, 0) &&
-                    LoadStep(copy.StepCount - 1, 0, model, false, 0));
-        EXPECT_EQ(copy.Mesh.Elements.ElementType, model.Mesh.Elements.ElementType);
-        EXPECT_EQ(copy.Mesh.Nodes.Active, model.Mesh.Nodes.Active);
     }
+}
+
+TEST_F(StepSourceTest, LyingFilesGiveTheSamplerWhatTheyGiveTheModel) {
+    for (int round = 0; round < 60 && !HasFailure(); ++round) {
+        QByteArray bytes = madeUp(1 + upTo(8), 1 + upTo(12)).Bytes();
+        ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
+        const int start = model.FirstStepOffset, room = int(bytes.size()) - start;
+        for (int lies = 0; lies < 3; ++lies) {
+            // Types, counts and lengths of names that aren't true.
+            const qint32 lie = std::array{-1, 0, 3, 17, 1 << 20, std::numeric_limits<qint32>::max()}[upTo(5)];
+            std::memcpy(bytes.data() + start + upTo((room - 4) / 4) * 4, &lie, 4);
+        }
+        ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
+        for (std::int32_t item = 0; item < itemCount; ++item)
+            expectAsLoaded(model, model, item, somePlaces(17), upTo(model.StepCount) - 1);
+    }
+}
+
+TEST_F(StepSourceTest, ASamplerReadsLittleMoreThanItsPlaces) {
+    ASSERT_TRUE(LoadResultFile(folder.Write(madeUp(large, 1).Bytes()), model));
+    const auto bytesRead = [] {
+        QFile counters(QStringLiteral("/proc/self/io"));
+        return counters.open(QIODevice::ReadOnly) ? counters.readAll().mid(7).split('\n').front().toLongLong() : -1;
+    };
+    if (bytesRead() < 0)
+        GTEST_SKIP() << "the system doesn't tell what is read";
+    const StepSampler sampler(model, 0, std::array{3, 200, 9000, 33000, large - 1}, -1);
+    const qint64 before = bytesRead();
+    sampler.Read(0);
+    EXPECT_LT(bytesRead() - before, 12000) << "of 3 MB";
 }
 
 } // namespace
