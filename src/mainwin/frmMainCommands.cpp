@@ -185,11 +185,7 @@ void frmMain::editDifference() {
     dialog.exec();
     if (!dialog.Result)
         return;
-    difference.StandardStep = dialog.StandardStep();
-    difference.ApplyDisplacement = dialog.ApplyDisplacement();
-    difference.ApplyVector = dialog.ApplyVector();
-    difference.ApplyContour = dialog.ApplyContour();
-    difference.ApplyValue = dialog.ApplyValue();
+    dialog.Bindings().Read(difference);
     loadStep(Model.CurrentStep, Model.CurrentItem);
     repaint();
 }
