@@ -7,7 +7,7 @@
 #include "platform/base/Literals.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/PictureBox.h"
-#include "result/ResultModel.h"
+#include "view/scene/Session.h"
 #include "result/VrfBuilder.h"
 
 #include <QApplication>

@@ -21,7 +21,7 @@ struct CommandStateTest : testing::Test {
         settings.Displacement.Fiducial = 3;
         settings.Window.Mesh = false;
     }
-    void update(bool open) { commandState::UpdateCommandState(bars, open, model, settings); }
+    void update(bool open) { commandState::UpdateCommandState(bars, {.Model = model, .Settings = settings, .FileOpen = open, .Zoom = 1, .PickedCount = 1}); }
     void expectEnabled(const QString& names, bool enabled) {
         for (const QString& name : names.split(u' '))
             EXPECT_EQ(bars.Enabled(name), enabled) << name.toStdString();
@@ -57,7 +57,7 @@ TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
     for (const CommandRow& row : commandTable::Commands()) {
         const QString name = QString::fromUtf16(row.name);
         ids.insert(bars.ToolID(name));
-        EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
+        EXPECT_EQ(bars.Enabled(name), commandTable::IsBuilt(row) && row.needs < Needs::ShowOff) << name.toStdString();
     }
     EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size())) << "every command stands once";
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
@@ -86,18 +86,16 @@ TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
 }
 
 TEST_F(CommandStateTest, RecentFilesStandBeforeQuit) {
-    clsStringArray files;
-    for (int i = 0; i < 12; ++i)
-        files.Add(u"/solid/R&D/%1.vrf"_s.arg(i), true, {});
-    commandState::BuildRecentMenu(bars, files);
-    commandState::BuildRecentMenu(bars, files);
+    std::vector<FamilyEntry> files(9);
+    files[2].Caption = u"&3 - /solid/R&&D/2.vrf"_s;
+    commandFamilies::Set(bars, u"recent-"_s, files);
+    commandFamilies::Set(bars, u"recent-"_s, files);
     const QStringList tools = bars.BandTools(u"pbFile"_s);
     EXPECT_EQ(tools.last(), u"miFileQuit"_s);
     EXPECT_EQ(tools.filter(u"recent-"_s).size(), 9);
     EXPECT_EQ(bars.ToolID(u"recent-8"_s), 100008);
     EXPECT_EQ(bars.Caption(u"recent-2"_s), u"&3 - /solid/R&&D/2.vrf"_s);
-    files.Clear();
-    commandState::BuildRecentMenu(bars, files);
+    commandFamilies::Set(bars, u"recent-"_s, {});
     EXPECT_FALSE(bars.HasTool(u"recent-1"_s));
 }
 

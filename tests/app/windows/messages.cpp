@@ -7,20 +7,6 @@
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
-TEST(mdApplication, WindowsMakeWayForAMessage) {
-    QString order;
-    mdApplication::MessageBoxHook = [&](bool lower) {
-        order += (lower ? u"lower " : u"raise ") + QString::number(Dialogs::Testing::Asked().size()) + u' ';
-    };
-    Dialogs::Testing::Start();
-    Dialogs::Testing::QueueAnswer(MessageAnswer::No);
-    EXPECT_EQ(mdApplication::ShowMessage(u"保存しますか?"_s, MessageStyle::AskNoDefault), 7);
-    EXPECT_EQ(order, u"lower 0 raise 1 "_s);
-    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Title, u"Velorin"_s);
-    Dialogs::Testing::Stop();
-    mdApplication::MessageBoxHook = nullptr;
-}
-
 TEST(clsLogger, OverwritesTheLogAndSaysWhenThereIsNoFolder) {
     const ConfigurationFolder folder;
     const QByteArray before = qgetenv("TMPDIR");
