@@ -40,8 +40,7 @@ ColorButton::ColorButton(const QString& caption, QWidget* parent) : QPushButton(
 
 void ColorButton::SetColor(ColorRef value) {
     color = value;
-    setStyleSheet(u"QPushButton { background-color: "_s + nameOf(color) + u"; color: "_s +
-                  nameOf(CaptionColor(color)) +
+    setStyleSheet(u"QPushButton { background-color: "_s + nameOf(color) + u"; color: "_s + nameOf(CaptionColor(color)) +
                   u"; border: 1px solid #808080; border-radius: 3px; padding: 5px 16px; }"_s
                   u"QPushButton:focus { border: 2px solid palette(highlight); padding: 4px 15px; }"_s);
 }

@@ -33,7 +33,8 @@ void Put(const OptionGroup& group, int value) {
 }
 
 void Take(const OptionGroup& group, int& value) {
-    const auto chosen = std::ranges::find_if(group.Options, [](const QRadioButton* option) { return option->isChecked(); });
+    const auto chosen =
+        std::ranges::find_if(group.Options, [](const QRadioButton* option) { return option->isChecked(); });
     if (chosen != group.Options.end())
         value = int(chosen - group.Options.begin());
 }
