@@ -57,23 +57,21 @@ TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
     EXPECT_EQ(mesh[u"active"].toArray(), asJson("true, true, false, true, true, false"));
     EXPECT_EQ(mesh[u"elements"][0][u"neighbours"].toArray(), asJson("null, null, null, null"));
     EXPECT_EQ(mesh[u"elements"][1][u"type"], -1);
-    VrfBuilder file = twoSquares();
+    VrfBuilder file = withoutSteps();
     file.nodes[1] = {std::numeric_limits<double>::infinity(), 1e-7};
     file.elements = {{1, 0, -5}};
-    file.steps = {};
     mesh = json(u"mesh "_s + folder.Write(file.Bytes()));
     EXPECT_EQ(mesh[u"nodes"][1].toArray(), asJson("null, 1e-7"));
     EXPECT_EQ(mesh[u"elements"][0][u"nodes"].toArray(), asJson("1, null, null"));
 }
 
 TEST_F(ValuesTest, OfEveryQuery) {
-    const QString second = u"--step 2 --item 変位 "_s, difference = second + u"--reference 1 "_s;
-    EXPECT_EQ(csv(second), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
-    EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
-    EXPECT_EQ(csv(difference + u"--query node"_s), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
-    EXPECT_EQ(csv(difference + u"--query displacement-y"_s), csv(difference));
+    const QString difference = u"--step 2 --item 変位 --reference 1 --query "_s;
+    EXPECT_EQ(csv(u"--step 2 --item 変位"_s), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
+    EXPECT_EQ(csv(difference + u"item"_s), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
+    EXPECT_EQ(csv(difference + u"node"_s), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
+    EXPECT_EQ(csv(difference + u"displacement-y"_s), csv(difference + u"item"_s));
     EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_s), "number,value\n1,0\n2,10\n");
-    EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_s), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
     EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_s), "number,value\n1,0\n2,0\n");
 }
 
@@ -171,16 +169,23 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
     }
 }
 
-TEST_F(RenderTest, DamagedNumbersStillMakeAPicture) {
+TEST_F(RenderTest, DamagedNumbersStillMakePictures) {
     VrfBuilder file = twoSquares();
-    const double infinite = std::numeric_limits<double>::infinity();
-    for (const double damaged : {infinite, -1e300, 1e30, std::numeric_limits<double>::quiet_NaN()}) {
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    for (const double damaged : {infinite, -1e300, 1e38, 1e30, 1e-45, std::numeric_limits<double>::quiet_NaN()}) {
         file.nodes[1] = {damaged, -damaged};
-        file.steps[0].values[0][3] = damaged;
+        file.steps[0].values[0][1] = file.steps[1].time = damaged;
         path = folder.Write(file.Bytes());
-        for (const QString& name : {u"o.png"_s, u"o.trace"_s})
+        for (const QString& name : {u"o.png"_s, u"o.svg"_s, u"o.trace"_s, u"o.csv"_s, u"o.json"_s}) {
+            const bool isPicture = name != u"o.csv" && name != u"o.json";
             for (const QString& fiducial : {u"1"_s, u"2"_s, u"3"_s})
-                EXPECT_FALSE(traceOf(u"--set displacement/fid="_s + fiducial, name).isEmpty()) << damaged;
+                EXPECT_FALSE(isPicture && traceOf(u"--set displacement/fid="_s + fiducial, name).isEmpty()) << damaged;
+            for (const QString& type : {u"history"_s, u"distribution"_s}) {
+                QFile::remove(folder.Path(name));
+                run(u"graph FILE --item 1 --nodes 1-4 --type "_s + type + u" -o "_s + folder.Path(name));
+                EXPECT_FALSE(fileBytes(name).isEmpty()) << damaged << errors.constData();
+            }
+        }
     }
 }
 
