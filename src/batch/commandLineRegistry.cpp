@@ -1,5 +1,5 @@
 // The command that moves the settings between machines.
-#include "batch/commandSupport.h"
+#include "batch/settingsFile.h"
 #include "platform/base/WholeFile.h"
 #include "platform/registry/Registry.h"
 #include "platform/registry/RegistryText.h"
@@ -10,29 +10,12 @@ namespace batch {
 
 namespace {
 
-constexpr qint64 largestFile = 256 << 20;
-
 void exportTo(const QString& path) {
     WholeFile file(path);
     if (!file.Problem() && !RegistryText::Export(file) && !file.Problem())
         RefuseInput(Registry::StorePath(), u"there are no settings, or they can't be written out"_s);
     if (const std::optional<QString> problem = file.Commit())
         RefuseInput(path, *problem);
-}
-
-void importFrom(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
-    const QByteArray bytes = file.read(largestFile + 1);
-    if (bytes.size() > largestFile)
-        throw Stop{UnusableInput, path + u": ファイルの形式が不正です。 (more than 256 MB)"_s};
-    const RegistryText::ImportResult result = RegistryText::Import(bytes);
-    if (result.Line > 0)
-        throw Stop{UnusableInput,
-                   path + u": ファイルの形式が不正です。 (line %1: %2)"_s.arg(result.Line).arg(result.Problem)};
-    if (!result.Done)
-        throw Stop{UnusableInput, Registry::StorePath() + u": "_s + result.Problem};
 }
 
 } // namespace
@@ -50,7 +33,7 @@ Status RunRegistry(const QStringList& arguments, const Streams& streams) {
     if (exports)
         exportTo(options.Operand());
     else
-        importFrom(options.Operand());
+        ImportSettings(options.Operand());
     return Done;
 }
 

@@ -126,6 +126,33 @@ TEST_F(RenderTest, FollowsThePropertyFileUnlessToldNotTo) {
     EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_s)) << "the step that the file was left at";
     EXPECT_EQ(traceOf(u"--step 1"_s), plain) << "the command line goes before the file";
     EXPECT_NE(traceOf({}), plain);
+    // A step that it alone names may be gone; what the command line names may not.
+    folder.Write("<?xml version=\"1.0\"?><VRFPROPERTY><currentstep>2147483647</currentstep><difference>"
+                 "<std>2147483647</std><cnt>True</cnt></difference></VRFPROPERTY>",
+                 QFileInfo(path).fileName() + u".property"_s);
+    EXPECT_TRUE(traceOf({}).contains("MoveTo 17 92\nLineTo 100 92\n"));
+    EXPECT_EQ(traceOf(u"--step 1"_s), plain);
+    expectUnusable(u"render FILE --step 3 -o "_s + folder.Path(u"o.png"_s), path,
+                   "無効なパラメータです。 (--step: no step 3 among 2)");
+    expectUnusable(u"render FILE --set difference/std=2147483647 -o "_s + folder.Path(u"o.png"_s), path,
+                   "無効なパラメータです。 (--set difference/std: no step 2147483647 among 2)");
+}
+
+TEST_F(RenderTest, TakesGeneralSettingsOfAnExportedRegistry) {
+    const QByteArray key = "[HKEY_CURRENT_USER\\Software\\Ordvane\\Velorin\\1.0\\Settings";
+    const QString settings =
+        folder.Write("REGEDIT4\r\n\r\n" + key + "]\r\n\"Real Format\"=\"0.00000\"\r\n\"Font-3\"=\"Courier, 20\"\r\n" +
+                         key + "\\Graph]\r\n\"Font-0\"=\"Courier, 20\"\r\n",
+                     u"s.reg"_s);
+    const QString legend = u"--set contour/values/automatic=True --set contour/values/div=2 --settings "_s;
+    const QByteArray trace = traceOf(legend + settings);
+    EXPECT_TRUE(trace.contains("\"Courier\"") && trace.contains("1.00000\"")) << trace.constData();
+    const QString graph = u"graph FILE --type history --item 1 --nodes 1 -o "_s + folder.Path(u"g.trace"_s);
+    EXPECT_EQ(run(graph + u" --settings "_s + settings), 0);
+    EXPECT_TRUE(fileBytes(u"g.trace"_s).contains("\"Courier\""));
+    EXPECT_EQ(run(graph), 0);
+    EXPECT_FALSE(fileBytes(u"g.trace"_s).contains("\"Courier\"")) << "the user's own settings are as they were";
+    expectUnusable(graph + u" --settings none.reg"_s, u"none.reg"_s, "");
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {
