@@ -2,10 +2,9 @@
 
 #include "platform/raster/RasterDevice.h"
 
-Stage::Stage(ResultModel model)
-    : Model(std::move(model)), picture(PictureSize.Width, PictureSize.Height, QImage::Format_RGB32) {
+Stage::Stage(const ResultModel& model) : picture(PictureSize.Width, PictureSize.Height, QImage::Format_RGB32) {
     picture.fill(Qt::white);
-    mdView::SetViewBounds(Model.Mesh, View);
+    TakeUp(model, false);
 }
 
 void Stage::ShowPart(double part) {
@@ -15,15 +14,7 @@ void Stage::ShowPart(double part) {
                             whole.CentreX() + half * whole.Width(), whole.CentreY() + half * whole.Height());
 }
 
-void Stage::Paint(int threads, const std::function<void(PlotCanvas&, const Scene&)>& paint) {
-    DocumentPlotter plotter;
-    plotter.SetHeadless(true);
-    plotter.SetScaleMode(PlotScaleMode::Automatic);
-    plotter.SetEventSink({[this] { return View.ViewBounds; },
-                          [&](PlotCanvas& canvas) {
-                              paint(canvas, Scene{Model, Settings, View});
-                          },
-                          {}});
+void Stage::Paint(int threads, const Painter& painter) {
     RasterDevice device(picture, 96, threads);
-    plotter.Draw(device);
+    Draw(device, painter);
 }

@@ -37,7 +37,7 @@ void measure(int elements, int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     const double before = residentBytes();
     Stage stage(QuadMesh::Opened(elements, 10));
-    stage.Paint(0, [](PlotCanvas& canvas, const Scene& scene) { mdScene::PaintScene(canvas, false, scene); });
+    stage.Paint(0);
     const double after = residentBytes();
     Table::Print({u"memory/%1"_s.arg(elements), 0, after / elements, 0, u"220 bytes an element"_s});
     Table::Print({u"memory/%1 without the bare program"_s.arg(elements), 0, (after - before) / elements, 0, {}});

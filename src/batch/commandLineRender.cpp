@@ -4,7 +4,7 @@
 #include "platform/device/Fonts.h"
 #include "property/drawingElements.h"
 #include "property/propertyFile.h"
-#include "view/scene/mdScene.h"
+#include "view/scene/Session.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -101,30 +101,16 @@ std::optional<QString> numberedName(const QString& output, int step) {
     return output.left(match.capturedStart()) + number + output.mid(match.capturedEnd());
 }
 
-/// The settings of the picture: the property file's, if there is one and it counts, under those of the command line.
-/// Leaves the file's step and item in `model`.
-ApplicationSettings settingsFor(const Job& job, ResultModel& model) {
-    ApplicationSettings settings;
+/// Takes the file up with the settings of its pictures: the property file's, if there is one and it counts, under those
+/// of the command line.
+void takeUp(const Job& job, Session& session) {
     // Without a file to read the store of drawing defaults isn't touched: many companions may run at once.
-    if (job.withPropertyFile && QFileInfo::exists(propertyFile::PathFor(model.FileName)))
-        propertyFile::LoadPropertyFile(settings, model);
-    settings.Window.Mesh = job.mesh;
-    applySettings(job.assignments, settings);
-    return settings;
-}
-
-/// Paints the loaded step in `format`.
-QByteArray pictureOf(const Job& job, PictureFormat format, const ResultModel& model,
-                     const ApplicationSettings& settings, ViewState& view) {
-    DocumentPlotter plotter;
-    plotter.SetHeadless(true);
-    plotter.SetScaleMode(job.scaleMode);
-    plotter.SetEventSink({[&view] { return view.ViewBounds; },
-                          [&](PlotCanvas& canvas) {
-                              mdScene::PaintScene(canvas, false, {model, settings, view});
-                          },
-                          {}});
-    return format(job.target, [&plotter](DeviceContext& device) { plotter.Draw(device); });
+    const ResultModel model = OpenFile(job.input);
+    session.TakeUp(model, job.withPropertyFile && QFileInfo::exists(propertyFile::PathFor(model.FileName)));
+    session.Settings.Window.Mesh = job.mesh;
+    applySettings(job.assignments, session.Settings);
+    session.Plotter.SetScaleMode(job.scaleMode);
+    mdView::ApplyZoom(job.zoom, session.View);
 }
 
 } // namespace
@@ -141,22 +127,20 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
         throw Stop{WrongUsage, u"-o wants %d in the name when there is more than one step"_s};
 
     Fonts::InstallSubstitutions();
-    ResultModel model = OpenFile(job.input);
-    const ApplicationSettings settings = settingsFor(job, model);
+    Session session;
+    takeUp(job, session);
+    ResultModel& model = session.Model;
     const std::int32_t item =
         job.item.isEmpty() ? std::max(model.CurrentItem, 0) : FindItem(job.item, model, job.input);
     const int step = job.step.value_or(std::max(model.CurrentStep, 0) + 1);
     const StepRange range = job.range.value_or(StepRange{step, step, 1});
     // A file without steps has a mesh to show all the same.
     const bool meshAlone = model.StepCount < 1 && !job.step && !job.range;
-    ViewState view;
-    mdView::SetViewBounds(model.Mesh, view);
-    mdView::ApplyZoom(job.zoom, view);
     for (qint64 number = range.first; number <= range.last; number += range.stride) {
         if (!meshAlone)
-            LoadNumberedStep(model, job.input, int(number), item, settings.Difference.StandardStep + 1);
+            LoadNumberedStep(model, job.input, int(number), item, session.Settings.Difference.StandardStep + 1);
         const QString output = numberedName(job.target.Output, int(number)).value_or(job.target.Output);
-        SaveFile(output, pictureOf(job, format, model, settings, view));
+        SaveFile(output, format(job.target, [&session](DeviceContext& device) { session.Draw(device); }));
     }
     return Done;
 }

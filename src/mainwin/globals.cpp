@@ -1,13 +1,13 @@
 #include "mainwin/globals.h"
 
-#include "app/ApplicationSettings.h"
 #include "mainwin/frmMain.h"
-#include "result/ResultModel.h"
+#include "view/scene/Session.h"
 
 namespace mdApplication {
 
-ResultModel Model;
-ApplicationSettings Settings;
+Session Current;
+ResultModel& Model = Current.Model;
+ApplicationSettings& Settings = Current.Settings;
 
 frmMain* MainWindow() {
     return frmMain::Instance();

@@ -3,12 +3,14 @@
 #pragma once
 
 class frmMain;
+class Session;
 struct ApplicationSettings;
 struct ResultModel;
 
 namespace mdApplication {
-extern ResultModel Model;            ///< the open result file
-extern ApplicationSettings Settings; ///< the settings in force
+extern Session Current;
+extern ResultModel& Model;            ///< the open result file, of `Current`
+extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
 
 /// Null before the entry procedure has made the main window and after it has gone.
 frmMain* MainWindow();

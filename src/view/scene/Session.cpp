@@ -1,0 +1,52 @@
+#include "view/scene/Session.h"
+
+#include "property/propertyFile.h"
+
+#include <utility>
+
+Session::Session() {
+    Plotter.SetHeadless(true);
+    Plotter.SetScaleMode(PlotScaleMode::Automatic);
+    Plotter.SetEventSink({[this] { return View.ViewBounds; },
+                          [this](PlotCanvas& canvas) {
+                              if (painter && *painter)
+                                  (*painter)(canvas, CurrentScene());
+                              else
+                                  mdScene::PaintScene(canvas, false, CurrentScene());
+                          },
+                          [this] { return std::exchange(View.RefitPending, false); }});
+}
+
+bool Session::IsOpen() const {
+    return !mdVelorinResultModel::IsFileClosed(Model);
+}
+
+bool Session::Open(const QString& path, const LoadProgress& progress) {
+    // A file without a title keeps the one before it.
+    ResultModel loaded;
+    loaded.Title = Model.Title;
+    if (!mdVelorinResultModel::LoadResultFile(path, loaded, progress))
+        return false;
+    TakeUp(loaded);
+    return true;
+}
+
+void Session::TakeUp(const ResultModel& loaded, bool asLeft) {
+    Model = loaded;
+    if (asLeft)
+        propertyFile::LoadPropertyFile(Settings, Model);
+    mdView::SetViewBounds(Model.Mesh, View);
+    mdView::ApplyZoom(0, View);
+    View.RefitPending = true;
+}
+
+bool Session::LoadStep(std::int32_t step, std::int32_t item) {
+    // A file whose first load failed has no item, and would otherwise never load a step again.
+    return mdVelorinResultModel::LoadStep(step, std::max(item, 0), Model, false, Settings.Difference.StandardStep);
+}
+
+void Session::Draw(DeviceContext& device, const Painter& chosen) {
+    painter = &chosen;
+    Plotter.Draw(device);
+    painter = nullptr;
+}

@@ -1,0 +1,45 @@
+// One result file with all that its picture depends on: document, settings, view. Draws on any device; the window, the
+// command line and whatever else makes pictures share it. It shows no message and knows no window.
+#pragma once
+
+#include "result/mdVelorinResultModel.h"
+#include "view/scene/mdScene.h"
+
+class Session {
+public:
+    /// Paints what is wanted of the scene on a canvas; the background is already there.
+    using Painter = std::function<void(PlotCanvas&, const Scene&)>;
+
+    Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    ResultModel Model;
+    ApplicationSettings Settings;
+    ViewState View;
+    SlideShowRun SlideShow;
+    /// Headless and in automatic scale until its owner says otherwise.
+    DocumentPlotter Plotter;
+
+    bool IsOpen() const;
+    /// Reads a result file and takes it up. False, with everything as it was, when it can't be used or `progress` says
+    /// no; it may be called on another thread as long as nobody else uses the session.
+    bool Open(const QString& path, const LoadProgress& progress = {});
+    /// Makes `loaded` the document and shows all of it. With `asLeft` the drawing settings, the step and the item are
+    /// those of its property file, or what files start from; otherwise settings stay as they are. No step is loaded.
+    void TakeUp(const ResultModel& loaded, bool asLeft = true);
+
+    /// Loads a step with the reference step that the settings name; no item counts as the first one. False when there
+    /// is no such step, and then none is loaded.
+    bool LoadStep(std::int32_t step, std::int32_t item);
+    /// The step and the item that the document names, the first ones if it names none.
+    bool LoadStep() { return LoadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem); }
+
+    /// References the members: valid as long as the session.
+    Scene CurrentScene() { return {Model, Settings, View, SlideShow}; }
+    /// Draws the view on `device`, the whole scene or what `painter` draws of it.
+    void Draw(DeviceContext& device, const Painter& painter = {});
+
+private:
+    const Painter* painter = nullptr; ///< of the draw that is going on
+};
