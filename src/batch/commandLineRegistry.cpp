@@ -12,15 +12,19 @@ namespace {
 
 constexpr qint64 largestFile = 256 << 20;
 
-void exportTo(const QString& path) {
+/// The number of keys and values that are left out.
+int exportTo(const QString& path) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         throw Stop{UnusableInput, path + u": "_s + file.errorString()};
-    if (!RegistryText::Export(file))
-        throw Stop{UnusableInput, Registry::StorePath() + u": there are no settings, or they can't be written out"_s};
+    const RegistryText::ExportResult result = RegistryText::Export(file);
+    if (!result.Done)
+        RefuseInput(Registry::StorePath(),
+                    QFile::exists(Registry::StorePath()) ? Registry::StoreProblem() : u"there are no settings"_s);
     // The commit does not look whether what is still in the buffer found room on the disk.
     if (!file.flush() || !file.commit())
         throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    return result.LeftOut;
 }
 
 void importFrom(const QString& path) {
@@ -50,10 +54,12 @@ Status RunRegistry(const QStringList& arguments, const Streams& streams) {
                     u"Writes the settings to a registry file (.reg), or adds those of one to them."_s, u"FILE"_s,
                     u"registry file"_s);
     options.Parse(wholeHelp ? arguments : arguments.mid(1), streams);
-    if (exports)
-        exportTo(options.Operand());
-    else
+    if (!exports)
         importFrom(options.Operand());
+    else if (const int leftOut = exportTo(options.Operand()))
+        streams.Errors.write(
+            (Registry::StorePath() + u": %1 keys or values with impossible names are left out\n"_s.arg(leftOut))
+                .toUtf8());
     return Done;
 }
 

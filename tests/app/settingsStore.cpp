@@ -1,6 +1,7 @@
 #include "app/settingsStore.h"
 
 #include "ConfigurationFolder.h"
+#include "FullDisk.h"
 #include "TestFolder.h"
 #include "app/clsRegEdit.h"
 #include "platform/registry/RegistryText.h"
@@ -26,7 +27,7 @@ QByteArray registryFile(const QString& name) {
 QByteArray exported() {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(RegistryText::Export(buffer));
+    EXPECT_TRUE(RegistryText::Export(buffer).Done);
     return BytesText(buffer.data()).mid(1).remove(u'\r').toUtf8();
 }
 
@@ -65,6 +66,8 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
     EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_s).split('\n'));
     EXPECT_TRUE(loaded().Window.Statusbar) << "comes back as the tool bar";
+    const FullDisk full(0);
+    EXPECT_EQ(loaded().Page, saved.Page) << "what can't be written is read all the same";
 }
 
 TEST(settingsStore, AFirstStartHasDefaultsAndLeavesItsTrace) {

@@ -1,15 +1,14 @@
 #include "property/propertyFile.h"
 
 #include "ConfigurationFolder.h"
+#include "FullDisk.h"
 #include "TestFolder.h"
 #include "app/settingsStore.h"
 #include "property/drawingElements.h"
 
 #include <QDir>
 #include <QLocale>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace propertyFile;
 
@@ -38,7 +37,7 @@ struct PropertyFile : testing::Test {
         Settings.ValueDisplay = true;
         Settings.Displacement = {false, 12345678, 1, true};
         Settings.Vector = {2, 1, {{u"流速"_s, 3, -1}, {u"q \"x\""_s, 0, 1}}, false, 350, 0};
-        Settings.Contour = {3, {0xff, 0xabcdef, 0xff0000}, false, true, 125, -0.1f, 12, false};
+        Settings.Contour = {3, {0xff, 0xabcdef, 0xff0000}, false, true, 1.23456789e-20f, -0.1f, 12, false};
     }
 
     /// The settings that a reset leaves.
@@ -58,7 +57,6 @@ struct PropertyFile : testing::Test {
 TEST_F(PropertyFile, BytesAndRoundTrip) {
     QLocale::setDefault(QLocale::German);
     fill();
-    Settings.Contour.MaxValue = 1.23456789e-20f;
     ApplicationSettings rounded = Settings;
     rounded.Contour.MaxValue = 1.23457e-20f;
     EXPECT_EQ(saved().split('\n'), drawn().split('\n'));
@@ -172,27 +170,40 @@ TEST_F(PropertyFile, WhatAFileDoesNotTellComesFromTheStoredDefaults) {
     EXPECT_EQ(Settings, defaults);
 }
 
-TEST_F(PropertyFile, AWriteThatFailsIsSilentAndLeavesTheOldFile) {
+TEST_F(PropertyFile, AWriteThatFailsSaysSoAndLeavesTheOldFile) {
     fill();
     const QByteArray old = saved();
-    // A file may not grow beyond this, as on a full disk; the small one would fit into a buffer.
-    rlimit usual{};
-    getrlimit(RLIMIT_FSIZE, &usual);
-    const rlimit tight{4096, usual.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    for (const int count : {20000, 60}) {
+    for (const int count : {20000, 60}) { // the small one would fit into a buffer
         Settings.Vector.ItemSets.resize(count);
         Settings.Vector.ItemSetCount = count;
-        setrlimit(RLIMIT_FSIZE, &tight);
-        EXPECT_EQ(saved(), old) << count;
-        setrlimit(RLIMIT_FSIZE, &usual);
+        const FullDisk full(4096);
+        EXPECT_TRUE(SavePropertyFile(Settings, Model).contains(path));
+        EXPECT_EQ(TestFolder::Read(path), old) << count;
     }
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(QDir(Folder.Path({})).entryList(QDir::Files).size(), 2) << "nothing is left beside the two files";
     // A folder that takes no file, even from the system's administrator, and a result file that has gone.
     for (const QString& result : {u"/proc/version"_s, Folder.Path(u"gone.vrf"_s)}) {
         Model.FileName = result;
-        SavePropertyFile(Settings, Model);
+        EXPECT_EQ(SavePropertyFile(Settings, Model).isEmpty(), result != u"/proc/version");
         EXPECT_FALSE(QFile::exists(PathFor(result)));
+    }
+}
+
+TEST_F(PropertyFile, ALinkIsFollowedToAPropertyFileAlone) {
+    fill();
+    const QByteArray text = drawn();
+    const QString target = Folder.Path(u"target"_s);
+    ASSERT_TRUE(QFile::link(target, path));
+    for (const auto& [before, after] : {std::pair{QByteArray(), text},
+                                        {"<vrfproperty>", text},
+                                        {"", text},
+                                        {"a letter", "a letter"},
+                                        {"<html></html>", "<html></html>"}}) {
+        QFile::remove(target);
+        if (!before.isNull())
+            Folder.Write(before, u"target"_s);
+        EXPECT_EQ(SavePropertyFile(Settings, Model).isEmpty(), after == text) << before.toStdString();
+        EXPECT_EQ(TestFolder::Read(target), after);
+        EXPECT_TRUE(QFileInfo(path).isSymLink());
     }
 }

@@ -1,8 +1,10 @@
 #include "platform/registry/Registry.h"
 
 #include "ConfigurationFolder.h"
+#include "OtherProgram.h"
 #include "TestFolder.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QThread>
@@ -236,9 +238,33 @@ TEST(Registry, ShutStoresGiveNothingAndTakeNothing) {
     readOnly.Use();
     const bool super = ::geteuid() == 0;
     ASSERT_TRUE(!super || ::seteuid(65534) == 0);
-    EXPECT_EQ(OpenKey(HKEY_CURRENT_USER, u"k"_s), 0);
+    EXPECT_EQ(get(u"k"_s, u"a"_s), "1") << "what can't be written is read";
     EXPECT_FALSE(Transaction().IsOpen());
+    EXPECT_EQ(CreateKey(HKEY_CURRENT_USER, u"new"_s), 0);
     EXPECT_FALSE(set(u"k"_s, u"a"_s, "2"));
     ASSERT_TRUE(!super || ::seteuid(0) == 0);
     EXPECT_EQ(contents(), before);
+    const Transaction reading(Access::Read);
+    EXPECT_FALSE(Transaction().IsOpen() || set(u"k"_s, u"a"_s, "2")) << "within a reading one";
+    EXPECT_EQ(get(u"k"_s, u"a"_s), "1");
+}
+
+TEST(Registry, AHeldStoreIsWaitedForOnceAndThenDoneWithout) {
+    const ConfigurationFolder folder;
+    set(u"k"_s, u"a"_s, "1");
+    for (const auto& [begin, read] : {std::pair{"BEGIN EXCLUSIVE", "(none)"}, {"BEGIN IMMEDIATE", "1"}}) {
+        const OtherProgram other;
+        ASSERT_TRUE(other.Does(begin));
+        QElapsedTimer waited;
+        waited.start();
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_FALSE(set(u"k"_s, u"a"_s, "2"));
+            EXPECT_TRUE(IsStoreHeld());
+            EXPECT_EQ(get(u"k"_s, u"a"_s), read);
+        }
+        EXPECT_LT(waited.elapsed(), 20000) << "a second for each would be 100 and more";
+        EXPECT_EQ(StoreProblem(), u"another program holds it");
+        ASSERT_TRUE(other.Does("ROLLBACK"));
+        EXPECT_TRUE(set(u"k"_s, u"a"_s, "1") && !IsStoreHeld());
+    }
 }

@@ -1,6 +1,8 @@
 #include "platform/registry/RegistryText.h"
 
 #include "ConfigurationFolder.h"
+#include "FullDisk.h"
+#include "OtherProgram.h"
 #include "platform/base/Codepage.h"
 #include "platform/registry/Registry.h"
 
@@ -13,7 +15,7 @@ namespace {
 QByteArray exported() {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return RegistryText::Export(buffer) ? buffer.data() : QByteArray();
+    return RegistryText::Export(buffer).Done ? buffer.data() : QByteArray();
 }
 
 QByteArray utf16(const QString& text) {
@@ -105,6 +107,32 @@ TEST(RegistryText, BadTextTellsItsLineAndChangesNothing) {
     expectProblem((version + u"\"a\"=\"no key\"").toUtf8(), 2);
     for (const QByteArray& file : {QByteArray(), QByteArray("REGEDIT5\n"), QByteArray("\xff\xfe"), QByteArray(64, 0)})
         expectProblem(file, 1);
+}
+
+TEST(RegistryText, AFullDiskIsNotTheTextsFault) {
+    const ConfigurationFolder folder;
+    expectImport(utf16(everyForm));
+    const QByteArray before = exported();
+    {
+        const FullDisk full(qsizetype(1) << 16);
+        const auto result =
+            RegistryText::Import((version + keyLine + u"\"a\"=\"" + QString(1 << 20, u'x') + u"\"").toUtf8());
+        EXPECT_TRUE(!result.Done && result.Line == 0 && !result.Problem.isEmpty()) << result.Line;
+    }
+    EXPECT_EQ(exported(), before);
+}
+
+TEST(RegistryText, BentNamesAreLeftOutAndTheRestIsExported) {
+    const ConfigurationFolder folder;
+    expectImport((version + keyLine + u"\"a\"=\"1\"\n\"b\"=\"2\"\n[HKEY_CURRENT_USER\\bent\\in]\n" + keyLine).toUtf8());
+    ASSERT_TRUE(OtherProgram().Does("UPDATE vals SET name = 'a' || char(10) WHERE name = 'a';"
+                                    "UPDATE keys SET name = 'Software\\Ordvane' WHERE name = 'bent'"));
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const auto result = RegistryText::Export(buffer);
+    EXPECT_TRUE(result.Done && result.LeftOut == 2) << result.LeftOut;
+    EXPECT_EQ(buffer.data(), utf16(version + u"\r\n[HKEY_CURRENT_USER]\r\n\r\n[HKEY_CURRENT_USER\\Software]\r\n\r\n"_s +
+                                   keyLine + u"\"b\"=\"2\"\r\n"_s));
 }
 
 TEST(RegistryText, CutAnywhereItIsTakenOrTellsALine) {
