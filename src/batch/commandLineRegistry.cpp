@@ -1,10 +1,10 @@
 // The command that moves the settings between machines.
 #include "batch/commandSupport.h"
+#include "platform/base/WholeFile.h"
 #include "platform/registry/Registry.h"
 #include "platform/registry/RegistryText.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace batch {
 
@@ -14,16 +14,13 @@ constexpr qint64 largestFile = 256 << 20;
 
 /// The number of keys and values that are left out.
 int exportTo(const QString& path) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    WholeFile file(path);
     const RegistryText::ExportResult result = RegistryText::Export(file);
-    if (!result.Done)
+    if (!result.Done && !file.Problem())
         RefuseInput(Registry::StorePath(),
                     QFile::exists(Registry::StorePath()) ? Registry::StoreProblem() : u"there are no settings"_s);
-    // The commit does not look whether what is still in the buffer found room on the disk.
-    if (!file.flush() || !file.commit())
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    if (const std::optional<QString> problem = file.Commit())
+        RefuseInput(path, *problem);
     return result.LeftOut;
 }
 
