@@ -50,8 +50,6 @@ Store& Store::Instance() {
     return store;
 }
 
-Store::Store() : waitMs(longestWaitMs) {}
-
 int Store::onHeld(void* store, int) {
     int& left = static_cast<Store*>(store)->waitMs;
     if (left <= 0)
@@ -68,6 +66,8 @@ bool Store::isReadOnly() const {
 bool Store::Open(Access access) {
     if (depth > 0)
         return !spoilt && (writing || access == Access::Read);
+    wanted = access;
+    waitMs = gaveUp[std::size_t(access)] ? 0 : longestWaitMs;
     // What couldn't be written a while ago may be writable now.
     const bool retries = access == Access::Write && isReadOnly();
     if (database && (doubtful || retries || path != StorePath() || hasMoved()))
@@ -89,6 +89,9 @@ bool Store::Open(Access access) {
     case Health::Unusable:
         break;
     }
+    // Who can't even read need not wait again for writing, nor the other way round.
+    if (held)
+        gaveUp = {true, true};
     if (problem.isEmpty())
         problem = u"it is damaged"_s;
     close();
@@ -188,7 +191,7 @@ bool Store::Begin(Access access) {
         spoilt = false;
         writing = access == Access::Write;
         if (writing)
-            waitMs = longestWaitMs; // the others have let it go
+            gaveUp = {};
     } else if (spoilt || (access == Access::Write && !writing)) {
         return false;
     }
@@ -226,7 +229,10 @@ sqlite3_stmt* Store::prepare(const char* sql) {
 int Store::note(int result) {
     const int kind = result & 0xff;
     // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
-    held = kind == SQLITE_BUSY || (held && kind != SQLITE_ROW && kind != SQLITE_DONE);
+    const bool hasRead = kind == SQLITE_ROW || kind == SQLITE_DONE;
+    held = kind == SQLITE_BUSY || (held && !hasRead);
+    if (kind == SQLITE_BUSY || (hasRead && wanted == Access::Read))
+        gaveUp[std::size_t(wanted)] = !hasRead;
     if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
         doubtful = true;
     if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT) {
@@ -266,7 +272,10 @@ bool Statement::Next() {
 }
 
 bool Statement::Run() {
-    return statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
+    const bool done = statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
+    if (done && sqlite3_stmt_readonly(statement) == 0)
+        Store::Instance().gaveUp = {};
+    return done;
 }
 
 int Statement::Changes() const {

@@ -5,6 +5,7 @@
 #include "platform/registry/Registry.h"
 
 #include <QHash>
+#include <array>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -33,7 +34,7 @@ private:
     friend class Statement;
     enum class Health { Good, Empty, Damaged, Unusable };
 
-    Store();
+    Store() = default;
     Health connect(Access access);
     Health check();
     bool createTables();
@@ -57,7 +58,9 @@ private:
     bool spoilt = false;
     bool doubtful = false; ///< the file has shown damage since it was checked
     bool held = false;     ///< another program holds the file
-    int waitMs;            ///< left to wait for it
+    int waitMs = 0;        ///< left to wait for it
+    Access wanted = Access::Read;
+    std::array<bool, 2> gaveUp{}; ///< by access: it was waited for in vain, and not had since
     QString problem;
 };
 
