@@ -1,5 +1,6 @@
 #include "QuadMesh.h"
 
+#include "platform/base/Literals.h"
 #include "result/VrfBuilder.h"
 #include "result/mdVelorinResultModel.h"
 
