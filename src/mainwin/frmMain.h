@@ -50,8 +50,11 @@ private:
     // frmMain.cpp
     void buildPanels();
     void connectEvents();
+    bool takeKey(const QKeyEvent& event);
     bool takeStepKey(const QKeyEvent& event);
     void onPainted();
+    /// Shows a line in the status bar until the next command.
+    void say(const QString& text);
 
     // frmMainCommands.cpp
     CommandFacts facts() const;
@@ -84,11 +87,16 @@ private:
     void promptAndOpen();
     bool promptFileName(QString& path);
     void updateCaption();
-    void restoreWindow();
+    void tellWhatIsMissing(int step);
+    /// Whether the window is to change, which may take a while.
+    bool restoreWindow();
     void storeWindow();
+    QSize roomForFrame() const;
 
     static frmMain* instance;
     bool updatingUi = false;
+    bool sizeToCome = false; ///< the window has not got its real size yet
+    QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;

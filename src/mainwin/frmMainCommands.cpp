@@ -29,7 +29,7 @@ using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
 void frmMain::ExecuteCommand(const QString& tool) {
-    panels[0]->clear();
+    say({});
     const FamilyRow* family = commandTable::FamilyOf(tool);
     if (family && family->act)
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
@@ -66,6 +66,7 @@ void frmMain::updateCommandState() {
 void frmMain::onComboSelection(const QString& combo) {
     if (updatingUi)
         return;
+    say({});
     if (const CommandRow* row = commandTable::Find(combo); row && row->act)
         (this->*row->act)();
     repaint();
