@@ -1,9 +1,11 @@
 #include "WindowTest.h"
 
 #include "app/settingsStore.h"
+#include "mainwin/windowPlace.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QScrollBar>
 #include <set>
@@ -94,7 +96,8 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
     } const strokes[] = {{Qt::Key_Up, Qt::NoModifier, 0},           {Qt::Key_Down, Qt::NoModifier, 1},
                          {Qt::Key_Down, Qt::ControlModifier, last}, {Qt::Key_Down, Qt::NoModifier, last},
                          {Qt::Key_Up, Qt::NoModifier, last - 1},    {Qt::Key_Left, Qt::NoModifier, last - 1},
-                         {Qt::Key_Up, Qt::ControlModifier, 0}};
+                         {Qt::Key_Up, Qt::ControlModifier, 0},      {Qt::Key_Down, Qt::AltModifier, 0},
+                         {Qt::Key_Down, Qt::ShiftModifier, 0}};
     for (const auto& stroke : strokes) {
         const int before = Model.CurrentStep;
         const QImage shown = picture->Image().copy();
@@ -124,6 +127,9 @@ TEST_F(FrmMainTest, ZoomCommandsEnableTheBarsFromTheFirstStepIn) {
 
 TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     openPlate();
+    const int first = meshWidth();
+    resizeTo(600, 500);
+    EXPECT_LT(meshWidth(), first) << "fitted until the window has its real size";
     // Each further open finds the settings in the file that the one before has left.
     Settings.Displacement.Fiducial = 0;
     Settings.Contour.Legend = false;
@@ -139,6 +145,41 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     EXPECT_GT(meshWidth(), wide + 50) << "fitted anew for a new file";
     resizeTo(700, 600);
     EXPECT_EQ(meshWidth(), wide) << "automatic";
+}
+
+TEST_F(FrmMainTest, ListsShowWhatTheModelShows) {
+    folder.Write("<VRFPROPERTY><currentstep>98</currentstep><currentitem>7</currentitem>"
+                 "<difference><std>30</std></difference></VRFPROPERTY>",
+                 u"plate.vrf.property"_s);
+    openPlate();
+    const auto lists = [this] {
+        QStringList texts;
+        for (const QString& name : {u"miDrawStep@tbGeneral"_s, u"miDrawContourItem@tbGeneral"_s})
+            texts.append(find<QComboBox>(name)->currentText());
+        return texts.join(u'|');
+    };
+    const QString told = u"ステップ 99 はこのファイルにありません。 基準ステップ 30 はこのファイルにありません。"_s;
+    EXPECT_EQ(panel(1) + lists(), told + u'|');
+    resizeTo(600, 500);
+    EXPECT_EQ(panel(1), told) << "a new paint leaves it";
+    QTest::keyClick(picture, Qt::Key_Down);
+    EXPECT_EQ(panel(1) + lists(), u"ステップ - 1|変位X"_s);
+    EXPECT_EQ(Model.CurrentItem, 0);
+}
+
+TEST(WindowPlace, HoldsTheWindowWithinAScreen) {
+    const std::array screens{QRect(0, 30, 1280, 770), QRect(1280, 0, 800, 1000)};
+    const auto restored = [&](int left, int top, int width, int height) {
+        std::array<int, 4> twips{left, top, width, height};
+        for (int& value : twips)
+            value = int(std::min<qint64>(qint64(value) * windowPlace::TwipsPerPixel, INT_MAX));
+        return windowPlace::Restored(twips, {100, 50}, {0, 20}, screens).value_or(QRect());
+    };
+    EXPECT_EQ(restored(100, 100, 800, 600), QRect(100, 100, 800, 600));
+    EXPECT_EQ(restored(0, 0, INT_MAX, INT_MAX), QRect(0, 30, 1280, 750)) << "larger than any screen";
+    EXPECT_EQ(restored(1500, -400, 500, 600), QRect(1500, 0, 500, 600)) << "the title bar was out of reach";
+    EXPECT_EQ(restored(-9000, 9000, 300, 200), QRect(0, 580, 300, 200)) << "the screen has gone";
+    EXPECT_EQ(restored(10, 40, 99, 400), QRect()) << "never stored";
 }
 
 TEST_F(FrmMainTest, RecentFilesAreTrueNamesTheNewestFirst) {

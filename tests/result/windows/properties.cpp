@@ -73,6 +73,10 @@ TEST_F(PropertiesTest, ClickOpensAndShutsTheFourThatHaveAnIcon) {
     list->setCurrentIndex(at(8));
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(count(), 21) << "no duplicates, and by the keyboard as well";
+    for (const auto& [key, row] : {std::pair(Qt::Key_End, 20), {Qt::Key_Home, 0}}) {
+        QTest::keyClick(list, key);
+        EXPECT_EQ(list->currentIndex().row(), row);
+    }
 }
 
 TEST_F(PropertiesTest, MillionNodesOpenWithoutMakingRows) {
