@@ -57,8 +57,10 @@ int EntryProcedure(QApplication& application) {
     }
     const EndSignals endSignals;
     QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window] { End(*window); });
+    const QString notice = settingsStore::Notice();
     window->FirstStep(commandLine);
     window->show();
+    window->Tell(notice);
     return application.exec();
 }
 

@@ -67,6 +67,16 @@ void frmMain::repaint() {
         scene->Paint();
 }
 
+void frmMain::Tell(const QString& line) {
+    notice = QString(notice + u' ' + line).trimmed();
+    panels[0]->setText(notice);
+}
+
+void frmMain::forgetTold() {
+    notice.clear();
+    panels[0]->clear();
+}
+
 void frmMain::buildPanels() {
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_s);
@@ -120,11 +130,6 @@ void frmMain::changeEvent(QEvent* event) {
         mdApplication::HideGraphWindows();
     else
         mdApplication::ShowGraphWindows();
-}
-
-void frmMain::say(const QString& text) {
-    notice = text;
-    panels[0]->setText(text);
 }
 
 void frmMain::onPainted() {

@@ -32,6 +32,8 @@ public:
     void SetZoom(int value);
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
+    /// Shows a line in the status bar, behind others that were told since the last command; none when it is empty.
+    void Tell(const QString& line);
     /// What a click on the command does.
     void ExecuteCommand(const QString& tool);
 
@@ -53,8 +55,7 @@ private:
     bool takeKey(const QKeyEvent& event);
     bool takeStepKey(const QKeyEvent& event);
     void onPainted();
-    /// Shows a line in the status bar until the next command.
-    void say(const QString& text);
+    void forgetTold();
 
     // frmMainCommands.cpp
     CommandFacts facts() const;

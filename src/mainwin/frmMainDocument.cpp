@@ -70,8 +70,9 @@ void frmMain::openResultFile(const QString& path) {
     const bool good = readResultFile(path, loaded, stopped);
     if (stopped)
         return;
+    forgetTold();
     if (IsOpen() && Settings.Window.AutoSave)
-        propertyFile::SavePropertyFile(Settings, Model);
+        Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
     mdApplication::UnloadGraphWindows();
     if (good)
@@ -104,7 +105,7 @@ void frmMain::tellWhatIsMissing(int step) {
         lines.append(u"ステップ %1 はこのファイルにありません。"_s.arg(qint64(step) + 1));
     if (const int reference = Settings.Difference.StandardStep; reference >= Model.StepCount)
         lines.append(u"基準ステップ %1 はこのファイルにありません。"_s.arg(qint64(reference) + 1));
-    say(lines.join(u' '));
+    Tell(lines.join(u' '));
 }
 
 void frmMain::refuseFile(const QString& path) {
@@ -113,8 +114,7 @@ void frmMain::refuseFile(const QString& path) {
     updateCaption();
     updateCommandState();
     mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_s, MessageStyle::Stop);
-    say({});
-    for (QLabel* panel : panels)
+    for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
     scene->Clear();
 }

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QLabel>
 #include <QScrollBar>
 #include <set>
@@ -147,7 +148,7 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     EXPECT_EQ(meshWidth(), wide) << "automatic";
 }
 
-TEST_F(FrmMainTest, ListsShowWhatTheModelShows) {
+TEST_F(FrmMainTest, ListsAndStatusBarSayWhatIsShownAndSaved) {
     folder.Write("<VRFPROPERTY><currentstep>98</currentstep><currentitem>7</currentitem>"
                  "<difference><std>30</std></difference></VRFPROPERTY>",
                  u"plate.vrf.property"_s);
@@ -165,6 +166,17 @@ TEST_F(FrmMainTest, ListsShowWhatTheModelShows) {
     QTest::keyClick(picture, Qt::Key_Down);
     EXPECT_EQ(panel(1) + lists(), u"ステップ - 1|変位X"_s);
     EXPECT_EQ(Model.CurrentItem, 0);
+    for (const bool writable : {true, false}) {
+        // Nobody can put a file in the place of a folder, not even the super-user.
+        if (!writable) {
+            EXPECT_TRUE(QFile::remove(platePath + u".property"_s));
+            EXPECT_TRUE(QDir().mkpath(platePath + u".property/a"_s));
+        }
+        Dialogs::Testing::QueueAnswer(MessageAnswer::Yes);
+        trigger(u"miFileSaveLayout"_s);
+        EXPECT_EQ(panel(1).contains(u"描画設定を保存しました。"), writable);
+        EXPECT_NE(panel(1), QString());
+    }
 }
 
 TEST(WindowPlace, HoldsTheWindowWithinAScreen) {
