@@ -166,6 +166,7 @@ class MainWindow(unittest.TestCase):
     def test_a_path_that_is_not_there_is_told(self):
         self.start("/nowhere/none.vrf")
         wait_for("the message", lambda: self.shown("無効なパラメータです。"))
+        self.wait_window("Velorin")
         xdotool("key", "Return")
         self.wait_window("Velorin - (未定義)")
         self.assertIsNone(self.shown("無効なパラメータです。"))
