@@ -1,6 +1,7 @@
 // What follows from a file's content once it is open, whatever format it came in.
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/Lists.h"
 #include "result/readers/VrfReader.h"
 
 #include <QFileInfo>
@@ -31,7 +32,7 @@ void deriveFromElements(MeshData& mesh) {
     const std::int32_t* nodeIndex = elements.NodeIndex.constData();
     elements.CentreX.resize(mesh.ElementCount);
     elements.CentreY.resize(mesh.ElementCount);
-    nodes.FirstEntry.fill(0, mesh.NodeCount + 1);
+    nodes.FirstEntry.resize(mesh.NodeCount + 1);
     std::int32_t* firstEntry = nodes.FirstEntry.data();
     for (qsizetype i = 0; i < elements.NodeIndex.size(); ++i)
         if (isNodeOf(mesh, nodeIndex[i]))
@@ -87,7 +88,7 @@ void takeOverMesh(const ResultContent& content, MeshData& mesh) {
     elements.ElementType.resize(mesh.ElementCount);
     elements.FirstCorner = content.FirstCorner;
     elements.NodeIndex = content.NodeIndex;
-    elements.Neighbour.fill(-1, elements.NodeIndex.size());
+    elements.Neighbour = listOf(elements.NodeIndex.size(), -1);
 }
 
 ResultModel modelOf(const ResultContent& content, const QString& earlierTitle) {

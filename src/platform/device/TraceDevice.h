@@ -6,6 +6,19 @@
 
 #include <QByteArray>
 
+/// Text that comes in parts, also from destructors that put a device back: a part that finds no memory is told at the
+/// end.
+class TraceText {
+public:
+    void Append(QByteArrayView part) noexcept;
+    /// All parts so far; throws std::bad_alloc when one of them was lost.
+    const QByteArray& Whole() const;
+
+private:
+    QByteArray text;
+    bool incomplete = false;
+};
+
 /// A line is the call's name and its integers; colours are 0x00BBGGRR in eight small hex digits, texts JSON strings in
 /// UTF-8. Pens and brushes that are ready-made ones are written by their number. Select calls are written also when
 /// they change nothing.
@@ -13,8 +26,8 @@ class TraceDevice final : public StatefulDevice {
 public:
     TraceDevice(int width, int height, int dotsPerInch = 96);
 
-    /// All lines so far, each ended by a line feed.
-    const QByteArray& Trace() const { return trace; }
+    /// All lines so far, each ended by a line feed. Throws std::bad_alloc when the memory did not hold them.
+    const QByteArray& Trace() const { return trace.Whole(); }
 
     void SaveDC() override;
     void RestoreDC() override;
@@ -45,5 +58,5 @@ public:
     bool ShowsEveryCall() const override { return true; }
 
 private:
-    QByteArray trace;
+    TraceText trace;
 };
