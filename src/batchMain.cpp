@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QGuiApplication>
-#include <cstdio>
 
 int main(int argc, char** argv) {
     // Pictures need fonts and so an application object, but never a display.
@@ -17,7 +16,9 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     QFile output, errors;
-    if (!output.open(stdout, QIODevice::WriteOnly) || !errors.open(stderr, QIODevice::WriteOnly))
+    constexpr int standardOutput = 1, standardError = 2;
+    if (!output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        !errors.open(standardError, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return batch::UnusableInput;
     return batch::Run(arguments, {output, errors});
 }

@@ -1,6 +1,6 @@
 #include "batch/commandSupport.h"
 
-#include <QIODevice>
+#include "batch/CheckedOutput.h"
 
 namespace batch {
 
@@ -45,21 +45,32 @@ Status runCommand(const QStringList& arguments, const Streams& streams) {
     return WrongUsage;
 }
 
-} // namespace
-
-Status Run(const QStringList& arguments, const Streams& streams) {
+/// The same with the one line told that says why not.
+Status runAndTell(const QStringList& arguments, const Streams& streams) {
     try {
         return runCommand(arguments, streams);
     } catch (const Stop& stop) {
         if (stop.status == WrongUsage)
             streams.Errors.write("velorin-batch: ");
         if (stop.status != Done)
-            streams.Errors.write((stop.line + u'\n').toUtf8());
+            streams.Errors.write((OneLine(stop.line) + u'\n').toUtf8());
         return stop.status;
     } catch (const std::bad_alloc&) {
         streams.Errors.write("velorin-batch: out of memory\n");
         return UnusableInput;
     }
+}
+
+} // namespace
+
+Status Run(const QStringList& arguments, const Streams& streams) {
+    CheckedOutput output(streams.Output);
+    const Status status = runAndTell(arguments, {output, streams.Errors});
+    if (const std::optional<QString> problem = output.Finish(); problem && status == Done) {
+        streams.Errors.write((u"standard output: "_s + OneLine(*problem) + u'\n').toUtf8());
+        return UnusableInput;
+    }
+    return status;
 }
 
 } // namespace batch

@@ -1,5 +1,6 @@
 // The picture of one step, or one a step, in the format that the output's name asks for.
 #include "app/ApplicationSettings.h"
+#include "batch/PictureWriter.h"
 #include "batch/pictureOptions.h"
 #include "platform/device/Fonts.h"
 #include "property/drawingElements.h"
@@ -139,13 +140,14 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     const StepRange range = job.range.value_or(StepRange{step, step, 1});
     // A file without steps has a mesh to show all the same.
     const bool meshAlone = model.StepCount < 1 && !job.step && !job.range;
+    PictureWriter writer;
     for (qint64 number = range.first; number <= range.last; number += range.stride) {
         if (!meshAlone)
             LoadNumberedStep(model, job.input, int(number), item, session.Settings.Difference.StandardStep + 1);
-        const PictureEncoding encode =
-            job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); });
-        SaveFile(numberedName(job.output, int(number)).value_or(job.output), encode());
+        writer.Write(numberedName(job.output, int(number)).value_or(job.output),
+                     job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); }));
     }
+    writer.Finish();
     return Done;
 }
 
