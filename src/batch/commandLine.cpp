@@ -1,6 +1,6 @@
-#include "batch/commandSupport.h"
-
 #include "batch/CheckedOutput.h"
+#include "batch/commandSupport.h"
+#include "platform/registry/Registry.h"
 
 namespace batch {
 
@@ -45,10 +45,19 @@ Status runCommand(const QStringList& arguments, const Streams& streams) {
     return WrongUsage;
 }
 
+/// The work is done, but not with the user's own settings.
+void tellOfHeldSettings(const Streams& streams) {
+    if (Registry::IsStoreHeld())
+        streams.Errors.write(
+            (OneLine(Registry::StorePath()) + u": another program holds it; its settings are not used\n").toUtf8());
+}
+
 /// The same with the one line told that says why not.
 Status runAndTell(const QStringList& arguments, const Streams& streams) {
     try {
-        return runCommand(arguments, streams);
+        const Status status = runCommand(arguments, streams);
+        tellOfHeldSettings(streams);
+        return status;
     } catch (const Stop& stop) {
         if (stop.status == WrongUsage)
             streams.Errors.write("velorin-batch: ");

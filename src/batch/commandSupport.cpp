@@ -66,7 +66,8 @@ QString OneLine(const QString& text) {
     QString line;
     for (const QChar c : text) {
         // Those that turn the direction of writing change what a line seems to say.
-        const bool shown = c.category() != QChar::Other_Control && c.category() != QChar::Other_Format &&
+        const bool joins = c == QChar(0x200c) || c == QChar(0x200d);
+        const bool shown = c.category() != QChar::Other_Control && (c.category() != QChar::Other_Format || joins) &&
                            c.category() != QChar::Separator_Line && c.category() != QChar::Separator_Paragraph;
         if (shown)
             line += c;
