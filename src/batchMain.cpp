@@ -3,8 +3,25 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+constexpr int standardOutput = 1, standardError = 2;
+
+/// In the place of a standard stream that is closed the next file to be opened would get what is told.
+void takeClosedStreams() {
+    int lowestFree = 0;
+    do
+        lowestFree = ::open("/dev/null", O_RDONLY);
+    while (lowestFree >= 0 && lowestFree <= standardError);
+    if (lowestFree >= 0)
+        ::close(lowestFree);
+}
+} // namespace
 
 int main(int argc, char** argv) {
+    takeClosedStreams();
     // Pictures need fonts and so an application object, but never a display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // The error stream is for the one line that says what is wrong with the input, not for the toolkit's remarks.
@@ -16,7 +33,6 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     QFile output, errors;
-    constexpr int standardOutput = 1, standardError = 2;
     if (!output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
         !errors.open(standardError, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return batch::UnusableInput;

@@ -77,8 +77,8 @@ PictureContent PngContent(const QImage& picture) {
         return {{}, u"the picture cannot be compressed"_s};
     File file;
     file.Bytes.reserve(data.size() + 128);
-    constexpr char trueColor[] = {8, 2, 0, 0, 0}; // bits, colours without alpha; the rest has one value each
-    constexpr char perMetre[] = {1};
+    // Bits of a channel, colours without alpha; the rest has one value each.
+    constexpr QByteArrayView trueColor("\x08\x02\0\0\0", 5), perMetre("\x01", 1);
     file.Chunk("IHDR", numbers(quint32(picture.width()), quint32(picture.height()), trueColor));
     file.Chunk("pHYs", numbers(quint32(picture.dotsPerMeterX()), quint32(picture.dotsPerMeterY()), perMetre));
     for (qsizetype first = 0; first < data.size(); first += longestChunk)

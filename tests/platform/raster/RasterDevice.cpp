@@ -2,6 +2,7 @@
 #include "Picture.h"
 
 #include "platform/device/Fonts.h"
+#include "platform/raster/PngFile.h"
 
 #include <gtest/gtest.h>
 
@@ -189,6 +190,22 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
         draw(several.Device);
         ASSERT_TRUE(single.Image == one.Image && one.Image == several.Image) << seed;
     }
+}
+
+TEST(PngFile, AnyReaderSeesThePicture) {
+    for (unsigned seed = 0; seed < 8; ++seed) {
+        Dice dice(seed);
+        Picture picture(dice.Between(1, 300), dice.Between(1, 200));
+        for (int i = 0; i < 20; ++i)
+            drawAnything(picture.Device, dice, 100);
+        picture.Image.setDotsPerMeterX(3780);
+        picture.Image.setDotsPerMeterY(11811);
+        const PictureContent content = PngContent(picture.Image);
+        const QImage read = QImage::fromData(content.Bytes, "PNG");
+        EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), picture.Image) << seed;
+        EXPECT_TRUE(!content.Problem && read.dotsPerMeterX() == 3780 && read.dotsPerMeterY() == 11811) << seed;
+    }
+    EXPECT_TRUE(PngContent(QImage(2, 2, QImage::Format_Mono)).Problem && PngContent({}).Problem);
 }
 
 TEST(RasterDevice, TextFillsItsMeasuredBoxWithinTheClip) {
