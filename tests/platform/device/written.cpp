@@ -121,17 +121,17 @@ TEST(TraceDevice, TextsAndTheirMeasures) {
 
 TEST(SvgDevice, PathsAndDefinitionsAreBounded) {
     const QByteArray many = svgOf([](DeviceContext& device) {
-        for (int i = 0; i < 2 * SvgDevice::MostDefinitions; ++i) {
-            device.ClipRect({0, 0, i, 1});
+        for (int i = 1; i <= 2 * SvgDevice::MostDefinitions + 1; ++i) {
+            device.ClipRect({0, 0, i % (2 * SvgDevice::MostDefinitions), 1});
             device.LineTo({i % 2, 0});
-            device.SelectBrush({ColorRef(i), 0});
+            device.SelectBrush({ColorRef(i % (2 * SvgDevice::MostDefinitions)), 0});
             device.Rectangle({0, 0, 5, 5});
         }
         for (int i = 0; i < 1250; ++i)
             device.LineTo({i % 7 + 1, i % 5});
     });
-    EXPECT_EQ(many.count(" id="), 4 * SvgDevice::MostDefinitions);
-    EXPECT_EQ(many.count("<path d"), 4 * SvgDevice::MostDefinitions + 1);
+    EXPECT_EQ(many.count(" id="), 4 * SvgDevice::MostDefinitions + 2) << "the first ones are forgotten";
+    EXPECT_EQ(many.count("<path d"), 4 * SvgDevice::MostDefinitions + 3);
 }
 
 TEST(SvgDevice, TextsKeepTheirPlaceAndCharacters) {

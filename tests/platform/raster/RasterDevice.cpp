@@ -231,6 +231,7 @@ TEST(RasterDevice, TextFillsItsMeasuredBoxWithinTheClip) {
                                      : QRect(100, 100, size.Width, size.Height);
         EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(inked())) << escapement;
         EXPECT_GT(inked().width() * inked().height(), size.Width * size.Height / 2);
+        device.SetRop2(RasterMode::Not);
         device.FillRect({0, 0, 200, 200}, solidBrush(white));
         EXPECT_TRUE(inked().isEmpty()) << "what comes later covers";
         for (const DeviceRect& clip : {DeviceRect{0, 0, 1, 1}, {100, 90, 110, 110}}) {
