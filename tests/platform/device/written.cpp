@@ -131,7 +131,7 @@ TEST(SvgDevice, PathsAndDefinitionsAreBounded) {
             device.LineTo({i % 7 + 1, i % 5});
     });
     EXPECT_EQ(many.count(" id="), 4 * SvgDevice::MostDefinitions + 2) << "the first ones are forgotten";
-    EXPECT_EQ(many.count("<path d"), 4 * SvgDevice::MostDefinitions + 3);
+    EXPECT_EQ(many.count("<path d"), 4 * SvgDevice::MostDefinitions + 4);
 }
 
 TEST(SvgDevice, TextsKeepTheirPlaceAndCharacters) {
