@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
 
 namespace {
@@ -22,16 +23,20 @@ void takeClosedStreams() {
 
 int main(int argc, char** argv) {
     takeClosedStreams();
-    // Pictures need fonts and so an application object, but never a display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     // The error stream is for the one line that says what is wrong with the input, not for the toolkit's remarks.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    // It gets the program's name alone, since it would take options such as --style for its own.
-    int ownCount = 1;
-    QGuiApplication application(ownCount, argv);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
+    // The toolkit gets the program's name alone, since it would take options such as --style for its own. Pictures need
+    // fonts but never a display.
+    int ownCount = 1;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::unique_ptr<QCoreApplication> application;
+    if (batch::NeedsFonts(arguments))
+        application = std::make_unique<QGuiApplication>(ownCount, argv);
+    else
+        application = std::make_unique<QCoreApplication>(ownCount, argv);
     QFile output, errors;
     if (!output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
         !errors.open(standardError, QIODevice::WriteOnly | QIODevice::Unbuffered))

@@ -18,8 +18,12 @@ struct Streams {
     QIODevice& Errors;
 };
 
+/// Whether a command line may draw and so needs a QGuiApplication, which looks for the system's fonts; for all else a
+/// QCoreApplication does, and starts in a fraction of the time.
+bool NeedsFonts(const QStringList& arguments);
+
 /// Runs one command line, without the program's name. An output that could not be written whole makes it an unusable
-/// one, whatever the command says. Needs a QGuiApplication for pictures.
+/// one, whatever the command says.
 Status Run(const QStringList& arguments, const Streams& streams);
 
 // One procedure a command, given the arguments behind the command's name.

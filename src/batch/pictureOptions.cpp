@@ -31,6 +31,8 @@ void DeclarePictureOptions(Options& options) {
     options.Value(u"size"_s, u"WxH"_s, u"Size in pixels, 1280x1024 by default."_s);
     options.Value(u"dpi"_s, u"D"_s,
                   u"Pixels an inch, 96 by default; SVG and PDF then divide each of them more finely."_s);
+    options.Value(u"settings"_s, u"FILE.reg"_s,
+                  u"Fonts, number format, line styles and graph defaults of an exported registry file."_s);
 }
 
 PictureFile PictureFileFrom(const Options& options) {
