@@ -24,8 +24,8 @@ class PainterDevice final : public StatefulDevice {
 public:
     PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY);
     ~PainterDevice() override;
-    /// Draws what has been collected and leaves the painter as it was found; nothing may be drawn afterwards. The device
-    /// does it by itself when it goes, but can't tell then that there was no memory.
+    /// Draws what has been collected and leaves the painter as it was found; nothing may be drawn afterwards. The
+    /// device does it by itself when it goes, but can't tell then that there was no memory.
     void Finish();
     PainterDevice(const PainterDevice&) = delete;
     PainterDevice& operator=(const PainterDevice&) = delete;
