@@ -5,20 +5,20 @@
 #include <QList>
 #include <algorithm>
 
-/// `count` entries of `value`.
-template<class T>
-QList<T> listOf(qsizetype count, const T& value) {
-    QList<T> list;
-    list.resize(count);
-    std::fill(list.begin(), list.end(), value);
-    return list;
-}
-
-/// `count` fresh entries.
+/// `count` fresh entries, in just the memory that they take.
 template<class T>
 QList<T> listOf(qsizetype count) {
     QList<T> list;
+    list.reserve(count); // left undone without memory, but resizing then tries once more and looks
     list.resize(count);
+    return list;
+}
+
+/// `count` entries of `value`.
+template<class T>
+QList<T> listOf(qsizetype count, const T& value) {
+    QList<T> list = listOf<T>(count);
+    std::fill(list.begin(), list.end(), value);
     return list;
 }
 

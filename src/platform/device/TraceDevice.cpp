@@ -10,7 +10,7 @@ namespace {
 /// Puts one line together at the end of a trace. A mesh gives millions of lines, hence no streams and no formats.
 class Line {
 public:
-    Line(TraceText& lines, QByteArrayView name) : trace(lines) { trace.Append(name); }
+    Line(CollectedBytes& lines, QByteArrayView name) : trace(lines) { trace.Append(name); }
     ~Line() { trace.Append("\n"); }
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
@@ -38,7 +38,7 @@ public:
     Line& Quoted(const QString& text);
 
 private:
-    TraceText& trace;
+    CollectedBytes& trace;
 };
 
 Line& Line::Quoted(const QString& text) {
@@ -61,21 +61,6 @@ Line& Line::Quoted(const QString& text) {
     return *this;
 }
 } // namespace
-
-void TraceText::Append(QByteArrayView part) noexcept {
-    try {
-        if (!incomplete)
-            text.append(part);
-    } catch (const std::bad_alloc&) {
-        incomplete = true;
-    }
-}
-
-const QByteArray& TraceText::Whole() const {
-    if (incomplete)
-        throw std::bad_alloc();
-    return text;
-}
 
 TraceDevice::TraceDevice(int width, int height, int dotsPerInch)
     : StatefulDevice({width, height, std::max(1, dotsPerInch), std::max(1, dotsPerInch)}) {}

@@ -2,22 +2,8 @@
 // their calls. Its text measures are fixed, so a trace is the same on every system.
 #pragma once
 
+#include "platform/base/CollectedBytes.h"
 #include "platform/device/DeviceState.h"
-
-#include <QByteArray>
-
-/// Text that comes in parts, also from destructors that put a device back: a part that finds no memory is told at the
-/// end.
-class TraceText {
-public:
-    void Append(QByteArrayView part) noexcept;
-    /// All parts so far; throws std::bad_alloc when one of them was lost.
-    const QByteArray& Whole() const;
-
-private:
-    QByteArray text;
-    bool incomplete = false;
-};
 
 /// A line is the call's name and its integers; colours are 0x00BBGGRR in eight small hex digits, texts JSON strings in
 /// UTF-8. Pens and brushes that are ready-made ones are written by their number. Select calls are written also when
@@ -58,5 +44,5 @@ public:
     bool ShowsEveryCall() const override { return true; }
 
 private:
-    TraceText trace;
+    CollectedBytes trace;
 };
