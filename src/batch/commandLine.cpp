@@ -1,7 +1,6 @@
+#include "batch/CheckedOutput.h"
 #include "batch/commandSupport.h"
 #include "platform/registry/Registry.h"
-
-#include <QIODevice>
 
 namespace batch {
 
@@ -11,14 +10,15 @@ struct Command {
     const char16_t* name;
     const char16_t* purpose;
     Status (*run)(const QStringList&, const Streams&);
+    bool draws = false;
 };
 
 constexpr Command commands[] = {
     {u"info", u"what a result file holds, as JSON", RunInfo},
     {u"mesh", u"its nodes and elements, as JSON", RunMesh},
     {u"values", u"the values of an item at a step, as CSV or JSON", RunValues},
-    {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender},
-    {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph},
+    {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender, true},
+    {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph, true},
     {u"registry", u"export or import the settings, as a registry file", RunRegistry},
 };
 
@@ -29,11 +29,16 @@ QString usage() {
     return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_s;
 }
 
+const Command* commandOf(const QStringList& arguments) {
+    const auto* const found = std::ranges::find(commands, arguments.value(0),
+                                                [](const Command& command) { return QStringView(command.name); });
+    return found == std::end(commands) ? nullptr : found;
+}
+
 Status runCommand(const QStringList& arguments, const Streams& streams) {
+    if (const Command* command = commandOf(arguments))
+        return command->run(arguments.mid(1), streams);
     const QString name = arguments.value(0);
-    for (const Command& command : commands)
-        if (name == QStringView(command.name))
-            return command.run(arguments.mid(1), streams);
     if (name == u"--help" || name == u"help") {
         streams.Output.write(usage().toUtf8());
         return Done;
@@ -50,12 +55,11 @@ Status runCommand(const QStringList& arguments, const Streams& streams) {
 void tellOfHeldSettings(const Streams& streams) {
     if (Registry::IsStoreHeld())
         streams.Errors.write(
-            (Registry::StorePath() + u": another program holds it; its settings are not used\n"_s).toUtf8());
+            (OneLine(Registry::StorePath()) + u": another program holds it; its settings are not used\n").toUtf8());
 }
 
-} // namespace
-
-Status Run(const QStringList& arguments, const Streams& streams) {
+/// The same with the one line told that says why not.
+Status runAndTell(const QStringList& arguments, const Streams& streams) {
     try {
         const Status status = runCommand(arguments, streams);
         tellOfHeldSettings(streams);
@@ -64,12 +68,29 @@ Status Run(const QStringList& arguments, const Streams& streams) {
         if (stop.status == WrongUsage)
             streams.Errors.write("velorin-batch: ");
         if (stop.status != Done)
-            streams.Errors.write((stop.line + u'\n').toUtf8());
+            streams.Errors.write((OneLine(stop.line) + u'\n').toUtf8());
         return stop.status;
     } catch (const std::bad_alloc&) {
         streams.Errors.write("velorin-batch: out of memory\n");
         return UnusableInput;
     }
+}
+
+} // namespace
+
+bool NeedsFonts(const QStringList& arguments) {
+    const Command* const command = commandOf(arguments);
+    return command && command->draws;
+}
+
+Status Run(const QStringList& arguments, const Streams& streams) {
+    CheckedOutput output(streams.Output);
+    const Status status = runAndTell(arguments, {output, streams.Errors});
+    if (const std::optional<QString> problem = output.Finish(); problem && status == Done) {
+        streams.Errors.write((u"standard output: "_s + OneLine(*problem) + u'\n').toUtf8());
+        return UnusableInput;
+    }
+    return status;
 }
 
 } // namespace batch

@@ -2,6 +2,7 @@
 #include "batch/JsonWriter.h"
 #include "batch/numberList.h"
 #include "batch/pictureOptions.h"
+#include "batch/settingsFile.h"
 #include "platform/base/Codepage.h"
 #include "platform/device/Fonts.h"
 #include "platform/device/TraceDevice.h"
@@ -27,6 +28,7 @@ struct Job {
     int objectType = PickedKind::Nodes;
     std::vector<NumberRange> objects;
     std::optional<int> reference;
+    GraphDefaults defaults;
     QString style;
     std::optional<QString> title;
 };
@@ -66,6 +68,7 @@ Job jobFrom(const Options& options) {
     job.objects = ParseNumberList(listed, options.Text(listed));
     job.reference = options.Integer(u"reference"_s, 1);
     job.style = options.Text(u"style"_s);
+    job.defaults = SettingsFrom(options).Graph;
     if (options.IsSet(u"title"_s))
         job.title = options.Text(u"title"_s);
     return job;
@@ -82,8 +85,8 @@ SelectionSnapshot selectionFor(const Job& job, const ResultModel& model) {
 Graph build(const Job& job, ResultModel& model) {
     model.CurrentItem = FindItem(job.item, model, job.input);
     const SelectionSnapshot selection = selectionFor(job, model);
-    if (job.reference && *job.reference > model.StepCount)
-        RefuseNumber(job.input, u"step"_s, *job.reference, model.StepCount);
+    if (job.reference)
+        RequireStep(model, job.input, u"reference"_s, *job.reference);
     DifferenceSettings difference;
     difference.ApplyContour = job.reference.has_value();
     difference.StandardStep = job.reference.value_or(0) - 1;
@@ -96,17 +99,17 @@ Graph build(const Job& job, ResultModel& model) {
 
 /// Gives the graph its looks and texts on `device`: the defaults, over them the style file, over that the title.
 void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& device, Graph& graph) {
-    mdGraph::ApplyGraphStyle({}, model, device, graph);
+    mdGraph::ApplyGraphStyle(job.defaults, model, device, graph);
     if (!job.style.isEmpty())
         graph.Plot.StyleLoad(job.style);
     if (job.title)
         graph.Plot.GraphTitle = mdTips::ExpandLabelMacros(*job.title, mdGraph::GraphMacros(graph, model));
-    graph.Plot.SetDrawArea(0, 0, job.picture.Size.Width, job.picture.Size.Height);
+    graph.Plot.SetDrawArea(0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes));
 }
 
 void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
     applyStyle(job, model, device, graph);
-    graph.Plot.EndPaint = [&plot = graph.Plot](DeviceContext& target) { mdGraph::DrawGraphLegend(target, plot, {}); };
+    graph.Plot.EndPaint = [&](DeviceContext& target) { mdGraph::DrawGraphLegend(target, graph.Plot, job.defaults); };
     graph.Plot.Redraw(&device, nullptr);
 }
 
@@ -163,7 +166,7 @@ QByteArray jsonOf(const Graph& graph) {
 PictureContent contentOf(const Job& job, const ResultModel& model, Graph& graph) {
     if (job.format)
         return job.format(job.picture, [&](DeviceContext& device) { drawGraph(job, model, device, graph); })();
-    TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.DotsPerInch);
+    TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.Resolution());
     applyStyle(job, model, device, graph);
     if (job.ending != u"json")
         return {Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n", {}};
@@ -188,7 +191,8 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);
     Graph graph = build(job, model);
-    SaveFile(job.output, contentOf(job, model, graph));
+    if (const std::optional<QString> problem = SaveContent(job.output, contentOf(job, model, graph)))
+        RefuseInput(job.output, *problem);
     return Done;
 }
 
