@@ -153,9 +153,9 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     resizeTo(900, 800);
     EXPECT_EQ(picture->Image().size(), picture->size() * picture->devicePixelRatioF());
     EXPECT_EQ(meshWidth(), wide) << "fixed";
-    Settings.Window.ScaleMode = 1;
     window.FirstStep(platePath);
     EXPECT_GT(meshWidth(), wide + 50) << "fitted anew for a new file";
+    trigger(u"miViewScaleAutomatic"_s);
     resizeTo(700, 600);
     EXPECT_EQ(meshWidth(), wide) << "automatic";
 }
