@@ -1,10 +1,11 @@
 #include "QuadMesh.h"
 
+#include "platform/base/Literals.h"
+#include "platform/base/WholeFile.h"
 #include "result/VrfBuilder.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 namespace QuadMesh {
 
@@ -63,9 +64,7 @@ bool write(const QString& path, int elements, int steps, int firstItem) {
     const int rows = elements / columns;
     VrfBuilder mesh = meshOf(columns, rows);
     mesh.items.erase(mesh.items.begin(), mesh.items.begin() + firstItem);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    WholeFile file(path);
     file.write(mesh.Bytes());
     for (int step = 0; step < steps; ++step) {
         VrfBuilder::Step values = stepOf(mesh, columns, rows, step);
@@ -74,7 +73,7 @@ bool write(const QString& path, int elements, int steps, int firstItem) {
         VrfBuilder::appendStep(bytes, values);
         file.write(bytes);
     }
-    return file.commit();
+    return !file.Commit();
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "Stage.h"
 #include "Table.h"
 
+#include "platform/base/Literals.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <sys/wait.h>

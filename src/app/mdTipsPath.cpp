@@ -1,9 +1,9 @@
 #include "app/mdTips.h"
 #include "platform/base/Codepage.h"
+#include "platform/base/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
 
 namespace {
@@ -37,12 +37,7 @@ QString mdTips::ReadTextFile(const QString& path, qint64 maxBytes) {
 }
 
 bool mdTips::WriteTextFile(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    const QByteArray bytes = Codepage::Encode(text);
-    // A disk that fills up in the middle of a write shows in the count alone, and nowhere once a buffer is in between;
-    // without the commit the new file is dropped.
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
-           file.commit();
+    return !WholeFile::Write(path, Codepage::Encode(text));
 }
 
 QString mdTips::AddTrailingChar(const QString& text, QChar trailing) {

@@ -1,7 +1,7 @@
 // The graph of nodes or elements over the steps, as a picture or as numbers.
 #include "batch/JsonWriter.h"
 #include "batch/numberList.h"
-#include "batch/pictureFile.h"
+#include "batch/pictureOptions.h"
 #include "platform/base/Codepage.h"
 #include "platform/device/Fonts.h"
 #include "platform/device/TraceDevice.h"
@@ -18,7 +18,8 @@ namespace {
 /// All that the command line says about the graph.
 struct Job {
     QString input;
-    PictureFile target;
+    QString output;
+    PictureFile picture;
     QString ending;                 ///< of the output's name, in small letters
     PictureFormat format = nullptr; ///< null for numbers
     int type = GraphType::History;
@@ -51,11 +52,12 @@ Job jobFrom(const Options& options) {
         throw Stop{WrongUsage, u"one of --nodes and --elements is needed"_s};
     Job job;
     job.input = options.Operand();
-    job.target = PictureFileFrom(options);
-    job.ending = QFileInfo(job.target.Output).suffix().toLower();
-    job.format = PictureFormatFor(job.target.Output);
+    job.output = options.Text(u"o"_s);
+    job.picture = PictureFileFrom(options);
+    job.ending = QFileInfo(job.output).suffix().toLower();
+    job.format = PictureFormatFor(job.output);
     if (!job.format && job.ending != u"csv" && job.ending != u"txt" && job.ending != u"json")
-        RefuseEnding(job.target.Output, u".png, .svg, .pdf, .trace, .csv, .txt or .json"_s);
+        RefuseEnding(job.output, u".png, .svg, .pdf, .trace, .csv, .txt or .json"_s);
     job.type = options.IsFirst(u"type"_s, u"history"_s, u"distribution"_s, true) ? GraphType::History
                                                                                  : GraphType::Distribution;
     job.item = options.Text(u"item"_s);
@@ -99,7 +101,7 @@ void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& d
         graph.Plot.StyleLoad(job.style);
     if (job.title)
         graph.Plot.GraphTitle = mdTips::ExpandLabelMacros(*job.title, mdGraph::GraphMacros(graph, model));
-    graph.Plot.SetDrawArea(0, 0, job.target.Size.Width, job.target.Size.Height);
+    graph.Plot.SetDrawArea(0, 0, job.picture.Size.Width, job.picture.Size.Height);
 }
 
 void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
@@ -158,18 +160,18 @@ QByteArray jsonOf(const Graph& graph) {
 }
 
 /// The content of the output file.
-QByteArray contentOf(const Job& job, const ResultModel& model, Graph& graph) {
+PictureContent contentOf(const Job& job, const ResultModel& model, Graph& graph) {
     if (job.format)
-        return job.format(job.target, [&](DeviceContext& device) { drawGraph(job, model, device, graph); });
-    TraceDevice device(job.target.Size.Width, job.target.Size.Height, job.target.DotsPerInch);
+        return job.format(job.picture, [&](DeviceContext& device) { drawGraph(job, model, device, graph); })();
+    TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.DotsPerInch);
     applyStyle(job, model, device, graph);
     if (job.ending != u"json")
-        return Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n";
+        return {Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n", {}};
     // Hidden series count for the scales all the same, and their points don't fill a trace that nobody reads.
     for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
         graph.Plot.SetDataLegendHidden(series, true);
     graph.Plot.Redraw(&device, nullptr);
-    return jsonOf(graph);
+    return {jsonOf(graph), {}};
 }
 
 } // namespace
@@ -186,7 +188,7 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);
     Graph graph = build(job, model);
-    SaveFile(job.target.Output, contentOf(job, model, graph));
+    SaveFile(job.output, contentOf(job, model, graph));
     return Done;
 }
 

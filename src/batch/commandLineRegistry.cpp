@@ -1,10 +1,10 @@
 // The command that moves the settings between machines.
 #include "batch/commandSupport.h"
+#include "platform/base/WholeFile.h"
 #include "platform/registry/Registry.h"
 #include "platform/registry/RegistryText.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace batch {
 
@@ -13,14 +13,11 @@ namespace {
 constexpr qint64 largestFile = 256 << 20;
 
 void exportTo(const QString& path) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
-    if (!RegistryText::Export(file))
-        throw Stop{UnusableInput, Registry::StorePath() + u": there are no settings, or they can't be written out"_s};
-    // The commit does not look whether what is still in the buffer found room on the disk.
-    if (!file.flush() || !file.commit())
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
+    WholeFile file(path);
+    if (!file.Problem() && !RegistryText::Export(file) && !file.Problem())
+        RefuseInput(Registry::StorePath(), u"there are no settings, or they can't be written out"_s);
+    if (const std::optional<QString> problem = file.Commit())
+        RefuseInput(path, *problem);
 }
 
 void importFrom(const QString& path) {

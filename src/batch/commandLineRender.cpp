@@ -1,6 +1,6 @@
 // The picture of one step, or one a step, in the format that the output's name asks for.
 #include "app/ApplicationSettings.h"
-#include "batch/pictureFile.h"
+#include "batch/pictureOptions.h"
 #include "platform/device/Fonts.h"
 #include "property/drawingElements.h"
 #include "property/propertyFile.h"
@@ -20,7 +20,9 @@ struct StepRange {
 /// All that the command line says about the pictures.
 struct Job {
     QString input;
-    PictureFile target; ///< may have a place for the step in its name
+    QString output; ///< may have a place for the step in its name
+    PictureFile picture;
+    PictureFormat format = nullptr;
     int zoom = 0;
     PlotScaleMode scaleMode = PlotScaleMode::Automatic;
     std::optional<StepRange> range;
@@ -73,7 +75,11 @@ Job jobFrom(const Options& options) {
     job.input = options.Operand();
     if (!options.IsSet(u"o"_s))
         throw Stop{WrongUsage, u"-o is needed"_s};
-    job.target = PictureFileFrom(options);
+    job.output = options.Text(u"o"_s);
+    job.format = PictureFormatFor(job.output);
+    if (!job.format)
+        RefuseEnding(job.output, u".png, .svg, .pdf or .trace"_s);
+    job.picture = PictureFileFrom(options);
     job.step = options.Integer(u"step"_s, 1);
     job.item = options.Text(u"item"_s);
     job.zoom = options.Integer(u"zoom"_s, ZoomMin, ZoomMax).value_or(0);
@@ -120,10 +126,7 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     declare(options);
     options.Parse(arguments, streams);
     const Job job = jobFrom(options);
-    const PictureFormat format = PictureFormatFor(job.target.Output);
-    if (!format)
-        RefuseEnding(job.target.Output, u".png, .svg, .pdf or .trace"_s);
-    if (job.range && job.range->first != job.range->last && !numberedName(job.target.Output, 1))
+    if (job.range && job.range->first != job.range->last && !numberedName(job.output, 1))
         throw Stop{WrongUsage, u"-o wants %d in the name when there is more than one step"_s};
 
     Fonts::InstallSubstitutions();
@@ -139,8 +142,9 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     for (qint64 number = range.first; number <= range.last; number += range.stride) {
         if (!meshAlone)
             LoadNumberedStep(model, job.input, int(number), item, session.Settings.Difference.StandardStep + 1);
-        const QString output = numberedName(job.target.Output, int(number)).value_or(job.target.Output);
-        SaveFile(output, format(job.target, [&session](DeviceContext& device) { session.Draw(device); }));
+        const PictureEncoding encode =
+            job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); });
+        SaveFile(numberedName(job.output, int(number)).value_or(job.output), encode());
     }
     return Done;
 }

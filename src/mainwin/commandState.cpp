@@ -1,20 +1,56 @@
 #include "mainwin/commandState.h"
 
-#include "app/mdTips.h"
 #include "mainwin/commandTable.h"
+#include "view/ViewState.h"
 
 namespace commandState {
 
 namespace {
 
-void enable(CommandBars& bars, std::initializer_list<const char16_t*> names, bool enabled) {
-    for (const char16_t* literal : names) {
-        const QString name = QString::fromUtf16(literal);
-        bars.SetEnabled(name, enabled && commandTable::IsBuilt(name));
-    }
+QString text(const char16_t* literal) {
+    return QString::fromUtf16(literal);
 }
 
-void fillCombos(CommandBars& bars, const ResultModel& model, const VectorSettings& vector) {
+bool waitsForOpening(Needs needs) {
+    return needs == Needs::Picked || needs == Needs::Picture;
+}
+
+bool isMet(Needs needs, const CommandFacts& facts) {
+    switch (needs) {
+    case Needs::Nothing:
+        return true;
+    case Needs::File:
+    case Needs::Picture:
+        return facts.FileOpen;
+    case Needs::Displacement:
+        return facts.FileOpen && !facts.Model.NoDisplacement;
+    case Needs::Areas:
+        return facts.FileOpen && !facts.Model.LineElementsOnly;
+    case Needs::LargerZoom:
+        return facts.FileOpen && facts.Zoom < ZoomMax;
+    case Needs::SmallerZoom:
+        return facts.FileOpen && facts.Zoom > ZoomMin;
+    case Needs::OtherZoom:
+        return facts.FileOpen && facts.Zoom != 0;
+    case Needs::Picked:
+        return facts.PickedCount > 0;
+    case Needs::ShowOff:
+        return facts.FileOpen && !facts.ShowOn;
+    case Needs::ShowOn:
+        return facts.ShowOn;
+    case Needs::ShowRunning:
+        return facts.ShowMoves;
+    case Needs::ShowHalted:
+        return !facts.ShowMoves;
+    }
+    return false;
+}
+
+void enable(CommandBars& bars, const CommandRow& row, const CommandFacts& facts) {
+    bars.SetEnabled(text(row.name), commandTable::IsBuilt(row) && isMet(row.needs, facts));
+}
+
+void fillLists(CommandBars& bars, const ResultModel& model, const VectorSettings& vector) {
     QStringList steps, sets, items;
     for (std::int32_t i = 0; i < model.StepCount; ++i)
         steps.append(u"ステップ - "_s + QString::number(i + 1));
@@ -30,39 +66,39 @@ void fillCombos(CommandBars& bars, const ResultModel& model, const VectorSetting
     bars.SetListIndex(u"miDrawContourItem"_s, model.CurrentItem);
 }
 
-void checkFromSettings(CommandBars& bars, const ApplicationSettings& settings) {
-    bars.SetChecked(u"miViewMesh"_s, settings.Window.Mesh);
-    bars.SetChecked(u"miViewToolBar"_s, settings.Window.Toolbar);
-    bars.SetChecked(u"miViewStatusBar"_s, settings.Window.Statusbar);
-    bars.SetChecked(u"miDrawDispLegend"_s, settings.Displacement.Legend);
-    bars.SetChecked(u"miDrawOrgMesh"_s, settings.Displacement.Original);
-    bars.SetChecked(u"miDrawVectorLegend"_s, settings.Vector.Legend);
-    bars.SetChecked(u"miDrawContourLegend"_s, settings.Contour.Legend);
-    bars.SetChecked(u"miDrawValue"_s, settings.ValueDisplay);
+/// The settings are read only: the table's accessors serve writing as well.
+void mark(CommandBars& bars, ApplicationSettings settings) {
+    for (const CommandRow& row : commandTable::Commands())
+        if (row.flag)
+            bars.SetChecked(text(row.name), row.flag(settings));
+    for (const BandRow& band : commandTable::Bands())
+        if (band.choice)
+            CheckBandChoice(bars, text(band.name), band.choice(settings));
 }
 
 } // namespace
 
-void UpdateCommandState(CommandBars& bars, bool enabled, const ResultModel& model,
-                        const ApplicationSettings& settings) {
-    enable(bars,
-           {u"miFileSaveLayout", u"miFilePreview", u"miFilePrint", u"miFileProperty", u"miViewScale", u"miViewMesh",
-            u"miViewZoomIn", u"miViewZoomOut", u"miViewZoomOff", u"miDraw", u"miToolsSlideShow"},
-           enabled);
-    if (!enabled) {
-        // The vector list is left: it says what the settings hold, not what the file does.
+void UpdateCommandState(CommandBars& bars, const CommandFacts& facts) {
+    EnableCommands(bars, facts);
+    if (facts.FileOpen) {
+        fillLists(bars, facts.Model, facts.Settings.Vector);
+        mark(bars, facts.Settings);
+    } else {
         bars.ClearList(u"miDrawStep"_s);
         bars.ClearList(u"miDrawContourItem"_s);
-        return;
     }
-    fillCombos(bars, model, settings.Vector);
-    checkFromSettings(bars, settings);
-    enable(bars, {u"miDrawDispScale", u"miDrawDispLegend", u"miDrawOrgMesh"}, !model.NoDisplacement);
-    enable(bars, {u"miDrawContourColor", u"miDrawContourLegend", u"miDrawContourValue"}, !model.LineElementsOnly);
-    CheckBandChoice(bars, u"pbViewScale"_s, settings.Window.ScaleMode);
-    CheckBandChoice(bars, u"pbDrawDispScale"_s, settings.Displacement.Fiducial);
-    CheckBandChoice(bars, u"pbDrawVectorScale"_s, settings.Vector.Fiducial);
-    CheckBandChoice(bars, u"pdDrawContourColor"_s, settings.Contour.ColorIndex);
+}
+
+void EnableCommands(CommandBars& bars, const CommandFacts& facts) {
+    for (const CommandRow& row : commandTable::Commands())
+        if (!waitsForOpening(row.needs))
+            enable(bars, row, facts);
+}
+
+void EnableOnOpening(CommandBars& bars, const QString& band, const CommandFacts& facts) {
+    for (const QString& tool : bars.BandTools(band))
+        if (const CommandRow* row = commandTable::Find(tool); row && waitsForOpening(row->needs))
+            enable(bars, *row, facts);
 }
 
 void CheckBandChoice(CommandBars& bars, const QString& band, int index) {
@@ -73,27 +109,6 @@ void CheckBandChoice(CommandBars& bars, const QString& band, int index) {
 
 void CheckBandChoiceByName(CommandBars& bars, const QString& band, const QString& tool) {
     CheckBandChoice(bars, band, int(bars.BandTools(band).indexOf(tool)));
-}
-
-void BuildRecentMenu(CommandBars& bars, const clsStringArray& recentFiles) {
-    constexpr int mostEntries = 9;
-    constexpr int mostBytes = 50;
-    const QString band = u"pbFile"_s;
-    const QStringList standing = bars.BandTools(band);
-    for (qsizetype i = standing.size() - 1; i >= 0; --i)
-        if (standing.at(i).startsWith(u"recent-"))
-            bars.RemoveFromBand(band, standing.at(i));
-    for (int i = 0; i < std::min(recentFiles.Count(), mostEntries); ++i) {
-        // An "&" of the path is not an access key.
-        const QString path = mdTips::ShortenPath(recentFiles.Item(i), mostBytes).replace(u'&', u"&&"_s);
-        ToolRecord record;
-        record.Name = u"recent-"_s + QString::number(i);
-        record.ToolID = RecentFileBase + i;
-        record.Caption = u'&' + QString::number(i + 1) + u" - "_s + path;
-        record.Description = recentFiles.PrivateData(i);
-        bars.AddToBand(band, record, i == 0);
-    }
-    bars.MoveToEnd(band, u"miFileQuit"_s, true);
 }
 
 } // namespace commandState

@@ -1,87 +1,104 @@
-// The command table. Ids are part of the design: three families of commands are told apart by arithmetic on them.
+// The command table. Ids are part of the design: settings and families of commands are told apart by arithmetic on
+// them.
 #include "mainwin/commandTable.h"
 
+#include "mainwin/frmMain.h"
+
 #include <QFile>
-#include <QIcon>
 
 namespace {
 
 using Kind = ToolRecord::Kind;
 using BandKind = CommandBars::BandKind;
-constexpr CommandStage Built = CommandStage::Built;
-constexpr CommandStage ToCome = CommandStage::ToCome;
+using S = ApplicationSettings;
+
+/// A setting, by the members that lead to it.
+template<auto... Path>
+auto& setting(ApplicationSettings& settings) {
+    return (settings.*....*Path);
+}
+
+} // namespace
 
 // clang-format off
-constexpr CommandRow commands[] = {
-    {u"miFile", 1000, u"ファイル(&F)", u"", u"ファイル", u"", Kind::Popup, u"pbFile", Built},
-    {u"miView", 2000, u"表示(&V)", u"", u"表示", u"", Kind::Popup, u"pbView", Built},
-    {u"miDraw", 3000, u"描画(&D)", u"", u"描画", u"", Kind::Popup, u"pbDraw", Built},
-    {u"miTools", 7000, u"ツール(&T)", u"", u"ツール", u"", Kind::Popup, u"pbTools", Built},
-    {u"miAddIn", 8000, u"アドイン(&A)", u"", u"アドイン", u"", Kind::Popup, u"pbAddIn", Built},
-    {u"miHelp", 9000, u"ヘルプ(&H)", u"", u"ヘルプ", u"", Kind::Popup, u"pbHelp", Built},
-    {u"miFileOpen", 1100, u"計算結果ファイルを開く(&O)...", u"計算結果ファイルを開きます。", u"ファイル", u"Ctrl+O", Kind::Button, u"", Built},
-    {u"miFileSaveLayout", 1200, u"レイアウトの保存(&S)", u"現在の描画設定を計算結果ファイルの隣に保存します。", u"ファイル", u"Ctrl+S", Kind::Button, u"", Built},
-    {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", ToCome},
-    {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", ToCome},
-    {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", ToCome},
-    {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Built},
-    {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Built},
-    {u"miViewScale", 2800, u"スケールモード(&M)", u"", u"表示", u"", Kind::Popup, u"pbViewScale", Built},
-    {u"miViewScaleFixed", 2810, u"固定(&F)", u"ウィンドウの大きさを変えても縮尺を保ちます。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewScaleAutomatic", 2820, u"自動(&A)", u"ウィンドウの大きさに縮尺を合わせます。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewMesh", 2900, u"メッシュ(&H)", u"要素の辺を表示します。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewZoomIn", 2100, u"拡大(&I)", u"図を拡大します。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewZoomOut", 2200, u"縮小(&O)", u"図を縮小します。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewZoomOff", 2300, u"全体表示(&A)", u"モデル全体を表示します。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewToolBar", 2400, u"ツールバー(&T)", u"ツールバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewStatusBar", 2500, u"ステータスバー(&S)", u"ステータスバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Built},
-    {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Built},
-    {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Built},
-    {u"miDrawDiff", 3500, u"差分設定(&F)...", u"基準ステップとの差分を設定します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawValue", 3600, u"数値(&V)", u"節点または要素に数値を表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawDispScale", 3210, u"変位スケール(&D)", u"", u"描画", u"", Kind::Popup, u"pbDrawDispScale", Built},
-    {u"miDispNone", 3211, u"なし(&N)", u"変位を表示しません。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDispOne", 3212, u"１．０基準(&O)", u"変位１．０を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDispMax", 3213, u"最大値基準(&M)", u"最大の変位を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDispReal", 3214, u"実際のスケール(&R)", u"変位を実際の縮尺で表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawDispLegend", 3220, u"変位凡例(&L)", u"変位の凡例を表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawOrgMesh", 3230, u"変位前のメッシュ(&M)", u"変位前のメッシュを重ねて表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawVectorItem", 3330, u"ベクトルアイテム(&R)", u"ベクトルで表示するアイテムを選びます。", u"描画", u"", Kind::Combo, u"", Built},
-    {u"miDrawVectorScale", 3310, u"ベクトルスケール(&V)", u"", u"描画", u"", Kind::Popup, u"pbDrawVectorScale", Built},
-    {u"miVectorNone", 3311, u"なし(&N)", u"ベクトルを表示しません。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miVectorOne", 3312, u"１．０基準(&O)", u"値１．０を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miVectorMax", 3313, u"最大値基準(&M)", u"最大値を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawVectorLegend", 3320, u"ベクトル凡例(&G)", u"ベクトルの凡例を表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawContourItem", 3410, u"コンタアイテム(&I)", u"コンタで表示するアイテムを選びます。", u"描画", u"", Kind::Combo, u"", Built},
-    {u"miDrawContourColor", 3420, u"コンタ配色(&C)", u"", u"描画", u"", Kind::Popup, u"pdDrawContourColor", Built},
-    {u"miContourColor1", 3421, u"黒 -> 白(&1)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miContourColor2", 3422, u"黒 -> 赤 -> 白(&2)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miContourColor3", 3423, u"黒 -> 緑 -> 白(&3)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miContourColor4", 3424, u"黒 -> 青 -> 白(&4)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miContourColor5", 3425, u"既定値(&5)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miContourColor6", 3426, u"ユーザー定義(&6)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Built},
-    {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", ToCome},
-    {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", ToCome},
-    {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Built},
-    {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", ToCome},
-    {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", ToCome},
-    {u"miAddinManager", 8100, u"アドインマネージャ(&M)...", u"アドインの追加と削除を行います。", u"アドイン", u"", Kind::Button, u"", ToCome},
-    {u"miHelpIndex", 9100, u"目次(&C)", u"ヘルプの目次を開きます。", u"ヘルプ", u"F1", Kind::Button, u"", Built},
-    {u"miHelpKeyword", 9200, u"キーワード(&I)...", u"ヘルプをキーワードで探します。", u"ヘルプ", u"", Kind::Button, u"", ToCome},
-    {u"miHelpSearch", 9300, u"検索(&S)...", u"ヘルプの本文を検索します。", u"ヘルプ", u"", Kind::Button, u"", ToCome},
-    {u"miHelpWebTemplate", 9998, u"Webページテンプレート", u"", u"ヘルプ", u"", Kind::Button, u"", ToCome},
-    {u"miHelpVersion", 9999, u"バージョン情報(&A)...", u"プログラムのバージョンを表示します。", u"ヘルプ", u"", Kind::Button, u"", Built},
-    {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", ToCome},
-    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", ToCome},
-    {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", ToCome},
-    {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", ToCome},
-    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", ToCome},
-    {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", ToCome},
+const CommandRow commandTable::commands[] = {
+    {u"miFile", 1000, u"ファイル(&F)", u"", u"ファイル", u"", Kind::Popup, u"pbFile", Needs::Nothing, nullptr},
+    {u"miView", 2000, u"表示(&V)", u"", u"表示", u"", Kind::Popup, u"pbView", Needs::Nothing, nullptr},
+    {u"miDraw", 3000, u"描画(&D)", u"", u"描画", u"", Kind::Popup, u"pbDraw", Needs::File, nullptr},
+    {u"miTools", 7000, u"ツール(&T)", u"", u"ツール", u"", Kind::Popup, u"pbTools", Needs::Nothing, nullptr},
+    {u"miAddIn", 8000, u"アドイン(&A)", u"", u"アドイン", u"", Kind::Popup, u"pbAddIn", Needs::Nothing, nullptr},
+    {u"miHelp", 9000, u"ヘルプ(&H)", u"", u"ヘルプ", u"", Kind::Popup, u"pbHelp", Needs::Nothing, nullptr},
+    {u"miFileOpen", 1100, u"計算結果ファイルを開く(&O)...", u"計算結果ファイルを開きます。", u"ファイル", u"Ctrl+O", Kind::Button, u"", Needs::Nothing, &frmMain::promptAndOpen},
+    {u"miFileSaveLayout", 1200, u"レイアウトの保存(&S)", u"現在の描画設定を計算結果ファイルの隣に保存します。", u"ファイル", u"Ctrl+S", Kind::Button, u"", Needs::File, &frmMain::saveLayout},
+    {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, nullptr},
+    {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, nullptr},
+    {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showProperties},
+    {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::quit},
+    {u"miViewScale", 2800, u"スケールモード(&M)", u"", u"表示", u"", Kind::Popup, u"pbViewScale", Needs::File, nullptr},
+    {u"miViewScaleFixed", 2810, u"固定(&F)", u"ウィンドウの大きさを変えても縮尺を保ちます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyScaleMode},
+    {u"miViewScaleAutomatic", 2820, u"自動(&A)", u"ウィンドウの大きさに縮尺を合わせます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyScaleMode},
+    {u"miViewMesh", 2900, u"メッシュ(&H)", u"要素の辺を表示します。", u"表示", u"", Kind::Button, u"", Needs::File, &frmMain::repaint, setting<&S::Window, &WindowSettings::Mesh>},
+    {u"miViewZoomIn", 2100, u"拡大(&I)", u"図を拡大します。", u"表示", u"", Kind::Button, u"", Needs::LargerZoom, &frmMain::zoomIn},
+    {u"miViewZoomOut", 2200, u"縮小(&O)", u"図を縮小します。", u"表示", u"", Kind::Button, u"", Needs::SmallerZoom, &frmMain::zoomOut},
+    {u"miViewZoomOff", 2300, u"全体表示(&A)", u"モデル全体を表示します。", u"表示", u"", Kind::Button, u"", Needs::OtherZoom, &frmMain::zoomOff},
+    {u"miViewToolBar", 2400, u"ツールバー(&T)", u"ツールバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Toolbar>},
+    {u"miViewStatusBar", 2500, u"ステータスバー(&S)", u"ステータスバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Statusbar>},
+    {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Needs::ShowHalted, &frmMain::chooseStep},
+    {u"miDrawDiff", 3500, u"差分設定(&F)...", u"基準ステップとの差分を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDifference},
+    {u"miDrawValue", 3600, u"数値(&V)", u"節点または要素に数値を表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::ValueDisplay>},
+    {u"miDrawDispScale", 3210, u"変位スケール(&D)", u"", u"描画", u"", Kind::Popup, u"pbDrawDispScale", Needs::Displacement, nullptr},
+    {u"miDispNone", 3211, u"なし(&N)", u"変位を表示しません。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDispOne", 3212, u"１．０基準(&O)", u"変位１．０を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDispMax", 3213, u"最大値基準(&M)", u"最大の変位を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDispReal", 3214, u"実際のスケール(&R)", u"変位を実際の縮尺で表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDrawDispLegend", 3220, u"変位凡例(&L)", u"変位の凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Displacement, &frmMain::repaint, setting<&S::Displacement, &DisplacementSettings::Legend>},
+    {u"miDrawOrgMesh", 3230, u"変位前のメッシュ(&M)", u"変位前のメッシュを重ねて表示します。", u"描画", u"", Kind::Button, u"", Needs::Displacement, &frmMain::repaint, setting<&S::Displacement, &DisplacementSettings::Original>},
+    {u"miDrawVectorItem", 3330, u"ベクトルアイテム(&R)", u"ベクトルで表示するアイテムを選びます。", u"描画", u"", Kind::Combo, u"", Needs::Nothing, &frmMain::chooseVector},
+    {u"miDrawVectorScale", 3310, u"ベクトルスケール(&V)", u"", u"描画", u"", Kind::Popup, u"pbDrawVectorScale", Needs::Nothing, nullptr},
+    {u"miVectorNone", 3311, u"なし(&N)", u"ベクトルを表示しません。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miVectorOne", 3312, u"１．０基準(&O)", u"値１．０を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miVectorMax", 3313, u"最大値基準(&M)", u"最大値を基準の長さで表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDrawVectorLegend", 3320, u"ベクトル凡例(&G)", u"ベクトルの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::Vector, &VectorSettings::Legend>},
+    {u"miDrawContourItem", 3410, u"コンタアイテム(&I)", u"コンタで表示するアイテムを選びます。", u"描画", u"", Kind::Combo, u"", Needs::Nothing, &frmMain::chooseItem},
+    {u"miDrawContourColor", 3420, u"コンタ配色(&C)", u"", u"描画", u"", Kind::Popup, u"pdDrawContourColor", Needs::Areas, nullptr},
+    {u"miContourColor1", 3421, u"黒 -> 白(&1)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miContourColor2", 3422, u"黒 -> 赤 -> 白(&2)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miContourColor3", 3423, u"黒 -> 緑 -> 白(&3)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miContourColor4", 3424, u"黒 -> 青 -> 白(&4)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miContourColor5", 3425, u"既定値(&5)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miContourColor6", 3426, u"ユーザー定義(&6)", u"コンタの配色を選びます。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::repaint, setting<&S::Contour, &ContourSettings::Legend>},
+    {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::editContourValue},
+    {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDrawSettings},
+    {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, nullptr},
+    {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, nullptr},
+    {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
+    {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", Needs::ShowOff, nullptr},
+    {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miAddinManager", 8100, u"アドインマネージャ(&M)...", u"アドインの追加と削除を行います。", u"アドイン", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miHelpIndex", 9100, u"目次(&C)", u"ヘルプの目次を開きます。", u"ヘルプ", u"F1", Kind::Button, u"", Needs::Nothing, &frmMain::showHelpIndex},
+    {u"miHelpKeyword", 9200, u"キーワード(&I)...", u"ヘルプをキーワードで探します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miHelpSearch", 9300, u"検索(&S)...", u"ヘルプの本文を検索します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miHelpWebTemplate", 9998, u"Webページテンプレート", u"", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miHelpVersion", 9999, u"バージョン情報(&A)...", u"プログラムのバージョンを表示します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, &frmMain::showAbout},
+    {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", Needs::ShowOn, nullptr},
+    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowRunning, nullptr},
+    {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
 };
 // clang-format on
+
+const FamilyRow commandTable::families[] = {
+    {u"recent-", 100000, 0, u"pbFile", u"miFileQuit", &frmMain::openRecentFile},
+    {u"addin-", 110000, 1, u"pbAddIn", u"", nullptr},
+    {u"tool-", 120000, 0, u"pbTools", u"", nullptr},
+};
+
+namespace {
 
 constexpr const char16_t* pbViewScale[] = {u"miViewScaleFixed", u"miViewScaleAutomatic"};
 constexpr const char16_t* pbDrawDispScale[] = {u"miDispNone", u"miDispOne", u"miDispMax", u"miDispReal"};
@@ -137,10 +154,13 @@ constexpr const char16_t* tbSlideShow[] = {u"miDrawStep",  u"-", u"miSlideRestar
                                            u"miSlideStop", u"-", u"miSlideShowProp", u"miSlideExport"};
 
 constexpr BandRow bands[] = {
-    {u"pbViewScale", BandKind::Popup, u"スケールモード", pbViewScale},
-    {u"pbDrawDispScale", BandKind::Popup, u"変位スケール", pbDrawDispScale},
-    {u"pbDrawVectorScale", BandKind::Popup, u"ベクトルスケール", pbDrawVectorScale},
-    {u"pdDrawContourColor", BandKind::Popup, u"コンタ配色", pdDrawContourColor},
+    {u"pbViewScale", BandKind::Popup, u"スケールモード", pbViewScale, setting<&S::Window, &WindowSettings::ScaleMode>},
+    {u"pbDrawDispScale", BandKind::Popup, u"変位スケール", pbDrawDispScale,
+     setting<&S::Displacement, &DisplacementSettings::Fiducial>},
+    {u"pbDrawVectorScale", BandKind::Popup, u"ベクトルスケール", pbDrawVectorScale,
+     setting<&S::Vector, &VectorSettings::Fiducial>},
+    {u"pdDrawContourColor", BandKind::Popup, u"コンタ配色", pdDrawContourColor,
+     setting<&S::Contour, &ContourSettings::ColorIndex>},
     {u"pbFile", BandKind::Popup, u"ファイル", pbFile},
     {u"pbView", BandKind::Popup, u"表示", pbView},
     {u"pbDraw", BandKind::Popup, u"描画", pbDraw},
@@ -183,20 +203,36 @@ std::span<const BandRow> commandTable::Bands() {
     return bands;
 }
 
-bool commandTable::IsBuilt(const QString& name) {
-    const auto row = std::find_if(std::begin(commands), std::end(commands),
-                                  [&](const CommandRow& other) { return name == QStringView(other.name); });
-    return row == std::end(commands) || row->stage == Built;
+std::span<const FamilyRow> commandTable::Families() {
+    return families;
+}
+
+const CommandRow* commandTable::Find(const QString& name) {
+    const auto row = std::ranges::find_if(commands, [&](const CommandRow& other) { return name == text(other.name); });
+    return row == std::end(commands) ? nullptr : row;
+}
+
+const BandRow* commandTable::ChoiceOf(const QString& name) {
+    const auto band = std::ranges::find_if(bands, [&](const BandRow& row) {
+        return row.choice && std::ranges::any_of(row.tools, [&](const char16_t* tool) { return name == text(tool); });
+    });
+    return band == std::end(bands) ? nullptr : band;
+}
+
+const FamilyRow* commandTable::FamilyOf(const QString& name) {
+    const auto row =
+        std::ranges::find_if(families, [&](const FamilyRow& family) { return name.startsWith(text(family.prefix)); });
+    return row == std::end(families) ? nullptr : row;
 }
 
 void commandTable::Build(CommandBars& bars) {
     for (const CommandRow& row : commands) {
-        bars.AddTool({text(row.name), row.id, text(row.caption), text(row.description), text(row.category),
+        const QString name = text(row.name);
+        bars.AddTool({name, row.id, text(row.caption), text(row.description), text(row.category),
                       QKeySequence(text(row.key)), row.form, text(row.popup)});
-        bars.SetEnabled(text(row.name), row.stage == Built);
-        const QString picture = u":/icons/"_s + text(row.name) + u".svg"_s;
-        if (QFile::exists(picture))
-            bars.SetPicture(text(row.name), QIcon(picture));
+        bars.SetEnabled(name, IsBuilt(row));
+        if (const QString picture = u":/icons/"_s + name + u".svg"_s; QFile::exists(picture))
+            bars.SetPicture(name, QIcon(picture));
     }
     for (const BandRow& band : bands)
         bars.AddBand(text(band.name), band.kind, text(band.caption), entriesOf(band));

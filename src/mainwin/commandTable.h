@@ -1,12 +1,28 @@
-// All commands of the main window and the bars on which they stand, as data. What a command does stands with frmMain.
+// All commands of the main window and the bars on which they stand, as data: captions, keys, what each needs and what
+// it does. How the window does it stands with frmMain.
 #pragma once
 
-#include "platform/widgets/CommandBars.h"
+#include "app/ApplicationSettings.h"
+#include "mainwin/commandFamilies.h"
 
-#include <span>
-
-/// Whether a command can do its work yet. One that can't stands in its place and is disabled.
-enum class CommandStage { Built, ToCome };
+/// What must be there for a command to be of use.
+enum class Needs {
+    Nothing,
+    File,         ///< an open file
+    Displacement, ///< one with displacements
+    Areas,        ///< one with other elements than lines
+    LargerZoom,   ///< an open file that can be zoomed into further; likewise the next two
+    SmallerZoom,
+    OtherZoom,
+    // These two are looked at when a band with the command opens, and not before.
+    Picked,  ///< a selection
+    Picture, ///< an open file
+    // Of the slide show.
+    ShowOff,     ///< an open file, and no show
+    ShowOn,      ///< a show
+    ShowRunning, ///< a show that moves on
+    ShowHalted   ///< no show that moves on
+};
 
 struct CommandRow {
     const char16_t* name;
@@ -17,7 +33,9 @@ struct CommandRow {
     const char16_t* key; ///< "" for none
     ToolRecord::Kind form;
     const char16_t* popup; ///< band that it opens, "" for none
-    CommandStage stage;
+    Needs needs;
+    void (frmMain::*act)();                   ///< what it does; null for a popup, and for a command that is to come
+    bool& (*flag)(ApplicationSettings&) = {}; ///< the setting that it inverts before and whose state it shows
 };
 
 /// A place on a band; a name of "-" begins a group at the next place.
@@ -26,17 +44,29 @@ struct BandRow {
     CommandBars::BandKind kind;
     const char16_t* caption;
     std::span<const char16_t* const> tools;
+    /// The setting for whose values the tools of the band stand, the first one for 0; null for other bands.
+    int& (*choice)(ApplicationSettings&) = {};
 };
 
-namespace commandTable {
+struct commandTable {
+    static std::span<const CommandRow> Commands();
+    /// Popups before the bars that open them.
+    static std::span<const BandRow> Bands();
+    static std::span<const FamilyRow> Families();
 
-std::span<const CommandRow> Commands();
-/// Popups before the bars that open them.
-std::span<const BandRow> Bands();
+    /// Null for a name that isn't in the table.
+    static const CommandRow* Find(const QString& name);
+    /// The band on which a command stands for a value of a setting; null for other commands.
+    static const BandRow* ChoiceOf(const QString& name);
+    /// The family whose prefix begins `name`.
+    static const FamilyRow* FamilyOf(const QString& name);
+    /// Whether a command can do its work yet. One that can't stands in its place and is disabled.
+    static bool IsBuilt(const CommandRow& row) { return row.act || row.form == ToolRecord::Kind::Popup; }
 
-bool IsBuilt(const QString& name);
+    /// Makes all tools and bands.
+    static void Build(CommandBars& bars);
 
-/// Makes all tools and bands.
-void Build(CommandBars& bars);
-
-} // namespace commandTable
+private:
+    static const CommandRow commands[];
+    static const FamilyRow families[];
+};

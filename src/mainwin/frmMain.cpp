@@ -1,19 +1,17 @@
 #include "mainwin/frmMain.h"
 
+#include "app/NumberFormat.h"
 #include "app/mdApplication.h"
+#include "app/windows/GraphWindows.h"
 #include "mainwin/commandState.h"
 #include "mainwin/commandTable.h"
+#include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
-#include "platform/widgets/PictureBox.h"
-#include "result/mdVelorinResultModel.h"
-#include "view/scene/mdScene.h"
 
 #include <QApplication>
-#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
-#include <QScrollBar>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
@@ -28,6 +26,10 @@ frmMain::frmMain() {
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_s));
+    DocPlotter().SetClientName(mdApplication::ApplicationTitle);
+    DocPlotter().SetScaleMode(PlotScaleMode::Fixed);
+    scene = new ctlScene(mdApplication::Current, Selection, this);
+    setCentralWidget(scene);
     buildPanels();
     bars = new CommandBars(*this);
     commandTable::Build(*bars);
@@ -37,54 +39,35 @@ frmMain::frmMain() {
     resize(startSize.boundedTo(screen()->availableSize()));
     move(screen()->availableGeometry().center() - rect().center());
 
-    clsModel.SetClientName(mdApplication::ApplicationTitle);
-    clsModel.SetScaleMode(PlotScaleMode::Fixed);
-    clsModel.SetHeadless(false);
-    clsModel.SetEventSink(
-        {[this] { return view.ViewBounds; },
-         [this](PlotCanvas& canvas) {
-             mdScene::PaintScene(canvas, false, {mdApplication::Model, mdApplication::Settings, view, slideShow});
-         },
-         [this] { return std::exchange(view.RefitPending, false); }});
-    loadRecentFiles();
+    recentFiles.Load();
     updateCaption();
     updateCommandState();
-    commandState::BuildRecentMenu(*bars, recentFiles);
+    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
 }
 
 frmMain::~frmMain() {
-    picScreen->disconnect(this);
     mdVelorinResultModel::CloseResultFile(mdApplication::Model);
     instance = nullptr;
 }
 
-void frmMain::buildPanels() {
-    auto* picContainer = new QWidget(this);
-    picContainer->setObjectName(u"picContainer"_s);
-    picScreen = new PictureBox(picContainer);
-    picScreen->setObjectName(u"picScreen"_s);
-    picScreen->setAccessibleName(u"計算結果の図"_s);
-    auto* layout = new QGridLayout(picContainer);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(picScreen, 0, 0);
-    for (const ScrollBar bar : {ScrollBar::Horizontal, ScrollBar::Vertical}) {
-        const bool across = bar == ScrollBar::Horizontal;
-        auto* scrollBar = new QScrollBar(across ? Qt::Horizontal : Qt::Vertical, picContainer);
-        scrollBar->setObjectName(u"scrScroll_%1"_s.arg(int(bar)));
-        scrollBar->setAccessibleName(across ? u"横スクロール"_s : u"縦スクロール"_s);
-        scrollBar->setRange(0, 100);
-        scrollBar->setEnabled(false);
-        connect(scrollBar, &QScrollBar::valueChanged, this, [this, bar](int value) { onScroll(bar, value); });
-        layout->addWidget(scrollBar, across ? 1 : 0, across ? 0 : 1);
-        scrScroll[std::size_t(bar)] = scrollBar;
-    }
-    setCentralWidget(picContainer);
-    connect(picScreen, &PictureBox::Resized, this, &frmMain::onPictureResized);
-    connect(picScreen, &PictureBox::MouseMoved, this, &frmMain::showMouseCoordinates);
-    connect(picScreen, &PictureBox::ZoomWheel, this, &frmMain::zoomAt);
-    connectPicking();
+DocumentPlotter& frmMain::DocPlotter() {
+    return mdApplication::Current.Plotter;
+}
 
+int frmMain::Zoom() const {
+    return mdApplication::Current.View.Zoom;
+}
+
+void frmMain::SetZoom(int value) {
+    scene->SetZoom(value);
+}
+
+void frmMain::repaint() {
+    if (!updatingUi)
+        scene->Paint();
+}
+
+void frmMain::buildPanels() {
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_s);
     setStatusBar(stbStatus);
@@ -103,9 +86,18 @@ void frmMain::buildPanels() {
 void frmMain::connectEvents() {
     connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
-    connect(bars, &CommandBars::BandOpening, this, [this](const QString& band) {
-        if (band == u"pbTools" || band == u"pbPopup")
-            bars->SetEnabled(u"miToolsImageCopy"_s, IsOpen());
+    connect(bars, &CommandBars::BandOpening, this,
+            [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
+    connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
+    connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
+    connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
+    connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });
+    connect(scene, &ctlScene::FileDropped, this, &frmMain::FirstStep);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            mdApplication::ShowGraphWindows();
+        else
+            mdApplication::HideGraphWindows();
     });
     // Keys come to the window before the control that has the focus, as far as they choose a step.
     qApp->installEventFilter(this);
@@ -117,6 +109,24 @@ bool frmMain::event(QEvent* event) {
         return true;
     }
     return QMainWindow::event(event);
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange)
+        return;
+    if (isMinimized())
+        mdApplication::HideGraphWindows();
+    else
+        mdApplication::ShowGraphWindows();
+}
+
+void frmMain::onPainted() {
+    const ResultModel& model = mdApplication::Model;
+    panels[0]->clear();
+    const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
+    panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
+    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -1,19 +1,16 @@
-// The main window: the picture of the open result file with its bars, scroll bars and status bar. Layout and one line
-// per event; what the events do stands in a file per subject.
+// The main window: the picture of the open result file with its bars and its status bar. Layout and one line per event;
+// what the events do stands in a file per subject, and what the picture does by itself in its control.
 #pragma once
 
-#include "app/clsStringArray.h"
+#include "mainwin/RecentFiles.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
-#include "view/scene/mdScene.h"
 
 #include <QMainWindow>
-#include <array>
 
-class CommandBars;
-class PictureBox;
 class QLabel;
-class QScrollBar;
+class ctlScene;
+struct CommandFacts;
 struct ResultModel;
 
 class frmMain : public QMainWindow {
@@ -30,8 +27,8 @@ public:
     void FirstStep(const QString& commandLine);
     /// True while a result file is open.
     bool IsOpen() const;
-    DocumentPlotter& DocPlotter() { return clsModel; }
-    int Zoom() const { return view.Zoom; }
+    DocumentPlotter& DocPlotter();
+    int Zoom() const;
     void SetZoom(int value);
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
@@ -43,26 +40,32 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The command table names the reactions among these.
+    friend struct commandTable;
+
     // frmMain.cpp
     void buildPanels();
     void connectEvents();
     bool takeStepKey(const QKeyEvent& event);
+    void onPainted();
 
     // frmMainCommands.cpp
-    struct Reaction;
-    static const Reaction reactions[];
+    CommandFacts facts() const;
     void updateCommandState();
     void onComboSelection(const QString& combo);
-    void chooseItem(int item);
-    void toggle(const QString& tool, bool& setting);
-    void choose(const QString& band, const QString& tool, int firstId, int& setting);
+    void chooseStep();
+    void chooseVector();
+    void chooseItem();
+    void zoomIn() { SetZoom(Zoom() + 1); }
+    void zoomOut() { SetZoom(Zoom() - 1); }
+    void zoomOff() { SetZoom(0); }
+    void quit() { close(); }
     void saveLayout();
-    void setScaleMode(const QString& tool);
-    void toggleToolBar();
-    void toggleStatusBar();
+    void applyScaleMode();
     void applyBarVisibility();
     void copyImage();
     void editDifference();
@@ -71,54 +74,23 @@ private:
     void showProperties();
     void showHelpIndex();
     void showAbout();
+    void openRecentFile(int index);
 
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
-    void takeUpFile();
+    void takeUpFile(const ResultModel& loaded);
     void refuseFile(const QString& path);
     void promptAndOpen();
     bool promptFileName(QString& path);
     void updateCaption();
-    void loadStep(int step, int item);
     void restoreWindow();
     void storeWindow();
-    void loadRecentFiles();
-    void saveRecentFiles();
-    void addRecentFile(const QString& path, bool atEnd);
-
-    // frmMainView.cpp
-    void zoomAt(QPointF pixel, int steps);
-    void finishZoom();
-    void updateZoomCommands();
-    void updateScrollBars();
-    void onScroll(ScrollBar bar, int value);
-    void showMouseCoordinates(QPointF pixel);
-    void onPictureResized();
-    void clearPicture();
-
-    // frmMainPicking.cpp
-    void connectPicking();
-    void beginDrag(DevicePoint corner);
-    void moveRubberBand(DevicePoint corner);
-    void endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers);
-    void cancelDrag();
-    void onMousePressed(QPoint pixel, Qt::MouseButton button);
-    void onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-    void paintLayer(DeviceContext& device);
-    bool takesMouse() const;
-    int screenWidth() const;
-    void showPopup(QPoint globalPosition);
 
     static frmMain* instance;
-    DocumentPlotter clsModel;
-    ViewState view;
-    SlideShowRun slideShow;
     bool updatingUi = false;
-    clsStringArray recentFiles; ///< paths as shown; the private data is the path itself
-
+    RecentFiles recentFiles;
     CommandBars* bars = nullptr;
-    PictureBox* picScreen = nullptr;
-    std::array<QScrollBar*, 2> scrScroll{};
+    ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};
 };

@@ -2,12 +2,13 @@
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
+#include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
 #include "mainwin/commandState.h"
+#include "mainwin/commandTable.h"
+#include "mainwin/ctlScene.h"
 #include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
-#include "platform/widgets/Dialogs.h"
-#include "platform/widgets/PictureBox.h"
 #include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
 #include "result/windows/frmProperties.h"
@@ -21,137 +22,78 @@
 #include <QLabel>
 #include <QStatusBar>
 
+using mdApplication::Current;
 using mdApplication::Model;
+using mdApplication::runModal;
 using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
-/// A command and its reaction, which is told the command's name.
-struct frmMain::Reaction {
-    const char16_t* tool;
-    void (*act)(frmMain& window, const QString& tool);
-};
-
-const frmMain::Reaction frmMain::reactions[] = {
-    {u"miFileOpen", [](frmMain& w, const QString&) { w.promptAndOpen(); }},
-    {u"miFileSaveLayout", [](frmMain& w, const QString&) { w.saveLayout(); }},
-    {u"miFileProperty", [](frmMain& w, const QString&) { w.showProperties(); }},
-    {u"miFileQuit", [](frmMain& w, const QString&) { w.close(); }},
-    {u"miViewScaleFixed", [](frmMain& w, const QString& tool) { w.setScaleMode(tool); }},
-    {u"miViewScaleAutomatic", [](frmMain& w, const QString& tool) { w.setScaleMode(tool); }},
-    {u"miViewMesh", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.Window.Mesh); }},
-    {u"miViewZoomIn", [](frmMain& w, const QString&) { w.SetZoom(w.Zoom() + 1); }},
-    {u"miViewZoomOut", [](frmMain& w, const QString&) { w.SetZoom(w.Zoom() - 1); }},
-    {u"miViewZoomOff", [](frmMain& w, const QString&) { w.SetZoom(0); }},
-    {u"miViewToolBar", [](frmMain& w, const QString&) { w.toggleToolBar(); }},
-    {u"miViewStatusBar", [](frmMain& w, const QString&) { w.toggleStatusBar(); }},
-    {u"miViewRefresh", [](frmMain& w, const QString&) { w.repaint(); }},
-    {u"miDrawDiff", [](frmMain& w, const QString&) { w.editDifference(); }},
-    {u"miDrawValue", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.ValueDisplay); }},
-    {u"miDrawDispLegend", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.Displacement.Legend); }},
-    {u"miDrawOrgMesh", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.Displacement.Original); }},
-    {u"miDrawVectorLegend", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.Vector.Legend); }},
-    {u"miDrawContourLegend", [](frmMain& w, const QString& tool) { w.toggle(tool, Settings.Contour.Legend); }},
-    {u"miDrawContourValue", [](frmMain& w, const QString&) { w.editContourValue(); }},
-    {u"miDrawSetting", [](frmMain& w, const QString&) { w.editDrawSettings(); }},
-    {u"miToolsImageCopy", [](frmMain& w, const QString&) { w.copyImage(); }},
-    {u"miHelpIndex", [](frmMain& w, const QString&) { w.showHelpIndex(); }},
-    {u"miHelpVersion", [](frmMain& w, const QString&) { w.showAbout(); }},
-};
-
-namespace {
-
-/// A family of commands that stand for the values of one setting, counted from the first one's id.
-struct Family {
-    const char16_t* band;
-    int firstId;
-    int lastId;
-    int* setting;
-};
-
-const Family families[] = {
-    {u"pbDrawDispScale", 3211, 3214, &Settings.Displacement.Fiducial},
-    {u"pbDrawVectorScale", 3311, 3313, &Settings.Vector.Fiducial},
-    {u"pdDrawContourColor", 3421, 3426, &Settings.Contour.ColorIndex},
-};
-
-} // namespace
-
 void frmMain::ExecuteCommand(const QString& tool) {
     panels[0]->clear();
-    for (const Reaction& reaction : reactions)
-        if (tool == QStringView(reaction.tool)) {
-            reaction.act(*this, tool);
-            return;
-        }
-    const int id = bars->ToolID(tool);
-    for (const Family& family : families)
-        if (id >= family.firstId && id <= family.lastId) {
-            choose(QString::fromUtf16(family.band), tool, family.firstId, *family.setting);
-            return;
-        }
-    if (tool.startsWith(u"recent-"))
-        openResultFile(recentFiles.PrivateData(QStringView(tool).mid(7).toInt()));
+    const FamilyRow* family = commandTable::FamilyOf(tool);
+    if (family && family->act)
+        (this->*family->act)(bars->ToolID(tool) - family->firstId);
+    const CommandRow* row = commandTable::Find(tool);
+    if (!row || !row->act)
+        return;
+    if (row->flag) {
+        bars->SetChecked(tool, !bars->Checked(tool));
+        row->flag(Settings) = bars->Checked(tool);
+    }
+    if (const BandRow* band = commandTable::ChoiceOf(tool)) {
+        const QString name = QString::fromUtf16(band->name);
+        commandState::CheckBandChoiceByName(*bars, name, tool);
+        band->choice(Settings) = int(bars->BandTools(name).indexOf(tool));
+    }
+    (this->*row->act)();
+}
+
+CommandFacts frmMain::facts() const {
+    return {.Model = Model,
+            .Settings = Settings,
+            .FileOpen = IsOpen(),
+            .Zoom = Zoom(),
+            .PickedCount = Selection.Count(),
+            .ShowOn = Current.SlideShow.SlideShowRunning};
 }
 
 void frmMain::updateCommandState() {
     updatingUi = true;
-    commandState::UpdateCommandState(*bars, IsOpen(), Model, Settings);
-    updateZoomCommands();
+    commandState::UpdateCommandState(*bars, facts());
     updatingUi = false;
 }
 
 void frmMain::onComboSelection(const QString& combo) {
     if (updatingUi)
         return;
-    const int index = bars->ListIndex(combo);
-    if (combo == u"miDrawStep")
-        loadStep(index, Model.CurrentItem);
-    else if (combo == u"miDrawVectorItem")
-        Settings.Vector.DefaultItemSet = index;
-    else if (combo == u"miDrawContourItem")
-        chooseItem(index);
+    if (const CommandRow* row = commandTable::Find(combo); row && row->act)
+        (this->*row->act)();
     repaint();
-    picScreen->setFocus();
+    scene->setFocus();
 }
 
-void frmMain::chooseItem(int item) {
+void frmMain::chooseStep() {
+    Current.LoadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+}
+
+void frmMain::chooseVector() {
+    Settings.Vector.DefaultItemSet = bars->ListIndex(u"miDrawVectorItem"_s);
+}
+
+void frmMain::chooseItem() {
     const auto typeOf = [](int index) {
         return index >= 0 && index < Model.Items.size() ? Model.Items.at(index).ElementType : -1;
     };
+    const int item = bars->ListIndex(u"miDrawContourItem"_s);
     // What was picked for one kind of object means nothing for another.
     if (typeOf(item) != typeOf(Model.CurrentItem))
         Selection.Clear();
-    loadStep(Model.CurrentStep, item);
+    Current.LoadStep(Model.CurrentStep, item);
 }
 
-void frmMain::toggle(const QString& tool, bool& setting) {
-    bars->SetChecked(tool, !bars->Checked(tool));
-    setting = bars->Checked(tool);
+void frmMain::applyScaleMode() {
+    DocPlotter().SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     repaint();
-}
-
-void frmMain::choose(const QString& band, const QString& tool, int firstId, int& setting) {
-    commandState::CheckBandChoiceByName(*bars, band, tool);
-    setting = bars->ToolID(tool) - firstId;
-    repaint();
-}
-
-void frmMain::setScaleMode(const QString& tool) {
-    constexpr int fixedId = 2810;
-    commandState::CheckBandChoiceByName(*bars, u"pbViewScale"_s, tool);
-    Settings.Window.ScaleMode = (bars->ToolID(tool) - fixedId) / 10;
-    clsModel.SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
-    repaint();
-}
-
-void frmMain::toggleToolBar() {
-    Settings.Window.Toolbar = !Settings.Window.Toolbar;
-    applyBarVisibility();
-}
-
-void frmMain::toggleStatusBar() {
-    Settings.Window.Statusbar = !Settings.Window.Statusbar;
-    applyBarVisibility();
 }
 
 void frmMain::applyBarVisibility() {
@@ -173,7 +115,7 @@ void frmMain::saveLayout() {
 }
 
 void frmMain::copyImage() {
-    QApplication::clipboard()->setImage(picScreen->Image());
+    QApplication::clipboard()->setImage(scene->Picture());
 }
 
 void frmMain::editDifference() {
@@ -182,15 +124,11 @@ void frmMain::editDifference() {
     dialog.InitDialog(
         Model.StepCount, difference.StandardStep,
         {difference.ApplyDisplacement, difference.ApplyVector, difference.ApplyContour, difference.ApplyValue});
-    dialog.exec();
+    runModal(dialog);
     if (!dialog.Result)
         return;
-    difference.StandardStep = dialog.StandardStep();
-    difference.ApplyDisplacement = dialog.ApplyDisplacement();
-    difference.ApplyVector = dialog.ApplyVector();
-    difference.ApplyContour = dialog.ApplyContour();
-    difference.ApplyValue = dialog.ApplyValue();
-    loadStep(Model.CurrentStep, Model.CurrentItem);
+    dialog.Bindings().Read(difference);
+    Current.LoadStep(Model.CurrentStep, Model.CurrentItem);
     repaint();
 }
 
@@ -204,20 +142,21 @@ void frmMain::showHelpIndex() {
 }
 
 void frmMain::showAbout() {
-    frmAbout(this).exec();
+    frmAbout dialog(this);
+    runModal(dialog);
 }
 
 void frmMain::editContourValue() {
     frmContourValue dialog(this, Model, Settings);
     dialog.ItemIndex(Model.CurrentItem);
-    dialog.exec();
+    runModal(dialog);
     if (dialog.Result)
         repaint();
 }
 
 void frmMain::editDrawSettings() {
     frmDrawSettings dialog(this, Model, Settings);
-    dialog.exec();
+    runModal(dialog);
     if (!dialog.Result)
         return;
     updateCommandState();
@@ -225,5 +164,10 @@ void frmMain::editDrawSettings() {
 }
 
 void frmMain::showProperties() {
-    frmProperties(this, Model).exec();
+    frmProperties dialog(this, Model);
+    runModal(dialog);
+}
+
+void frmMain::openRecentFile(int index) {
+    openResultFile(recentFiles.Path(index));
 }

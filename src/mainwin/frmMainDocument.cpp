@@ -1,18 +1,16 @@
 // How a file enters the window, what is remembered of it, and how the window comes back as it was left.
 #include "mainwin/frmMain.h"
 
-#include "app/clsRegEdit.h"
 #include "app/mdApplication.h"
-#include "app/mdTips.h"
 #include "app/settingsStore.h"
+#include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
-#include "mainwin/commandState.h"
+#include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
-#include "platform/registry/Registry.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
-#include "result/mdVelorinResultModel.h"
+#include "view/scene/Session.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -21,6 +19,7 @@
 #include <QLabel>
 #include <QScreen>
 
+using mdApplication::Current;
 using mdApplication::Model;
 using mdApplication::Settings;
 
@@ -28,28 +27,23 @@ namespace {
 
 /// Window places are kept in twentieths of a point, of which there are 15 in a pixel at 96 dots an inch.
 constexpr int twipsPerPixel = 15;
-constexpr int mostRecentFilesKept = 10;
 
 enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
-
-QString recentFilesKey() {
-    return settingsStore::RootKey + u"\\Recent Files"_s;
-}
 
 } // namespace
 
 bool frmMain::IsOpen() const {
-    return !mdVelorinResultModel::IsFileClosed(Model);
+    return Current.IsOpen();
 }
 
 void frmMain::FirstStep(const QString& commandLine) {
-    clsModel.SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
+    DocPlotter().SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     applyBarVisibility();
     if (Settings.Window.RestoreWindowStatus)
         restoreWindow();
     QString path = commandLine;
     if (path.isEmpty() && Settings.Window.RestoreLastFile && recentFiles.Count() > 0)
-        path = recentFiles.PrivateData(0);
+        path = recentFiles.Path(0);
     if (mdApplication::FileExists(path))
         openResultFile(path);
     else if (!path.isEmpty())
@@ -81,23 +75,18 @@ void frmMain::openResultFile(const QString& path) {
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
     Selection.Clear();
-    if (good) {
-        Model = loaded;
-        takeUpFile();
-    } else {
+    mdApplication::UnloadGraphWindows();
+    if (good)
+        takeUpFile(loaded);
+    else
         refuseFile(path);
-    }
 }
 
-void frmMain::takeUpFile() {
-    if (!propertyFile::LoadPropertyFile(Settings, Model))
-        propertyFile::ResetDrawingSettings(Settings, Model);
-    loadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem);
-    view.RefitPending = true;
-    Selection.Clear();
-    addRecentFile(Model.FileName, false);
-    commandState::BuildRecentMenu(*bars, recentFiles);
-    mdView::SetViewBounds(Model.Mesh, view);
+void frmMain::takeUpFile(const ResultModel& loaded) {
+    Current.TakeUp(loaded);
+    Current.LoadStep();
+    recentFiles.Add(Model.FileName);
+    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
     if (!isVisible())
         show();
     updateCaption();
@@ -111,7 +100,9 @@ void frmMain::refuseFile(const QString& path) {
     updateCaption();
     updateCommandState();
     mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_s, MessageStyle::Stop);
-    clearPicture();
+    for (QLabel* panel : panels)
+        panel->clear();
+    scene->Clear();
 }
 
 void frmMain::promptAndOpen() {
@@ -123,8 +114,10 @@ void frmMain::promptAndOpen() {
 bool frmMain::promptFileName(QString& path) {
     const QString filter =
         mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_s;
+    mdApplication::HideGraphWindows();
     const auto chosen =
         Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s, path.isEmpty() ? QDir::currentPath() : path, filter);
+    mdApplication::ShowGraphWindows();
     path = chosen.value_or(path);
     return chosen.has_value();
 }
@@ -134,17 +127,13 @@ void frmMain::updateCaption() {
     setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + title);
 }
 
-void frmMain::loadStep(int step, int item) {
-    // No item is taken for the first one: a file whose first load failed would otherwise never load a step again.
-    mdVelorinResultModel::LoadStep(step, std::max(item, 0), Model, false, Settings.Difference.StandardStep);
-}
-
 void frmMain::closeEvent(QCloseEvent* event) {
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
     storeWindow();
+    mdApplication::UnloadGraphWindows();
     settingsStore::SaveSettings(Settings);
-    saveRecentFiles();
+    recentFiles.Save();
     event->accept();
 }
 
@@ -174,32 +163,4 @@ void frmMain::storeWindow() {
     const QPoint corner = pos();
     Settings.Window.WindowPos = {corner.x() * twipsPerPixel, corner.y() * twipsPerPixel, width() * twipsPerPixel,
                                  height() * twipsPerPixel};
-}
-
-void frmMain::addRecentFile(const QString& path, bool atEnd) {
-    recentFiles.Add(mdTips::NormalizePathCase(path), atEnd, path);
-}
-
-void frmMain::loadRecentFiles() {
-    clsRegEdit key;
-    if (!key.OpenRegKey(Registry::HKEY_CURRENT_USER, recentFilesKey()))
-        return;
-    QString name;
-    int type = 0;
-    QVariant value;
-    int size = 0;
-    for (int i = 0; key.EnumRegValue(i, name, type, value, size); ++i)
-        if (type == Registry::REG_SZ && mdApplication::FileExists(value.toString()))
-            addRecentFile(value.toString(), true);
-}
-
-void frmMain::saveRecentFiles() {
-    clsRegEdit key;
-    if (!key.OpenRegKey(Registry::HKEY_CURRENT_USER, recentFilesKey()))
-        return;
-    Registry::Transaction save;
-    // Values beyond the count stay: their files come back when they exist.
-    for (int i = 0; i < std::min(recentFiles.Count(), mostRecentFilesKept); ++i)
-        key.SetRegValue(QString::number(i + 1), Registry::REG_SZ, recentFiles.PrivateData(i));
-    save.Commit();
 }

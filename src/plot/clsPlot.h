@@ -73,6 +73,11 @@ public:
     /// Device position of a value across and a value up the page, by the mapping of the last `Redraw` of a series.
     void ConvertPoint(float x, float y, int& px, int& py) const;
 
+    /// Finds limits and steps of the scales that are automatic, as `Redraw` does first: the limits are those of the
+    /// finite values in all series, hidden ones included; without any such value the limits that a scale has are
+    /// rounded again.
+    void FindScales();
+
     /// Draws everything on `hDC`, or on `hDrawDC` when that is null; nothing when both are. A `hSim` that isn't null
     /// takes the place of `hSimulatedDC` and stays there.
     void Redraw(DeviceContext* hDC, DeviceContext* hSim);
@@ -127,8 +132,7 @@ private:
     int scaleUp() const { return Orientation == 0 ? ScalePlot : ScaleBase; }
 
     // The stages of `Redraw`, in their order.
-    /// Of a scale that is automatic, the limits are those of the finite values in all series, hidden ones included;
-    /// without any such value the limits that it has are rounded again.
+    /// The scales, and the ground that everything is drawn on.
     void PrepareScales(DeviceContext& device);
     void LayoutTitleAndLabels(Frame& frame);
     void DrawAxes(Frame& frame);

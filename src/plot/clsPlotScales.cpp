@@ -1,4 +1,4 @@
-// Limits and steps of the two scales, found from the data, and the ground that everything is drawn on.
+// Limits and steps of the two scales, found from the data.
 #include "plot/clsPlot.h"
 
 #include "platform/base/brenlib.h"
@@ -87,10 +87,14 @@ void clsPlot::setAutomaticScale(int index) {
     GetMemoriScale(scale.ScaleMax, scale.ScaleMin, scale.ScaleMScale, scale.ScaleHScale);
 }
 
-void clsPlot::PrepareScales(DeviceContext& device) {
+void clsPlot::FindScales() {
     for (const int index : {ScaleBase, ScalePlot})
         if (scales[std::size_t(index)].ScaleAutomatic)
             setAutomaticScale(index);
+}
+
+void clsPlot::PrepareScales(DeviceContext& device) {
+    FindScales();
     device.SaveDC();
     device.ClipRect({DrawLeft, DrawTop, Round(double(DrawLeft) + DrawWidth), Round(double(DrawTop) + DrawHeight)});
     paintBackground(device);

@@ -4,9 +4,9 @@
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
 #include "platform/base/Rounding.h"
+#include "platform/base/WholeFile.h"
 
 #include <QImageReader>
-#include <QSaveFile>
 #include <variant>
 
 namespace {
@@ -137,9 +137,9 @@ void readScaleKey(PlotScale& scale, const QString& name, const QString& text) {
 }
 
 void savePicture(const QImage& picture, const QString& path) {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && picture.save(&file, "BMP"))
-        file.commit();
+    WholeFile file(path);
+    if (picture.save(&file, "BMP"))
+        file.Commit();
 }
 
 /// False, and `picture` stays, for what is no picture or a huge one. A pipe, which might never end, isn't opened.

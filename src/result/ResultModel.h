@@ -5,28 +5,12 @@
 // side changes it. Indexes count from 0, -1 means none. Reals are single precision.
 #pragma once
 
-#include "platform/base/ReadHandle.h"
+#include "result/readers/ResultContent.h"
 
-#include <QList>
-#include <QString>
-#include <cstdint>
 #include <span>
 
 /// The running bounds of every value search start here.
 constexpr float BoundStart = 1.0E+20f;
-
-struct StepInfo {
-    QString Name;
-    float Time = 0;
-    std::int32_t FileOffset = 0;
-    std::int32_t TypesOffset = 0; ///< of the element types, behind time and name
-};
-
-struct ItemInfo {
-    QString Name;
-    std::int32_t ElementType = -1; ///< negative: one value per node; otherwise the type of the elements that have one
-    std::int32_t Flags = 0;        ///< bit 0 displacement X, bit 1 displacement Y
-};
 
 /// Result values as they travel through the system.
 struct ItemValues {
@@ -92,14 +76,12 @@ struct ResultModel {
     QString FileName; ///< full path, empty when none
     QString Magic;
     std::int32_t Version = 0; ///< times 100
-    ReadHandle FileHandle;    ///< shared by the copies of a model
+    ReadHandle FileHandle;    ///< shared by the copies of a model; closed for what is read from no single file
     std::int32_t FirstStepOffset = 0;
+    std::shared_ptr<const StepSource> Source; ///< gives the values of the steps; shared too, null when no file is open
     QString Title;
     std::int32_t StepCount = 0;
     QList<StepInfo> Steps;
-    /// How many values each step has of each item, as the file tells: those of step s from s * `ItemCount` on. 0 for
-    /// what the file no longer has.
-    QList<std::int32_t> ValueCounts;
     std::int32_t CurrentStep = -1;
     std::int32_t ItemCount = 0;
     QList<ItemInfo> Items;

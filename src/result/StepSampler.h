@@ -2,14 +2,14 @@
 // large file reads only what it shows. Keeps no step.
 #pragma once
 
-#include "result/stepLayout.h"
+#include "result/ResultModel.h"
 
 #include <limits>
 #include <optional>
 #include <vector>
 
 /// The values are those that `LoadStep` and then `ExpandItemValues`, with `SubtractValues` before it when there is a
-/// reference, give at the same indexes. Holds a share of the model's file, so the model may change or go meanwhile.
+/// reference, give at the same indexes. Holds a share of the model's source, so the model may change or go meanwhile.
 class StepSampler {
 public:
     /// `places` are indexes of nodes for an item per node and of elements for any other, in any order, and may repeat.
@@ -34,19 +34,15 @@ private:
     using Places = std::vector<Place>; ///< by ascending position
     using Sampled = std::vector<std::optional<float>>;
 
-    mdVelorinResultModel::ItemBlock blockOf(std::int32_t step) const;
-    void readAt(std::span<const Place> wanted, qint64 valuesOffset, Sampled& result) const;
-    void readOnElements(qint64 typesOffset, const mdVelorinResultModel::ItemBlock& block, Sampled& result) const;
+    void readAt(std::span<const Place> wanted, std::int32_t step, Sampled& result) const;
+    void readOnElements(std::int32_t step, std::int32_t valueCount, Sampled& result) const;
 
-    ReadHandle file;
-    mdVelorinResultModel::StepLayout layout;
-    std::int32_t stepCount;
+    std::shared_ptr<const StepSource> source;
     std::int32_t item;
     std::int32_t elementType = -1;
-    std::int32_t nodeCount, elementCount;
     std::size_t placeCount;
     Places places; ///< those that can have a value
-    // Of the reference step. Values of a step that isn't there need not be subtracted, but still bound the number.
+    // Values of a reference step that isn't there need not be subtracted, but still bound the number.
+    std::int32_t referenceStep = -1; ///< below 0: nothing to subtract
     std::int32_t referenceCount = std::numeric_limits<std::int32_t>::max();
-    std::optional<qint64> referenceOffset;
 };

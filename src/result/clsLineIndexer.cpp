@@ -4,8 +4,6 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 
-#include <QFile>
-
 namespace {
 
 LineEntry ordered(std::int32_t node1, std::int32_t node2, std::int32_t lineNumber) {
@@ -60,13 +58,11 @@ std::int32_t clsLineIndexer::Index(std::int32_t node1, std::int32_t node2) const
 }
 
 void clsLineIndexer::dumpLineInfo() const {
-    QFile file(mdTips::AddTrailingChar(mdApplication::ProgramFolder()) + u"line.info.txt");
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return;
+    QString text;
     const auto padded = [](std::int32_t number) { return NumberFormat::FormatText(QString::number(number), u"@@@@@"); };
     for (const LineEntry& entry : entries) {
-        const QString line =
+        text +=
             u"[ " + padded(entry.Node1) + u", " + padded(entry.Node2) + u"] --- " + padded(entry.LineNumber) + u"\r\n";
-        file.write(line.toLatin1());
     }
+    mdTips::WriteTextFile(mdTips::AddTrailingChar(mdApplication::ProgramFolder()) + u"line.info.txt", text);
 }

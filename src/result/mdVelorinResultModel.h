@@ -2,29 +2,20 @@
 #pragma once
 
 #include "result/ResultModel.h"
-
-#include <functional>
-
-/// Told how many of a file's bytes have been dealt with; false ends the work.
-using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
+#include "result/readers/readerTable.h"
 
 namespace mdVelorinResultModel {
 
-/// The first bytes of every result file.
-inline constexpr QLatin1StringView ResultFileMagic{"VRF10"};
-
-// --- the file
-// ---------------------------------------------------------------------------------------------------------
+// The file.
 
 /// True when the file's first bytes spell `magic`, without regard to case. An empty magic always passes.
 bool CheckFileMagic(const QString& path, const QString& magic);
 
-/// True for an existing file with the result file magic.
+/// True for an existing file that one of the readers recognises.
 bool IsResultFile(const QString& path);
 
 /// Reads mesh, items and the directory of steps, and leaves the file open. False, with the model untouched, for a file
-/// of another kind; false, with the model closed and its file name empty, for one that cannot be opened, is larger than
-/// 2^31-1 bytes, has no items, nodes or elements, or names more of anything than its bytes can hold.
+/// of another kind; false, with the model closed and its file name empty, for one that its reader cannot open or use.
 /// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
 bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
 

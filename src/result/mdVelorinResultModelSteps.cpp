@@ -2,7 +2,6 @@
 #include "result/ValueBounds.h"
 #include "result/elementValues.h"
 #include "result/mdVelorinResultModel.h"
-#include "result/stepLayout.h"
 
 #include "platform/base/Parallel.h"
 
@@ -13,16 +12,10 @@ namespace {
 /// A stretch of one item's block: read, narrowed and bounded on its own, so that the cores can share a step out.
 struct Piece {
     std::int32_t item = 0;
-    qint64 fileOffset = 0;
-    qint64 firstValue = 0;
-    qint64 valueCount = 0;
+    std::int32_t first = 0;
+    std::int32_t count = 0;
     ValueBounds bounds;
 };
-
-void readPiece(const ReadHandle& file, Piece& piece, float* target) {
-    readValues(file, piece.fileOffset, {target, std::size_t(piece.valueCount)});
-    piece.bounds = ValueBounds::Of({target, std::size_t(piece.valueCount)});
-}
 
 /// A list of `count` values to write to; keeps its memory from step to step when nobody else holds it.
 float* writableValues(QList<float>& values, qsizetype count) {
@@ -32,37 +25,39 @@ float* writableValues(QList<float>& values, qsizetype count) {
 }
 
 /// Sizes each item's values and cuts its block into pieces.
-std::vector<Piece> layOutItems(const std::vector<ItemBlock>& blocks, ResultModel& model) {
+std::vector<Piece> layOutItems(std::int32_t step, ResultModel& model) {
+    // So many stay in the processor's cache from their reading to their bounds.
+    constexpr std::int32_t valuesPerPiece = 32768;
     std::vector<Piece> pieces;
     model.ItemData.resize(model.ItemCount);
     for (std::int32_t i = 0; i < model.ItemCount; ++i) {
         ItemValues& item = model.ItemData[i];
-        const ItemBlock& block = blocks[std::size_t(i)];
-        item.Count = block.Count;
+        item.Count = model.Source->ValueCount(step, i);
         item.MaxValue = item.MinValue = 0;
-        if (block.Count < 1) {
+        if (item.Count < 1) {
             item.Values = {};
             continue;
         }
-        writableValues(item.Values, block.Count);
-        for (qint64 first = 0; first < block.Count; first += valuesPerPiece)
-            pieces.push_back({i,
-                              block.FileOffset + first * qint64(sizeof(double)),
-                              first,
-                              std::min(valuesPerPiece, block.Count - first),
-                              {}});
+        writableValues(item.Values, item.Count);
+        for (std::int32_t first = 0; first < item.Count;) {
+            const std::int32_t count = std::min(valuesPerPiece, item.Count - first);
+            pieces.push_back({i, first, count, {}});
+            first += count;
+        }
     }
     return pieces;
 }
 
-void readItems(const std::vector<Piece>& layout, ResultModel& model) {
-    std::vector<Piece> pieces = layout;
+void readItems(std::int32_t step, ResultModel& model) {
+    std::vector<Piece> pieces = layOutItems(step, model);
     std::vector<float*> targets;
     for (ItemValues& item : model.ItemData)
         targets.push_back(item.Values.data());
     parallelFor(int(pieces.size()), [&](int i) {
         Piece& piece = pieces[std::size_t(i)];
-        readPiece(model.FileHandle, piece, targets[std::size_t(piece.item)] + piece.firstValue);
+        const std::span<float> values{targets[std::size_t(piece.item)] + piece.first, std::size_t(piece.count)};
+        model.Source->ReadValues(step, piece.item, piece.first, values);
+        piece.bounds = ValueBounds::Of(values);
     });
     std::vector<ValueBounds> bounds(targets.size());
     for (const Piece& piece : pieces)
@@ -70,13 +65,6 @@ void readItems(const std::vector<Piece>& layout, ResultModel& model) {
     for (std::int32_t i = 0; i < model.ItemCount; ++i)
         if (model.ItemData.at(i).Count > 0)
             bounds[std::size_t(i)].StoreIn(model.ItemData[i]);
-}
-
-void readElementTypes(const ReadHandle& file, qint64 offset, MeshData& mesh) {
-    std::int32_t* types = mesh.Elements.ElementType.data();
-    const qint64 bytes = qint64(mesh.ElementCount) * qint64(sizeof(std::int32_t));
-    if (file.ReadAt(offset, types, bytes) != bytes)
-        std::fill_n(types, mesh.ElementCount, 0);
 }
 
 bool allElementsExist(const MeshData& mesh) {
@@ -104,14 +92,14 @@ void findActiveNodes(MeshData& mesh) {
 } // namespace
 
 bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
-    if (step < 0 || item < 0 || step >= model.StepCount) {
+    if (step < 0 || item < 0 || step >= model.StepCount || IsFileClosed(model)) {
         model.CurrentStep = -1;
         return false;
     }
-    const StepLayout layout(model);
-    readElementTypes(model.FileHandle, layout.TypesOffset(step), model.Mesh);
+    QList<std::int32_t>& types = model.Mesh.Elements.ElementType;
+    model.Source->ReadTypes(step, 0, {types.data(), std::size_t(types.size())});
     findActiveNodes(model.Mesh);
-    readItems(layOutItems(layout.Blocks(step, model.ItemCount), model), model);
+    readItems(step, model);
     model.CurrentStep = step;
     return true;
 }

@@ -1,14 +1,13 @@
-// What the fuzz targets share: a check that the fuzzer sees fail, and files for what it makes up.
+// What the fuzz targets share: a check that the fuzzer sees fail, and the way through a reader and its writer.
 #pragma once
 
 #include <QByteArray>
 #include <QFile>
 #include <QGuiApplication>
 #include <QString>
+#include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
-#include <sys/mman.h>
-#include <unistd.h>
 
 inline void require(bool holds, const char* what) {
     if (holds)
@@ -17,35 +16,44 @@ inline void require(bool holds, const char* what) {
     std::abort();
 }
 
-inline QByteArray bytesOf(const QString& path) {
-    QFile file(path);
-    require(file.open(QIODevice::ReadOnly), "what was saved is there");
-    return file.readAll();
-}
-
-/// The program that a plot asks for its folder and its text for fonts.
+/// The program that a plot asks for its folder and its text for fonts. There is no store of settings, which would cost
+/// far more than the reading.
 struct Program {
-    bool HasNoScreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+    bool HasNoScreen = qputenv("QT_QPA_PLATFORM", "offscreen") && qputenv("XDG_CONFIG_HOME", "/dev/null");
     int ArgumentCount = 1;
     char Name[5] = "fuzz";
     char* Arguments[2] = {Name, nullptr};
     QGuiApplication Application{ArgumentCount, Arguments};
 };
 
-/// A file in memory; readers find it by its name under /proc.
-class MemoryFile {
-public:
-    MemoryFile() : descriptor(memfd_create("input", MFD_CLOEXEC)) { require(descriptor >= 0, "memfd_create"); }
-    ~MemoryFile() { close(descriptor); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
+/// The path of a file with the fuzzer's bytes, the same each time, in a folder in memory.
+inline QString inputFile(const std::uint8_t* data, std::size_t size) {
+    static const Program program;
+    static const QTemporaryDir folder(QStringLiteral("/dev/shm/velorin-XXXXXX"));
+    QFile file(folder.filePath(QStringLiteral("input.vrf.property")));
+    require(file.open(QIODevice::WriteOnly) && file.write(reinterpret_cast<const char*>(data), qint64(size)) >= 0,
+            "a folder to write to");
+    return file.fileName();
+}
 
-    void Write(const std::uint8_t* data, std::size_t size) const {
-        require(ftruncate(descriptor, 0) == 0, "ftruncate");
-        require(pwrite(descriptor, data, size, 0) == ssize_t(size), "pwrite");
-    }
-    QString Path() const { return u"/proc/self/fd/"_s + QString::number(descriptor); }
-
-private:
-    int descriptor;
-};
+/// Reads the input, draws what it gave, writes and reads it: from then on the file stays as it is. A `Document` can
+/// `Read(path)`, `Write(path)` and `Draw()`, which also checks it, and is false for what can't come back from a file.
+template<class Document>
+void readDrawWriteRead(const std::uint8_t* data, std::size_t size) {
+    const QString path = inputFile(data, size);
+    const auto saved = [&path](const Document& document) {
+        document.Write(path);
+        QFile file(path);
+        require(file.open(QIODevice::ReadOnly), "what was saved is there");
+        return file.readAll();
+    };
+    Document read, once, twice;
+    read.Read(path);
+    if (!read.Draw())
+        return;
+    saved(read);
+    once.Read(path);
+    const QByteArray first = saved(once);
+    twice.Read(path);
+    require(saved(twice) == first, "what was written stays the same");
+}

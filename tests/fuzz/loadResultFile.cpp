@@ -1,77 +1,56 @@
-// Fuzz target: any bytes as a result file, opened, two steps of it loaded and every query asked.
+// Fuzz target: any bytes as a result file, opened, its first and last step loaded, drawn, and every query asked.
 #include "Fuzz.h"
-#include "result/mdVelorinResultModel.h"
+#include "platform/device/TraceDevice.h"
+#include "view/scene/Session.h"
 
 using namespace mdVelorinResultModel;
 
 namespace {
 
-float sumOf(const ItemValues& values) {
-    require(values.Values.size() == std::max(values.Count, 0), "as many values as the count says");
-    float sum = values.MaxValue - values.MinValue;
-    for (const float value : values.Values)
-        sum += value;
-    return sum;
-}
-
-/// Touches all that the records of a loaded step point at.
-std::int64_t walkMesh(const MeshData& mesh) {
-    std::int64_t sum = 0;
+/// Follows all that the records of a loaded step point at.
+void requireSound(const MeshData& mesh) {
     for (std::int32_t i = 0; i < mesh.NodeCount; ++i) {
         const NodeRecord node = mesh.Nodes[i];
-        for (std::int32_t k = 0; k < node.ElementCount; ++k) {
-            const ElementRecord element = mesh.Elements[node.ElementIndex[std::size_t(k)]];
-            require(element.NodeIndex[std::size_t(node.CornerIndex[std::size_t(k)])] == i, "the way back from a node");
-            sum += element.ElementType;
-        }
+        for (std::size_t k = 0; k < std::size_t(node.ElementCount); ++k)
+            require(mesh.Elements[node.ElementIndex[k]].NodeIndex[std::size_t(node.CornerIndex[k])] == i,
+                    "the way back");
     }
-    for (std::int32_t e = 0; e < mesh.ElementCount; ++e)
-        for (const std::int32_t neighbour : mesh.Elements[e].Neighbour)
-            require(neighbour >= -1 && neighbour < mesh.ElementCount, "neighbours are elements");
-    return sum;
+    for (const std::int32_t neighbour : mesh.Elements.Neighbour)
+        require(neighbour >= -1 && neighbour < mesh.ElementCount, "neighbours are elements");
 }
 
 void askAll(const ResultModel& model) {
-    for (const bool difference : {false, true}) {
-        for (std::int32_t item = -1; item <= model.ItemCount; ++item)
-            sumOf(GetItemValues(item, model, difference));
-        sumOf(GetNodeValues(difference, model.Mesh));
-        sumOf(GetDisplacementX(model, difference));
-        sumOf(GetDisplacementY(model, difference));
-    }
+    const auto look = [](const ItemValues& values) {
+        require(values.Values.size() == std::max(values.Count, 0), "as many values as the count says");
+    };
     for (std::int32_t item = 0; item < model.ItemCount; ++item) {
-        const std::int32_t type = model.Items.at(item).ElementType;
-        sumOf(ExpandItemValues(type, model.Mesh, model.ItemData.at(item)));
-        sumOf(SubtractValues(model.ItemData.at(item), model.ReferenceItemData.at(item)));
-        sumOf(AverageToNodes(model.ItemData.at(item), model.Mesh, type));
+        look(GetItemValues(item, model, true));
+        look(ExpandItemValues(model.Items.at(item).ElementType, model.Mesh,
+                              SubtractValues(model.ItemData.at(item), model.ReferenceItemData.at(item))));
     }
-}
-
-void loadAndAsk(const QString& path) {
-    ResultModel model;
-    if (!LoadResultFile(path, model))
-        return;
-    walkMesh(model.Mesh);
-    const std::int32_t last = model.StepCount - 1;
-    const std::int32_t lastItem = model.ItemCount - 1;
-    for (const auto& [step, reference, item] :
-         {std::array{0, -1, 0}, std::array{0, last, 0}, std::array{last, 0, lastItem}}) {
-        const bool hasStep = LoadStep(step, item, model, false, reference);
-        require(hasStep == (step >= 0 && step <= last), "every step of the directory loads");
-        if (!hasStep)
-            continue;
-        walkMesh(model.Mesh);
-        for (std::int32_t k = 0; k < model.ItemCount; ++k)
-            ApplyItemToNodes(k, model);
-        askAll(model);
-    }
+    for (const bool difference : {false, true})
+        for (const auto displacement : {GetDisplacementX, GetDisplacementY})
+            look(displacement(model, difference));
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile file;
-    file.Write(data, size);
-    loadAndAsk(file.Path());
+    ResultModel loaded;
+    if (!LoadResultFile(inputFile(data, size), loaded))
+        return 0;
+    Session session;
+    session.TakeUp(loaded, false);
+    session.Settings.ValueDisplay = session.Settings.Difference.ApplyContour = true;
+    const std::int32_t last = loaded.StepCount - 1;
+    for (const std::int32_t step : {0, last}) {
+        session.Settings.Difference.StandardStep = last - step;
+        require(session.LoadStep(step, step == last ? loaded.ItemCount - 1 : 0) == (last >= 0), "every step loads");
+        requireSound(session.Model.Mesh);
+        TraceDevice device(320, 240);
+        session.Draw(device);
+        if (last >= 0)
+            askAll(session.Model);
+    }
     return 0;
 }

@@ -7,8 +7,8 @@
 #include "platform/base/Literals.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/PictureBox.h"
-#include "result/ResultModel.h"
 #include "result/VrfBuilder.h"
+#include "view/scene/Session.h"
 
 #include <QApplication>
 #include <QTest>

@@ -1,8 +1,12 @@
 #include "mainwin/commandState.h"
 
+#include "TestFolder.h"
 #include "mainwin/commandTable.h"
+#include "view/ViewState.h"
 
+#include <QDirIterator>
 #include <QMainWindow>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,10 +25,20 @@ struct CommandStateTest : testing::Test {
         settings.Displacement.Fiducial = 3;
         settings.Window.Mesh = false;
     }
-    void update(bool open) { commandState::UpdateCommandState(bars, open, model, settings); }
-    void expectEnabled(const QString& names, bool enabled) {
-        for (const QString& name : names.split(u' '))
-            EXPECT_EQ(bars.Enabled(name), enabled) << name.toStdString();
+    CommandFacts open(int zoom = 1) const {
+        return {.Model = model, .Settings = settings, .FileOpen = true, .Zoom = zoom};
+    }
+    /// What is built and disabled on some bands when these are the facts.
+    QString disabled(const CommandFacts& facts, const QString& names) {
+        commandState::UpdateCommandState(bars, facts);
+        QStringList found;
+        for (const QString& band : names.split(u' ')) {
+            commandState::EnableOnOpening(bars, band, facts);
+            for (const QString& tool : bars.BandTools(band))
+                if (!bars.Enabled(tool) && commandTable::IsBuilt(*commandTable::Find(tool)))
+                    found.append(tool);
+        }
+        return found.join(u' ');
     }
     /// The marked tools of a band, by their position.
     QString marks(const QString& band) {
@@ -40,65 +54,87 @@ struct CommandStateTest : testing::Test {
         return texts.join(u' ');
     }
 
-    const QString always = u"miFile miFileOpen miFileQuit miViewToolBar miViewStatusBar miViewRefresh miHelp"_s;
-    const QString ofFile = u"miFileSaveLayout miFileProperty miViewScale miViewMesh miViewZoomIn miViewZoomOut "
-                           u"miViewZoomOff miDraw"_s;
-    const QString ofDisplacement = u"miDrawDispScale miDrawDispLegend miDrawOrgMesh"_s;
-    const QString ofContour = u"miDrawContourColor miDrawContourLegend miDrawContourValue"_s;
     QMainWindow window;
     CommandBars& bars = *new CommandBars(window);
     ResultModel model;
     ApplicationSettings settings;
 };
 
-TEST_F(CommandStateTest, FollowsFileModelAndSettings) {
-    update(true);
-    QSet<int> ids;
-    for (const CommandRow& row : commandTable::Commands()) {
-        const QString name = QString::fromUtf16(row.name);
-        ids.insert(bars.ToolID(name));
-        EXPECT_EQ(bars.Enabled(name), row.stage == CommandStage::Built) << name.toStdString();
-    }
-    EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size())) << "every command stands once";
+TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
+    const QString all = u"mbGeneral pbFile pbView pbViewScale pbDraw pbTools pbHelp tbGeneral tbSlideShow pbPopup"_s;
+    EXPECT_EQ(disabled(open(), all), QString());
+    CommandFacts facts = open();
+    facts.FileOpen = false;
+    const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
+    EXPECT_EQ(disabled(facts, u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
+              u"miDraw miFileSaveLayout miFileProperty miViewScale miViewMesh "_s + zooms + u" miToolsImageCopy " +
+                  zooms + u" miDrawContourValue");
+    for (const auto& [zoom, refused] :
+         {std::pair(ZoomMax, u"miViewZoomIn"_s), {ZoomMin, u"miViewZoomOut"_s}, {0, u"miViewZoomOff"_s}})
+        EXPECT_EQ(disabled(open(zoom), all), QStringList({refused, refused, refused}).join(u' '));
+    CommandFacts show = open();
+    show.ShowMoves = true;
+    EXPECT_EQ(disabled(show, u"tbSlideShow"_s), u"miDrawStep"_s);
+    model.NoDisplacement = true;
+    EXPECT_EQ(disabled(open(), all), u"miDrawDispScale miDrawDispLegend miDrawOrgMesh"_s);
+    model.NoDisplacement = false;
+    model.LineElementsOnly = true;
+    EXPECT_EQ(disabled(open(), all), u"miDrawContourColor miDrawContourLegend miDrawContourValue miDrawContourValue"_s);
+}
+
+TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
+    CommandFacts facts = open();
+    commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
-    EXPECT_EQ(marks(u"pdDrawContourColor"_s), u"-x----"_s);
-    EXPECT_EQ(marks(u"pbDrawDispScale"_s), u"---x"_s);
-    EXPECT_FALSE(bars.Checked(u"miViewMesh"_s));
-    EXPECT_TRUE(bars.Checked(u"miViewToolBar"_s) && bars.Checked(u"miDrawContourLegend"_s));
+    EXPECT_EQ(marks(u"pdDrawContourColor"_s) + marks(u"pbDrawDispScale"_s), u"-x-------x"_s);
+    EXPECT_EQ(marks(u"pbView"_s), u"-----xx-"_s);
     commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
     EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
-    update(false);
-    expectEnabled(ofFile, false);
-    expectEnabled(always, true);
+    facts.FileOpen = false;
+    commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"-1/0 1/2 -1/0"_s) << "the list of vectors stays";
     EXPECT_EQ(marks(u"pdDrawContourColor"_s), u"-x----"_s);
 }
 
-TEST_F(CommandStateTest, WhatTheModelLacksCannotBeSet) {
-    for (const bool noDisplacement : {true, false}) {
-        model.NoDisplacement = noDisplacement;
-        model.LineElementsOnly = !noDisplacement;
-        update(true);
-        expectEnabled(ofDisplacement, !noDisplacement);
-        expectEnabled(ofContour, noDisplacement);
-        expectEnabled(ofFile + u' ' + always + u" miDrawContourItem"_s, true);
+TEST_F(CommandStateTest, FamiliesStandBehindTheCommandsOfTheirBand) {
+    for (const FamilyRow& family : commandTable::Families()) {
+        const QString prefix = QString::fromUtf16(family.prefix), band = QString::fromUtf16(family.band);
+        const QStringList before = bars.BandTools(band);
+        for (const int count : {3, 2}) {
+            commandFamilies::Set(bars, prefix, std::vector<FamilyEntry>(std::size_t(count), {u"&1"_s, u"a"_s}));
+            EXPECT_EQ(bars.BandTools(band).filter(prefix).size(), count);
+        }
+        const QString first = prefix + QString::number(family.firstNumber);
+        EXPECT_EQ(bars.ToolID(first), family.firstId + family.firstNumber);
+        EXPECT_EQ(bars.Enabled(first), family.act != nullptr) << "a family to come";
+        EXPECT_EQ(bars.BandTools(band).last() == before.last(), family.last[0] != 0);
+        commandFamilies::Set(bars, prefix, {});
+        EXPECT_EQ(bars.BandTools(band), before);
+        EXPECT_FALSE(bars.HasTool(first));
     }
 }
 
-TEST_F(CommandStateTest, RecentFilesStandBeforeQuit) {
-    clsStringArray files;
-    for (int i = 0; i < 12; ++i)
-        files.Add(u"/solid/R&D/%1.vrf"_s.arg(i), true, {});
-    commandState::BuildRecentMenu(bars, files);
-    commandState::BuildRecentMenu(bars, files);
-    const QStringList tools = bars.BandTools(u"pbFile"_s);
-    EXPECT_EQ(tools.last(), u"miFileQuit"_s);
-    EXPECT_EQ(tools.filter(u"recent-"_s).size(), 9);
-    EXPECT_EQ(bars.ToolID(u"recent-8"_s), 100008);
-    EXPECT_EQ(bars.Caption(u"recent-2"_s), u"&3 - /solid/R&&D/2.vrf"_s);
-    files.Clear();
-    commandState::BuildRecentMenu(bars, files);
-    EXPECT_FALSE(bars.HasTool(u"recent-1"_s));
+TEST_F(CommandStateTest, EveryNameIsOneOfTheTable) {
+    QSet<QString> known;
+    QSet<int> ids;
+    for (const CommandRow& row : commandTable::Commands()) {
+        known.insert(QString::fromUtf16(row.name));
+        ids.insert(row.id);
+    }
+    EXPECT_EQ(ids.size(), qsizetype(commandTable::Commands().size()));
+    EXPECT_EQ(known.size(), ids.size()) << "every command stands once";
+    for (const BandRow& band : commandTable::Bands())
+        known.insert(QString::fromUtf16(band.name));
+    // Wherever a text looks like the name of a command or a band.
+    static const QRegularExpression pattern(u"u\"((?:mi|pb|pd|mb|tb)[A-Z]\\w*)[@=\"]"_s);
+    int found = 0;
+    for (const QString& folder : {u"/src/mainwin"_s, u"/tests/mainwin"_s})
+        for (QDirIterator files(QStringLiteral(VELORIN_SOURCE_DIR) + folder, {u"*.cpp"_s, u"*.h"_s}); files.hasNext();)
+            for (const auto& match : pattern.globalMatch(QString::fromUtf8(TestFolder::Read(files.next())))) {
+                EXPECT_TRUE(known.contains(match.captured(1))) << match.captured(1).toStdString();
+                ++found;
+            }
+    EXPECT_GT(found, 2 * known.size());
 }
 
 } // namespace

@@ -1,14 +1,11 @@
 #include "WindowTest.h"
 
 #include "app/settingsStore.h"
-#include "platform/widgets/LongWork.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QScrollBar>
-#include <QThread>
-#include <QTimer>
 
 using mdApplication::Model;
 using mdApplication::Settings;
@@ -155,6 +152,34 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     EXPECT_EQ(meshWidth(), wide) << "automatic";
 }
 
+TEST_F(FrmMainTest, RecentFilesAreTrueNamesTheNewestFirst) {
+    RecentFiles files;
+    QStringList expected;
+    for (int i = 0; i < 12; ++i) {
+        const QString path = folder.Write("x", u"R&D %1.vrf"_s.arg(i));
+        files.Add(path);
+        expected.prepend(path);
+    }
+    const QString otherCase = folder.Write("y", u"r&d 3.vrf"_s);
+    for (const QString& path : {otherCase, expected[4]}) {
+        files.Add(path);
+        expected.removeAll(path);
+        expected.prepend(path);
+    }
+    EXPECT_EQ(files.Count(), 13);
+    EXPECT_EQ(files.MenuEntries().size(), 9u);
+    EXPECT_EQ(files.MenuEntries()[1].Description, otherCase) << "another file where case counts";
+    EXPECT_TRUE(files.MenuEntries()[1].Caption.startsWith(u"&2 - "));
+    EXPECT_TRUE(files.MenuEntries()[1].Caption.endsWith(u"r&&d 3.vrf"));
+    files.Save();
+    QFile::remove(expected[2]);
+    RecentFiles again;
+    again.Load();
+    EXPECT_EQ(again.Count(), 9) << "ten are kept, one has gone";
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(again.Path(i), expected[i < 2 ? i : 3]);
+}
+
 TEST_F(FrmMainTest, AllIsFoundAgainAfterClosing) {
     openPlate();
     trigger(u"miContourColor1"_s);
@@ -192,24 +217,6 @@ TEST_F(FrmMainTest, MouseShowsWorldCoordinatesAndZoomsAtItsPlace) {
     const double dot = window.DocPlotter().Window().Width() / picture->width();
     EXPECT_LT(QLineF(coordinates(), before).length(), 2 * dot);
     EXPECT_GT(std::abs(before.x()) + std::abs(before.y()), 4 * dot);
-}
-
-TEST(LongWork, EscStopsItAndTheWindowStaysAlive) {
-    QWidget window;
-    window.show();
-    int turns = 0;
-    QTimer::singleShot(20, [&] {
-        EXPECT_TRUE(LongWork::IsRunning());
-        ++turns;
-        QTest::keyClick(&window, Qt::Key_Escape);
-    });
-    LongWork work(u"work"_s, [](const QString&) {});
-    EXPECT_FALSE(work.Run([](const LongWork::Progress& progress) {
-        while (progress(1, 2))
-            QThread::msleep(1);
-    }));
-    EXPECT_EQ(turns, 1);
-    EXPECT_FALSE(LongWork::IsRunning());
 }
 
 } // namespace

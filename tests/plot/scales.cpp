@@ -1,4 +1,3 @@
-#include "platform/device/TraceDevice.h"
 #include "plot/clsPlot.h"
 #include "plot/scaleNumbers.h"
 
@@ -11,8 +10,7 @@ namespace {
 using Limits = std::array<float, 4>; // max, min, major, minor
 
 Limits scaleOf(clsPlot& plot, int scale = clsPlot::ScalePlot) {
-    TraceDevice device(100, 100);
-    plot.Redraw(&device, nullptr);
+    plot.FindScales();
     return {plot.ScaleMax(scale), plot.ScaleMin(scale), plot.ScaleMScale(scale), plot.ScaleHScale(scale)};
 }
 

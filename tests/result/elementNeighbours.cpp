@@ -36,40 +36,33 @@ QList<std::int32_t> neighboursByTable(const MeshData& mesh) {
     return neighbours;
 }
 
-struct ElementNeighbours : ModelTest {
-    void openMesh(const std::vector<std::vector<qint32>>& elements, std::size_t nodeCount, std::mt19937* types = {}) {
-        VrfBuilder file;
-        file.items = {{u"v"_s, -1, 0}};
-        file.nodes.assign(nodeCount, {0, 0});
-        file.elements = elements;
-        file.steps = {{0, {}, std::vector<qint32>(elements.size(), 0), {{}}}};
-        for (qint32& type : file.steps[0].types)
-            type = types ? qint32((*types)() % 4) - 1 : 0;
-        open(file);
-    }
-};
-
-TEST_F(ElementNeighbours, SharedEdgesAndTheirOddities) {
-    openMesh({{2, 5, 4, 1}, {2, 3, 6, 5}}, 6);
-    EXPECT_EQ(model.Mesh.Elements.Neighbour, QList<std::int32_t>(8, -1)) << "the first edge of a file";
-    // An edge's first element points at its last, and a line element is its own neighbour.
-    openMesh({{1, 2, 3}, {3, 2, 4}, {2, 3, 5}, {4, 5}}, 5);
-    EXPECT_EQ(model.Mesh.Elements.Neighbour, (QList<std::int32_t>{-1, 2, -1, 0, -1, -1, 0, -1, -1, 3, 3}));
-}
+using ElementNeighbours = ModelTest;
 
 TEST_F(ElementNeighbours, RandomMeshesAsByTheTable) {
     std::mt19937 random(42);
     const auto upTo = [&](int n) { return int(random() % unsigned(n)); };
     for (int round = 0; round < 300; ++round) {
-        const int nodeCount = 2 + upTo(12);
-        std::vector<std::vector<qint32>> elements(std::size_t(1 + upTo(14)));
-        for (auto& element : elements)
+        VrfBuilder file;
+        file.items = {{u"v"_s, -1, 0}};
+        file.nodes.assign(std::size_t(2 + upTo(12)), {0, 0});
+        file.elements.resize(std::size_t(1 + upTo(14)));
+        file.steps = {{0, {}, {}, {{}}}};
+        for (auto& element : file.elements) {
             // Node 0 is a missing one, numbers past the count are false ones, and corners may repeat.
             for (int k = upTo(6); k > 0; --k)
-                element.push_back(upTo(nodeCount + 3));
-        openMesh(elements, std::size_t(nodeCount), &random);
+                element.push_back(upTo(int(file.nodes.size()) + 3));
+            file.steps[0].types.push_back(upTo(4) - 1);
+        }
+        open(file);
         ASSERT_EQ(model.Mesh.Elements.Neighbour, neighboursByTable(model.Mesh)) << round;
     }
+    // The first edge of a file is never shared, an edge's first element points at its last, and a line element is its
+    // own neighbour.
+    VrfBuilder file = twoSquares();
+    file.elements = {{1, 2, 3}, {3, 2, 4}, {2, 3, 5}, {4, 5}};
+    file.steps = {{0, {}, {0, 0, 0, 0}, {{}, {}}}};
+    open(file);
+    EXPECT_EQ(model.Mesh.Elements.Neighbour, (QList<std::int32_t>{-1, 2, -1, 0, -1, -1, 0, -1, -1, 3, 3}));
 }
 
 } // namespace

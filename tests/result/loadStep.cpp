@@ -1,7 +1,5 @@
 #include "ModelTest.h"
 
-#include <random>
-
 using namespace mdVelorinResultModel;
 
 namespace {
@@ -72,27 +70,6 @@ TEST_F(LoadStepTest, FewerValuesThanNodesOrElements) {
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{7, 7, 7, 8, 10, 12})) << "the rest keeps what it had";
     ASSERT_TRUE(step(0, 1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{4, 2, 0, 4, 2, 0}));
-}
-
-TEST_F(LoadStepTest, BoundsOfLargeBlocksAreThoseOfAPlainWalk) {
-    std::mt19937 random(7);
-    std::uniform_real_distribution<double> number(-1e3, 1e3);
-    VrfBuilder file;
-    file.items = {{u"v"_s, -1, 0}, {u"zeros"_s, -1, 0}};
-    file.nodes.assign(70001, {0, 0});
-    file.elements = {{1, 2, 3}};
-    file.steps = {{0, {}, {1}, {{}, {}}}};
-    float highest = -BoundStart, lowest = BoundStart;
-    for (std::size_t i = 0; i < file.nodes.size(); ++i) {
-        const double value = i % 1000 == 3 ? std::numeric_limits<double>::quiet_NaN() : number(random);
-        file.steps[0].values[0].push_back(value);
-        file.steps[0].values[1].push_back(i % 2 ? 0.0 : -0.0);
-        highest = float(value) > highest ? float(value) : highest;
-        lowest = float(value) < lowest ? float(value) : lowest;
-    }
-    open(file);
-    expectBounds(highest, lowest);
-    EXPECT_TRUE(std::signbit(model.ItemData.at(1).MaxValue)) << "of two equal zeros the first one met stays";
 }
 
 } // namespace

@@ -1,15 +1,12 @@
 #include "app/windows/ShowMessage.h"
 
 #include "app/mdApplication.h"
+#include "app/windows/GraphWindows.h"
 #include "platform/widgets/Dialogs.h"
 
-std::function<void(bool lower)> mdApplication::MessageBoxHook;
-
 int mdApplication::ShowMessage(const QString& text, int flags) {
-    if (MessageBoxHook)
-        MessageBoxHook(true);
-    const int button = Dialogs::MessageBox(nullptr, text, ApplicationTitle, flags);
-    if (MessageBoxHook)
-        MessageBoxHook(false);
+    LowerGraphWindows(true);
+    const int button = Dialogs::MessageBox(Dialogs::FrontWindow(), text, ApplicationTitle, flags);
+    LowerGraphWindows(false);
     return button;
 }

@@ -4,7 +4,6 @@
 #include "platform/device/Rings.h"
 #include "platform/device/VectorRules.h"
 
-#include <QFontMetricsF>
 #include <utility>
 
 using namespace VectorRules;
@@ -48,12 +47,9 @@ QBrush qBrush(const Brush& brush) {
 } // namespace
 
 PainterDevice::PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY)
-    : painter(activePainter), measures{width, height, std::max(1, dotsPerInchX), std::max(1, dotsPerInchY)} {
+    : StatefulDevice({width, height, std::max(1, dotsPerInchX), std::max(1, dotsPerInchY)}), painter(activePainter) {
     painter.save();
     painter.translate(0.5, 0.5);
-    SelectPen(stockPen(Stock::BlackPen));
-    SelectBrush(stockBrush(Stock::WhiteBrush));
-    SelectFont(stockFont(Stock::SystemFont, measures.DotsPerInchY));
 }
 
 PainterDevice::~PainterDevice() {
@@ -61,63 +57,29 @@ PainterDevice::~PainterDevice() {
     painter.restore();
 }
 
-void PainterDevice::SaveDC() {
-    saved.push_back(state);
-}
-
-void PainterDevice::RestoreDC() {
-    if (saved.empty())
+void PainterDevice::enterClip() {
+    if (enteredClip == state.Clip)
         return;
-    const State before = std::exchange(state, saved.back());
-    saved.pop_back();
-    outlinePen = qPen(state.CurrentPen);
-    areaBrush = qBrush(state.CurrentBrush);
-    if (before.Clip != state.Clip)
-        applyClip();
-}
-
-Pen PainterDevice::SelectPen(const Pen& pen) {
-    outlinePen = qPen(pen);
-    return std::exchange(state.CurrentPen, pen);
-}
-
-Brush PainterDevice::SelectBrush(const Brush& brush) {
-    areaBrush = qBrush(brush);
-    return std::exchange(state.CurrentBrush, brush);
-}
-
-Font PainterDevice::SelectFont(const Font& font) {
-    return std::exchange(state.CurrentFont, font);
-}
-
-void PainterDevice::SetTextColor(ColorRef color) {
-    state.TextColor = color;
-}
-
-void PainterDevice::ClipRect(const DeviceRect& rect) {
-    state.Clip = rect;
-    applyClip();
-}
-
-void PainterDevice::ClipNone() {
-    state.Clip.reset();
-    applyClip();
-}
-
-void PainterDevice::applyClip() {
-    flushLines();
-    if (state.Clip)
-        painter.setClipRect(AreaOf(*state.Clip));
+    enteredClip = state.Clip;
+    if (enteredClip)
+        painter.setClipRect(AreaOf(*enteredClip));
     else
         painter.setClipping(false);
 }
 
-void PainterDevice::MoveTo(DevicePoint point) {
-    state.Position = point;
+const QPen& PainterDevice::outlinePen() {
+    return keptPen.For(state.LinePen, [this] { return qPen(state.LinePen); });
+}
+
+const PainterDevice::TextTools& PainterDevice::textTools() const {
+    return keptText.For(state.TextFont, [this] {
+        const QFont face = Fonts::ToQFont(state.TextFont);
+        return TextTools{face, QFontMetricsF(face, painter.device())};
+    });
 }
 
 void PainterDevice::LineTo(DevicePoint point) {
-    addLine(std::exchange(state.Position, point), point);
+    addLine(std::exchange(state.Position.Point, point), point);
 }
 
 void PainterDevice::Polyline(std::span<const DevicePoint> points) {
@@ -127,21 +89,23 @@ void PainterDevice::Polyline(std::span<const DevicePoint> points) {
 
 void PainterDevice::addLine(DevicePoint from, DevicePoint to) {
     // A line leaves out its end, so one without length is nothing; a round end would make it a dot.
-    if (from == to || state.CurrentPen.Style == PenStyle::Null)
+    if (from == to || state.LinePen.Style == PenStyle::Null)
         return;
-    if (lines.elementCount() >= longestPath || linesPen != state.CurrentPen)
+    if (lines.elementCount() >= longestPath || linesPen != state.LinePen || enteredClip != state.Clip)
         flushLines();
+    if (lines.isEmpty())
+        enterClip();
     if (lines.isEmpty() || linesEnd != from)
         lines.moveTo(qPoint(from));
     lines.lineTo(qPoint(to));
-    linesPen = state.CurrentPen;
+    linesPen = state.LinePen;
     linesEnd = to;
 }
 
 void PainterDevice::flushLines() {
     if (lines.isEmpty())
         return;
-    painter.setPen(qPen(linesPen));
+    painter.setPen(keptPen.For(linesPen, [this] { return qPen(linesPen); }));
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(lines);
     lines.clear();
@@ -149,8 +113,9 @@ void PainterDevice::flushLines() {
 
 void PainterDevice::startFigure() {
     flushLines();
-    painter.setPen(outlinePen);
-    painter.setBrush(areaBrush);
+    enterClip();
+    painter.setPen(outlinePen());
+    painter.setBrush(keptBrush.For(state.AreaBrush, [this] { return qBrush(state.AreaBrush); }));
 }
 
 void PainterDevice::Polygon(std::span<const DevicePoint> points) {
@@ -181,7 +146,7 @@ void PainterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<c
 }
 
 void PainterDevice::Rectangle(const DeviceRect& rect) {
-    const std::optional<QRectF> bounds = FigureBounds(rect, state.CurrentPen);
+    const std::optional<QRectF> bounds = FigureBounds(rect, state.LinePen);
     if (!bounds)
         return;
     startFigure();
@@ -189,7 +154,7 @@ void PainterDevice::Rectangle(const DeviceRect& rect) {
 }
 
 void PainterDevice::Ellipse(const DeviceRect& rect) {
-    const std::optional<QRectF> bounds = FigureBounds(rect, state.CurrentPen);
+    const std::optional<QRectF> bounds = FigureBounds(rect, state.LinePen);
     if (!bounds)
         return;
     startFigure();
@@ -201,6 +166,7 @@ void PainterDevice::FillRect(const DeviceRect& rect, const Brush& brush) {
     if (!area.isValid())
         return;
     flushLines();
+    enterClip();
     painter.setPen(Qt::NoPen);
     painter.setBrush(qBrush(brush));
     painter.drawRect(area);
@@ -211,6 +177,7 @@ void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture)
     if (!area.isValid())
         return;
     flushLines();
+    enterClip();
     const bool lossless = painter.testRenderHint(QPainter::LosslessImageRendering);
     painter.setRenderHint(QPainter::LosslessImageRendering);
     painter.drawImage(area, picture);
@@ -221,23 +188,23 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty())
         return;
     flushLines();
-    const QFont font = Fonts::ToQFont(state.CurrentFont);
-    const qreal ascent = QFontMetricsF(font, painter.device()).ascent();
+    enterClip();
+    const qreal ascent = textTools().Metrics.ascent();
     const QPointF corner = qPoint(leftTop) - QPointF(0.5, 0.5);
-    painter.setFont(font);
+    painter.setFont(textTools().Face);
     painter.setPen(qColor(state.TextColor));
-    if (state.CurrentFont.Escapement == 0) {
+    if (state.TextFont.Escapement == 0) {
         painter.drawText(corner + QPointF(0, ascent), Printable(text));
         return;
     }
     const QTransform upright = painter.transform();
     painter.translate(corner);
-    painter.rotate(-state.CurrentFont.Escapement / 10.0);
+    painter.rotate(-state.TextFont.Escapement / 10.0);
     painter.drawText(QPointF(0, ascent), Printable(text));
     painter.setTransform(upright);
 }
 
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
-    const QFontMetricsF metrics(Fonts::ToQFont(state.CurrentFont), painter.device());
+    const QFontMetricsF& metrics = textTools().Metrics;
     return {qRound(metrics.horizontalAdvance(Printable(text))), qRound(metrics.ascent() + metrics.descent())};
 }

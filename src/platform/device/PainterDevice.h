@@ -2,9 +2,10 @@
 // there is another device.
 #pragma once
 
-#include "platform/device/DeviceMeasures.h"
+#include "platform/device/DeviceState.h"
 
 #include <QBrush>
+#include <QFontMetricsF>
 #include <QPainterPath>
 #include <QPen>
 #include <QPolygonF>
@@ -19,24 +20,13 @@
 ///
 /// Raster modes do not exist in vector output: `SetRop2` is accepted and every mode draws as `CopyPen`. A clip sets
 /// aside the painter's own.
-class PainterDevice final : public DeviceContext {
+class PainterDevice final : public StatefulDevice {
 public:
     PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY);
     ~PainterDevice() override;
     PainterDevice(const PainterDevice&) = delete;
     PainterDevice& operator=(const PainterDevice&) = delete;
 
-    void SaveDC() override;
-    void RestoreDC() override;
-    Pen SelectPen(const Pen& pen) override;
-    Brush SelectBrush(const Brush& brush) override;
-    Font SelectFont(const Font& font) override;
-    void SetTextColor(ColorRef color) override;
-    void SetRop2(int) override {}
-    void ClipRect(const DeviceRect& rect) override;
-    void ClipNone() override;
-
-    void MoveTo(DevicePoint point) override;
     void LineTo(DevicePoint point) override;
     void Polyline(std::span<const DevicePoint> points) override;
     void Polygon(std::span<const DevicePoint> points) override;
@@ -49,30 +39,26 @@ public:
     /// Control characters are written as blanks.
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override { return measures.Get(caps); }
 
 private:
-    struct State {
-        Pen CurrentPen;
-        Brush CurrentBrush;
-        Font CurrentFont;
-        ColorRef TextColor = 0;
-        DevicePoint Position;
-        std::optional<DeviceRect> Clip;
+    struct TextTools {
+        QFont Face;
+        QFontMetricsF Metrics;
     };
 
     void addLine(DevicePoint from, DevicePoint to);
     void flushLines();
     void startFigure();
-    void applyClip();
+    void enterClip();
+    const QPen& outlinePen();
+    const TextTools& textTools() const;
 
     QPainter& painter;
-    DeviceMeasures measures;
-    State state;
-    std::vector<State> saved;
-    QPen outlinePen;    ///< of `state.CurrentPen`
-    QBrush areaBrush;   ///< of `state.CurrentBrush`
-    QPainterPath lines; ///< held back, to be drawn in `linesPen`
+    std::optional<DeviceRect> enteredClip; ///< the painter's
+    Kept<Pen, QPen> keptPen;
+    Kept<Brush, QBrush> keptBrush;
+    mutable Kept<Font, TextTools> keptText;
+    QPainterPath lines; ///< held back, to be drawn in `linesPen` under `enteredClip`
     Pen linesPen;
     DevicePoint linesEnd;
     QPolygonF corners; ///< kept for its memory

@@ -18,10 +18,7 @@ constexpr int longestPath = 1000;
 } // namespace
 
 SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& title)
-    : measures{std::max(0, width), std::max(0, height), std::max(1, dotsPerInch), std::max(1, dotsPerInch)} {
-    SelectPen(stockPen(Stock::BlackPen));
-    SelectBrush(stockBrush(Stock::WhiteBrush));
-    SelectFont(stockFont(Stock::SystemFont, measures.DotsPerInchY));
+    : StatefulDevice({std::max(0, width), std::max(0, height), std::max(1, dotsPerInch), std::max(1, dotsPerInch)}) {
     constexpr double viewerDotsPerInch = 96;
     const double scale = viewerDotsPerInch / measures.DotsPerInchX;
     document =
@@ -42,41 +39,6 @@ QByteArray SvgDevice::TakeDocument() {
     enterClip();
     document += "</svg>\n";
     return std::exchange(document, {});
-}
-
-void SvgDevice::RestoreDC() {
-    if (saved.empty())
-        return;
-    state = saved.back();
-    saved.pop_back();
-    forgetLooks();
-}
-
-void SvgDevice::forgetLooks() {
-    keptFigureLook.reset();
-    keptTextLook.reset();
-    keptMetrics.reset();
-}
-
-Pen SvgDevice::SelectPen(const Pen& pen) {
-    keptFigureLook.reset();
-    return std::exchange(state.CurrentPen, pen);
-}
-
-Brush SvgDevice::SelectBrush(const Brush& brush) {
-    keptFigureLook.reset();
-    return std::exchange(state.CurrentBrush, brush);
-}
-
-Font SvgDevice::SelectFont(const Font& font) {
-    keptTextLook.reset();
-    keptMetrics.reset();
-    return std::exchange(state.CurrentFont, font);
-}
-
-void SvgDevice::SetTextColor(ColorRef color) {
-    keptTextLook.reset();
-    state.TextColor = color;
 }
 
 /// The id of an element without its start, `<element id="..."`, and its end; written here when it is not there yet.
@@ -104,15 +66,14 @@ QByteArray SvgDevice::fillOf(const Brush& brush) {
 
 /// Empty when neither pen nor brush draws anything.
 const QByteArray& SvgDevice::figureLook() {
-    if (!keptFigureLook)
-        keptFigureLook = StrokeOf(state.CurrentPen) + fillOf(state.CurrentBrush);
-    return *keptFigureLook;
+    return keptFigureLook.For(std::tie(state.LinePen, state.AreaBrush),
+                              [this]() -> QByteArray { return StrokeOf(state.LinePen) + fillOf(state.AreaBrush); });
 }
 
 const QByteArray& SvgDevice::textLook() {
-    if (!keptTextLook)
-        keptTextLook = FontOf(state.CurrentFont) + Attribute("fill", ColorOf(state.TextColor));
-    return *keptTextLook;
+    return keptTextLook.For(std::tie(state.TextFont, state.TextColor), [this]() -> QByteArray {
+        return FontOf(state.TextFont) + Attribute("fill", ColorOf(state.TextColor));
+    });
 }
 
 void SvgDevice::enterClip() {
@@ -145,7 +106,7 @@ void SvgDevice::closeGroup() {
 }
 
 void SvgDevice::LineTo(DevicePoint point) {
-    addLine(std::exchange(state.Position, point), point);
+    addLine(std::exchange(state.Position.Point, point), point);
 }
 
 void SvgDevice::Polyline(std::span<const DevicePoint> points) {
@@ -155,15 +116,15 @@ void SvgDevice::Polyline(std::span<const DevicePoint> points) {
 
 void SvgDevice::addLine(DevicePoint from, DevicePoint to) {
     // A line leaves out its end, so one without length is nothing; a round end would make it a dot.
-    if (from == to || state.CurrentPen.Style == PenStyle::Null)
+    if (from == to || state.LinePen.Style == PenStyle::Null)
         return;
-    if (linePathSteps >= longestPath || linePathPen != state.CurrentPen || openClip != state.Clip)
+    if (linePathSteps >= longestPath || linePathPen != state.LinePen || openClip != state.Clip)
         endPath();
     if (linePathSteps == 0) {
-        openGroup(StrokeOf(state.CurrentPen));
+        openGroup(StrokeOf(state.LinePen));
         document += "<path d=\"";
         linePath = {};
-        linePathPen = state.CurrentPen;
+        linePathPen = state.LinePen;
     }
     if (linePathSteps == 0 || linePath.At() != from) {
         linePath.Move(document, from);
@@ -208,10 +169,10 @@ void SvgDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const
 }
 
 void SvgDevice::Rectangle(const DeviceRect& corners) {
-    const std::optional<QRectF> bounds = FigureBounds(corners, state.CurrentPen);
+    const std::optional<QRectF> bounds = FigureBounds(corners, state.LinePen);
     if (!bounds || figureLook().isEmpty())
         return;
-    if (state.CurrentPen.Style != PenStyle::Null) {
+    if (state.LinePen.Style != PenStyle::Null) {
         const DeviceRect rect = normalised(corners);
         const int right = rect.Right - 1, bottom = rect.Bottom - 1;
         Polygon(std::array<DevicePoint, 4>{
@@ -223,7 +184,7 @@ void SvgDevice::Rectangle(const DeviceRect& corners) {
 }
 
 void SvgDevice::Ellipse(const DeviceRect& corners) {
-    const std::optional<QRectF> bounds = FigureBounds(corners, state.CurrentPen);
+    const std::optional<QRectF> bounds = FigureBounds(corners, state.LinePen);
     if (!bounds || figureLook().isEmpty())
         return;
     if (bounds->isEmpty()) {
@@ -267,9 +228,9 @@ void SvgDevice::Text(DevicePoint leftTop, const QString& text) {
         return;
     openGroup(textLook());
     const double x = leftTop.X - 0.5, y = leftTop.Y - 0.5;
-    document += "<text" + Attribute("x", x) + Attribute("y", y + metrics().ascent()) + DecorationOf(state.CurrentFont);
+    document += "<text" + Attribute("x", x) + Attribute("y", y + metrics().ascent()) + DecorationOf(state.TextFont);
     constexpr int fullTurn = 3600;
-    if (const int turn = state.CurrentFont.Escapement % fullTurn; turn != 0) {
+    if (const int turn = state.TextFont.Escapement % fullTurn; turn != 0) {
         const QByteArray about = Number(x) + ' ' + Number(y);
         document += Attribute("transform", "rotate(" + Number(-turn / 10.0) + ' ' + about + ')');
     }
@@ -285,9 +246,7 @@ void SvgDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 const QFontMetricsF& SvgDevice::metrics() const {
-    if (!keptMetrics)
-        keptMetrics.emplace(Fonts::ToQFont(state.CurrentFont));
-    return *keptMetrics;
+    return keptMetrics.For(state.TextFont, [this] { return QFontMetricsF(Fonts::ToQFont(state.TextFont)); });
 }
 
 DeviceSize SvgDevice::MeasureText(const QString& text) const {

@@ -2,13 +2,13 @@
 // programs. It draws nothing itself.
 #pragma once
 
-#include "platform/device/DeviceMeasures.h"
+#include "platform/device/DeviceState.h"
 #include "platform/device/SvgPath.h"
 
 #include <QFontMetricsF>
 #include <QHash>
 #include <optional>
-#include <vector>
+#include <tuple>
 
 /// The picture is the one that `PainterDevice` makes in a PDF: figures lie by the same rules, runs of lines in one pen
 /// are one path, and raster modes do not exist. Hatches are the pixels of the raster device as squares. One unit of the
@@ -18,7 +18,7 @@
 /// how long it was measured, so that a viewer with other fonts keeps it in its place; not all of them heed that.
 ///
 /// Besides the document it holds the looks in use, and no more clips and hatches than `MostDefinitions`.
-class SvgDevice final : public DeviceContext {
+class SvgDevice final : public StatefulDevice {
 public:
     static constexpr int MostDefinitions = 512;
 
@@ -28,17 +28,6 @@ public:
     /// Ends the document and hands it over, in UTF-8. The device must not be drawn on any more.
     QByteArray TakeDocument();
 
-    void SaveDC() override { saved.push_back(state); }
-    void RestoreDC() override;
-    Pen SelectPen(const Pen& pen) override;
-    Brush SelectBrush(const Brush& brush) override;
-    Font SelectFont(const Font& font) override;
-    void SetTextColor(ColorRef color) override;
-    void SetRop2(int) override {}
-    void ClipRect(const DeviceRect& rect) override { state.Clip = normalised(rect); }
-    void ClipNone() override { state.Clip.reset(); }
-
-    void MoveTo(DevicePoint point) override { state.Position = point; }
     void LineTo(DevicePoint point) override;
     void Polyline(std::span<const DevicePoint> points) override;
     void Polygon(std::span<const DevicePoint> points) override;
@@ -52,22 +41,8 @@ public:
     /// Control characters are written as blanks.
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override { return measures.Get(caps); }
-    std::optional<DeviceRect> VisibleArea() const override {
-        return measures.VisibleArea(state.Clip, state.CurrentPen);
-    }
 
 private:
-    struct State {
-        Pen CurrentPen;
-        Brush CurrentBrush;
-        Font CurrentFont;
-        ColorRef TextColor = 0;
-        DevicePoint Position;
-        std::optional<DeviceRect> Clip;
-    };
-
-    void forgetLooks();
     const QByteArray& figureLook();
     const QByteArray& textLook();
     QByteArray fillOf(const Brush& brush);
@@ -81,9 +56,6 @@ private:
     void enterClip();
     const QFontMetricsF& metrics() const;
 
-    DeviceMeasures measures;
-    State state;
-    std::vector<State> saved;
     QByteArray document;
     QHash<QByteArray, QByteArray> definitions; ///< the ids of what is defined
     int lastDefinition = 0;
@@ -94,8 +66,7 @@ private:
     SvgPath linePath;
     Pen linePathPen;
 
-    // Made when needed, until something else is selected.
-    std::optional<QByteArray> keptFigureLook;
-    std::optional<QByteArray> keptTextLook;
-    mutable std::optional<QFontMetricsF> keptMetrics;
+    Kept<std::tuple<Pen, Brush>, QByteArray> keptFigureLook;
+    Kept<std::tuple<Font, ColorRef>, QByteArray> keptTextLook;
+    mutable Kept<Font, QFontMetricsF> keptMetrics;
 };

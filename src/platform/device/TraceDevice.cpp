@@ -5,7 +5,6 @@
 
 #include <QImage>
 #include <charconv>
-#include <utility>
 
 namespace {
 /// Puts one line together at the end of a trace. A mesh gives millions of lines, hence no streams and no formats.
@@ -63,21 +62,16 @@ Line& Line::Quoted(const QString& text) {
 } // namespace
 
 TraceDevice::TraceDevice(int width, int height, int dotsPerInch)
-    : measures{width, height, std::max(1, dotsPerInch), std::max(1, dotsPerInch)},
-      state{stockPen(Stock::BlackPen), stockBrush(Stock::WhiteBrush),
-            stockFont(Stock::SystemFont, measures.DotsPerInchY)} {}
+    : StatefulDevice({width, height, std::max(1, dotsPerInch), std::max(1, dotsPerInch)}) {}
 
 void TraceDevice::SaveDC() {
     Line(trace, "SaveDC");
-    saved.push_back(state);
+    StatefulDevice::SaveDC();
 }
 
 void TraceDevice::RestoreDC() {
     Line(trace, "RestoreDC");
-    if (saved.empty())
-        return;
-    state = saved.back();
-    saved.pop_back();
+    StatefulDevice::RestoreDC();
 }
 
 Pen TraceDevice::SelectPen(const Pen& pen) {
@@ -85,7 +79,7 @@ Pen TraceDevice::SelectPen(const Pen& pen) {
         Line(trace, "StockPen").Int(pen.Stock);
     else
         Line(trace, pen.Geometric ? "GeometricPen" : "Pen").Int(pen.Style).Int(pen.Width).Color(pen.Color);
-    return std::exchange(state.CurrentPen, pen);
+    return StatefulDevice::SelectPen(pen);
 }
 
 Brush TraceDevice::SelectBrush(const Brush& brush) {
@@ -93,7 +87,7 @@ Brush TraceDevice::SelectBrush(const Brush& brush) {
         Line(trace, "StockBrush").Int(brush.Hollow ? int(Stock::NullBrush) : brush.Stock);
     else
         Line(trace, "Brush").Color(brush.Color).Int(brush.Hatch);
-    return std::exchange(state.CurrentBrush, brush);
+    return StatefulDevice::SelectBrush(brush);
 }
 
 Font TraceDevice::SelectFont(const Font& font) {
@@ -105,27 +99,32 @@ Font TraceDevice::SelectFont(const Font& font) {
         .Int(font.StrikeOut)
         .Int(font.Escapement)
         .Quoted(font.Face);
-    return std::exchange(state.CurrentFont, font);
+    return StatefulDevice::SelectFont(font);
 }
 
 void TraceDevice::SetTextColor(ColorRef color) {
     Line(trace, "TextColor").Color(color);
+    StatefulDevice::SetTextColor(color);
 }
 
 void TraceDevice::SetRop2(int mode) {
     Line(trace, "Rop2").Int(mode);
+    StatefulDevice::SetRop2(mode);
 }
 
 void TraceDevice::ClipRect(const DeviceRect& rect) {
     Line(trace, "ClipRect").Rect(rect);
+    StatefulDevice::ClipRect(rect);
 }
 
 void TraceDevice::ClipNone() {
     Line(trace, "ClipNone");
+    StatefulDevice::ClipNone();
 }
 
 void TraceDevice::MoveTo(DevicePoint point) {
     Line(trace, "MoveTo").Int(point.X).Int(point.Y);
+    StatefulDevice::MoveTo(point);
 }
 
 void TraceDevice::LineTo(DevicePoint point) {
@@ -177,7 +176,7 @@ DeviceSize TraceDevice::MeasureText(const QString& text) const {
         ++characters;
     }
     const std::int64_t doubleBytes = Codepage::ByteLength(text) - characters;
-    const int height = state.CurrentFont.Height;
+    const int height = state.TextFont.Height;
     const std::int64_t width = (characters - doubleBytes) * (height / 2) + doubleBytes * height;
     return {int(std::clamp<std::int64_t>(width, INT32_MIN, INT32_MAX)), height};
 }

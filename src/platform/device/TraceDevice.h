@@ -2,15 +2,14 @@
 // their calls. Its text measures are fixed, so a trace is the same on every system.
 #pragma once
 
-#include "platform/device/DeviceMeasures.h"
+#include "platform/device/DeviceState.h"
 
 #include <QByteArray>
-#include <vector>
 
 /// A line is the call's name and its integers; colours are 0x00BBGGRR in eight small hex digits, texts JSON strings in
 /// UTF-8. Pens and brushes that are ready-made ones are written by their number. Select calls are written also when
 /// they change nothing.
-class TraceDevice final : public DeviceContext {
+class TraceDevice final : public StatefulDevice {
 public:
     TraceDevice(int width, int height, int dotsPerInch = 96);
 
@@ -42,18 +41,9 @@ public:
     /// Height is the font's cell height h; a character takes h / 2 (rounded down) when it is one byte in code page
     /// 932 and h when it is two; what is wider than a number is as wide as the greatest.
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override { return measures.Get(caps); }
+    std::optional<DeviceRect> VisibleArea() const override { return {}; }
     bool ShowsEveryCall() const override { return true; }
 
 private:
-    struct State {
-        Pen CurrentPen;
-        Brush CurrentBrush;
-        Font CurrentFont;
-    };
-
-    DeviceMeasures measures;
-    State state;
-    std::vector<State> saved;
     QByteArray trace;
 };

@@ -16,60 +16,9 @@ auto rowsOf(std::span<const DeviceRect> rects) {
 } // namespace
 
 RasterDevice::RasterDevice(QImage& picture, int dotsPerInch, int threadLimit)
-    : image(picture), resolution(dotsPerInch > 0 ? dotsPerInch : 96),
-      threads(threadLimit > 0 ? threadLimit : coreCount()) {
-    state.LinePen = stockPen(Stock::BlackPen);
-    state.AreaBrush = stockBrush(Stock::WhiteBrush);
-    state.TextFont = stockFont(Stock::SystemFont, resolution);
-}
-
-void RasterDevice::SaveDC() {
-    savedStates.push_back(state);
-}
-
-void RasterDevice::RestoreDC() {
-    if (savedStates.empty())
-        return;
-    closeText();
-    state = std::move(savedStates.back());
-    savedStates.pop_back();
-    forgetFont();
-}
-
-Pen RasterDevice::SelectPen(const Pen& pen) {
-    return std::exchange(state.LinePen, pen);
-}
-
-Brush RasterDevice::SelectBrush(const Brush& brush) {
-    return std::exchange(state.AreaBrush, brush);
-}
-
-Font RasterDevice::SelectFont(const Font& font) {
-    forgetFont();
-    return std::exchange(state.TextFont, font);
-}
-
-void RasterDevice::SetTextColor(ColorRef color) {
-    state.TextColor = color;
-}
-
-void RasterDevice::SetRop2(int mode) {
-    state.RasterMode = mode;
-}
-
-void RasterDevice::ClipRect(const DeviceRect& rect) {
-    closeText();
-    state.Clip = normalised(rect);
-}
-
-void RasterDevice::ClipNone() {
-    closeText();
-    state.Clip.reset();
-}
-
-DeviceMeasures RasterDevice::measures() const {
-    return {image.width(), image.height(), resolution, resolution};
-}
+    : StatefulDevice(
+          {picture.width(), picture.height(), dotsPerInch > 0 ? dotsPerInch : 96, dotsPerInch > 0 ? dotsPerInch : 96}),
+      image(picture), threads(threadLimit > 0 ? threadLimit : coreCount()) {}
 
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
 PixelSurface RasterDevice::surface() {
@@ -81,16 +30,12 @@ PixelSurface RasterDevice::surface() {
     whole.Stride = image.bytesPerLine() / 4;
     whole.Right = image.width();
     whole.Bottom = image.height();
-    const DeviceRect rect = measures().Visible(state.Clip);
+    const DeviceRect rect = measures.Visible(state.Clip);
     return whole.Within(rect.Left, rect.Top, rect.Right, rect.Bottom);
 }
 
 FigurePainter RasterDevice::figuresOn(const PixelSurface& part) const {
     return {part, state.LinePen, state.AreaBrush, state.RasterMode};
-}
-
-void RasterDevice::MoveTo(DevicePoint point) {
-    state.Position = {point, 0};
 }
 
 void RasterDevice::LineTo(DevicePoint point) {

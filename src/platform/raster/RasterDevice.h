@@ -3,7 +3,7 @@
 // glyphs.
 #pragma once
 
-#include "platform/device/DeviceMeasures.h"
+#include "platform/device/DeviceState.h"
 #include "platform/raster/FigurePainter.h"
 #include "platform/raster/GlyphCache.h"
 
@@ -17,22 +17,11 @@
 /// stays as it is. Drawn pixels are opaque. The image must outlive the device and may be read between calls, but not be
 /// replaced. Raster modes hold for lines and areas; text and `FillRect` always cover. The gaps of hatch patterns and
 /// dash styles are transparent. `Polyline` neither uses nor moves the current position.
-class RasterDevice : public DeviceContext {
+class RasterDevice : public StatefulDevice {
 public:
     /// `threadLimit`: threads that a batch may use, 0 for one a core.
     RasterDevice(QImage& picture, int dotsPerInch, int threadLimit = 0);
 
-    void SaveDC() override;
-    void RestoreDC() override;
-    Pen SelectPen(const Pen& pen) override;
-    Brush SelectBrush(const Brush& brush) override;
-    Font SelectFont(const Font& font) override;
-    void SetTextColor(ColorRef color) override;
-    void SetRop2(int mode) override;
-    void ClipRect(const DeviceRect& rect) override;
-    void ClipNone() override;
-
-    void MoveTo(DevicePoint point) override;
     void LineTo(DevicePoint point) override;
     void Polyline(std::span<const DevicePoint> points) override;
     void Polygon(std::span<const DevicePoint> points) override;
@@ -48,18 +37,12 @@ public:
 
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;
-    int GetDeviceCaps(DeviceCaps caps) const override { return measures().Get(caps); }
-    std::optional<DeviceRect> VisibleArea() const override { return measures().VisibleArea(state.Clip, state.LinePen); }
 
 private:
-    struct State {
-        Pen LinePen;
-        Brush AreaBrush;
-        Font TextFont;
-        ColorRef TextColor = 0;
-        int RasterMode = RasterMode::CopyPen;
-        std::optional<DeviceRect> Clip;
-        PathPosition Position;
+    struct TextTools {
+        QFont Face;
+        QFontMetrics Metrics;
+        std::optional<GlyphCache> Glyphs; ///< made for the first number
     };
 
     PixelSurface surface();
@@ -70,20 +53,13 @@ private:
     template<class Item, class Draw>
     void drawShared(std::span<const Item> items, const Draw& draw);
     void closeText();
-    void forgetFont();
-    const QFont& textFont() const;
-    const QFontMetrics& textMetrics() const;
+    TextTools& textTools() const;
     GlyphCache* glyphsFor(const QString& text) const;
     bool mayShow(DevicePoint leftTop, const QString& text) const;
-    DeviceMeasures measures() const;
 
     QImage& image;
-    int resolution;
     int threads;
-    State state;
-    std::vector<State> savedStates;
-    QPainter textPainter; ///< open from one text to the next pixel call
-    mutable std::optional<QFont> currentFont;
-    mutable std::optional<QFontMetrics> currentMetrics;
-    mutable std::optional<GlyphCache> currentGlyphs;
+    QPainter textPainter;       ///< open from one text to the next pixel call
+    DeviceRect textPainterClip; ///< while it is open
+    mutable Kept<Font, TextTools> keptText;
 };

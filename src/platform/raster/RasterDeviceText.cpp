@@ -7,25 +7,13 @@ void RasterDevice::closeText() {
         textPainter.end();
 }
 
-void RasterDevice::forgetFont() {
-    currentFont.reset();
-    currentMetrics.reset();
-    currentGlyphs.reset();
-}
-
-const QFont& RasterDevice::textFont() const {
-    if (!currentFont) {
-        currentFont = Fonts::ToQFont(state.TextFont);
+RasterDevice::TextTools& RasterDevice::textTools() const {
+    return keptText.For(state.TextFont, [this] {
+        QFont face = Fonts::ToQFont(state.TextFont);
         // A picture may be shown anywhere; coloured fringes would fit one kind of screen only.
-        currentFont->setStyleStrategy(QFont::NoSubpixelAntialias);
-    }
-    return *currentFont;
-}
-
-const QFontMetrics& RasterDevice::textMetrics() const {
-    if (!currentMetrics)
-        currentMetrics = QFontMetrics(textFont());
-    return *currentMetrics;
+        face.setStyleStrategy(QFont::NoSubpixelAntialias);
+        return TextTools{face, QFontMetrics(face), {}};
+    });
 }
 
 /// The glyphs to draw and measure `text` with; none when that is left to Qt.
@@ -33,15 +21,16 @@ GlyphCache* RasterDevice::glyphsFor(const QString& text) const {
     const Font& font = state.TextFont;
     if (font.Underline || font.StrikeOut || font.Height > GlyphCache::LargestSize || !GlyphCache::Takes(text))
         return nullptr;
-    if (!currentGlyphs)
-        currentGlyphs.emplace(textFont());
-    return &*currentGlyphs;
+    TextTools& tools = textTools();
+    if (!tools.Glyphs)
+        tools.Glyphs.emplace(tools.Face);
+    return &*tools.Glyphs;
 }
 
 /// Whether the picture could hold any of a text, by a generous guess at its size: most texts of an enlarged view lie
 /// outside, and measuring each would cost as much as drawing it.
 bool RasterDevice::mayShow(DevicePoint leftTop, const QString& text) const {
-    const DeviceRect visible = measures().Visible(state.Clip);
+    const DeviceRect visible = measures.Visible(state.Clip);
     const std::int64_t drawn =
         std::min<std::int64_t>(std::abs(std::int64_t(state.TextFont.Height)), Fonts::LargestHeight);
     const std::int64_t height = 2 * drawn + 2;
@@ -59,15 +48,16 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
         glyphs->Draw(surface(), leftTop, text, state.TextColor);
         return;
     }
-    if (!textPainter.isActive()) {
-        if (!textPainter.begin(&image))
-            return;
-        const DeviceRect visible = measures().Visible(state.Clip);
+    const DeviceRect visible = measures.Visible(state.Clip);
+    const bool wasOpen = textPainter.isActive();
+    if (!wasOpen && !textPainter.begin(&image))
+        return;
+    if (!wasOpen || textPainterClip != visible)
         textPainter.setClipRect(visible.Left, visible.Top, visible.Width(), visible.Height());
-    }
+    textPainterClip = visible;
     textPainter.setPen(QColor(redOf(state.TextColor), greenOf(state.TextColor), blueOf(state.TextColor)));
-    textPainter.setFont(textFont());
-    const int ascent = textMetrics().ascent();
+    textPainter.setFont(textTools().Face);
+    const int ascent = textTools().Metrics.ascent();
     if (upright) {
         textPainter.drawText(QPointF(leftTop.X, double(leftTop.Y) + ascent), text);
         return;
@@ -80,5 +70,6 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
 
 DeviceSize RasterDevice::MeasureText(const QString& text) const {
     GlyphCache* const glyphs = glyphsFor(text);
-    return {glyphs ? glyphs->Advance(text) : textMetrics().horizontalAdvance(text), textMetrics().height()};
+    const QFontMetrics& metrics = textTools().Metrics;
+    return {glyphs ? glyphs->Advance(text) : metrics.horizontalAdvance(text), metrics.height()};
 }

@@ -1,16 +1,11 @@
 // What the lines of one pen look like, and how far its dashes have come along a path. Touches no pixel itself.
 #pragma once
 
+#include "platform/device/DeviceState.h"
 #include "platform/raster/PixelSurface.h"
 #include "platform/raster/RoundShapes.h"
 
 #include <span>
-
-/// Where a line has come to: the point, and how far into the dash pattern its pen is there.
-struct PathPosition {
-    DevicePoint Point;
-    double DashLength = 0;
-};
 
 /// A place that lines are put on, each in the way that suits it best.
 class LineTarget {

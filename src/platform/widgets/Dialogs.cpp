@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <cstdio>
@@ -141,6 +142,17 @@ FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, 
     return dialog.selectedFiles().value(0);
 }
 } // namespace
+
+QWidget* FrontWindow() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : hasWidgets() ? QApplication::topLevelWidgets() : QWidgetList())
+        if (qobject_cast<QMainWindow*>(window) && window->isVisible())
+            return window;
+    return nullptr;
+}
 
 int MessageBox(QWidget* parent, const QString& text, const QString& title, int flags) {
     const QList<BoxButton> buttons = buttonsOf(flags);

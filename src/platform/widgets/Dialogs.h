@@ -12,6 +12,10 @@
 class QWidget;
 
 namespace Dialogs {
+/// The window that a dialog is to stand over: the one that the user works in, else the program's main one, if it is
+/// to be seen.
+QWidget* FrontWindow();
+
 /// Shows `text` as it stands and gives the answer; `flags` are of `MessageStyle`, the answer of `MessageAnswer`. Esc
 /// answers Cancel or No, or OK when there is nothing else. In a program without widgets the text goes to standard error
 /// and the default button is the answer.

@@ -1,6 +1,5 @@
 #include "view/windows/frmContourValue.h"
 
-#include "app/ApplicationSettings.h"
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "platform/base/Rounding.h"
@@ -33,11 +32,19 @@ QString orderedBands(const QString& text) {
     return QString::number(Round(std::abs(mdTips::Val(text))));
 }
 
-/// A number beyond the range of a single leaves `target` as it is.
-void takeSingle(const QString& text, float& target) {
+/// Nothing for a number beyond the range of a single.
+std::optional<float> singleOf(const QString& text) {
     const double value = mdTips::Val(text);
-    if (std::abs(value) <= std::numeric_limits<float>::max())
-        target = float(value);
+    return std::abs(value) <= std::numeric_limits<float>::max() ? std::optional(float(value)) : std::nullopt;
+}
+
+FormSupport::Edit<float> valueEdit(QLineEdit* box) {
+    return {box, valueText, singleOf};
+}
+
+FormSupport::Edit<int> bandsEdit(QLineEdit* box) {
+    return {box, [](int bands) { return QString::number(bands); },
+            [](const QString& text) { return Round(mdTips::Val(text)); }};
 }
 } // namespace
 
@@ -67,6 +74,9 @@ void frmContourValue::buildControls() {
         FormSupport::AddRow(*valueGrid, i, valueCaptions[i], txtValue[i]);
         Command1[i] = Named(new QPushButton(buttonCaptions[i]), u"Command1"_s, i);
     }
+    rows = {FormSupport::Bind(valueEdit(txtValue[Maximum]), &ContourSettings::MaxValue),
+            FormSupport::Bind(valueEdit(txtValue[Minimum]), &ContourSettings::MinValue),
+            FormSupport::Bind(bandsEdit(txtValue[Bands]), &ContourSettings::Divide)};
     FormSupport::ButtonWidths({Command1[Ok], Command1[Cancel], Command1[Automatic]});
     Command1[Ok]->setDefault(true);
 
@@ -96,17 +106,15 @@ void frmContourValue::ItemIndex(int item) {
         for (QLineEdit* box : txtDefault)
             box->setText(u"undefined"_s);
     }
-    txtValue[Maximum]->setText(contour.Automatic ? txtDefault[Maximum]->text() : valueText(contour.MaxValue));
-    txtValue[Minimum]->setText(contour.Automatic ? txtDefault[Minimum]->text() : valueText(contour.MinValue));
-    txtValue[Bands]->setText(QString::number(contour.Divide));
+    rows.Fill(contour);
+    if (contour.Automatic)
+        for (const int end : {Maximum, Minimum})
+            txtValue[end]->setText(txtDefault[end]->text());
 }
 
 void frmContourValue::apply() {
-    ContourSettings& contour = settings.Contour;
-    contour.Automatic = false;
-    takeSingle(txtValue[Maximum]->text(), contour.MaxValue);
-    takeSingle(txtValue[Minimum]->text(), contour.MinValue);
-    contour.Divide = Round(mdTips::Val(txtValue[Bands]->text()));
+    settings.Contour.Automatic = false;
+    rows.Read(settings.Contour);
     Result = true;
     accept();
 }

@@ -2,12 +2,11 @@
 // with `Result` true. frmContourValue form(this, Model, Settings); form.ItemIndex(Model.CurrentItem); form.exec();
 #pragma once
 
-#include <QDialog>
-#include <array>
+#include "app/ApplicationSettings.h"
+#include "platform/widgets/FormBinding.h"
 
-class QLineEdit;
-class QPushButton;
-struct ApplicationSettings;
+#include <QDialog>
+
 struct ResultModel;
 
 class frmContourValue : public QDialog {
@@ -21,6 +20,8 @@ public:
     void ItemIndex(int item);
     int ItemIndex() const { return itemIndex; }
 
+    const FormSupport::Rows<ContourSettings>& Bindings() const { return rows; }
+
     /// True after OK and after automatic.
     bool Result = false;
 
@@ -32,6 +33,7 @@ private:
     const ResultModel& model;
     ApplicationSettings& settings;
     int itemIndex = -1;
+    FormSupport::Rows<ContourSettings> rows;
 
     std::array<QLineEdit*, 3> txtDefault{}; ///< maximum, minimum, bands
     std::array<QLineEdit*, 3> txtValue{};   ///< likewise

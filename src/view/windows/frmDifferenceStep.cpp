@@ -32,6 +32,11 @@ frmDifferenceStep::frmDifferenceStep(QWidget* parent) : QDialog(parent), cmbStep
         checks->addWidget(Check1[i]);
     }
     layout->addLayout(checks, 1, 1);
+    rows = {FormSupport::Bind(FormSupport::LineNumber{cmbStep, -1}, &DifferenceSettings::StandardStep),
+            FormSupport::Bind(Check1[Displacement], &DifferenceSettings::ApplyDisplacement),
+            FormSupport::Bind(Check1[Vector], &DifferenceSettings::ApplyVector),
+            FormSupport::Bind(Check1[Contour], &DifferenceSettings::ApplyContour),
+            FormSupport::Bind(Check1[Value], &DifferenceSettings::ApplyValue)};
 
     auto* ok = Named(new QPushButton(u"OK"_s), u"Command1"_s, 0);
     auto* cancel = Named(new QPushButton(u"キャンセル"_s), u"Command1"_s, 1);
@@ -52,10 +57,8 @@ void frmDifferenceStep::InitDialog(int stepCount, int standardStep, const std::a
     for (int i = 1; i <= stepCount; ++i)
         steps += u"ステップ - "_s + QString::number(i);
     static_cast<QStringListModel*>(cmbStep->model())->setStringList(steps);
-    StandardStep(standardStep);
+    rows.Fill({standardStep, flags[Displacement], flags[Vector], flags[Contour], flags[Value]});
     enableChecks();
-    for (std::size_t i = 0; i < flags.size(); ++i)
-        Check1[i]->setChecked(flags[i]);
 }
 
 void frmDifferenceStep::enableChecks() {

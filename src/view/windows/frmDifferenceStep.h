@@ -2,10 +2,12 @@
 // frmDifferenceStep form(this); form.InitDialog(Model.StepCount, difference.StandardStep, {...}); form.exec();
 #pragma once
 
+#include "app/ApplicationSettings.h"
+#include "platform/widgets/FormBinding.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
-#include <array>
 
 class frmDifferenceStep : public QDialog {
     Q_OBJECT
@@ -25,6 +27,8 @@ public:
     /// `flags` in the order displacement, vectors, contour and graphs, numbers.
     void InitDialog(int stepCount, int standardStep, const std::array<bool, 4>& flags);
 
+    const FormSupport::Rows<DifferenceSettings>& Bindings() const { return rows; }
+
     /// From 0; -1 none.
     int StandardStep() const { return cmbStep->currentIndex() - 1; }
     void StandardStep(int step) { cmbStep->setCurrentIndex(step + 1); }
@@ -38,6 +42,7 @@ private:
     void onCommand(bool ok);
     void enableChecks();
 
+    FormSupport::Rows<DifferenceSettings> rows;
     QComboBox* cmbStep;
     std::array<QCheckBox*, 4> Check1{};
 };

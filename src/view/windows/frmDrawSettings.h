@@ -5,17 +5,13 @@
 
 #include "app/ApplicationSettings.h"
 #include "app/clsStringArray.h"
+#include "platform/widgets/FormBinding.h"
 
 #include <QDialog>
 
 class PictureBox;
-class QCheckBox;
-class QComboBox;
 class QGridLayout;
-class QLineEdit;
 class QListWidget;
-class QPushButton;
-class QRadioButton;
 class QTabWidget;
 struct ResultModel;
 
@@ -30,6 +26,9 @@ public:
     /// contour's range stay as they are there; lengths come out as whole millimetres.
     void ReadDialogSettings(ApplicationSettings& target) const;
 
+    /// All controls but those of the item sets.
+    const FormSupport::Rows<ApplicationSettings>& Bindings() const { return rows; }
+
     /// True after OK.
     bool Result = false;
 
@@ -41,15 +40,13 @@ private:
     QWidget* buildItemSetFrame();
     QWidget* buildContourTab();
     QWidget* buildUserColors();
+    void bindControls();
     void connectControls();
 
     // frmDrawSettings.cpp
     void load();
     void apply();
     void setDefault();
-    void showColors();
-    void chooseColor(int index);
-    int colorIndex() const;
     void drawContourPreview();
 
     // frmDrawSettingsVectors.cpp
@@ -69,7 +66,7 @@ private:
     bool Updating = true;          ///< true while the form fills its own controls
     QList<VectorItemSet> itemSets; ///< the form's copy
     clsStringArray VertItems;      ///< items offered for Y, with the item's index as private data
-    std::array<ColorRef, 3> colors{};
+    FormSupport::Rows<ApplicationSettings> rows;
 
     QTabWidget* tbTab = nullptr;
     QComboBox* cmbDispScale = nullptr;
@@ -84,7 +81,7 @@ private:
     std::array<QComboBox*, 2> cmbVectorItem{};   ///< X, Y
     std::array<QPushButton*, 2> cmdVectorEdit{}; ///< add, delete
     std::array<QRadioButton*, 6> optContourColor{};
-    std::array<QPushButton*, 3> cmdContourColor{}; ///< of the minimum, the middle, the maximum
+    std::array<ColorButton*, 3> cmdContourColor{}; ///< of the minimum, the middle, the maximum
     PictureBox* picContourPreview = nullptr;
     QCheckBox* chkContourPaintLegend = nullptr;
     QCheckBox* chkContourColorReverse = nullptr;

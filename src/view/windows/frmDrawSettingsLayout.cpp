@@ -1,6 +1,7 @@
-// Layout of frmDrawSettings: its controls, their order and what they are connected to.
+// Layout of frmDrawSettings: its controls, their order, their fields and what they are connected to.
 #include "view/windows/frmDrawSettings.h"
 
+#include "app/NumberFormat.h"
 #include "app/mdTips.h"
 #include "platform/base/Rounding.h"
 #include "platform/widgets/FormSupport.h"
@@ -22,6 +23,17 @@ using FormSupport::Named;
 
 namespace {
 constexpr int listCharacters = 26;
+
+constexpr int tenthsPerMillimetre = 10;
+
+/// A length that shows its tenths and is read as whole millimetres.
+FormSupport::Edit<int> lengthEdit(QLineEdit* box) {
+    return {box, [](int tenths) { return NumberFormat::Format(tenths * 0.1, u"0.0"); },
+            [](const QString& text) {
+                constexpr int longest = std::numeric_limits<int>::max() / tenthsPerMillimetre;
+                return std::clamp(Round(mdTips::Val(text)), 0, longest) * tenthsPerMillimetre;
+            }};
+}
 
 QString wholeMillimetres(const QString& text) {
     return QString::number(Round(mdTips::MaxOf(mdTips::Val(text), 0.0)));
@@ -175,10 +187,27 @@ QWidget* frmDrawSettings::buildUserColors() {
     auto* frame = new QGroupBox(u"ユーザ設定色"_s);
     auto* layout = new QVBoxLayout(frame);
     for (int i = 0; i < int(captions.size()); ++i) {
-        cmdContourColor[i] = Named(new QPushButton(captions[i]), u"cmdContourColor"_s, i);
+        cmdContourColor[i] = Named(new ColorButton(captions[i]), u"cmdContourColor"_s, i);
         layout->addWidget(cmdContourColor[i]);
     }
     return frame;
+}
+
+void frmDrawSettings::bindControls() {
+    using FormSupport::Bind;
+    using S = ApplicationSettings;
+    rows = {Bind(cmbDispScale, &S::Displacement, &DisplacementSettings::Fiducial),
+            Bind(lengthEdit(txtDispScale), &S::Displacement, &DisplacementSettings::Scale),
+            Bind(chkDispPaintLegend, &S::Displacement, &DisplacementSettings::Legend),
+            Bind(chkDispOrgMesh, &S::Displacement, &DisplacementSettings::Original),
+            Bind(cmbVectorScale, &S::Vector, &VectorSettings::Fiducial),
+            Bind(lengthEdit(txtVectorScale), &S::Vector, &VectorSettings::Scale),
+            Bind(chkVectorPaintLegend, &S::Vector, &VectorSettings::Legend),
+            Bind(FormSupport::OptionGroup{optContourColor}, &S::Contour, &ContourSettings::ColorIndex),
+            Bind(chkContourPaintLegend, &S::Contour, &ContourSettings::Legend),
+            Bind(chkContourColorReverse, &S::Contour, &ContourSettings::Reverse)};
+    for (int i = 0; i < int(cmdContourColor.size()); ++i)
+        rows.push_back(Bind(cmdContourColor[i], &S::Contour, &ContourSettings::Colors, i));
 }
 
 void frmDrawSettings::connectControls() {
@@ -192,8 +221,8 @@ void frmDrawSettings::connectControls() {
         connect(option, &QRadioButton::toggled, this, &frmDrawSettings::drawContourPreview);
     connect(chkContourColorReverse, &QCheckBox::toggled, this, &frmDrawSettings::drawContourPreview);
     connect(picContourPreview, &PictureBox::Resized, this, &frmDrawSettings::drawContourPreview);
-    for (int i = 0; i < int(cmdContourColor.size()); ++i)
-        connect(cmdContourColor[i], &QPushButton::clicked, this, [this, i] { chooseColor(i); });
+    for (ColorButton* button : cmdContourColor)
+        connect(button, &ColorButton::ColorChosen, this, &frmDrawSettings::drawContourPreview);
     connect(Command1[0], &QPushButton::clicked, this, &frmDrawSettings::apply);
     connect(Command1[1], &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdSetDefault, &QPushButton::clicked, this, &frmDrawSettings::setDefault);

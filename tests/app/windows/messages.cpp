@@ -1,24 +1,42 @@
 #include "ConfigurationFolder.h"
 #include "TestFolder.h"
+#include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
 #include "app/windows/clsLogger.h"
 #include "platform/widgets/Dialogs.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDialog>
+#include <QTimer>
+#include <QWindow>
 #include <gtest/gtest.h>
 
-TEST(mdApplication, WindowsMakeWayForAMessage) {
-    QString order;
-    mdApplication::MessageBoxHook = [&](bool lower) {
-        order += (lower ? u"lower " : u"raise ") + QString::number(Dialogs::Testing::Asked().size()) + u' ';
+TEST(GraphWindows, MakeWayForDialogsAndMessages) {
+    auto* graph = new QWidget;
+    mdApplication::JoinGraphWindows(*graph);
+    const auto state = [graph] {
+        const bool onTop = graph->windowHandle()->flags() & Qt::WindowStaysOnTopHint;
+        return QString((graph->isVisible() ? u"shown"_s : u"hidden"_s) + (onTop ? u" on top"_s : u""_s));
     };
-    Dialogs::Testing::Start();
-    Dialogs::Testing::QueueAnswer(MessageAnswer::No);
-    EXPECT_EQ(mdApplication::ShowMessage(u"保存しますか?"_s, MessageStyle::AskNoDefault), 7);
-    EXPECT_EQ(order, u"lower 0 raise 1 "_s);
-    EXPECT_EQ(Dialogs::Testing::Asked().value(0).Title, u"Velorin"_s);
-    Dialogs::Testing::Stop();
-    mdApplication::MessageBoxHook = nullptr;
+    mdApplication::ShowGraphWindows();
+    EXPECT_EQ(state(), u"shown on top"_s);
+    QString during;
+    QDialog dialog;
+    const auto inDialog = [&](const std::function<void()>& act) { QTimer::singleShot(0, &dialog, act); };
+    inDialog([&] {
+        during = state();
+        dialog.done(5);
+    });
+    EXPECT_EQ(mdApplication::runModal(dialog), 5);
+    EXPECT_EQ(during + state(), u"hidden on topshown on top"_s);
+    inDialog([&] {
+        during = state();
+        QApplication::activeModalWidget()->close();
+    });
+    EXPECT_EQ(mdApplication::ShowMessage(u"保存しますか?"_s, MessageStyle::AskNoDefault), MessageAnswer::No);
+    EXPECT_EQ(during + state(), u"shownshown on top"_s);
+    mdApplication::UnloadGraphWindows();
+    mdApplication::ShowGraphWindows(); // there are none any more
 }
 
 TEST(clsLogger, OverwritesTheLogAndSaysWhenThereIsNoFolder) {

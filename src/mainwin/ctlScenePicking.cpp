@@ -1,16 +1,11 @@
 // The mouse on the picture: picks by click and drag, the marks of what is picked, dropped files.
-#include "mainwin/frmMain.h"
+#include "mainwin/ctlScene.h"
 
-#include "app/mdApplication.h"
-#include "mainwin/globals.h"
-#include "platform/widgets/CommandBars.h"
 #include "platform/widgets/PictureBox.h"
 #include "view/picking.h"
 
 #include <QApplication>
 #include <QScreen>
-
-using mdApplication::Model;
 
 namespace {
 
@@ -34,62 +29,62 @@ int pickMode(Qt::KeyboardModifiers modifiers) {
 
 } // namespace
 
-void frmMain::connectPicking() {
+void ctlScene::connectPicking() {
     picScreen->Layer = [this](DeviceContext& device) { paintLayer(device); };
-    connect(picScreen, &PictureBox::MousePressed, this, &frmMain::onMousePressed);
+    connect(picScreen, &PictureBox::MousePressed, this, &ctlScene::onMousePressed);
     connect(picScreen, &PictureBox::MouseMoved, this, [this](QPoint pixel) { moveRubberBand(toPoint(pixel)); });
-    connect(picScreen, &PictureBox::MouseReleased, this, &frmMain::onMouseReleased);
-    connect(picScreen, &PictureBox::MouseLost, this, &frmMain::cancelDrag);
+    connect(picScreen, &PictureBox::MouseReleased, this, &ctlScene::onMouseReleased);
+    connect(picScreen, &PictureBox::MouseLost, this, &ctlScene::cancelDrag);
     // Only after the drop is over: the program that the files come from waits for its end, and opening takes long.
     connect(
         picScreen, &PictureBox::FilesDropped, this,
         [this](const QStringList& paths) {
             // A dialog that is open works on the file that is open.
             if (!QApplication::activeModalWidget())
-                FirstStep(paths.first());
+                emit FileDropped(paths.first());
         },
         Qt::QueuedConnection);
 }
 
-bool frmMain::takesMouse() const {
-    return IsOpen() && !slideShow.SlideShowRunning;
+bool ctlScene::takesMouse() const {
+    return session.IsOpen() && !session.SlideShow.SlideShowRunning;
 }
 
-int frmMain::screenWidth() const {
+int ctlScene::screenWidth() const {
     return qRound(screen()->size().width() * picScreen->devicePixelRatioF());
 }
 
-void frmMain::onMousePressed(QPoint pixel, Qt::MouseButton button) {
+void ctlScene::onMousePressed(QPoint pixel, Qt::MouseButton button) {
     if (button == Qt::LeftButton && takesMouse())
         beginDrag(toPoint(pixel));
 }
 
-void frmMain::onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+void ctlScene::onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
     if (!takesMouse()) {
         cancelDrag();
         return;
     }
-    if (button == Qt::LeftButton && view.Dragging) {
+    if (button == Qt::LeftButton && session.View.Dragging) {
         endDrag(toPoint(pixel), modifiers);
     } else if (button == Qt::RightButton) {
         // The popup takes the mouse, and with it the release that would end a drag.
         cancelDrag();
-        showPopup(picScreen->mapToGlobal(QPointF(pixel) / picScreen->devicePixelRatioF()).toPoint());
+        emit PopupWanted(picScreen->mapToGlobal(QPointF(pixel) / picScreen->devicePixelRatioF()).toPoint());
     }
 }
 
-void frmMain::beginDrag(DevicePoint corner) {
-    view.RubberBand = {corner, corner};
-    view.Dragging = true;
+void ctlScene::beginDrag(DevicePoint corner) {
+    session.View.RubberBand = {corner, corner};
+    session.View.Dragging = true;
 }
 
-void frmMain::moveRubberBand(DevicePoint corner) {
-    if (!view.Dragging || !takesMouse())
+void ctlScene::moveRubberBand(DevicePoint corner) {
+    if (!session.View.Dragging || !takesMouse())
         return;
-    const QRegion before = bandRegion(view.RubberBand);
-    view.RubberBand[1] = corner;
+    const QRegion before = bandRegion(session.View.RubberBand);
+    session.View.RubberBand[1] = corner;
     const QRegion visible(QRect(QPoint(), picScreen->Image().size()));
-    const QRegion changed = before.xored(bandRegion(view.RubberBand)) & visible;
+    const QRegion changed = before.xored(bandRegion(session.View.RubberBand)) & visible;
     // The band is the same wherever it lies, so its changed parts alone take it from the old place to the new one.
     picScreen->DrawOnLayer(changed, [&changed](DeviceContext& device) {
         for (const QRect& part : changed)
@@ -98,34 +93,30 @@ void frmMain::moveRubberBand(DevicePoint corner) {
     });
 }
 
-void frmMain::endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers) {
-    view.RubberBand[1] = corner;
-    view.Dragging = false;
-    const auto& [first, second] = view.RubberBand;
-    const int tolerance = mdPicking::PickTolerance(clsModel.Viewport().DeviceWidth(), screenWidth());
+void ctlScene::endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers) {
+    session.View.RubberBand[1] = corner;
+    session.View.Dragging = false;
+    const auto& [first, second] = session.View.RubberBand;
+    const int tolerance = mdPicking::PickTolerance(session.Plotter.Viewport().DeviceWidth(), screenWidth());
     const auto across = std::abs(std::int64_t(second.X) - first.X);
     const auto down = std::abs(std::int64_t(second.Y) - first.Y);
     const int mode = pickMode(modifiers);
     if (tolerance > std::max(across, down))
-        mdPicking::PickPoint(Model, view, Selection, mode, second, tolerance);
+        mdPicking::PickPoint(session.Model, session.View, selection, mode, second, tolerance);
     else
-        mdPicking::PickRectangle(Model, view, Selection, mode, view.RubberBand, tolerance);
+        mdPicking::PickRectangle(session.Model, session.View, selection, mode, session.View.RubberBand, tolerance);
     picScreen->RefreshLayer();
 }
 
-void frmMain::cancelDrag() {
-    if (std::exchange(view.Dragging, false))
+void ctlScene::cancelDrag() {
+    if (std::exchange(session.View.Dragging, false))
         picScreen->RefreshLayer();
 }
 
 /// Marks and band stand over the picture and never in it: copies, pages and films show the scene alone.
-void frmMain::paintLayer(DeviceContext& device) {
-    mdPicking::DrawSelection(device, Model, view, Selection,
+void ctlScene::paintLayer(DeviceContext& device) {
+    mdPicking::DrawSelection(device, session.Model, session.View, selection,
                              mdPicking::NodeMarkSize(picScreen->PixelSize().Width, screenWidth()));
-    if (view.Dragging)
-        mdPicking::DrawRubberBand(device, view.RubberBand);
-}
-
-void frmMain::showPopup(QPoint globalPosition) {
-    bars->ShowPopup(u"pbPopup"_s, globalPosition);
+    if (session.View.Dragging)
+        mdPicking::DrawRubberBand(device, session.View.RubberBand);
 }

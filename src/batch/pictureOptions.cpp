@@ -1,0 +1,49 @@
+#include "batch/pictureOptions.h"
+
+#include "platform/base/WholeFile.h"
+
+#include <QFileInfo>
+
+namespace batch {
+
+namespace {
+
+constexpr int mostPixelsAcross = 32767;
+constexpr int mostDotsPerInch = 9600;
+
+DeviceSize parseSize(const QString& text) {
+    const QStringList sides = text.toLower().split(u'x');
+    bool wideOk = false, highOk = false;
+    const int wide = sides.value(0).toInt(&wideOk);
+    const int high = sides.value(1).toInt(&highOk);
+    if (sides.size() != 2 || !wideOk || !highOk || wide < 1 || high < 1 || std::max(wide, high) > mostPixelsAcross)
+        throw Stop{WrongUsage, u"--size wants WIDTHxHEIGHT of 1 to %1, not \"%2\""_s.arg(mostPixelsAcross).arg(text)};
+    return {wide, high};
+}
+
+} // namespace
+
+void RefuseEnding(const QString& output, const QString& endings) {
+    throw Stop{WrongUsage, u"-o wants a name that ends in %1, not \"%2\""_s.arg(endings, output)};
+}
+
+void DeclarePictureOptions(Options& options) {
+    options.Value(u"size"_s, u"WxH"_s, u"Size in pixels, 1280x1024 by default."_s);
+    options.Value(u"dpi"_s, u"D"_s, u"Pixels an inch, 96 by default."_s);
+}
+
+PictureFile PictureFileFrom(const Options& options) {
+    PictureFile file{.Title = QFileInfo(options.Operand()).fileName()};
+    file.DotsPerInch = options.Integer(u"dpi"_s, 1, mostDotsPerInch).value_or(file.DotsPerInch);
+    if (options.IsSet(u"size"_s))
+        file.Size = parseSize(options.Text(u"size"_s));
+    return file;
+}
+
+void SaveFile(const QString& path, const PictureContent& content) {
+    const std::optional<QString> problem = content.Problem ? content.Problem : WholeFile::Write(path, content.Bytes);
+    if (problem)
+        RefuseInput(path, *problem);
+}
+
+} // namespace batch

@@ -1,0 +1,21 @@
+// The options of the commands that write pictures, and their output files.
+#pragma once
+
+#include "batch/commandSupport.h"
+#include "platform/raster/pictureFormats.h"
+
+namespace batch {
+
+/// Stops the command because of a name with an ending other than `endings`, a list for people.
+[[noreturn]] void RefuseEnding(const QString& output, const QString& endings);
+
+/// Declares `--size` and `--dpi`.
+void DeclarePictureOptions(Options& options);
+
+/// A picture by `--size` and `--dpi` of a command whose result file gives it the title.
+PictureFile PictureFileFrom(const Options& options);
+
+/// Writes a file wholly; stops the command when that can't be done, and the file is then as it was.
+void SaveFile(const QString& path, const PictureContent& content);
+
+} // namespace batch

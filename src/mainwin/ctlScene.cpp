@@ -1,0 +1,115 @@
+#include "mainwin/ctlScene.h"
+
+#include "platform/raster/RasterDevice.h"
+#include "platform/widgets/PictureBox.h"
+
+#include <QGridLayout>
+#include <QScrollBar>
+
+ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
+    : QWidget(parent), session(source), selection(picked) {
+    setObjectName(u"picContainer"_s);
+    buildControls();
+    session.Plotter.SetHeadless(false);
+    session.View.Dragging = false;
+}
+
+ctlScene::~ctlScene() {
+    // On its way out it may still lose the mouse and its size.
+    picScreen->disconnect(this);
+}
+
+void ctlScene::buildControls() {
+    picScreen = new PictureBox(this);
+    picScreen->setObjectName(u"picScreen"_s);
+    picScreen->setAccessibleName(u"計算結果の図"_s);
+    setFocusProxy(picScreen);
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(picScreen, 0, 0);
+    for (const ScrollBar bar : {ScrollBar::Horizontal, ScrollBar::Vertical}) {
+        const bool across = bar == ScrollBar::Horizontal;
+        auto* scrollBar = new QScrollBar(across ? Qt::Horizontal : Qt::Vertical, this);
+        scrollBar->setObjectName(u"scrScroll_%1"_s.arg(int(bar)));
+        scrollBar->setAccessibleName(across ? u"横スクロール"_s : u"縦スクロール"_s);
+        scrollBar->setRange(0, 100);
+        scrollBar->setEnabled(false);
+        connect(scrollBar, &QScrollBar::valueChanged, this, [this, bar](int value) { onScroll(bar, value); });
+        layout->addWidget(scrollBar, across ? 1 : 0, across ? 0 : 1);
+        scrScroll[std::size_t(bar)] = scrollBar;
+    }
+    connect(picScreen, &PictureBox::Resized, this, &ctlScene::onResized);
+    connect(picScreen, &PictureBox::MouseMoved, this, &ctlScene::showMouseCoordinates);
+    connect(picScreen, &PictureBox::ZoomWheel, this, &ctlScene::zoomAt);
+    connectPicking();
+}
+
+void ctlScene::Paint() {
+    if (!session.IsOpen())
+        return;
+    RasterDevice device(picScreen->ClearedImage(), picScreen->DotsPerInch());
+    session.Draw(device);
+    picScreen->Refresh();
+    emit Painted();
+}
+
+const QImage& ctlScene::Picture() const {
+    return picScreen->Image();
+}
+
+void ctlScene::Clear() {
+    session.View.CoordConverter.reset();
+    picScreen->ClearedImage();
+    picScreen->Refresh();
+}
+
+void ctlScene::SetZoom(int value) {
+    mdView::ApplyZoom(value, session.View);
+    finishZoom();
+}
+
+void ctlScene::zoomAt(QPointF pixel, int steps) {
+    ViewState& view = session.View;
+    if (!session.IsOpen() || !view.CoordConverter)
+        return;
+    float x = 0, y = 0;
+    view.CoordConverter->DeviceToWorld(qRound(pixel.x()), qRound(pixel.y()), x, y);
+    mdView::ZoomAt(view.Zoom + steps, x, y, view);
+    finishZoom();
+}
+
+void ctlScene::finishZoom() {
+    updateScrollBars();
+    emit Zoomed();
+    Paint();
+}
+
+void ctlScene::updateScrollBars() {
+    for (const ScrollBar bar : {ScrollBar::Horizontal, ScrollBar::Vertical}) {
+        QScrollBar* scrollBar = scrScroll[std::size_t(bar)];
+        const ScrollBarState state = mdView::ScrollState(session.View, bar);
+        // The bar follows the view here; moving the view to the bar's whole percents would make it jump.
+        const QSignalBlocker quiet(scrollBar);
+        scrollBar->setEnabled(state.Enabled);
+        if (state.PageStep)
+            scrollBar->setPageStep(*state.PageStep);
+        if (state.Value)
+            scrollBar->setValue(*state.Value);
+    }
+}
+
+void ctlScene::onScroll(ScrollBar bar, int value) {
+    mdView::Scroll(session.View, bar, value);
+    Paint();
+}
+
+void ctlScene::showMouseCoordinates(QPoint pixel) {
+    if (takesMouse() && session.View.CoordConverter)
+        emit MouseAt(mdView::MouseCoordinates(session.View, session.Plotter.Window().Width(), pixel.x(), pixel.y()));
+}
+
+void ctlScene::onResized() {
+    session.Plotter.Viewport().SetWindow(picScreen->PixelSize());
+    Paint();
+}

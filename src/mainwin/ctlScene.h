@@ -1,0 +1,67 @@
+// The picture of a session's open file with its scroll bars: paints, zooms and scrolls it, picks with the mouse and
+// marks what is picked. Bars, panels and what is to be picked for are its owner's business.
+#pragma once
+
+#include "view/clsMouse.h"
+#include "view/scene/Session.h"
+
+#include <QWidget>
+
+class PictureBox;
+class QScrollBar;
+
+class ctlScene : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Both must outlive the control; `selection` is changed by the mouse.
+    ctlScene(Session& session, clsMouse& selection, QWidget* parent = nullptr);
+    ~ctlScene() override;
+
+    /// Paints the scene anew; nothing without an open file.
+    void Paint();
+    /// The picture as it was painted, without marks and band.
+    const QImage& Picture() const;
+    /// Makes the picture empty.
+    void Clear();
+    /// The step in the table of zooms, held within its range; paints.
+    void SetZoom(int value);
+
+signals:
+    void Painted();
+    /// Zoom and scroll bars have changed; the picture follows.
+    void Zoomed();
+    /// The world coordinates under the mouse, as text.
+    void MouseAt(const QString& coordinates);
+    /// The right button has been released over an open file.
+    void PopupWanted(QPoint globalPosition);
+    /// A drop is over; no dialog is open.
+    void FileDropped(const QString& path);
+
+private:
+    // ctlScene.cpp
+    void buildControls();
+    void finishZoom();
+    void zoomAt(QPointF pixel, int steps);
+    void updateScrollBars();
+    void onScroll(ScrollBar bar, int value);
+    void showMouseCoordinates(QPoint pixel);
+    void onResized();
+
+    // ctlScenePicking.cpp
+    void connectPicking();
+    void beginDrag(DevicePoint corner);
+    void moveRubberBand(DevicePoint corner);
+    void endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers);
+    void cancelDrag();
+    void onMousePressed(QPoint pixel, Qt::MouseButton button);
+    void onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    void paintLayer(DeviceContext& device);
+    bool takesMouse() const;
+    int screenWidth() const;
+
+    Session& session;
+    clsMouse& selection;
+    PictureBox* picScreen = nullptr;
+    std::array<QScrollBar*, 2> scrScroll{};
+};

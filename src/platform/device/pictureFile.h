@@ -1,0 +1,33 @@
+// Painted pictures as the content of files: SVG, PDF and the trace of the calls. Knows nothing of what is painted, and
+// writes no file itself.
+#pragma once
+
+#include "platform/device/DeviceContext.h"
+
+#include <QByteArray>
+#include <functional>
+
+/// The picture in a file and what stands there about it.
+struct PictureFile {
+    QString Title; ///< told in SVG and PDF
+    DeviceSize Size{1280, 1024};
+    int DotsPerInch = 96;
+};
+
+/// The whole content of a file, or why there is none.
+struct PictureContent {
+    QByteArray Bytes;
+    std::optional<QString> Problem;
+};
+
+using Paint = std::function<void(DeviceContext&)>;
+
+/// What is left to do with a painted picture; once, on any thread.
+using PictureEncoding = std::function<PictureContent()>;
+
+/// Paints, once or not at all; what comes of it is told by the encoding.
+using PictureFormat = PictureEncoding (*)(const PictureFile&, const Paint&);
+
+PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint);
+PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint);
+PictureEncoding TracePicture(const PictureFile& file, const Paint& paint);

@@ -1,0 +1,34 @@
+// The steps of a .vrf file. Where they stand was noted when the file was opened, so that any value is one read away.
+#pragma once
+
+#include "platform/base/ReadHandle.h"
+#include "result/readers/StepSource.h"
+
+#include <vector>
+
+class VrfSteps final : public StepSource {
+public:
+    /// One item's values in one step.
+    struct Block {
+        std::int32_t Offset = 0; ///< in the file, of the first value
+        std::int32_t Count = 0;  ///< as told, which may be below 1
+    };
+    struct Directory {
+        std::vector<std::int32_t> TypeOffsets; ///< in the file, of each step's element types
+        std::vector<Block> Blocks;             ///< of each step as many as there are items
+    };
+
+    VrfSteps(const ReadHandle& openFile, const Sizes& stepSizes, Directory stepDirectory);
+
+private:
+    qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const override;
+    std::int32_t countOf(std::int32_t step, std::int32_t item) const override { return blockOf(step, item).Count; }
+    qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const override;
+    const Block& blockOf(std::int32_t step, std::int32_t item) const {
+        return directory.Blocks[std::size_t(step) * itemCount + std::size_t(item)];
+    }
+
+    ReadHandle file;
+    std::size_t itemCount;
+    Directory directory;
+};

@@ -1,0 +1,22 @@
+#include "result/readers/readerTable.h"
+
+#include "app/mdApplication.h"
+#include "result/readers/VrfReader.h"
+
+std::span<const ResultReader> ResultReaders() {
+    static constexpr ResultReader readers[] = {
+        {u"*.vrf", VrfReader::Recognises, VrfReader::Open},
+    };
+    return readers;
+}
+
+const ResultReader* ReaderFor(const QString& path) {
+    if (!mdApplication::FileExists(path))
+        return nullptr;
+    char start[RecognisedBytes];
+    const qint64 size = ReadHandle::Open(path).ReadAt(0, start, sizeof start);
+    for (const ResultReader& reader : ResultReaders())
+        if (reader.Recognises({start, size}, path))
+            return &reader;
+    return nullptr;
+}
