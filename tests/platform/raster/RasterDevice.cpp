@@ -184,14 +184,15 @@ TEST(RasterDevice, AClipTakesAwayAndChangesNothing) {
 TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
     for (unsigned seed = 0; seed < 24; ++seed) {
         Dice dice(seed);
-        const auto points = dice.Points(3000, -30, 130);
+        auto points = dice.Points(3000, -30, 130);
+        std::copy_n(points.begin(), 4, points.begin() + 4); // a figure that comes twice
         std::vector<std::int32_t> steps;
         for (int i = 0; i < 6000; ++i) {
             const int index = dice.Between(0, i % 100 ? 2999 : 4000);
             steps.push_back(dice.Between(0, 2) ? index : ~index);
         }
-        std::vector<int> counts;
-        for (int left = 2800; left > 0; left -= counts.back())
+        std::vector<int> counts{4, 4};
+        for (int left = 2792; left > 0; left -= counts.back())
             counts.push_back(std::min(left, dice.Between(0, 6)));
         Pen pen = solidPen(red, seed % 3 == 2 ? 3 : 1);
         pen.Style = seed % 2 ? int(seed % 5) : 0;
