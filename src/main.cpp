@@ -44,8 +44,10 @@ int EntryProcedure(QApplication& application) {
         ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
         return 1;
     }
+    const QString notice = settingsStore::Notice();
     window->FirstStep(commandLine);
     window->show();
+    window->Tell(notice);
     return application.exec();
 }
 

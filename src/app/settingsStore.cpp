@@ -168,14 +168,12 @@ void takeGraph(GraphDefaults& graph, const QString& name, const QVariant& value,
 QString labelSection(int number) {
     return u"\\Settings\\Labels\\Item-"_s + QString::number(number);
 }
-} // namespace
 
-void LoadSettings(ApplicationSettings& settings, const QString& programFolder, const QString& defaultPrinter) {
-    SetDefaults(settings, programFolder, defaultPrinter);
-    // Opening makes what is missing. Without a store this waits once, not at every key.
-    Registry::Transaction transaction;
+/// All or nothing: false when the store isn't to be had in this way. Opening makes what is missing.
+bool loadWhole(ApplicationSettings& settings, const QString& programFolder, Registry::Access access) {
+    Registry::Transaction transaction(access);
     if (!transaction.IsOpen())
-        return;
+        return false;
     clsRegEdit key;
     if (open(key, u"\\Settings"))
         eachValue(key, [&](const QString& name, const QVariant& value) { takeGeneral(settings, name, value); });
@@ -183,7 +181,23 @@ void LoadSettings(ApplicationSettings& settings, const QString& programFolder, c
         key.SetRegValue({}, Registry::REG_SZ, programFolder);
     LoadGraphSettings(settings.Graph);
     LoadPageLabels(settings.Page);
-    transaction.Commit();
+    return transaction.Commit();
+}
+} // namespace
+
+void LoadSettings(ApplicationSettings& settings, const QString& programFolder, const QString& defaultPrinter) {
+    // What can't be written, as on a full disk, may still be read.
+    for (const auto access : {Registry::Access::Write, Registry::Access::Read}) {
+        SetDefaults(settings, programFolder, defaultPrinter);
+        if (loadWhole(settings, programFolder, access))
+            return;
+    }
+    SetDefaults(settings, programFolder, defaultPrinter);
+}
+
+QString Notice() {
+    return Registry::IsStoreHeld() ? u"設定が他のプログラムに使われていて読めないため、既定値を使います。"_s
+                                   : QString();
 }
 
 void SaveSettings(const ApplicationSettings& settings) {

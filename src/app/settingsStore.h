@@ -5,7 +5,7 @@
 #include "app/ApplicationSettings.h"
 
 /// None of these fails: a value that can't be read leaves its field as it stood, so that a store that is missing,
-/// damaged or shut means defaults, and a save that can't be kept leaves the store as it was. Each save is one
+/// damaged or held means defaults, and a save that can't be kept leaves the store as it was. Each save is one
 /// transaction. Numbers are read from a value's text, as far as that goes; held ranges come after.
 namespace settingsStore {
 /// The program's key beneath `HKEY_CURRENT_USER`.
@@ -15,6 +15,8 @@ inline constexpr QStringView RootKey = u"Software\\Ordvane\\Velorin\\1.0";
 /// graph defaults and page labels.
 void LoadSettings(ApplicationSettings& settings, const QString& programFolder, const QString& defaultPrinter);
 void SaveSettings(const ApplicationSettings& settings);
+/// What the user is to be told: that the settings are there but couldn't be read. Empty when all is well.
+QString Notice();
 
 /// Legend styles are taken in the order in which the registry lists them, whatever their numbers.
 void LoadGraphSettings(GraphDefaults& graph);

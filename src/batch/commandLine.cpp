@@ -1,4 +1,5 @@
 #include "batch/commandSupport.h"
+#include "platform/registry/Registry.h"
 
 #include <QIODevice>
 
@@ -45,11 +46,20 @@ Status runCommand(const QStringList& arguments, const Streams& streams) {
     return WrongUsage;
 }
 
+/// The work is done, but not with the user's own settings.
+void tellOfHeldSettings(const Streams& streams) {
+    if (Registry::IsStoreHeld())
+        streams.Errors.write(
+            (Registry::StorePath() + u": another program holds it; its settings are not used\n"_s).toUtf8());
+}
+
 } // namespace
 
 Status Run(const QStringList& arguments, const Streams& streams) {
     try {
-        return runCommand(arguments, streams);
+        const Status status = runCommand(arguments, streams);
+        tellOfHeldSettings(streams);
+        return status;
     } catch (const Stop& stop) {
         if (stop.status == WrongUsage)
             streams.Errors.write("velorin-batch: ");

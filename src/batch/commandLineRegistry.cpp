@@ -12,12 +12,16 @@ namespace {
 
 constexpr qint64 largestFile = 256 << 20;
 
-void exportTo(const QString& path) {
+/// The number of keys and values that are left out.
+int exportTo(const QString& path) {
     WholeFile file(path);
-    if (!file.Problem() && !RegistryText::Export(file) && !file.Problem())
-        RefuseInput(Registry::StorePath(), u"there are no settings, or they can't be written out"_s);
+    const RegistryText::ExportResult result = RegistryText::Export(file);
+    if (!result.Done && !file.Problem())
+        RefuseInput(Registry::StorePath(),
+                    QFile::exists(Registry::StorePath()) ? Registry::StoreProblem() : u"there are no settings"_s);
     if (const std::optional<QString> problem = file.Commit())
         RefuseInput(path, *problem);
+    return result.LeftOut;
 }
 
 void importFrom(const QString& path) {
@@ -47,10 +51,12 @@ Status RunRegistry(const QStringList& arguments, const Streams& streams) {
                     u"Writes the settings to a registry file (.reg), or adds those of one to them."_s, u"FILE"_s,
                     u"registry file"_s);
     options.Parse(wholeHelp ? arguments : arguments.mid(1), streams);
-    if (exports)
-        exportTo(options.Operand());
-    else
+    if (!exports)
         importFrom(options.Operand());
+    else if (const int leftOut = exportTo(options.Operand()))
+        streams.Errors.write(
+            (Registry::StorePath() + u": %1 keys or values with impossible names are left out\n"_s.arg(leftOut))
+                .toUtf8());
     return Done;
 }
 

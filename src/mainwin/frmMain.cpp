@@ -67,6 +67,11 @@ void frmMain::repaint() {
         scene->Paint();
 }
 
+void frmMain::Tell(const QString& line) {
+    if (!line.isEmpty())
+        panels[0]->setText(told = line);
+}
+
 void frmMain::buildPanels() {
     auto* stbStatus = new QStatusBar(this);
     stbStatus->setObjectName(u"stbStatus"_s);
@@ -123,7 +128,7 @@ void frmMain::changeEvent(QEvent* event) {
 
 void frmMain::onPainted() {
     const ResultModel& model = mdApplication::Model;
-    panels[0]->clear();
+    panels[0]->setText(std::exchange(told, QString()));
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);

@@ -32,6 +32,8 @@ public:
     void SetZoom(int value);
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
+    /// Shows a line in the first panel, where it outlives the next paint; nothing when it is empty.
+    void Tell(const QString& line);
     /// What a click on the command does.
     void ExecuteCommand(const QString& tool);
 
@@ -93,4 +95,5 @@ private:
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};
+    QString told; ///< what a paint is not to wipe away
 };

@@ -111,7 +111,7 @@ void frmMain::saveLayout() {
     const QString question =
         u"現在の描画設定を、\r\n"_s + propertyFile::PathFor(Model.FileName) + u"\r\nに保存します。"_s;
     if (ShowMessage(question, MessageStyle::Ask) == MessageAnswer::Yes)
-        propertyFile::SavePropertyFile(Settings, Model);
+        Tell(propertyFile::SavePropertyFile(Settings, Model));
 }
 
 void frmMain::copyImage() {

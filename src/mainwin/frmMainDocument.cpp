@@ -72,14 +72,16 @@ void frmMain::openResultFile(const QString& path) {
     const bool good = readResultFile(path, loaded, stopped);
     if (stopped)
         return;
+    QString notSaved;
     if (IsOpen() && Settings.Window.AutoSave)
-        propertyFile::SavePropertyFile(Settings, Model);
+        notSaved = propertyFile::SavePropertyFile(Settings, Model);
     Selection.Clear();
     mdApplication::UnloadGraphWindows();
     if (good)
         takeUpFile(loaded);
     else
         refuseFile(path);
+    Tell(notSaved);
 }
 
 void frmMain::takeUpFile(const ResultModel& loaded) {

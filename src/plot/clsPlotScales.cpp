@@ -43,6 +43,13 @@ void snap(float& limit, double wholeSteps, float step, int outwards, float toler
     mdTips::Narrow(multiple + oneMore, limit);
 }
 
+bool hasDistinctTicks(PlotScale scale) {
+    scale.WorkMax = scale.ScaleMax;
+    scale.WorkMin = scale.ScaleMin;
+    const std::vector<float> ticks = TickValues(scale, scale.ScaleMScale);
+    return ticks.size() > 1 && std::ranges::adjacent_find(ticks, std::greater_equal()) == ticks.end();
+}
+
 } // namespace
 
 void clsPlot::GetMemoriScale(float& max, float& min, float& major, float& minor) {
@@ -77,6 +84,9 @@ void clsPlot::setAutomaticScale(int index) {
         }
     }
     PlotScale& scale = scales[std::size_t(index)];
+    const auto findSteps = [&scale] {
+        GetMemoriScale(scale.ScaleMax, scale.ScaleMin, scale.ScaleMScale, scale.ScaleHScale);
+    };
     double largest = 0, smallest = 0, unused = 0;
     if (extremesOf(maxima, largest, unused) && extremesOf(minima, unused, smallest)) {
         scale.ScaleMax = float(largest);
@@ -84,7 +94,14 @@ void clsPlot::setAutomaticScale(int index) {
     }
     if (scale.ScaleMax == scale.ScaleMin)
         scale.ScaleMax = float(scale.ScaleMin + 1.0);
-    GetMemoriScale(scale.ScaleMax, scale.ScaleMin, scale.ScaleMScale, scale.ScaleHScale);
+    const float constant = scale.ScaleMin;
+    const bool isLost = scale.ScaleMax == constant; // the single next to it lies further off than 1
+    findSteps();
+    for (double width = 2; isLost && std::isfinite(float(constant + width)) && !hasDistinctTicks(scale); width *= 2) {
+        scale.ScaleMin = constant;
+        scale.ScaleMax = float(constant + width);
+        findSteps();
+    }
 }
 
 void clsPlot::FindScales() {

@@ -31,6 +31,8 @@ struct Graph {
     QString ItemName;
     QString Caption = u"グラフウィンドウ"_s; ///< of a window that shows it
     SelectionSnapshot Selection;             ///< a distribution has it in the order along its axis
+    /// Of a history, for each series the rows without a point of it, ascending; a row is a step that has any value.
+    std::vector<std::vector<std::int32_t>> Gaps;
     clsPlot Plot;
 };
 
@@ -80,7 +82,8 @@ void ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& model, co
 void DrawGraphLegend(DeviceContext& device, const clsPlot& plot, const GraphDefaults& defaults);
 
 /// The numbers of the graph as lines of text with CR LF between them: `separator` is a comma for a file and a tab for
-/// the clipboard. From the second line on a history has commas in either case.
+/// the clipboard. From the second line on a history has commas in either case, and a line for each step that has any of
+/// the values, with an empty field for one that it doesn't have.
 QString GraphText(const Graph& graph, QChar separator);
 
 } // namespace mdGraph

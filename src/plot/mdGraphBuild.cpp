@@ -124,10 +124,18 @@ bool BuildHistory(const ResultModel& model, const DifferenceSettings& difference
         const QString kind = selection.ObjectType == PickedKind::Nodes ? u"節点 : "_s : u"要素 : "_s;
         for (const qint64 index : selection.Index)
             plot.SetDataLabel(plot.DataLegendAdd(), kind + QString::number(index + 1));
+        built.Gaps.resize(selection.Index.size());
+        std::int32_t row = 0;
         const auto addPoints = [&](std::int32_t step, const StepValues& values) {
-            for (std::size_t i = 0; i < values.size(); ++i)
+            if (std::ranges::none_of(values, &std::optional<float>::has_value))
+                return;
+            for (std::size_t i = 0; i < values.size(); ++i) {
                 if (values[i])
                     plot.DataAdd(int(i) + 1, model.Steps.at(step).Time, *values[i]);
+                else
+                    built.Gaps[i].push_back(row);
+            }
+            ++row;
         };
         if (!walkSteps(model, difference, selection, progress, addPoints))
             return false;

@@ -53,7 +53,9 @@ void mdGraph::ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& 
                               Graph& graph) {
     clsPlot& plot = graph.Plot;
     plot.GraphTitleFont = fontOf(defaults.GraphFonts[0]);
-    plot.SetScaleFont(clsPlot::ScaleBoth, fontOf(defaults.GraphFonts[2]));
+    // Each axis a font of its own: a style file may change that of one.
+    for (const int scale : {clsPlot::ScaleBase, clsPlot::ScalePlot})
+        plot.SetScaleFont(scale, fontOf(defaults.GraphFonts[2]));
     plot.SetScaleLabelFont(clsPlot::ScaleBoth, fontOf(defaults.GraphFonts[1]));
     plot.SetGridDraw(clsPlot::ScaleBoth, defaults.PlotGrid);
     plot.SetScaleDraw(clsPlot::ScaleBoth, defaults.PlotScale);

@@ -3,6 +3,8 @@
 
 #include "app/NumberFormat.h"
 
+#include <span>
+
 namespace {
 
 constexpr qsizetype usualFieldLength = 12; ///< ",1.23456E-5"
@@ -19,22 +21,54 @@ QString head(QStringView kind, const clsPlot& plot, QChar separator) {
     return line;
 }
 
-/// A column for each series beside the base values of the first. Commas stand throughout, whatever the first line has;
-/// a series that is shorter than the first has empty fields.
-void appendHistory(QString& text, const clsPlot& plot) {
-    text += u"\r\n";
-    const int series = plot.DataLegendCount();
-    for (int s = 1; s <= series; ++s)
-        text += u",\""_s + plot.DataLabel(s) + u'"';
-    const int points = plot.DataCount(1);
-    for (int point = 1; point <= points; ++point) {
-        text += u"\r\n";
-        text += numberText(plot.DataBase(1, point));
-        for (int s = 1; s <= series; ++s) {
-            text += u',';
-            if (point <= plot.DataCount(s))
-                text += numberText(plot.DataPlot(s, point));
+/// A series of a history on its way through the rows.
+struct Column {
+    std::span<const std::int32_t> gaps; ///< those to come
+    int points = 0;
+    int point = 1; ///< the next one
+
+    /// The point that stands in the row; 0 when none does.
+    int TakeRow(std::int32_t row) {
+        if (!gaps.empty() && gaps.front() == row) {
+            gaps = gaps.subspan(1);
+            return 0;
         }
+        return point <= points ? point++ : 0;
+    }
+};
+
+std::vector<Column> columnsOf(const Graph& graph) {
+    std::vector<Column> columns(std::size_t(graph.Plot.DataLegendCount()));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        columns[i].points = graph.Plot.DataCount(int(i) + 1);
+        if (i < graph.Gaps.size())
+            columns[i].gaps = graph.Gaps[i];
+    }
+    return columns;
+}
+
+/// A row for each step, and a column for each series beside the steps' base values. Commas stand throughout, whatever
+/// the first line has.
+void appendHistory(QString& text, const Graph& graph) {
+    const clsPlot& plot = graph.Plot;
+    std::vector<Column> columns = columnsOf(graph);
+    std::size_t rows = 0;
+    text += u"\r\n";
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        text += u",\""_s + plot.DataLabel(int(i) + 1) + u'"';
+        rows = std::max(rows, columns[i].gaps.size() + std::size_t(columns[i].points));
+    }
+    for (std::size_t row = 0; row < rows; ++row) {
+        QString base, values;
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            values += u',';
+            const int series = int(i) + 1, point = columns[i].TakeRow(std::int32_t(row));
+            if (point > 0)
+                values += numberText(plot.DataPlot(series, point));
+            if (point > 0 && base.isEmpty())
+                base = numberText(plot.DataBase(series, point));
+        }
+        text += u"\r\n" + base + values;
     }
 }
 
@@ -71,6 +105,6 @@ QString mdGraph::GraphText(const Graph& graph, QChar separator) {
     if (distribution)
         appendDistribution(text, plot, separator);
     else
-        appendHistory(text, plot);
+        appendHistory(text, graph);
     return text;
 }

@@ -9,6 +9,8 @@
 #include "property/drawingElementTable.h"
 #include "property/drawingElements.h"
 
+#include <QFileInfo>
+
 namespace propertyFile {
 
 namespace {
@@ -172,6 +174,20 @@ QString textOf(ApplicationSettings settings, ResultModel model) {
     return lines.Text();
 }
 
+bool hasItsRoot(const clsXML& document) {
+    return document.lastChild() && document.lastChild()->nodeName.toUpper() == u"VRFPROPERTY";
+}
+
+/// Whether what stands at `path` may be written over. Under its own name that is what a save is for; at the end of a
+/// link it may be anything.
+bool isOursToWrite(const QString& path) {
+    const QFileInfo file(path);
+    if (!file.isSymLink() || !file.exists() || (file.isFile() && file.size() == 0))
+        return true;
+    clsXML document;
+    return file.isFile() && document.Load(path) && hasItsRoot(document);
+}
+
 } // namespace
 
 QString PathFor(const QString& resultFile) {
@@ -197,16 +213,18 @@ bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model) {
     clsXML document;
     if (!mdApplication::FileExists(model.FileName) || !mdApplication::FileExists(path) || !document.Load(path))
         return false;
-    const clsXMLNode& root = *document.lastChild();
-    if (root.nodeName.toUpper() == u"VRFPROPERTY")
-        readSection(root, {}, settings, model);
+    if (hasItsRoot(document))
+        readSection(*document.lastChild(), {}, settings, model);
     return true;
 }
 
-void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model) {
+QString SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model) {
+    const QString path = PathFor(model.FileName);
     if (!mdApplication::FileExists(model.FileName))
-        return;
-    mdTips::WriteTextFile(PathFor(model.FileName), textOf(settings, model));
+        return {};
+    if (!isOursToWrite(path))
+        return u"描画設定ファイルではないファイルへのリンクのため、保存しません。"_s + path;
+    return mdTips::WriteTextFile(path, textOf(settings, model)) ? QString() : u"描画設定を保存できません。"_s + path;
 }
 
 } // namespace propertyFile

@@ -21,7 +21,9 @@ void ResetDrawingSettings(ApplicationSettings& settings, ResultModel& model);
 bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model);
 
 /// Writes the file beside `model.FileName`, if that exists. The old file is replaced in one step, so that there is
-/// always a whole one, and keeps its permissions. A failure stays silent and leaves the old file as it was.
-void SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model);
+/// always a whole one, and keeps its permissions. A link there is followed when it leads to a property file or to
+/// nothing yet; any other file is left alone. The line that tells the user why nothing was written, and the old file is
+/// as it was; empty when all went well or there is no result file.
+QString SavePropertyFile(const ApplicationSettings& settings, const ResultModel& model);
 
 } // namespace propertyFile

@@ -18,24 +18,19 @@ TEST(ApplicationSettings, HelpFolder) {
 
 TEST(mdApplication, AutoNumberChoosesItsForm) {
     using mdApplication::FormatAutoNumber;
-    const struct {
-        double value;
-        int digits;
-        bool extra;
-        QString expected;
-    } cases[] = {{0, 3, false, u"0.000"_s},
-                 {0, 0, true, u"0.0"_s},
-                 {0.01, 3, false, u"0.010"_s},
-                 {0.001, 3, false, u"1.000E-3"_s},
-                 {9999.5, 3, false, u"9999.500"_s},
-                 {10000, 3, false, u"1.000E4"_s},
-                 {-12345.678, 3, false, u"-1.235E4"_s},
-                 {1.23456, 3, true, u"1.23456"_s},
-                 {1.5, 3, true, u"1.500"_s},
-                 {2.25, 0, false, u"2.3"_s},
-                 {5, -2, false, u"5.00E0"_s}};
-    for (const auto& c : cases)
-        EXPECT_EQ(FormatAutoNumber(c.value, c.digits, c.extra), c.expected);
+    const std::tuple<double, int, bool, QString> cases[] = {{0, 3, false, u"0.000"_s},
+                                                            {0, 0, true, u"0.0"_s},
+                                                            {0.01, 3, false, u"0.010"_s},
+                                                            {0.001, 3, false, u"1.000E-3"_s},
+                                                            {9999.5, 3, false, u"9999.500"_s},
+                                                            {10000, 3, false, u"1.000E4"_s},
+                                                            {-12345.678, 3, false, u"-1.235E4"_s},
+                                                            {1.23456, 3, true, u"1.23456"_s},
+                                                            {1.5, 3, true, u"1.500"_s},
+                                                            {2.25, 0, false, u"2.3"_s},
+                                                            {5, -2, false, u"5.00E0"_s}};
+    for (const auto& [value, digits, extra, expected] : cases)
+        EXPECT_EQ(FormatAutoNumber(value, digits, extra), expected);
     EXPECT_TRUE(FormatAutoNumber(1, INT_MIN, false).startsWith(u"1.000"));
 }
 

@@ -1,5 +1,8 @@
 #include "BatchTest.h"
 
+#include "ConfigurationFolder.h"
+#include "OtherProgram.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
@@ -128,6 +131,23 @@ TEST_F(RenderTest, FollowsThePropertyFileUnlessToldNotTo) {
     EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_s)) << "the step that the file was left at";
     EXPECT_EQ(traceOf(u"--step 1"_s), plain) << "the command line goes before the file";
     EXPECT_NE(traceOf({}), plain);
+}
+
+TEST_F(RenderTest, GoesOnWithoutSettingsThatAnotherProgramHoldsAndSaysSo) {
+    const ConfigurationFolder own;
+    const QString file = folder.Write("REGEDIT4\n[HKEY_CURRENT_USER\\bent]\n\"name\"=\"\"", u"s.reg"_s);
+    EXPECT_EQ(run(u"registry import "_s + file), 0);
+    folder.Write("<VRFPROPERTY/>", QFileInfo(path).fileName() + u".property"_s);
+    const QByteArray plain = traceOf({}), store = Registry::StorePath().toUtf8();
+    EXPECT_EQ(errors, "");
+    const OtherProgram other;
+    ASSERT_TRUE(other.Does("UPDATE vals SET name = char(10); BEGIN EXCLUSIVE"));
+    EXPECT_EQ(traceOf({}), plain);
+    EXPECT_EQ(errors, store + ": another program holds it; its settings are not used\n");
+    expectUnusable(u"registry export "_s + file, Registry::StorePath(), "another program holds it");
+    ASSERT_TRUE(other.Does("ROLLBACK"));
+    EXPECT_EQ(run(u"registry export "_s + file), 0);
+    EXPECT_EQ(errors, store + ": 1 keys or values with impossible names are left out\n");
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {

@@ -60,17 +60,20 @@ TEST_F(PlotAxes, StandWhereTitleCaptionsAndNumbersLeaveRoom) {
 TEST_F(PlotAxes, ReferenceLinesLieBeneathTheSeries) {
     for (int type = 0; type < 4; ++type)
         plot.PickupLineAdd(1, type, 0xff, 1, 0);
-    const QByteArray pen = "Pen 0 1 0x000000ff\n", old = "StockPen 7\n", across = "MoveTo 31 70\nLineTo 182 70\n",
+    const QByteArray start = "Pen 0 1 0x000000ff\n", end = "StockPen 7\n", across = "MoveTo 31 70\nLineTo 182 70\n",
                      up = "MoveTo 182 126\nLineTo 182 13\n";
+    const auto lines = [&](const QByteArray& ofBase, const QByteArray& ofPlot) {
+        return QByteArray(start + ofBase + end + start + ofPlot + end + start + up + across + end + start + ofPlot +
+                          end);
+    };
     plot.Orientation = 1;
-    const QByteArray types = old + pen + across + old + pen + up + old + pen + up + across + old + pen + up + old;
-    EXPECT_FALSE(trace().contains(types));
+    EXPECT_FALSE(trace().contains(lines(across, up)));
     plot.PickupLineDraw = true;
-    EXPECT_TRUE(trace().contains(types));
+    EXPECT_TRUE(trace().contains(lines(across, up)));
     plot.Orientation = 2;
-    EXPECT_TRUE(trace().contains(QByteArray(old + pen + old + pen + old + pen + up + across + old + pen + old)));
+    EXPECT_TRUE(trace().contains(lines({}, {})));
     plot.Orientation = 0;
-    EXPECT_TRUE(trace().contains(QByteArray(pen + "MoveTo 106 126\nLineTo 106 13\n" + old + pen)));
+    EXPECT_TRUE(trace().contains(QByteArray(start + "MoveTo 106 126\nLineTo 106 13\n" + end + start)));
 }
 
 TEST_F(PlotAxes, BadLimitsDrawNoTicksAndKeepTheUnits) {

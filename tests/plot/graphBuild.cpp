@@ -38,25 +38,32 @@ protected:
 };
 
 TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
-    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {5, 0, 9}}, graph));
+    const SelectionSnapshot picked{PickedKind::Nodes, {5, 0, 9}};
+    ASSERT_TRUE(BuildHistory(model, plain, picked, graph));
     EXPECT_EQ(allSeries(graph.Plot),
               QStringList({u"節点 : 6 0,6 1.25,12"_s, u"節点 : 1 0,1 1.25,2"_s, u"節点 : 10"_s}));
-    EXPECT_EQ(graph.Caption, u"変位 時系列図");
-    EXPECT_EQ(graph.ItemName, u"変位");
+    EXPECT_EQ(graph.Caption + u'|' + graph.ItemName + u'|' + graph.Plot.GraphTitle, u"変位 時系列図|変位|kept");
     EXPECT_EQ(graph.Plot.Orientation, 0);
-    EXPECT_EQ(graph.Plot.GraphTitle, u"kept");
-    EXPECT_EQ(graph.Selection.Index, (std::vector<std::int32_t>{5, 0, 9}));
+    EXPECT_EQ(graph.Selection.Index, picked.Index);
     EXPECT_EQ(model.CurrentStep, -1) << "the model stays as it is";
-
-    model.CurrentItem = 1;
-    ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1, 0}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"要素 : 2 0,0 1.25,0"_s, u"要素 : 1 0,0 1.25,0"_s}));
-    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1, 2}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList({u"節点 : 2 0,10 1.25,0"_s, u"節点 : 3"_s})) << "by plain index";
     model.CurrentItem = 2;
-    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {1}}, graph));
-    EXPECT_EQ(allSeries(graph.Plot), QStringList{u"節点 : 2"_s});
-    EXPECT_EQ(graph.Caption, u" 時系列図") << "there is no such item";
+    ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1}}, graph));
+    EXPECT_EQ(allSeries(graph.Plot) + QStringList{graph.Caption}, QStringList({u"要素 : 2"_s, u" 時系列図"_s}))
+        << "there is no such item";
+}
+
+TEST_F(GraphBuildTest, RowsOfTheTextGoByStep) {
+    VrfBuilder file = twoSquares();
+    file.steps[0].values[0].resize(1);
+    file.steps.push_back(file.steps[1]);
+    file.steps[2].values[0].clear();
+    file.steps.push_back(file.steps[0]);
+    ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
+    model.CurrentItem = 0;
+    ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {2, 0, 9}}, graph));
+    const QString text = GraphText(graph, u',');
+    EXPECT_EQ(text.mid(text.indexOf(u"\r\n0.")), u"\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,"
+                                                 "\r\n0.00000E0,,1.00000E0,"_s);
 }
 
 TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {
@@ -126,12 +133,11 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
 
 TEST(mdGraph, GraphsOfNothingOrOfManyAreAskedAbout) {
     EXPECT_EQ(mdGraph::GraphRequest(0)->Text, u"オブジェクトを選択してください。"_s);
-    EXPECT_EQ(mdGraph::GraphRequest(0)->Flags, MessageStyle::Information);
     EXPECT_FALSE(mdGraph::GraphRequest(1) || mdGraph::GraphRequest(100));
-    EXPECT_TRUE(
-        mdGraph::GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
-    EXPECT_EQ(mdGraph::GraphRequest(101)->Text.count(u"\r\n"_s), 3);
-    EXPECT_EQ(mdGraph::GraphRequest(101)->Flags, MessageStyle::Ask);
+    const auto many = mdGraph::GraphRequest(101);
+    EXPECT_TRUE(many->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_EQ(many->Text.count(u"\r\n"_s), 3);
+    EXPECT_TRUE(mdGraph::GraphRequest(0)->Flags == MessageStyle::Information && many->Flags == MessageStyle::Ask);
 }
 
 } // namespace

@@ -36,7 +36,8 @@ TEST(GraphStyle, WholeGraphs) {
         graph.Plot.EndPaint = [&](DeviceContext& device) { DrawGraphLegend(device, graph.Plot, defaults); };
         TraceDevice device(1000, 500, dotsPerInch);
         ApplyGraphStyle(defaults, model, device, graph);
-        EXPECT_TRUE(graph.Plot.ScaleFont(0) == graph.Plot.ScaleFont(1) &&
+        EXPECT_TRUE(*graph.Plot.ScaleFont(0) == *graph.Plot.ScaleFont(1) &&
+                    graph.Plot.ScaleFont(0) != graph.Plot.ScaleFont(1) &&
                     graph.Plot.DataLineColor(2) == defaults.LegendStyles.value(0, {0, 0xff}).LineColor);
         graph.Plot.Redraw(&device, nullptr);
         EXPECT_TRUE(Golden().MatchesText(u"traces/graphStyle%1.trace"_s.arg(type), device.Trace()));

@@ -8,36 +8,26 @@ namespace {
 
 TEST(PlotModel, PointsMakeTheSeriesThatTheyNeed) {
     clsPlot plot;
-    EXPECT_EQ(plot.DataAdd(3, 1.5f, 2.5f), 1);
-    EXPECT_EQ(plot.DataAdd(3, 3.5f, 4.5f), 2);
+    EXPECT_TRUE(plot.DataAdd(3, 1.5f, 2.5f) == 1 && plot.DataAdd(3, 3.5f, 4.5f) == 2);
+    EXPECT_TRUE(plot.DataAdd(0, 1, 1) == -1 && plot.DataAdd(2'000'000'000, 1, 1) == -1);
     EXPECT_EQ(plot.DataLegendCount(), 3);
-    EXPECT_EQ(plot.DataCount(1), 0);
-    EXPECT_EQ(plot.DataCount(0), -1);
-    EXPECT_EQ(plot.DataCount(4), -1);
-    EXPECT_EQ(plot.DataAdd(0, 1, 1), -1);
-    EXPECT_EQ(plot.DataAdd(2'000'000'000, 1, 1), -1);
-    EXPECT_EQ(plot.DataLegendCount(), 3);
-    EXPECT_EQ(plot.DataBase(3, 2), 3.5f);
-    EXPECT_EQ(plot.DataPlot(3, 1), 2.5f);
+    EXPECT_TRUE(plot.DataCount(1) == 0 && plot.DataCount(0) == -1 && plot.DataCount(4) == -1);
+    EXPECT_TRUE(plot.DataBase(3, 2) == 3.5f && plot.DataPlot(3, 1) == 2.5f);
     EXPECT_THROW(plot.DataPlot(3, 3), SubscriptError);
     EXPECT_THROW(plot.DataBase(3, 0), SubscriptError);
 
     plot.DataRemove(3, 3);
     plot.DataRemove(3, 1);
-    EXPECT_EQ(plot.DataCount(3), 1);
-    EXPECT_EQ(plot.DataPlot(3, 1), 4.5f);
+    EXPECT_TRUE(plot.DataCount(3) == 1 && plot.DataBase(3, 1) == 3.5f && plot.DataPlot(3, 1) == 4.5f);
     plot.SetDataLabel(3, u"後"_s);
     plot.SetDataLabel(4, u"無"_s);
     plot.DataLegendRemove(4);
     plot.DataLegendRemove(1);
     EXPECT_EQ(plot.DataLegendCount(), 2);
-    EXPECT_EQ(plot.DataLabel(2), u"後"_s);
-    EXPECT_EQ(plot.DataLabel(3), QString());
+    EXPECT_EQ(plot.DataLabel(2) + plot.DataLabel(3), u"後"_s);
     plot.DataClear(2);
     EXPECT_EQ(plot.DataLabel(2), QString());
-    EXPECT_EQ(plot.DataCount(2), 0);
-    EXPECT_EQ(plot.DataLineWidth(2), 0);
-    EXPECT_EQ(plot.DataDotFillStyle(2), 0);
+    EXPECT_EQ(plot.DataCount(2) + plot.DataLineWidth(2) + plot.DataDotFillStyle(2), 0);
     EXPECT_THROW(plot.SetDataLineColor(3, 0), SubscriptError);
 }
 
@@ -67,19 +57,17 @@ TEST(PlotModel, ReferenceLineZeroIsTheLast) {
     plot.PickupLineRemove(1);
     ASSERT_EQ(plot.PickupLineCount(), 1);
     EXPECT_EQ(plot.PickupLineValue(1), 2.0f);
-    EXPECT_EQ(plot.PickupLineWidth(1), 2);
-    EXPECT_EQ(plot.PickupLineStyle(1), PenStyle::Dot);
+    EXPECT_TRUE(plot.PickupLineWidth(1) == 2 && plot.PickupLineStyle(1) == PenStyle::Dot);
     EXPECT_THROW(plot.PickupLineColor(2), SubscriptError);
 }
 
 TEST(PlotModel, StyleTablesGiveRowsAndTheirLimits) {
-    EXPECT_EQ(clsPlot::SupportedDotStyle(-3), 3);
-    EXPECT_EQ(clsPlot::SupportedDotStyle(5), 5);
-    EXPECT_EQ(clsPlot::SupportedDotStyle(6), 0);
-    EXPECT_EQ(clsPlot::SupportedLineStyle(0), PenStyle::Null);
+    QList<int> rows;
+    for (const int row : {-3, 0, 4, 5, 6, 7})
+        rows +=
+            {clsPlot::SupportedDotStyle(row), clsPlot::SupportedLineStyle(row), clsPlot::SupprotedDotFillStyle(row)};
+    EXPECT_EQ(rows, (QList<int>{3, 0, 0, 0, 5, -1, 4, 3, 3, 5, 4, 2, 0, 0, 4, 0, 0, 0}));
     EXPECT_EQ(clsPlot::SupportedLineStyleDescription(3), u"点線"_s);
-    EXPECT_EQ(clsPlot::SupprotedDotFillStyle(4), 3);
-    EXPECT_EQ(clsPlot::SupprotedDotFillStyle(7), 0);
     EXPECT_EQ(clsPlot::SupprotedDotFillStyleDescription(-1), QString());
 }
 

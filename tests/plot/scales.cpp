@@ -60,6 +60,16 @@ TEST(PlotScales, AutomaticScalesHoldTheFiniteDataOfAllSeries) {
     EXPECT_EQ(scaleOf(plot), (Limits{7, 0, 2, 0.4f}));
 }
 
+TEST(PlotScales, AConstantOfAnySizeHasDistinctTicks) {
+    for (const float constant : {16777216.0f, 3e7f, -3.5e7f, -1e9f, 1.5e20f, -3.4e38f}) {
+        clsPlot plot;
+        plot.DataAdd(1, 0, constant);
+        const auto [max, min, major, minor] = scaleOf(plot);
+        EXPECT_TRUE(min <= constant && constant <= max) << constant;
+        EXPECT_TRUE(min + major > min && max - major < max && max - min <= 40 * major) << constant << ' ' << major;
+    }
+}
+
 TEST(PlotScales, NumbersSuitTheirSizeAndTheAxis) {
     const std::pair<float, const char*> texts[] = {
         {1000, "1000.0"},    {1000.1f, "1.0E3"}, {0.01f, "0.01"},  {0.0099f, "9.9E-3"}, {0.0012345f, "1.235E-3"},

@@ -50,10 +50,8 @@ TEST(PlotSeries, PointsThatAreNoNumbersInterruptTheLine) {
     plot.SetDataDotStyle(1, DotStyle::Circle);
     plot.SetDrawArea(0, 0, 200, 200);
     plot.Redraw(&device, nullptr);
-    const QByteArray trace = device.Trace();
-    EXPECT_EQ(trace.count("\nPolyline 2 "), 1);
-    EXPECT_EQ(trace.count("\nPolyline 1 "), 1);
-    EXPECT_EQ(trace.count("\nPolyline "), 2);
-    EXPECT_EQ(trace.count("\nEllipse "), 3);
+    for (const auto& [call, count] :
+         {std::pair{"\nPolyline 2 ", 1}, {"\nPolyline 1 ", 1}, {"\nPolyline ", 2}, {"\nEllipse ", 3}})
+        EXPECT_EQ(device.Trace().count(call), count) << call;
     EXPECT_EQ(plot.ScaleMax(clsPlot::ScalePlot), 3.0f);
 }

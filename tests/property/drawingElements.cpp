@@ -23,21 +23,15 @@ TEST(DrawingElements, EachPathChangesASettingOfItsOwn) {
 }
 
 TEST(DrawingElements, NumbersAreHeldWithinTheirRange) {
-    ApplicationSettings settings, expected;
-    settings.Difference.StandardStep = 4;
-    const std::pair<const char16_t*, const char16_t*> elements[] = {
-        {u"Contour/COLORS/Index", u" 9 "}, {u"contour/values/div", u"99999999999"}, {u"contour/values/max", u"1.25e2"},
-        {u"difference/std", u"-7"},        {u"contour/colors/max", u"0x00ff0000"},  {u"displacement/fid", u"-1"},
-        {u"value/disp", u" TRUE"},         {u"displacement/orgmesh", u"-1"}};
-    for (const auto& [path, text] : elements)
-        EXPECT_TRUE(Set(QString::fromUtf16(path), QString::fromUtf16(text), settings));
-    expected.Contour.ColorIndex = 5;
-    expected.Contour.Divide = std::numeric_limits<int>::max();
-    expected.Contour.MaxValue = 125;
-    expected.Contour.Colors[2] = 0xff0000;
-    expected.Displacement.Fiducial = 0;
-    expected.Displacement.Original = expected.ValueDisplay = true;
-    EXPECT_EQ(settings, expected);
+    const std::array<QString, 3> cases[] = {
+        {u"Contour/COLORS/Index"_s, u" 9 "_s, u"5"_s},    {u"contour/values/div"_s, u"99999999999"_s, u"2147483647"_s},
+        {u"contour/values/max"_s, u"1.25e2"_s, u"125"_s}, {u"difference/std"_s, u"-7"_s, u"0"_s},
+        {u"displacement/fid"_s, u"4"_s, u"3"_s},          {u"value/disp"_s, u" TRUE"_s, u"-1"_s}};
+    for (const auto& [path, text, same] : cases) {
+        ApplicationSettings settings, expected;
+        EXPECT_TRUE(Set(path, text, settings) && Set(path, same, expected));
+        EXPECT_EQ(settings, expected) << path.toStdString();
+    }
 }
 
 TEST(DrawingElements, WhatIsNoValueIsRefused) {

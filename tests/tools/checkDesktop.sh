@@ -29,13 +29,13 @@ cp "$root/demo/plate.vrf" "$folder/plate.vrf"
 cp "$root/demo/plate.vrf" "$folder/results of today"
 head -c 5 "$root/demo/plate.vrf" >"$folder/magic alone"
 head -c 4 "$root/demo/plate.vrf" >"$folder/magic cut short"
-expect "by name" "$type" "$(contentType "$folder/plate.vrf")"
-expect "by content" "$type" "$(contentType "$folder/results of today")"
-expect "by five bytes" "$type" "$(contentType "$folder/magic alone")"
+for name in plate.vrf "results of today" "magic alone"; do
+    expect "$name" "$type" "$(contentType "$folder/$name")"
+done
 expect "four bytes are not enough" text/plain "$(contentType "$folder/magic cut short")"
 expect "opened by" velorin.desktop "$(gio mime "$type")"
-expect "program" "$(<"$root/CMakeLists.txt" sed -n 's/^project(Velorin VERSION \([0-9.]*\).*/\1/p')" \
-    "$(velorin-batch --version)"
+version=$(sed -n 's/^project(Velorin VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+expect "program" "$version" "$(velorin-batch --version)"
 [[ -x $folder/usr/bin/velorin && -s $folder/usr/share/icons/hicolor/scalable/apps/velorin.svg ]] ||
     { echo "program or icon not installed" >&2; failures=$((failures + 1)); }
 exit $((failures > 0))

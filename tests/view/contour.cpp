@@ -27,9 +27,6 @@ struct Contour : ModelTest {
         open(file);
         view.NodePoints = points;
     }
-    void makeSquare(const std::vector<double>& values) {
-        make({{1, 2, 3, 4}}, {{0, 0}, {20, 0}, {20, 20}, {0, 20}}, values);
-    }
     void fixRange(float lower, float upper, int count) {
         settings.Contour.Automatic = false;
         settings.Contour.MinValue = lower;
@@ -76,21 +73,6 @@ struct Contour : ModelTest {
     PaintContext context;
 };
 
-TEST_F(Contour, OneSquareInTwoBands) {
-    // Values rise from 0 at the left to 2 at the right: the border lies in the middle.
-    makeSquare({0, 2, 2, 0});
-    fixRange(0, 2, 2);
-    settings.Contour.ColorIndex = 0;
-    settings.Contour.Reverse = true;
-    // Corners on the border of the range give a point twice; the ring starts at the last corner.
-    EXPECT_EQ(trace(), "Pen 0 1 0x00000000\nBrush 0x00000000 -1\n"
-                       "Polygon 6 0 20 0 0 0 0 10 0 10 20 0 20\n"
-                       "StockBrush 0\nStockPen 7\n"
-                       "Pen 0 1 0x00ffffff\nBrush 0x00ffffff -1\n"
-                       "Polygon 6 10 0 20 0 20 0 20 20 20 20 10 20\n"
-                       "StockBrush 0\nStockPen 7\n");
-}
-
 TEST_F(Contour, RampThroughTheUsersColors) {
     settings.Contour = {.ColorIndex = 5, .Colors = {0x0000ff, 0x00ff00, 0xff0000}};
     EXPECT_EQ(ContourColor(0, settings.Contour), 0xff0000u) << "not reversed the lowest has the maximum's colour";
@@ -100,11 +82,9 @@ TEST_F(Contour, RampThroughTheUsersColors) {
 }
 
 TEST_F(Contour, RangeAndContext) {
-    makeSquare({1, 2, 3, 4});
+    make({{1, 2, 3, 4}}, {{0, 0}, {20, 0}, {20, 20}, {0, 20}}, {1, 2, 3, 4});
     trace();
-    EXPECT_EQ(context.ContourMax, 4);
-    EXPECT_EQ(context.ContourMin, 1);
-    EXPECT_EQ(context.ContourDivide, 20);
+    EXPECT_TRUE(context.ContourMax == 4 && context.ContourMin == 1 && context.ContourDivide == 20);
     fixRange(5, 1, 7);
     EXPECT_EQ(trace(), "");
     EXPECT_EQ(context.ContourDivide, 7) << "a reversed range is kept for the legend and paints nothing";
@@ -140,10 +120,9 @@ TEST_F(Contour, AsByThePlainLoops) {
         for (DevicePoint& point : points) {
             point = {upTo(round % 3 ? 100 : 4000) - 2, upTo(80)};
             const int kind = upTo(40);
-            values.push_back(kind == 0   ? double(nan)
-                             : kind == 1 ? double(infinity)
-                             : kind < 20 ? upTo(5)
-                                         : upTo(5000) / 1000.0);
+            values.push_back(kind < 20 ? upTo(5) : upTo(5000) / 1000.0);
+            if (kind < 2)
+                values.back() = double(kind == 0 ? nan : infinity);
         }
         std::vector<std::vector<qint32>> elements(8);
         for (auto& element : elements)

@@ -67,14 +67,12 @@ TEST_F(PickingTest, SelectionHoldsOneKindAtATime) {
     for (const int index : {3, -1, 0})
         selection.Remove(index);
     EXPECT_EQ(selected(), (Ids{3, 7}));
-    selection.Remove(1);
-    EXPECT_EQ(selection.ObjectType(), PickedKind::Nodes);
-    selection.Remove(0);
-    EXPECT_EQ(selection.ObjectType(), PickedKind::Nothing);
+    for (const int kind : {PickedKind::Nodes, PickedKind::Nodes, PickedKind::Nothing}) {
+        EXPECT_EQ(selection.ObjectType(), kind);
+        selection.Remove(0);
+    }
     selection.Add(1, PickedKind::Elements);
     EXPECT_EQ(selection.ObjectType(), PickedKind::Elements);
-    selection.Clear();
-    EXPECT_EQ(selection.Count() + selection.ObjectType(), 0);
 }
 
 TEST_F(PickingTest, ClickTakesTheNearestNodeOrTheFirstElementThatHoldsThePoint) {
@@ -108,8 +106,8 @@ TEST_F(PickingTest, ClickTakesTheNearestNodeOrTheFirstElementThatHoldsThePoint) 
 TEST_F(PickingTest, ModesReplaceAddAndToggle) {
     click(0, {10, 10});
     EXPECT_EQ(click(0, {50, 10}, Mode::Add), (Ids{0, 4}));
-    EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4})) << "in ascending order";
-    EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4}));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(click(0, {30, 10}, Mode::Add), (Ids{0, 1, 4})) << "in ascending order, and each once";
     EXPECT_EQ(click(0, {30, 10}, Mode::Toggle), (Ids{0, 4}));
     EXPECT_EQ(click(0, {200, 200}, Mode::Toggle), (Ids{0, 4}));
     EXPECT_EQ(drag(0, {8, 8}, {32, 12}, Mode::Toggle), (Ids{1, 4}));
@@ -155,10 +153,8 @@ TEST_F(PickingTest, NothingToPickFrom) {
         EXPECT_EQ(drag(item, {0, 0}, {99, 99}), Ids{});
     }
     view.NodePoints.clear();
-    for (const int item : {0, 1, 3}) {
-        EXPECT_EQ(click(item, {10, 10}), Ids{});
-        EXPECT_EQ(drag(item, {0, 0}, {99, 99}), Ids{});
-    }
+    for (const int item : {0, 1, 3})
+        EXPECT_TRUE(click(item, {10, 10}).empty() && drag(item, {0, 0}, {99, 99}).empty()) << item;
     select(PickedKind::Nodes, old);
     EXPECT_EQ(marks().find("Rectangle"), std::string::npos);
     mdVelorinResultModel::CloseResultFile(model);
@@ -179,11 +175,10 @@ TEST(Picking, InsideOfAPolygonIsWhatADeviceFills) {
         device.SelectPen(stockPen(Stock::NullPen));
         device.SelectBrush({.Color = 0});
         device.Polygon(polygon);
-        int different = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                different += IsInPolygon(polygon, {x, y}) != (image.pixel(x, y) == qRgb(0, 0, 0));
-        EXPECT_EQ(different, 0) << round;
+        for (int i = 0; i < 56 * 56; ++i) {
+            const DevicePoint at{i % 56, i / 56};
+            ASSERT_EQ(IsInPolygon(polygon, at), image.pixel(at.X, at.Y) == qRgb(0, 0, 0)) << round << ' ' << i;
+        }
     }
     constexpr int most = std::numeric_limits<int>::max(), least = std::numeric_limits<int>::min();
     const DevicePoint huge[] = {{least, least}, {most, least}, {most, most}, {least, most}};
@@ -193,31 +188,27 @@ TEST(Picking, InsideOfAPolygonIsWhatADeviceFills) {
 }
 
 TEST_F(PickingTest, MarksAreDrawnInTheirRasterMode) {
-    const std::string begin = "SaveDC\nRop2 14\nPen 0 2 0x004040ff\nBrush 0x004040ff -1\n";
-    const std::string end = "StockPen 7\nStockBrush 0\nRop2 13\nRestoreDC\n";
     EXPECT_EQ(marks(), "");
-    select(PickedKind::Elements, {1, 4, 5, 99});
-    EXPECT_EQ(marks(), begin + "PolyPolygon 2 4 2 30 10 50 10 50 30 30 30 100 100 130 140\n" + end);
-    select(PickedKind::Nodes, {6, 8, 99});
-    EXPECT_EQ(marks(), begin + "Rectangle 95 95 105 105\n" + end);
+    const auto expectMarks = [this](int kind, const Ids& ids, const std::string& shapes) {
+        select(kind, ids);
+        EXPECT_EQ(marks(), "SaveDC\nRop2 14\nPen 0 2 0x004040ff\nBrush 0x004040ff -1\n" + shapes +
+                               "StockPen 7\nStockBrush 0\nRop2 13\nRestoreDC\n");
+    };
+    expectMarks(PickedKind::Elements, {1, 4, 5, 99}, "PolyPolygon 2 4 2 30 10 50 10 50 30 30 30 100 100 130 140\n");
+    expectMarks(PickedKind::Nodes, {6, 8, 99}, "Rectangle 95 95 105 105\n");
     loadSecondStep();
-    select(PickedKind::Nodes, {0, 1});
-    EXPECT_EQ(marks(), begin + "Rectangle 25 5 35 15\n" + end);
-    select(PickedKind::Elements, {0, 3});
-    EXPECT_EQ(marks(), begin + end);
+    expectMarks(PickedKind::Nodes, {0, 1}, "Rectangle 25 5 35 15\n");
+    expectMarks(PickedKind::Elements, {0, 3}, "");
     TraceDevice device(200, 200);
     DrawRubberBand(device, std::array<DevicePoint, 2>{{{7, 9}, {3, 2}}});
-    EXPECT_EQ(
-        device.Trace().toStdString(),
-        "Rop2 7\nPen 0 1 0x003f007f\nBrush 0x003f007f -1\nRectangle 7 9 3 2\nStockPen 7\nStockBrush 0\nRop2 13\n");
+    EXPECT_EQ(device.Trace(), "Rop2 7\nPen 0 1 0x003f007f\nBrush 0x003f007f -1\nRectangle 7 9 3 2\n"
+                              "StockPen 7\nStockBrush 0\nRop2 13\n");
 }
 
 TEST(Picking, SizesFollowTheLargerOfWindowAndScreen) {
-    EXPECT_EQ(PickTolerance(900, 1280), 3);
-    EXPECT_EQ(PickTolerance(3840, 1280), 8);
+    EXPECT_TRUE(PickTolerance(900, 1280) == 3 && PickTolerance(3840, 1280) == 8);
     EXPECT_EQ(PickTolerance(0, 1250), 2) << "a half goes to the even neighbour";
-    EXPECT_EQ(NodeMarkSize(900, 1280), 5);
-    EXPECT_EQ(NodeMarkSize(3840, 1280), 15);
+    EXPECT_TRUE(NodeMarkSize(900, 1280) == 5 && NodeMarkSize(3840, 1280) == 15);
 }
 
 } // namespace

@@ -84,12 +84,10 @@ TEST_F(SceneTest, EdgesToNodesThatTheMeshDoesNotHaveAreLeftOut) {
 
 TEST_F(SceneTest, LineWidthIsTheSameOnPaperEverywhere) {
     open(oneSquare());
-    LineStyle& style = settings.Style.LineStyles[0];
-    style = {1, PenStyle::Dash, 0x123456};
-    EXPECT_TRUE(meshTrace(600).starts_with("GeometricPen 1 2 0x00123456\n"));
-    EXPECT_NE(meshTrace(600).find("GeometricPen 0 12 0x00008000\n"), std::string::npos);
-    style.Width = -5;
-    EXPECT_TRUE(meshTrace(600).starts_with("GeometricPen 1 1 0x00123456\n"));
+    for (const auto& [width, units] : {std::pair{1, "2"}, {-5, "1"}, {10, "24"}}) {
+        settings.Style.LineStyles[0] = {width, PenStyle::Dash, 0x123456};
+        EXPECT_TRUE(meshTrace(600).starts_with(std::string("GeometricPen 1 ") + units + " 0x00123456\n")) << width;
+    }
 }
 
 TEST_F(SceneTest, TheOriginalMeshNeedsADisplacement) {
@@ -157,9 +155,8 @@ TEST_F(DevicePointsTest, NoDisplacementOrNoneOfUseLeavesTheNodesInPlace) {
     model.ItemData[0].Values[2] = std::numeric_limits<float>::infinity();
     expect(1, {{48, 100}, {100, 52}, {200, 292}}, 96);
     model.DisplacementItemX = model.DisplacementItemY = -1;
-    expect(1, undisplaced, 96);
-    expect(2, undisplaced, 0);
-    expect(3, undisplaced, 100);
+    for (const auto& [fiducial, scale] : {std::pair{1, 96}, {2, 0}, {3, 100}})
+        expect(fiducial, undisplaced, scale);
 }
 
 TEST_F(DevicePointsTest, CentresAreTheMeanOfTheDisplacedCorners) {

@@ -31,8 +31,7 @@ std::optional<QStringList> namesOf(std::uint32_t root, const QString& path) {
     if (root != HKEY_CURRENT_USER || path.size() > MaxDepth * (MaxKeyName + 1))
         return {};
     const QStringList names = path.split(u'\\', Qt::SkipEmptyParts);
-    if (names.size() > MaxDepth ||
-        !std::all_of(names.begin(), names.end(), [](const QString& name) { return isName(name, MaxKeyName); }))
+    if (names.size() > MaxDepth || !std::all_of(names.begin(), names.end(), IsKeyName))
         return {};
     return names;
 }
@@ -110,11 +109,31 @@ bool remove(std::uint32_t root, const QString& path, bool withSubKeys) {
 }
 } // namespace
 
-Transaction::Transaction(Access access) : open(Store::Instance().Begin(access)) {}
+bool IsKeyName(const QString& name) {
+    return !name.isEmpty() && !name.contains(u'\\') && isName(name, MaxKeyName);
+}
+
+bool IsValueName(const QString& name) {
+    return isName(name, MaxValueName);
+}
+
+QString StoreProblem() {
+    return Store::Instance().Problem();
+}
+
+bool IsStoreHeld() {
+    return Store::Instance().IsHeld();
+}
+
+Transaction::Transaction(Access wanted) : access(wanted), open(Store::Instance().Begin(wanted)) {}
 
 Transaction::~Transaction() {
     if (open)
-        Store::Instance().End(false);
+        Store::Instance().End(access == Access::Read);
+}
+
+bool Transaction::IsSound() const {
+    return open && Store::Instance().IsSound();
 }
 
 bool Transaction::Commit() {
@@ -132,8 +151,10 @@ Key CreateKey(std::uint32_t root, const QString& path) {
     if (const Key key = OpenKey(root, path))
         return key;
     const auto names = namesOf(root, path);
+    if (!names)
+        return 0;
     Transaction transaction;
-    if (!names || !transaction.IsOpen())
+    if (!transaction.IsOpen())
         return 0;
     const std::int64_t row = findOrMake(*names);
     return transaction.Commit() ? openedKey(*names, row) : 0;
@@ -199,7 +220,7 @@ std::optional<Value> GetValue(Key key, const QString& name) {
 }
 
 bool SetValue(Key key, const Value& value) {
-    if (value.Data.size() > MaxDataBytes || !isName(value.Name, MaxValueName))
+    if (value.Data.size() > MaxDataBytes || !IsValueName(value.Name))
         return false;
     const std::int64_t row = rowOf(key, Access::Write);
     Statement set("INSERT INTO vals(key, name, folded, type, data) VALUES(?, ?, ?, ?, ?)"

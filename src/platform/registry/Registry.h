@@ -46,18 +46,27 @@ struct Counts {
     int Values = 0;
 };
 
+/// Whether the paths and values of the tree can have such a name.
+bool IsKeyName(const QString& name);
+bool IsValueName(const QString& name);
+
 /// The file of the tree, beneath the user's configuration folder as it is at the time of the call.
 ///
-/// A file that can't be opened for writing or is damaged gives nothing to a reader, and every write fails. The next
-/// write after that moves a damaged file (with its journal) to "registry.db.damaged", or to that name with a number
-/// when there is one already, and starts anew.
+/// A file that can't be written is read all the same, and every write fails. A damaged one gives nothing to a reader;
+/// the next write moves it (with its journal) to "registry.db.damaged", or to that name with a number when there is one
+/// already, and starts anew.
 QString StorePath();
+
+/// What stood in the way when the store was last wanted; empty when nothing did. A file that another program holds is
+/// waited for until a second has passed in vain; from then on nobody waits until it is free again.
+QString StoreProblem();
+bool IsStoreHeld(); ///< by another program, so that settings may be there which can't be read now
 
 enum class Access { Read, Write };
 
 /// All that is done while it lives happens in one step at `Commit`, or not at all. One inside another joins it; if the
-/// inner one ends without `Commit`, neither does the outer one commit. A reading one sees one state of the tree.
-/// Another program's save is waited for, at most 5 seconds.
+/// inner one ends without `Commit`, neither does the outer one commit. A reading one sees one state of the tree, needs
+/// no `Commit`, and lets nothing within it write.
 class Transaction {
 public:
     explicit Transaction(Access access = Access::Write);
@@ -67,10 +76,13 @@ public:
 
     /// False when the store isn't to be had; then nothing that follows will work either.
     bool IsOpen() const { return open; }
+    /// False when the store has failed since, so that `Commit` will fail; what it only refused is no failure.
+    bool IsSound() const;
     /// False when not everything could be kept; then nothing of it is.
     bool Commit();
 
 private:
+    Access access;
     bool open;
 };
 

@@ -4,11 +4,14 @@
 #include <QFileInfo>
 #include <QLockFile>
 #include <QStandardPaths>
+#include <QThread>
 #include <sqlite3.h>
 
 namespace Registry {
 namespace {
-constexpr int waitMs = 5000;
+/// For a file that another program holds: programs hold it for milliseconds, or else hang.
+constexpr int longestWaitMs = 1000;
+constexpr int waitStepMs = 10;
 constexpr qint64 headerBytes = 512;
 
 constexpr const char* tables =
@@ -47,10 +50,27 @@ Store& Store::Instance() {
     return store;
 }
 
+int Store::onHeld(void* store, int) {
+    int& left = static_cast<Store*>(store)->waitMs;
+    if (left <= 0)
+        return 0;
+    QThread::msleep(waitStepMs);
+    left -= waitStepMs;
+    return 1;
+}
+
+bool Store::isReadOnly() const {
+    return database && sqlite3_db_readonly(database, "main") != 0;
+}
+
 bool Store::Open(Access access) {
     if (depth > 0)
-        return !spoilt;
-    if (database && (doubtful || path != StorePath() || hasMoved()))
+        return !spoilt && (writing || access == Access::Read);
+    wanted = access;
+    waitMs = gaveUp[std::size_t(access)] ? 0 : longestWaitMs;
+    // What couldn't be written a while ago may be writable now.
+    const bool retries = access == Access::Write && isReadOnly();
+    if (database && (doubtful || retries || path != StorePath() || hasMoved()))
         close();
     if (database)
         return true;
@@ -69,6 +89,11 @@ bool Store::Open(Access access) {
     case Health::Unusable:
         break;
     }
+    // Who can't even read need not wait again for writing, nor the other way round.
+    if (held)
+        gaveUp = {true, true};
+    if (problem.isEmpty())
+        problem = u"it is damaged"_s;
     close();
     return false;
 }
@@ -80,10 +105,16 @@ Store::Health Store::connect(Access access) {
     const int flags = SQLITE_OPEN_READWRITE | (access == Access::Write ? SQLITE_OPEN_CREATE : 0);
     ++serial;
     doubtful = false;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr) != SQLITE_OK ||
-        sqlite3_db_readonly(database, "main") != 0)
+    held = false;
+    problem.clear();
+    // A file that can't be written is opened for reading, then.
+    if (note(sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr)) != SQLITE_OK)
         return Health::Unusable;
-    sqlite3_busy_timeout(database, waitMs);
+    if (access == Access::Write && isReadOnly()) {
+        problem = QString::fromLatin1(sqlite3_errstr(SQLITE_READONLY));
+        return Health::Unusable;
+    }
+    sqlite3_busy_handler(database, onHeld, this);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, int(MaxDataBytes) + (1 << 20));
     execute("PRAGMA foreign_keys = ON");
     // The parts of the check must see one state, or a file that is just being made looks half made.
@@ -123,7 +154,7 @@ bool Store::createTables() {
 
 bool Store::replaceDamaged() {
     QLockFile lock(path + u".lock"_s);
-    if (!lock.tryLock(waitMs))
+    if (!lock.tryLock(longestWaitMs))
         return false;
     // Another program may have replaced it by now.
     Health health = connect(Access::Write);
@@ -158,7 +189,10 @@ bool Store::Begin(Access access) {
         if (!Open(access) || !execute(access == Access::Write ? "BEGIN IMMEDIATE" : "BEGIN"))
             return false;
         spoilt = false;
-    } else if (spoilt) {
+        writing = access == Access::Write;
+        if (writing)
+            gaveUp = {};
+    } else if (spoilt || (access == Access::Write && !writing)) {
         return false;
     }
     ++depth;
@@ -195,10 +229,16 @@ sqlite3_stmt* Store::prepare(const char* sql) {
 int Store::note(int result) {
     const int kind = result & 0xff;
     // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
+    const bool hasRead = kind == SQLITE_ROW || kind == SQLITE_DONE;
+    held = kind == SQLITE_BUSY || (held && !hasRead);
+    if (kind == SQLITE_BUSY || (hasRead && wanted == Access::Read))
+        gaveUp[std::size_t(wanted)] = !hasRead;
     if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
         doubtful = true;
-    if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT)
+    if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT) {
         spoilt = true;
+        problem = held ? u"another program holds it"_s : QString::fromLatin1(sqlite3_errstr(kind));
+    }
     return result;
 }
 
@@ -232,7 +272,10 @@ bool Statement::Next() {
 }
 
 bool Statement::Run() {
-    return statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
+    const bool done = statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
+    if (done && sqlite3_stmt_readonly(statement) == 0)
+        Store::Instance().gaveUp = {};
+    return done;
 }
 
 int Statement::Changes() const {

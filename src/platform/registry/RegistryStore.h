@@ -5,6 +5,7 @@
 #include "platform/registry/Registry.h"
 
 #include <QHash>
+#include <array>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -22,6 +23,10 @@ public:
     bool Begin(Access access);
     /// Ends the innermost transaction; true when it (or its part of the outer one) is kept.
     bool End(bool keep);
+    /// False when the transaction that is open can no longer be kept.
+    bool IsSound() const { return !spoilt; }
+    bool IsHeld() const { return held; }
+    const QString& Problem() const { return problem; }
     /// Changes whenever row numbers may no longer be those of before.
     int Serial() const { return serial; }
 
@@ -40,14 +45,23 @@ private:
     sqlite3_stmt* prepare(const char* sql);
     /// Takes note of a statement's result: one that leaves a save incomplete spoils the whole transaction.
     int note(int result);
+    bool isReadOnly() const;
+    /// Called when another program holds the file; 0 when it has been waited for long enough.
+    static int onHeld(void* store, int);
 
     sqlite3* database = nullptr;
     QString path;
     QHash<const char*, sqlite3_stmt*> statements; ///< by the address of their text
     int serial = 0;
     int depth = 0;
+    bool writing = false; ///< the open transaction is a writing one
     bool spoilt = false;
     bool doubtful = false; ///< the file has shown damage since it was checked
+    bool held = false;     ///< another program holds the file
+    int waitMs = 0;        ///< left to wait for it
+    Access wanted = Access::Read;
+    std::array<bool, 2> gaveUp{}; ///< by access: it was waited for in vain, and not had since
+    QString problem;
 };
 
 /// One run of a statement, prepared once for each literal `sql`. Parameters are bound in their order.

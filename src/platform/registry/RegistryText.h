@@ -9,9 +9,13 @@ class QIODevice;
 
 namespace RegistryText {
 /// Writes the whole tree: UTF-16, little-endian with its mark, CR LF, `Windows Registry Editor Version 5.00`. Text that
-/// a quoted string can't carry (line ends, a NUL within, none at the end) goes out as bytes of its type. False when the
-/// store can't be read or the device not be written.
-bool Export(QIODevice& device);
+/// a quoted string can't carry (line ends, a NUL within, none at the end) goes out as bytes of its type. Keys and
+/// values whose names the tree can't have, which somebody must have put into its file, are left out.
+struct ExportResult {
+    bool Done = false; ///< false when the store can't be read or the device not be written
+    int LeftOut = 0;   ///< keys, each with all beneath it, and values
+};
+ExportResult Export(QIODevice& device);
 
 struct ImportResult {
     bool Done = false;

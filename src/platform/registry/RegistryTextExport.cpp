@@ -65,22 +65,37 @@ public:
         return device.write(bytes) == bytes.size();
     }
 
+    /// All that can be written out; `path` is that of a key.
     bool WriteKey(const QString& path) {
         const Registry::Key key = Registry::OpenKey(Registry::HKEY_CURRENT_USER, path);
         const QStringList subKeys = Registry::SubKeyNames(key);
-        bool written = key != 0 && Write({}) && Write(u"[HKEY_CURRENT_USER"_s + path + u']') && writeValues(key);
+        bool written = Write({}) && Write(u"[HKEY_CURRENT_USER"_s + path + u']') && writeValues(key);
         Registry::CloseKey(key);
-        for (qsizetype i = 0; written && i < subKeys.size(); ++i)
-            written = WriteKey(path + u'\\' + subKeys.at(i));
+        for (qsizetype i = 0; written && i < subKeys.size(); ++i) {
+            if (isKey(path, subKeys.at(i)))
+                written = WriteKey(path + u'\\' + subKeys.at(i));
+            else
+                ++LeftOut;
+        }
         return written;
     }
 
+    int LeftOut = 0;
+
 private:
+    /// Whether the name of a subkey leads to it.
+    static bool isKey(const QString& parent, const QString& name) {
+        return Registry::IsKeyName(name) &&
+               Registry::CloseKey(Registry::OpenKey(Registry::HKEY_CURRENT_USER, parent + u'\\' + name));
+    }
+
     bool writeValues(Registry::Key key) {
         const QStringList names = Registry::ValueNames(key);
         return std::all_of(names.begin(), names.end(), [&](const QString& name) {
-            const auto value = Registry::GetValue(key, name);
-            return value && Write(lineOf(*value));
+            const auto value = Registry::IsValueName(name) ? Registry::GetValue(key, name) : std::nullopt;
+            if (!value)
+                ++LeftOut;
+            return !value || Write(lineOf(*value));
         });
     }
 
@@ -88,10 +103,11 @@ private:
 };
 } // namespace
 
-bool Export(QIODevice& device) {
+ExportResult Export(QIODevice& device) {
     const Registry::Transaction oneState(Registry::Access::Read);
     Exporter exporter(device);
-    return oneState.IsOpen() && exporter.Write(u"\ufeffWindows Registry Editor Version 5.00"_s) &&
-           exporter.WriteKey({});
+    const bool done = oneState.IsOpen() && exporter.Write(u"\ufeffWindows Registry Editor Version 5.00"_s) &&
+                      exporter.WriteKey({}) && oneState.IsSound();
+    return {done, exporter.LeftOut};
 }
 } // namespace RegistryText

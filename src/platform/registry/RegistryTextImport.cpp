@@ -226,18 +226,18 @@ private:
 } // namespace
 
 ImportResult Import(const QByteArray& file) {
+    const auto notWritten = [] { return ImportResult{false, 0, Registry::StoreProblem()}; };
     const QString text = decoded(file);
     Registry::Transaction transaction;
     if (!transaction.IsOpen())
-        return {false, 0, u"the registry can't be written"_s};
+        return notWritten();
     Reader reader(text);
     try {
         reader.Run();
     } catch (const Problem& problem) {
-        return {false, reader.Line(), problem.text};
+        // On a full disk keys can't be made either, and the text isn't to blame.
+        return transaction.IsSound() ? ImportResult{false, reader.Line(), problem.text} : notWritten();
     }
-    if (!transaction.Commit())
-        return {false, 0, u"the registry can't be written"_s};
-    return {true, 0, {}};
+    return transaction.Commit() ? ImportResult{true, 0, {}} : notWritten();
 }
 } // namespace RegistryText

@@ -1,6 +1,8 @@
 #include "platform/registry/RegistryText.h"
 
 #include "ConfigurationFolder.h"
+#include "FullDisk.h"
+#include "OtherProgram.h"
 #include "platform/base/Codepage.h"
 #include "platform/registry/Registry.h"
 
@@ -13,7 +15,7 @@ namespace {
 QByteArray exported() {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return RegistryText::Export(buffer) ? buffer.data() : QByteArray();
+    return RegistryText::Export(buffer).Done ? buffer.data() : QByteArray();
 }
 
 QByteArray utf16(const QString& text) {
@@ -78,9 +80,8 @@ TEST(RegistryText, EncodingsAndFreerForms) {
 
 TEST(RegistryText, TakesKeysAndValuesAway) {
     const ConfigurationFolder folder;
-    expectImport(
-        (version + keyLine + u"\"a\"=\"1\"\n\"b\"=\"2\"\n[HKEY_CURRENT_USER\\Gone\\Deep]\n@=\"3\""_s).toUtf8());
-    expectImport((version + keyLine + u"\"A\"=-\n\"none\"=-\n[-HKEY_CURRENT_USER\\Gone]\n[-HKEY_CURRENT_USER\\Never]"_s)
+    expectImport((version + keyLine + u"\"a\"=\"1\"\n\"b\"=\"2\"\n[HKEY_CURRENT_USER\\Gone\\Deep]\n@=\"3\"\n" +
+                  keyLine + u"\"A\"=-\n\"none\"=-\n[-HKEY_CURRENT_USER\\Gone]\n[-HKEY_CURRENT_USER\\Never]")
                      .toUtf8());
     EXPECT_EQ(exported(), utf16(version + u"\r\n[HKEY_CURRENT_USER]\r\n\r\n[HKEY_CURRENT_USER\\Software]\r\n\r\n"_s +
                                 keyLine + u"\"b\"=\"2\"\r\n"_s));
@@ -90,38 +91,48 @@ TEST(RegistryText, BadTextTellsItsLineAndChangesNothing) {
     const ConfigurationFolder folder;
     expectImport(utf16(everyForm));
     const QByteArray before = exported();
-    const struct {
-        const char16_t* Text; ///< behind a good value in line 3
-        int Line;
-    } cases[] = {{u"\"a\"", 4},
-                 {u"\n\"a\"=dword:123456789", 5},
-                 {u"\"a\"=dword:", 4},
-                 {u"\"a\"=hex:100", 4},
-                 {u"\"a\"=hex:1,\\ 2", 4},
-                 {u"\"a\"=hex:1,\\\n2,\\\ng", 6},
-                 {u"\"a\"=hex(123456789):1", 4},
-                 {u"\"a\"=\"C:\\temp\"", 4},
-                 {u"\"a\"=\"1\n2\n3", 4},
-                 {u"\"a\"=\"\\", 4},
-                 {u"a=\"x\"", 4},
-                 {u"[HKEY_CURRENT_USER\\x", 4},
-                 {u"[HKEY_CURRENT_USERS]", 4},
-                 {u"[-HKEY_CURRENT_USER]", 4},
-                 {u"[-HKEY_CURRENT_USER\\Soft]ware]\n@=\"no key\"", 5},
-                 {u"[HKEY_CURRENT_USER\\\x01]", 4}};
-    for (const auto& c : cases) {
-        const QString text = QString::fromUtf16(c.Text);
-        SCOPED_TRACE(text.toStdString());
-        const auto result = RegistryText::Import(utf16(version + keyLine + u"\"new\"=\"x\"\r\n"_s + text));
-        EXPECT_FALSE(result.Done);
-        EXPECT_EQ(result.Line, c.Line) << result.Problem.toStdString();
-        EXPECT_EQ(exported(), before);
+    const auto expectProblem = [&](const QByteArray& file, int line) {
+        const auto result = RegistryText::Import(file);
+        EXPECT_TRUE(!result.Done && result.Line == line) << result.Line << ' ' << file.toStdString();
+        EXPECT_EQ(exported(), before) << file.toStdString();
+    };
+    const QByteArray start = (version + keyLine + u"\"new\"=\"x\"\n").toUtf8();
+    for (const char* line : {"\"a\"", "\"a\"=dword:", "\"a\"=hex:100", "\"a\"=hex:1,\\ 2", "\"a\"=hex(123456789):1",
+                             "\"a\"=\"C:\\temp\"", "\"a\"=\"1\n2\n3", "\"a\"=\"\\", "a=\"x\"", "[HKEY_CURRENT_USER\\x",
+                             "[HKEY_CURRENT_USERS]", "[-HKEY_CURRENT_USER]", "[HKEY_CURRENT_USER\\\x01]"})
+        expectProblem(start + line, 4);
+    expectProblem(start + "\n\"a\"=dword:123456789", 5);
+    expectProblem(start + "[-HKEY_CURRENT_USER\\Soft]ware]\n@=\"no key\"", 5);
+    expectProblem(start + "\"a\"=hex:1,\\\n2,\\\ng", 6);
+    expectProblem((version + u"\"a\"=\"no key\"").toUtf8(), 2);
+    for (const QByteArray& file : {QByteArray(), QByteArray("REGEDIT5\n"), QByteArray("\xff\xfe"), QByteArray(64, 0)})
+        expectProblem(file, 1);
+}
+
+TEST(RegistryText, AFullDiskIsNotTheTextsFault) {
+    const ConfigurationFolder folder;
+    expectImport(utf16(everyForm));
+    const QByteArray before = exported();
+    {
+        const FullDisk full(qsizetype(1) << 16);
+        const auto result =
+            RegistryText::Import((version + keyLine + u"\"a\"=\"" + QString(1 << 20, u'x') + u"\"").toUtf8());
+        EXPECT_TRUE(!result.Done && result.Line == 0 && !result.Problem.isEmpty()) << result.Line;
     }
-    for (const QByteArray& file :
-         {QByteArray(), QByteArray("REGEDIT5\n"), QByteArray("\xff\xfe"), QByteArray(64, '\0')})
-        EXPECT_EQ(RegistryText::Import(file).Line, 1);
-    EXPECT_EQ(RegistryText::Import((version + u"\"a\"=\"no key\""_s).toUtf8()).Line, 2);
     EXPECT_EQ(exported(), before);
+}
+
+TEST(RegistryText, BentNamesAreLeftOutAndTheRestIsExported) {
+    const ConfigurationFolder folder;
+    expectImport((version + keyLine + u"\"a\"=\"1\"\n\"b\"=\"2\"\n[HKEY_CURRENT_USER\\bent\\in]\n" + keyLine).toUtf8());
+    ASSERT_TRUE(OtherProgram().Does("UPDATE vals SET name = 'a' || char(10) WHERE name = 'a';"
+                                    "UPDATE keys SET name = 'Software\\Ordvane' WHERE name = 'bent'"));
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const auto result = RegistryText::Export(buffer);
+    EXPECT_TRUE(result.Done && result.LeftOut == 2) << result.LeftOut;
+    EXPECT_EQ(buffer.data(), utf16(version + u"\r\n[HKEY_CURRENT_USER]\r\n\r\n[HKEY_CURRENT_USER\\Software]\r\n\r\n"_s +
+                                   keyLine + u"\"b\"=\"2\"\r\n"_s));
 }
 
 TEST(RegistryText, CutAnywhereItIsTakenOrTellsALine) {
