@@ -14,7 +14,7 @@ void Stage::ShowPart(double part) {
                             whole.CentreX() + half * whole.Width(), whole.CentreY() + half * whole.Height());
 }
 
-void Stage::Paint(int threads, const Painter& painter) {
+void Stage::Paint(int threads, const Painter& paint) {
     RasterDevice device(picture, 96, threads);
-    Draw(device, painter);
+    Draw(device, paint);
 }

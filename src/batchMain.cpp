@@ -4,18 +4,23 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <cstdio>
+#include <memory>
 
 int main(int argc, char** argv) {
-    // Pictures need fonts and so an application object, but never a display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     // The error stream is for the one line that says what is wrong with the input, not for the toolkit's remarks.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    // It gets the program's name alone, since it would take options such as --style for its own.
-    int ownCount = 1;
-    QGuiApplication application(ownCount, argv);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
+    // The toolkit gets the program's name alone, since it would take options such as --style for its own. Pictures need
+    // fonts but never a display.
+    int ownCount = 1;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::unique_ptr<QCoreApplication> application;
+    if (batch::NeedsFonts(arguments))
+        application = std::make_unique<QGuiApplication>(ownCount, argv);
+    else
+        application = std::make_unique<QCoreApplication>(ownCount, argv);
     QFile output, errors;
     if (!output.open(stdout, QIODevice::WriteOnly) || !errors.open(stderr, QIODevice::WriteOnly))
         return batch::UnusableInput;

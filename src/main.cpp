@@ -6,10 +6,11 @@
 #include "mainwin/globals.h"
 #include "platform/base/brenlib.h"
 #include "platform/device/Fonts.h"
-#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/EndSignals.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QTimer>
 #include <QTranslator>
 #include <exception>
 
@@ -35,6 +36,16 @@ std::optional<StartUpFailure> InitializeApplication() {
     }
 }
 
+/// Ends the program as closing its window does. A window that is at work, or that ends a slide show first, is asked
+/// again.
+void End(frmMain& window) {
+    constexpr int patienceMs = 50;
+    if (window.close())
+        QCoreApplication::quit();
+    else
+        QTimer::singleShot(patienceMs, &window, [&window] { End(window); });
+}
+
 } // namespace
 
 int EntryProcedure(QApplication& application) {
@@ -44,6 +55,8 @@ int EntryProcedure(QApplication& application) {
         ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
         return 1;
     }
+    const EndSignals endSignals;
+    QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window] { End(*window); });
     const QString notice = settingsStore::Notice();
     window->FirstStep(commandLine);
     window->show();

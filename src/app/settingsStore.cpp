@@ -150,13 +150,13 @@ void takeGraph(GraphDefaults& graph, const QString& name, const QVariant& value,
     if (take(Graph(), graph, name, value))
         return;
     const qsizetype dash = name.indexOf(u'-');
-    const auto number = dash < 0 ? std::nullopt : integerFrom(name.mid(dash + 1));
-    if (!number)
+    if (dash < 0)
         return;
+    const auto number = integerFrom(name.mid(dash + 1));
     const QString kind = name.left(3);
-    if (kind == u"fon")
+    if (number && kind == u"fon")
         take(Graph(), graph, u"Font-"_s + QString::number(*number), value);
-    if (kind == u"lab")
+    if (number && kind == u"lab")
         take(Graph(), graph, u"Label-"_s + QString::number(*number), value);
     if (kind == u"leg" && value.typeId() == QMetaType::QByteArray) {
         if (legends == graph.LegendStyles.size())

@@ -11,14 +11,15 @@ struct Command {
     const char16_t* name;
     const char16_t* purpose;
     Status (*run)(const QStringList&, const Streams&);
+    bool draws = false;
 };
 
 constexpr Command commands[] = {
     {u"info", u"what a result file holds, as JSON", RunInfo},
     {u"mesh", u"its nodes and elements, as JSON", RunMesh},
     {u"values", u"the values of an item at a step, as CSV or JSON", RunValues},
-    {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender},
-    {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph},
+    {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender, true},
+    {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph, true},
     {u"registry", u"export or import the settings, as a registry file", RunRegistry},
 };
 
@@ -29,11 +30,16 @@ QString usage() {
     return text + u"\nvelorin-batch COMMAND --help tells the options of a command.\n"_s;
 }
 
+const Command* commandOf(const QStringList& arguments) {
+    const auto* const found = std::ranges::find(commands, arguments.value(0),
+                                                [](const Command& command) { return QStringView(command.name); });
+    return found == std::end(commands) ? nullptr : found;
+}
+
 Status runCommand(const QStringList& arguments, const Streams& streams) {
+    if (const Command* command = commandOf(arguments))
+        return command->run(arguments.mid(1), streams);
     const QString name = arguments.value(0);
-    for (const Command& command : commands)
-        if (name == QStringView(command.name))
-            return command.run(arguments.mid(1), streams);
     if (name == u"--help" || name == u"help") {
         streams.Output.write(usage().toUtf8());
         return Done;
@@ -54,6 +60,11 @@ void tellOfHeldSettings(const Streams& streams) {
 }
 
 } // namespace
+
+bool NeedsFonts(const QStringList& arguments) {
+    const Command* const command = commandOf(arguments);
+    return command && command->draws;
+}
 
 Status Run(const QStringList& arguments, const Streams& streams) {
     try {

@@ -156,8 +156,9 @@ Status RunMesh(const QStringList& arguments, const Streams& streams) {
     options.Parse(arguments, streams);
     const std::optional<int> step = options.Integer(u"step"_s, 1);
     ResultModel model = OpenFile(options.Operand());
-    if (step || model.StepCount > 0)
-        LoadNumberedStep(model, options.Operand(), step.value_or(1), 0, 0);
+    if (step)
+        RequireStep(model, options.Operand(), u"step"_s, *step);
+    mdVelorinResultModel::LoadStep(step.value_or(1) - 1, 0, model, false, -1);
     JsonWriter json(streams.Output);
     json.BeginObject();
     writeMesh(json, model.Mesh);
@@ -185,7 +186,10 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
 
     ResultModel model = OpenFile(options.Operand());
     const std::int32_t item = FindItem(options.Text(u"item"_s), model, options.Operand());
-    LoadNumberedStep(model, options.Operand(), *step, item, reference.value_or(0));
+    RequireStep(model, options.Operand(), u"step"_s, *step);
+    if (reference)
+        RequireStep(model, options.Operand(), u"reference"_s, *reference);
+    mdVelorinResultModel::LoadStep(*step - 1, item, model, false, reference.value_or(0) - 1);
     const ItemValues values = query(kind, item, model, reference.has_value());
     if (options.IsSet(u"json"_s))
         writeValuesJson(streams.Output, values);

@@ -2,6 +2,7 @@
 #include "batch/JsonWriter.h"
 #include "batch/numberList.h"
 #include "batch/pictureOptions.h"
+#include "batch/settingsFile.h"
 #include "platform/base/Codepage.h"
 #include "platform/device/Fonts.h"
 #include "platform/device/TraceDevice.h"
@@ -27,6 +28,7 @@ struct Job {
     int objectType = PickedKind::Nodes;
     std::vector<NumberRange> objects;
     std::optional<int> reference;
+    GraphDefaults defaults;
     QString style;
     std::optional<QString> title;
 };
@@ -66,6 +68,7 @@ Job jobFrom(const Options& options) {
     job.objects = ParseNumberList(listed, options.Text(listed));
     job.reference = options.Integer(u"reference"_s, 1);
     job.style = options.Text(u"style"_s);
+    job.defaults = SettingsFrom(options).Graph;
     if (options.IsSet(u"title"_s))
         job.title = options.Text(u"title"_s);
     return job;
@@ -82,8 +85,8 @@ SelectionSnapshot selectionFor(const Job& job, const ResultModel& model) {
 Graph build(const Job& job, ResultModel& model) {
     model.CurrentItem = FindItem(job.item, model, job.input);
     const SelectionSnapshot selection = selectionFor(job, model);
-    if (job.reference && *job.reference > model.StepCount)
-        RefuseNumber(job.input, u"step"_s, *job.reference, model.StepCount);
+    if (job.reference)
+        RequireStep(model, job.input, u"reference"_s, *job.reference);
     DifferenceSettings difference;
     difference.ApplyContour = job.reference.has_value();
     difference.StandardStep = job.reference.value_or(0) - 1;
@@ -96,7 +99,7 @@ Graph build(const Job& job, ResultModel& model) {
 
 /// Gives the graph its looks and texts on `device`: the defaults, over them the style file, over that the title.
 void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& device, Graph& graph) {
-    mdGraph::ApplyGraphStyle({}, model, device, graph);
+    mdGraph::ApplyGraphStyle(job.defaults, model, device, graph);
     if (!job.style.isEmpty())
         graph.Plot.StyleLoad(job.style);
     if (job.title)
@@ -106,7 +109,7 @@ void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& d
 
 void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
     applyStyle(job, model, device, graph);
-    graph.Plot.EndPaint = [&plot = graph.Plot](DeviceContext& target) { mdGraph::DrawGraphLegend(target, plot, {}); };
+    graph.Plot.EndPaint = [&](DeviceContext& target) { mdGraph::DrawGraphLegend(target, graph.Plot, job.defaults); };
     graph.Plot.Redraw(&device, nullptr);
 }
 

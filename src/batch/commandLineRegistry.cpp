@@ -1,5 +1,5 @@
 // The command that moves the settings between machines.
-#include "batch/commandSupport.h"
+#include "batch/settingsFile.h"
 #include "platform/base/WholeFile.h"
 #include "platform/registry/Registry.h"
 #include "platform/registry/RegistryText.h"
@@ -9,8 +9,6 @@
 namespace batch {
 
 namespace {
-
-constexpr qint64 largestFile = 256 << 20;
 
 /// The number of keys and values that are left out.
 int exportTo(const QString& path) {
@@ -22,21 +20,6 @@ int exportTo(const QString& path) {
     if (const std::optional<QString> problem = file.Commit())
         RefuseInput(path, *problem);
     return result.LeftOut;
-}
-
-void importFrom(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Stop{UnusableInput, path + u": "_s + file.errorString()};
-    const QByteArray bytes = file.read(largestFile + 1);
-    if (bytes.size() > largestFile)
-        throw Stop{UnusableInput, path + u": ファイルの形式が不正です。 (more than 256 MB)"_s};
-    const RegistryText::ImportResult result = RegistryText::Import(bytes);
-    if (result.Line > 0)
-        throw Stop{UnusableInput,
-                   path + u": ファイルの形式が不正です。 (line %1: %2)"_s.arg(result.Line).arg(result.Problem)};
-    if (!result.Done)
-        throw Stop{UnusableInput, Registry::StorePath() + u": "_s + result.Problem};
 }
 
 } // namespace
@@ -52,7 +35,7 @@ Status RunRegistry(const QStringList& arguments, const Streams& streams) {
                     u"registry file"_s);
     options.Parse(wholeHelp ? arguments : arguments.mid(1), streams);
     if (!exports)
-        importFrom(options.Operand());
+        ImportSettings(options.Operand());
     else if (const int leftOut = exportTo(options.Operand()))
         streams.Errors.write(
             (Registry::StorePath() + u": %1 keys or values with impossible names are left out\n"_s.arg(leftOut))

@@ -1,6 +1,7 @@
 // The picture of one step, or one a step, in the format that the output's name asks for.
 #include "app/ApplicationSettings.h"
 #include "batch/pictureOptions.h"
+#include "batch/settingsFile.h"
 #include "platform/device/Fonts.h"
 #include "property/drawingElements.h"
 #include "property/propertyFile.h"
@@ -14,7 +15,7 @@ namespace batch {
 namespace {
 
 struct StepRange {
-    int first = 1, last = 1, stride = 1;
+    std::int64_t first = 1, last = 1, stride = 1;
 };
 
 /// All that the command line says about the pictures.
@@ -30,14 +31,16 @@ struct Job {
     QString item;
     bool mesh = true;
     bool withPropertyFile = true;
-    QStringList assignments; ///< of drawing settings, each of which is sound
+    QStringList assignments;      ///< of drawing settings, each of which is sound
+    std::int32_t reference = -1;  ///< the step that these name
+    ApplicationSettings settings; ///< what the pictures start from
 };
 
 StepRange parseRange(const QString& text) {
     const QStringList parts = text.split(u':');
     StepRange range;
     bool ok = parts.size() == 2 || parts.size() == 3;
-    int* const targets[] = {&range.first, &range.last, &range.stride};
+    std::int64_t* const targets[] = {&range.first, &range.last, &range.stride};
     for (qsizetype i = 0; ok && i < parts.size(); ++i) {
         *targets[i] = parts[i].toInt(&ok);
         ok = ok && *targets[i] >= 1;
@@ -90,14 +93,16 @@ Job jobFrom(const Options& options) {
     job.scaleMode = options.IsFirst(u"scale-mode"_s, u"fixed"_s, u"automatic"_s, true) ? PlotScaleMode::Fixed
                                                                                        : PlotScaleMode::Automatic;
     job.assignments = options.Texts(u"set"_s);
+    job.settings = SettingsFrom(options);
     // Tried out here, so that a wrong one is told before the file is opened.
     ApplicationSettings trial;
     applySettings(job.assignments, trial);
+    job.reference = trial.Difference.StandardStep;
     return job;
 }
 
 /// The output's name with its %d or %04d replaced by the step's number; nothing when it has none.
-std::optional<QString> numberedName(const QString& output, int step) {
+std::optional<QString> numberedName(const QString& output, std::int64_t step) {
     static const QRegularExpression place(u"%(0?)([0-9]{0,2})d"_s);
     const QRegularExpressionMatch match = place.match(output);
     if (!match.hasMatch())
@@ -110,6 +115,7 @@ std::optional<QString> numberedName(const QString& output, int step) {
 /// Takes the file up with the settings of its pictures: the property file's, if there is one and it counts, under those
 /// of the command line.
 void takeUp(const Job& job, Session& session) {
+    session.Settings = job.settings;
     // Without a file to read the store of drawing defaults isn't touched: many companions may run at once.
     const ResultModel model = OpenFile(job.input);
     session.TakeUp(model, job.withPropertyFile && QFileInfo::exists(propertyFile::PathFor(model.FileName)));
@@ -135,16 +141,18 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     ResultModel& model = session.Model;
     const std::int32_t item =
         job.item.isEmpty() ? std::max(model.CurrentItem, 0) : FindItem(job.item, model, job.input);
-    const int step = job.step.value_or(std::max(model.CurrentStep, 0) + 1);
+    const std::int64_t step = job.step ? *job.step : std::int64_t(std::max(model.CurrentStep, 0)) + 1;
     const StepRange range = job.range.value_or(StepRange{step, step, 1});
-    // A file without steps has a mesh to show all the same.
-    const bool meshAlone = model.StepCount < 1 && !job.step && !job.range;
-    for (qint64 number = range.first; number <= range.last; number += range.stride) {
-        if (!meshAlone)
-            LoadNumberedStep(model, job.input, int(number), item, session.Settings.Difference.StandardStep + 1);
+    if (job.reference >= 0)
+        RequireStep(model, job.input, u"set difference/std"_s, std::int64_t(job.reference) + 1);
+    for (std::int64_t number = range.first; number <= range.last; number += range.stride) {
+        if (job.range || job.step)
+            RequireStep(model, job.input, job.range ? u"steps"_s : u"step"_s, number);
+        // What the property file alone names may be gone: then, and in a file without steps, the mesh is shown.
+        session.LoadStep(std::int32_t(number - 1), item);
         const PictureEncoding encode =
             job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); });
-        SaveFile(numberedName(job.output, int(number)).value_or(job.output), encode());
+        SaveFile(numberedName(job.output, number).value_or(job.output), encode());
     }
     return Done;
 }

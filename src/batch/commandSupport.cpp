@@ -66,8 +66,9 @@ void RefuseInput(const QString& path, const QString& reason) {
     throw Stop{UnusableInput, path + u": "_s + reason};
 }
 
-void RefuseNumber(const QString& path, const QString& kind, std::int64_t number, std::int32_t count) {
-    RefuseInput(path, u"無効なパラメータです。 (no %1 %2 among %3)"_s.arg(kind).arg(number).arg(count));
+void RefuseNumber(const QString& path, const QString& option, const QString& kind, std::int64_t number,
+                  std::int32_t count) {
+    RefuseInput(path, u"無効なパラメータです。 (--%1: no %2 %3 among %4)"_s.arg(option, kind).arg(number).arg(count));
 }
 
 ResultModel OpenFile(const QString& path) {
@@ -87,15 +88,12 @@ std::int32_t FindItem(const QString& text, const ResultModel& model, const QStri
     for (std::int32_t i = 0; i < model.ItemCount; ++i)
         if (model.Items.at(i).Name == text)
             return i;
-    RefuseInput(path, u"無効なパラメータです。 (no item \"%1\" among %2)"_s.arg(text).arg(model.ItemCount));
+    RefuseInput(path, u"無効なパラメータです。 (--item: no item \"%1\" among %2)"_s.arg(text).arg(model.ItemCount));
 }
 
-void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, std::int32_t item, int referenceNumber) {
-    const int wanted = referenceNumber > model.StepCount ? referenceNumber : stepNumber;
-    if (referenceNumber <= model.StepCount &&
-        mdVelorinResultModel::LoadStep(stepNumber - 1, item, model, false, referenceNumber - 1))
-        return;
-    RefuseNumber(path, u"step"_s, wanted, model.StepCount);
+void RequireStep(const ResultModel& model, const QString& path, const QString& option, std::int64_t number) {
+    if (number < 1 || number > model.StepCount)
+        RefuseNumber(path, option, u"step"_s, number, model.StepCount);
 }
 
 } // namespace batch

@@ -50,14 +50,15 @@ private:
 /// Opens the result file or stops the command with the path and the program's message.
 ResultModel OpenFile(const QString& path);
 
-/// The same for a number, counted from 1, of a kind of which the file has fewer.
-[[noreturn]] void RefuseNumber(const QString& path, const QString& kind, std::int64_t number, std::int32_t count);
+/// The same for a number that `option` gave, counted from 1, of a kind of which the file has fewer.
+[[noreturn]] void RefuseNumber(const QString& path, const QString& option, const QString& kind, std::int64_t number,
+                               std::int32_t count);
 
-/// An item of the file at `path` by its number counted from 1, or by its name; stops the command when there is none.
+/// The item of the file at `path` that `--item` gave, by its number counted from 1 or by its name; stops the command
+/// when there is none.
 std::int32_t FindItem(const QString& text, const ResultModel& model, const QString& path);
 
-/// Loads a step of the file at `path` by its number counted from 1, with an item index and a reference step's number
-/// (0: none); stops the command when the file has no such step.
-void LoadNumberedStep(ResultModel& model, const QString& path, int stepNumber, std::int32_t item, int referenceNumber);
+/// Stops the command when the file at `path` has no step of the number that `option` gave, counted from 1.
+void RequireStep(const ResultModel& model, const QString& path, const QString& option, std::int64_t number);
 
 } // namespace batch

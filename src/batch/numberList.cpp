@@ -25,7 +25,7 @@ std::vector<std::int32_t> IndexesOf(const std::vector<NumberRange>& list, const 
                                     const QString& path) {
     for (const NumberRange& range : list)
         if (const std::int32_t largest = std::max(range.First, range.Last); largest > count)
-            RefuseNumber(path, kind, largest, count);
+            RefuseNumber(path, kind + u's', kind, largest, count);
     std::vector<std::int32_t> indexes;
     std::vector<bool> taken(std::size_t(count), false);
     for (const NumberRange& range : list) {

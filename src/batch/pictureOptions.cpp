@@ -30,6 +30,8 @@ void RefuseEnding(const QString& output, const QString& endings) {
 void DeclarePictureOptions(Options& options) {
     options.Value(u"size"_s, u"WxH"_s, u"Size in pixels, 1280x1024 by default."_s);
     options.Value(u"dpi"_s, u"D"_s, u"Pixels an inch, 96 by default."_s);
+    options.Value(u"settings"_s, u"FILE.reg"_s,
+                  u"Fonts, number format, line styles and graph defaults of an exported registry file."_s);
 }
 
 PictureFile PictureFileFrom(const Options& options) {

@@ -9,7 +9,7 @@ namespace batch {
 /// Stops the command because of a name with an ending other than `endings`, a list for people.
 [[noreturn]] void RefuseEnding(const QString& output, const QString& endings);
 
-/// Declares `--size` and `--dpi`.
+/// Declares `--size`, `--dpi` and `--settings`.
 void DeclarePictureOptions(Options& options);
 
 /// A picture by `--size` and `--dpi` of a command whose result file gives it the title.

@@ -59,11 +59,8 @@ void fillLists(CommandBars& bars, const ResultModel& model, const VectorSettings
     for (const ItemInfo& item : model.Items)
         items.append(item.Name);
     bars.SetList(u"miDrawStep"_s, steps);
-    bars.SetListIndex(u"miDrawStep"_s, model.CurrentStep);
     bars.SetList(u"miDrawVectorItem"_s, sets);
-    bars.SetListIndex(u"miDrawVectorItem"_s, std::min(vector.DefaultItemSet, vector.ItemSetCount - 1));
     bars.SetList(u"miDrawContourItem"_s, items);
-    bars.SetListIndex(u"miDrawContourItem"_s, model.CurrentItem);
 }
 
 /// The settings are read only: the table's accessors serve writing as well.
@@ -82,11 +79,19 @@ void UpdateCommandState(CommandBars& bars, const CommandFacts& facts) {
     EnableCommands(bars, facts);
     if (facts.FileOpen) {
         fillLists(bars, facts.Model, facts.Settings.Vector);
+        ShowChosen(bars, facts);
         mark(bars, facts.Settings);
     } else {
         bars.ClearList(u"miDrawStep"_s);
         bars.ClearList(u"miDrawContourItem"_s);
     }
+}
+
+void ShowChosen(CommandBars& bars, const CommandFacts& facts) {
+    const VectorSettings& vector = facts.Settings.Vector;
+    bars.SetListIndex(u"miDrawStep"_s, facts.Model.CurrentStep);
+    bars.SetListIndex(u"miDrawVectorItem"_s, std::min(vector.DefaultItemSet, vector.ItemSetCount - 1));
+    bars.SetListIndex(u"miDrawContourItem"_s, facts.Model.CurrentItem);
 }
 
 void EnableCommands(CommandBars& bars, const CommandFacts& facts) {

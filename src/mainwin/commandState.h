@@ -22,6 +22,9 @@ namespace commandState {
 /// meanwhile. Without a file the marks stay, and the list of vectors, which says what the settings hold.
 void UpdateCommandState(CommandBars& bars, const CommandFacts& facts);
 
+/// Selects in the lists what the model and the settings have chosen.
+void ShowChosen(CommandBars& bars, const CommandFacts& facts);
+
 /// Enabled alone, but for the commands that are looked at when their band opens.
 void EnableCommands(CommandBars& bars, const CommandFacts& facts);
 /// Those, on a band that is about to open.

@@ -5,6 +5,7 @@
 
 #include <QGridLayout>
 #include <QScrollBar>
+#include <QWindow>
 
 ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     : QWidget(parent), session(source), selection(picked) {
@@ -12,6 +13,14 @@ ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     buildControls();
     session.Plotter.SetHeadless(false);
     session.View.Dragging = false;
+    constexpr int patienceMs = 500;
+    settling.setInterval(patienceMs);
+    settling.setSingleShot(true);
+    connect(&settling, &QTimer::timeout, this, [this] {
+        const QWindow* shown = window()->windowHandle();
+        if (!shown || !shown->isExposed())
+            settling.start();
+    });
 }
 
 ctlScene::~ctlScene() {
@@ -109,7 +118,15 @@ void ctlScene::showMouseCoordinates(QPoint pixel) {
         emit MouseAt(mdView::MouseCoordinates(session.View, session.Plotter.Window().Width(), pixel.x(), pixel.y()));
 }
 
+void ctlScene::FitUntilSettled() {
+    settling.start();
+}
+
 void ctlScene::onResized() {
+    if (settling.isActive()) {
+        session.View.RefitPending = true;
+        settling.start();
+    }
     session.Plotter.Viewport().SetWindow(picScreen->PixelSize());
     Paint();
 }

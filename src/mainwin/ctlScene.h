@@ -5,6 +5,7 @@
 #include "view/clsMouse.h"
 #include "view/scene/Session.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class PictureBox;
@@ -24,8 +25,15 @@ public:
     const QImage& Picture() const;
     /// Makes the picture empty.
     void Clear();
+    /// Fits the picture anew at each change of its size, whatever the scale mode, until these have come to an end: the
+    /// window is about to get its real one.
+    void FitUntilSettled();
+    /// The size is the real one.
+    void Settled() { settling.stop(); }
     /// The step in the table of zooms, held within its range; paints.
     void SetZoom(int value);
+    /// The keyboard's way to what the right button does.
+    void AskForPopup();
 
 signals:
     void Painted();
@@ -33,7 +41,7 @@ signals:
     void Zoomed();
     /// The world coordinates under the mouse, as text.
     void MouseAt(const QString& coordinates);
-    /// The right button has been released over an open file.
+    /// The right button has been released over an open file, or the keyboard asks for the same.
     void PopupWanted(QPoint globalPosition);
     /// A drop is over; no dialog is open.
     void FileDropped(const QString& path);
@@ -64,4 +72,5 @@ private:
     clsMouse& selection;
     PictureBox* picScreen = nullptr;
     std::array<QScrollBar*, 2> scrScroll{};
+    QTimer settling; ///< runs while the window has not got its real size
 };

@@ -73,6 +73,11 @@ void ctlScene::onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::Keyboar
     }
 }
 
+void ctlScene::AskForPopup() {
+    if (takesMouse())
+        emit PopupWanted(picScreen->mapToGlobal(picScreen->rect().center()));
+}
+
 void ctlScene::beginDrag(DevicePoint corner) {
     session.View.RubberBand = {corner, corner};
     session.View.Dragging = true;

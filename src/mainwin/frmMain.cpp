@@ -36,7 +36,7 @@ frmMain::frmMain() {
     bars->SetBandVisible(u"tbSlideShow"_s, false);
     connectEvents();
     constexpr QSize startSize(1024, 720);
-    resize(startSize.boundedTo(screen()->availableSize()));
+    resize(startSize.boundedTo(screen()->availableSize() - roomForFrame()));
     move(screen()->availableGeometry().center() - rect().center());
 
     recentFiles.Load();
@@ -68,8 +68,13 @@ void frmMain::repaint() {
 }
 
 void frmMain::Tell(const QString& line) {
-    if (!line.isEmpty())
-        panels[0]->setText(told = line);
+    notice = QString(notice + u' ' + line).trimmed();
+    panels[0]->setText(notice);
+}
+
+void frmMain::forgetTold() {
+    notice.clear();
+    panels[0]->clear();
 }
 
 void frmMain::buildPanels() {
@@ -104,13 +109,14 @@ void frmMain::connectEvents() {
         else
             mdApplication::HideGraphWindows();
     });
-    // Keys come to the window before the control that has the focus, as far as they choose a step.
+    // Keys come to the window before the control that has the focus, as far as they choose a step or ask for the popup.
     qApp->installEventFilter(this);
 }
 
 bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::StatusTip) {
-        panels[0]->setText(static_cast<QStatusTipEvent*>(event)->tip());
+        const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
+        panels[0]->setText(tip.isEmpty() ? notice : tip);
         return true;
     }
     return QMainWindow::event(event);
@@ -128,7 +134,10 @@ void frmMain::changeEvent(QEvent* event) {
 
 void frmMain::onPainted() {
     const ResultModel& model = mdApplication::Model;
-    panels[0]->setText(std::exchange(told, QString()));
+    updatingUi = true;
+    commandState::ShowChosen(*bars, facts());
+    updatingUi = false;
+    panels[0]->setText(notice);
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);
@@ -137,16 +146,25 @@ void frmMain::onPainted() {
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     const bool here = watched->isWidgetType() && static_cast<QWidget*>(watched)->window() == this;
     const bool free = !QApplication::activePopupWidget() && !QApplication::activeModalWidget();
-    if (event->type() == QEvent::KeyPress && here && free && takeStepKey(*static_cast<QKeyEvent*>(event)))
+    if (event->type() == QEvent::KeyPress && here && free && takeKey(*static_cast<QKeyEvent*>(event)))
         return true;
     return QMainWindow::eventFilter(watched, event);
 }
 
+bool frmMain::takeKey(const QKeyEvent& event) {
+    const bool menuKey =
+        event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+    if (menuKey)
+        scene->AskForPopup();
+    return menuKey || takeStepKey(event);
+}
+
 bool frmMain::takeStepKey(const QKeyEvent& event) {
-    if (event.key() != Qt::Key_Up && event.key() != Qt::Key_Down)
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    if ((event.key() != Qt::Key_Up && event.key() != Qt::Key_Down) || modifiers & ~Qt::ControlModifier)
         return false;
     const QString combo = u"miDrawStep"_s;
-    const bool toEnd = event.modifiers() & Qt::ControlModifier;
+    const bool toEnd = modifiers != Qt::NoModifier;
     const int last = bars->ListCount(combo) - 1;
     if (event.key() == Qt::Key_Up)
         bars->SetListIndex(combo, toEnd ? std::min(0, last) : std::min(std::max(bars->ListIndex(combo) - 1, 0), last));

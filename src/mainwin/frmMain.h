@@ -32,7 +32,7 @@ public:
     void SetZoom(int value);
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
-    /// Shows a line in the first panel, where it outlives the next paint; nothing when it is empty.
+    /// Shows a line in the status bar, behind others that were told since the last command; none when it is empty.
     void Tell(const QString& line);
     /// What a click on the command does.
     void ExecuteCommand(const QString& tool);
@@ -52,8 +52,10 @@ private:
     // frmMain.cpp
     void buildPanels();
     void connectEvents();
+    bool takeKey(const QKeyEvent& event);
     bool takeStepKey(const QKeyEvent& event);
     void onPainted();
+    void forgetTold();
 
     // frmMainCommands.cpp
     CommandFacts facts() const;
@@ -86,14 +88,18 @@ private:
     void promptAndOpen();
     bool promptFileName(QString& path);
     void updateCaption();
-    void restoreWindow();
+    void tellWhatIsMissing(int step);
+    /// Whether the window is to change, which may take a while.
+    bool restoreWindow();
     void storeWindow();
+    QSize roomForFrame() const;
 
     static frmMain* instance;
     bool updatingUi = false;
+    bool sizeToCome = false; ///< the window has not got its real size yet
+    QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};
-    QString told; ///< what a paint is not to wipe away
 };

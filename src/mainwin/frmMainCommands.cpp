@@ -29,7 +29,7 @@ using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
 void frmMain::ExecuteCommand(const QString& tool) {
-    panels[0]->clear();
+    forgetTold();
     const FamilyRow* family = commandTable::FamilyOf(tool);
     if (family && family->act)
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
@@ -66,6 +66,7 @@ void frmMain::updateCommandState() {
 void frmMain::onComboSelection(const QString& combo) {
     if (updatingUi)
         return;
+    forgetTold();
     if (const CommandRow* row = commandTable::Find(combo); row && row->act)
         (this->*row->act)();
     repaint();
@@ -110,8 +111,10 @@ void frmMain::saveLayout() {
     }
     const QString question =
         u"現在の描画設定を、\r\n"_s + propertyFile::PathFor(Model.FileName) + u"\r\nに保存します。"_s;
-    if (ShowMessage(question, MessageStyle::Ask) == MessageAnswer::Yes)
-        Tell(propertyFile::SavePropertyFile(Settings, Model));
+    if (ShowMessage(question, MessageStyle::Ask) != MessageAnswer::Yes)
+        return;
+    const QString problem = propertyFile::SavePropertyFile(Settings, Model);
+    Tell(problem.isEmpty() ? u"描画設定を保存しました。"_s : problem);
 }
 
 void frmMain::copyImage() {

@@ -7,6 +7,7 @@
 #include "app/windows/ShowMessage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "mainwin/windowPlace.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
@@ -18,15 +19,13 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QStyle>
 
 using mdApplication::Current;
 using mdApplication::Model;
 using mdApplication::Settings;
 
 namespace {
-
-/// Window places are kept in twentieths of a point, of which there are 15 in a pixel at 96 dots an inch.
-constexpr int twipsPerPixel = 15;
 
 enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
 
@@ -39,8 +38,7 @@ bool frmMain::IsOpen() const {
 void frmMain::FirstStep(const QString& commandLine) {
     DocPlotter().SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     applyBarVisibility();
-    if (Settings.Window.RestoreWindowStatus)
-        restoreWindow();
+    sizeToCome = (Settings.Window.RestoreWindowStatus && restoreWindow()) || !isVisible();
     QString path = commandLine;
     if (path.isEmpty() && Settings.Window.RestoreLastFile && recentFiles.Count() > 0)
         path = recentFiles.Path(0);
@@ -72,20 +70,20 @@ void frmMain::openResultFile(const QString& path) {
     const bool good = readResultFile(path, loaded, stopped);
     if (stopped)
         return;
-    QString notSaved;
+    forgetTold();
     if (IsOpen() && Settings.Window.AutoSave)
-        notSaved = propertyFile::SavePropertyFile(Settings, Model);
+        Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
     mdApplication::UnloadGraphWindows();
     if (good)
         takeUpFile(loaded);
     else
         refuseFile(path);
-    Tell(notSaved);
 }
 
 void frmMain::takeUpFile(const ResultModel& loaded) {
     Current.TakeUp(loaded);
+    const int step = Model.CurrentStep;
     Current.LoadStep();
     recentFiles.Add(Model.FileName);
     commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
@@ -93,7 +91,21 @@ void frmMain::takeUpFile(const ResultModel& loaded) {
         show();
     updateCaption();
     updateCommandState();
+    tellWhatIsMissing(step);
+    if (std::exchange(sizeToCome, false))
+        scene->FitUntilSettled();
+    else
+        scene->Settled();
     SetZoom(0);
+}
+
+void frmMain::tellWhatIsMissing(int step) {
+    QStringList lines;
+    if (step >= Model.StepCount)
+        lines.append(u"ステップ %1 はこのファイルにありません。"_s.arg(qint64(step) + 1));
+    if (const int reference = Settings.Difference.StandardStep; reference >= Model.StepCount)
+        lines.append(u"基準ステップ %1 はこのファイルにありません。"_s.arg(qint64(reference) + 1));
+    Tell(lines.join(u' '));
 }
 
 void frmMain::refuseFile(const QString& path) {
@@ -102,7 +114,7 @@ void frmMain::refuseFile(const QString& path) {
     updateCaption();
     updateCommandState();
     mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_s, MessageStyle::Stop);
-    for (QLabel* panel : panels)
+    for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
     scene->Clear();
 }
@@ -139,30 +151,33 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmMain::restoreWindow() {
+bool frmMain::restoreWindow() {
     const WindowSettings& saved = Settings.Window;
-    if (saved.WindowState == Minimised)
-        setWindowState(Qt::WindowMinimized);
-    else if (saved.WindowState == Maximised)
-        setWindowState(Qt::WindowMaximized);
+    if (saved.WindowState < Normal || saved.WindowState > Maximised)
+        return false;
+    constexpr Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized, Qt::WindowMaximized};
+    const Qt::WindowStates before = windowState();
+    setWindowState(states[saved.WindowState]);
     if (saved.WindowState != Normal)
-        return;
-    const auto pixels = [&](std::size_t i) { return saved.WindowPos[i] / twipsPerPixel; };
-    const QRect place(pixels(0), pixels(1), pixels(2), pixels(3));
-    // A place on a screen that is no longer there would put the window out of reach.
-    const QList<QScreen*> screens = QGuiApplication::screens();
-    const bool reachable = std::any_of(screens.begin(), screens.end(), [&](const QScreen* other) {
-        return other->availableGeometry().intersects(place);
-    });
-    if (!reachable || place.width() < minimumSizeHint().width() || place.height() < minimumSizeHint().height())
-        return;
-    move(place.topLeft());
-    resize(place.size());
+        return windowState() != before;
+    std::vector<QRect> screens{screen()->availableGeometry()};
+    for (const QScreen* other : QGuiApplication::screens())
+        screens.push_back(other->availableGeometry());
+    const auto place = windowPlace::Restored(saved.WindowPos, minimumSizeHint(), roomForFrame(), screens);
+    if (!place)
+        return false;
+    const bool changes = windowState() != before || place->size() != size();
+    move(place->topLeft());
+    resize(place->size());
+    return changes;
 }
 
 void frmMain::storeWindow() {
     Settings.Window.WindowState = isMinimized() ? Minimised : isMaximized() ? Maximised : Normal;
-    const QPoint corner = pos();
-    Settings.Window.WindowPos = {corner.x() * twipsPerPixel, corner.y() * twipsPerPixel, width() * twipsPerPixel,
-                                 height() * twipsPerPixel};
+    constexpr int twips = windowPlace::TwipsPerPixel;
+    Settings.Window.WindowPos = {x() * twips, y() * twips, width() * twips, height() * twips};
+}
+
+QSize frmMain::roomForFrame() const {
+    return isVisible() ? frameGeometry().size() - size() : QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
 }

@@ -4,6 +4,7 @@
 #include "result/readers/VrfReader.h"
 
 #include <QFileInfo>
+#include <utility>
 
 namespace mdVelorinResultModel {
 
@@ -35,12 +36,13 @@ void deriveFromElements(MeshData& mesh) {
     for (qsizetype i = 0; i < elements.NodeIndex.size(); ++i)
         if (isNodeOf(mesh, nodeIndex[i]))
             ++firstEntry[nodeIndex[i] + 1];
+    // Each node's place is first where its own entries begin, and moves on to where the next one's do while they come.
+    std::int32_t entries = 0;
     for (std::int32_t i = 0; i < mesh.NodeCount; ++i)
-        firstEntry[i + 1] += firstEntry[i];
+        entries += std::exchange(firstEntry[i + 1], entries);
 
-    nodes.ElementIndex.resize(firstEntry[mesh.NodeCount]);
-    nodes.CornerIndex.resize(firstEntry[mesh.NodeCount]);
-    std::vector<std::int32_t> next(firstEntry, firstEntry + mesh.NodeCount);
+    nodes.ElementIndex.resize(entries);
+    nodes.CornerIndex.resize(entries);
     std::int32_t* elementIndex = nodes.ElementIndex.data();
     std::int32_t* cornerIndex = nodes.CornerIndex.data();
     float* centreX = elements.CentreX.data();
@@ -55,7 +57,7 @@ void deriveFromElements(MeshData& mesh) {
                 continue;
             sumX += nodes.X.at(node);
             sumY += nodes.Y.at(node);
-            const std::int32_t entry = next[std::size_t(node)]++;
+            const std::int32_t entry = firstEntry[node + 1]++;
             elementIndex[entry] = e;
             cornerIndex[entry] = corner;
         }
@@ -78,7 +80,7 @@ void takeOverMesh(const ResultContent& content, MeshData& mesh) {
     nodes.X = content.NodeX;
     nodes.Y = content.NodeY;
     nodes.Value.resize(mesh.NodeCount);
-    nodes.ReferenceValue.resize(mesh.NodeCount);
+    nodes.ReferenceValue = nodes.Value;
     nodes.Active.resize(mesh.NodeCount);
     mesh.ElementCount = std::int32_t(content.FirstCorner.size()) - 1;
     ElementTable& elements = mesh.Elements;

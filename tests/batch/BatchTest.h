@@ -44,6 +44,11 @@ protected:
         QFile file(folder.Path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    static VrfBuilder withoutSteps() {
+        VrfBuilder file = twoSquares();
+        file.steps.clear();
+        return file;
+    }
     TestFolder folder;
     QString path = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_s);
     QByteArray output, errors;

@@ -60,23 +60,21 @@ TEST_F(BatchTest, MeshCountsFromOneAndShowsTheStepsOwnElements) {
     EXPECT_EQ(mesh[u"active"].toArray(), asJson("true, true, false, true, true, false"));
     EXPECT_EQ(mesh[u"elements"][0][u"neighbours"].toArray(), asJson("null, null, null, null"));
     EXPECT_EQ(mesh[u"elements"][1][u"type"], -1);
-    VrfBuilder file = twoSquares();
+    VrfBuilder file = withoutSteps();
     file.nodes[1] = {std::numeric_limits<double>::infinity(), 1e-7};
     file.elements = {{1, 0, -5}};
-    file.steps = {};
     mesh = json(u"mesh "_s + folder.Write(file.Bytes()));
     EXPECT_EQ(mesh[u"nodes"][1].toArray(), asJson("null, 1e-7"));
     EXPECT_EQ(mesh[u"elements"][0][u"nodes"].toArray(), asJson("1, null, null"));
 }
 
 TEST_F(ValuesTest, OfEveryQuery) {
-    const QString second = u"--step 2 --item 変位 "_s, difference = second + u"--reference 1 "_s;
-    EXPECT_EQ(csv(second), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
-    EXPECT_EQ(csv(difference), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
-    EXPECT_EQ(csv(difference + u"--query node"_s), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
-    EXPECT_EQ(csv(difference + u"--query displacement-y"_s), csv(difference));
+    const QString difference = u"--step 2 --item 変位 --reference 1 --query "_s;
+    EXPECT_EQ(csv(u"--step 2 --item 変位"_s), "number,value\n1,2\n2,4\n3,6\n4,8\n5,10\n6,12\n");
+    EXPECT_EQ(csv(difference + u"item"_s), "number,value\n1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n");
+    EXPECT_EQ(csv(difference + u"node"_s), "number,value\n1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n");
+    EXPECT_EQ(csv(difference + u"displacement-y"_s), csv(difference + u"item"_s));
     EXPECT_EQ(csv(u"--item 2 --step 1 --query element"_s), "number,value\n1,0\n2,10\n");
-    EXPECT_EQ(csv(u"--item 2 --step 1 --query node"_s), "number,value\n1,0\n2,5\n3,10\n4,0\n5,5\n6,10\n");
     EXPECT_EQ(csv(u"--item 2 --step 2 --reference 1 --query element"_s), "number,value\n1,0\n2,0\n");
 }
 
@@ -131,6 +129,33 @@ TEST_F(RenderTest, FollowsThePropertyFileUnlessToldNotTo) {
     EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_s)) << "the step that the file was left at";
     EXPECT_EQ(traceOf(u"--step 1"_s), plain) << "the command line goes before the file";
     EXPECT_NE(traceOf({}), plain);
+    // A step that it alone names may be gone; what the command line names may not.
+    folder.Write("<?xml version=\"1.0\"?><VRFPROPERTY><currentstep>2147483647</currentstep><difference>"
+                 "<std>2147483647</std><cnt>True</cnt></difference></VRFPROPERTY>",
+                 QFileInfo(path).fileName() + u".property"_s);
+    EXPECT_TRUE(traceOf({}).contains("MoveTo 17 92\nLineTo 100 92\n"));
+    EXPECT_EQ(traceOf(u"--step 1"_s), plain);
+    expectUnusable(u"render FILE --step 3 -o "_s + folder.Path(u"o.png"_s), path,
+                   "無効なパラメータです。 (--step: no step 3 among 2)");
+    expectUnusable(u"render FILE --set difference/std=2147483647 -o "_s + folder.Path(u"o.png"_s), path,
+                   "無効なパラメータです。 (--set difference/std: no step 2147483647 among 2)");
+}
+
+TEST_F(RenderTest, TakesGeneralSettingsOfAnExportedRegistry) {
+    const QByteArray key = "[HKEY_CURRENT_USER\\Software\\Ordvane\\Velorin\\1.0\\Settings";
+    const QString settings =
+        folder.Write("REGEDIT4\r\n\r\n" + key + "]\r\n\"Real Format\"=\"0.00000\"\r\n\"Font-3\"=\"Courier, 20\"\r\n" +
+                         key + "\\Graph]\r\n\"Font-0\"=\"Courier, 20\"\r\n",
+                     u"s.reg"_s);
+    const QString legend = u"--set contour/values/automatic=True --set contour/values/div=2 --settings "_s;
+    const QByteArray trace = traceOf(legend + settings);
+    EXPECT_TRUE(trace.contains("\"Courier\"") && trace.contains("1.00000\"")) << trace.constData();
+    const QString graph = u"graph FILE --type history --item 1 --nodes 1 -o "_s + folder.Path(u"g.trace"_s);
+    EXPECT_EQ(run(graph + u" --settings "_s + settings), 0);
+    EXPECT_TRUE(fileBytes(u"g.trace"_s).contains("\"Courier\""));
+    EXPECT_EQ(run(graph), 0);
+    EXPECT_FALSE(fileBytes(u"g.trace"_s).contains("\"Courier\"")) << "the user's own settings are as they were";
+    expectUnusable(graph + u" --settings none.reg"_s, u"none.reg"_s, "");
 }
 
 TEST_F(RenderTest, GoesOnWithoutSettingsThatAnotherProgramHoldsAndSaysSo) {
@@ -191,16 +216,23 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
     }
 }
 
-TEST_F(RenderTest, DamagedNumbersStillMakeAPicture) {
+TEST_F(RenderTest, DamagedNumbersStillMakePictures) {
     VrfBuilder file = twoSquares();
-    const double infinite = std::numeric_limits<double>::infinity();
-    for (const double damaged : {infinite, -1e300, 1e30, std::numeric_limits<double>::quiet_NaN()}) {
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    for (const double damaged : {infinite, -1e300, 1e38, 1e30, 1e-45, std::numeric_limits<double>::quiet_NaN()}) {
         file.nodes[1] = {damaged, -damaged};
-        file.steps[0].values[0][3] = damaged;
+        file.steps[0].values[0][1] = file.steps[1].time = damaged;
         path = folder.Write(file.Bytes());
-        for (const QString& name : {u"o.png"_s, u"o.trace"_s})
+        for (const QString& name : {u"o.png"_s, u"o.svg"_s, u"o.trace"_s, u"o.csv"_s, u"o.json"_s}) {
+            const bool isPicture = name != u"o.csv" && name != u"o.json";
             for (const QString& fiducial : {u"1"_s, u"2"_s, u"3"_s})
-                EXPECT_FALSE(traceOf(u"--set displacement/fid="_s + fiducial, name).isEmpty()) << damaged;
+                EXPECT_FALSE(isPicture && traceOf(u"--set displacement/fid="_s + fiducial, name).isEmpty()) << damaged;
+            for (const QString& type : {u"history"_s, u"distribution"_s}) {
+                QFile::remove(folder.Path(name));
+                run(u"graph FILE --item 1 --nodes 1-4 --type "_s + type + u" -o "_s + folder.Path(name));
+                EXPECT_FALSE(fileBytes(name).isEmpty()) << damaged << errors.constData();
+            }
+        }
     }
 }
 

@@ -134,6 +134,25 @@ class MainWindow(unittest.TestCase):
             xdotool("key", "alt+F4")
             self.expect_end()
 
+    def labels(self):
+        """What the lists on the tool bar are for, as an assistive tool reads it."""
+        import pyatspi
+        return [relation.getTarget(0).name for item in objects(self.application())
+                if item.getRole() == pyatspi.ROLE_COMBO_BOX and item.getState().contains(pyatspi.STATE_SHOWING)
+                for relation in item.getRelationSet() if relation.getRelationType() == pyatspi.RELATION_LABELLED_BY]
+
+    def test_a_session_that_ends_keeps_all(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = shutil.copy(DEMO, folder)
+            self.start(path)
+            self.wait_window("Velorin - plate")
+            wait_for("the lists", lambda: self.labels() == ["ステップ", "ベクトルアイテム", "コンタアイテム"])
+            xdotool("key", "Down")
+            self.wait_panel("経過時間", "0.1")
+            self.velorin.terminate()
+            self.expect_end()
+            self.assertIn("<currentstep>1</currentstep>", pathlib.Path(path + ".property").read_text("cp932"))
+
     def coloured(self):
         """The screen once a contour stands on it: many pixels of strong colour."""
         pixels = self.picture()
@@ -147,6 +166,7 @@ class MainWindow(unittest.TestCase):
     def test_a_path_that_is_not_there_is_told(self):
         self.start("/nowhere/none.vrf")
         wait_for("the message", lambda: self.shown("無効なパラメータです。"))
+        self.wait_window("Velorin")
         xdotool("key", "Return")
         self.wait_window("Velorin - (未定義)")
         self.assertIsNone(self.shown("無効なパラメータです。"))

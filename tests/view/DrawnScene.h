@@ -1,14 +1,13 @@
-// A model of a few nodes and elements that a test fills by hand, and what a layer draws of it. No tests here.
+// A model of a few nodes and elements that a test fills by hand or opens, and what a layer draws of it. No tests here.
 #pragma once
 
 #include "platform/device/TraceDevice.h"
+#include "result/ModelTest.h"
 #include "view/scene/legends.h"
 #include "view/scene/vectors.h"
 
-#include <gtest/gtest.h>
-
 /// Drawn at 254 dpi: 10 units a millimetre, 32 units a line of 9-point text, 16 a character.
-struct DrawnScene : testing::Test {
+struct DrawnScene : ModelTest {
     DrawnScene() {
         settings.Style.FontStrings.fill(u"Arial, 9"_s);
         settings.Style.RealFormat = u"0.0"_s;
@@ -47,7 +46,6 @@ struct DrawnScene : testing::Test {
         return lines;
     }
 
-    ResultModel model;
     ApplicationSettings settings;
     ViewState view;
     SlideShowRun slideShow;

@@ -1,8 +1,7 @@
 #include "view/scene/contour.h"
 
-#include "platform/device/TraceDevice.h"
+#include "DrawnScene.h"
 #include "platform/raster/RasterDevice.h"
-#include "result/ModelTest.h"
 
 #include <limits>
 #include <random>
@@ -14,7 +13,7 @@ namespace {
 constexpr float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
 
 /// A model with given device positions and node values, as after a load and `ComputeDevicePoints`.
-struct Contour : ModelTest {
+struct Contour : DrawnScene {
     using Draw = void (Contour::*)(DeviceContext& device);
 
     void make(const std::vector<std::vector<qint32>>& elements, const std::vector<DevicePoint>& points,
@@ -33,7 +32,7 @@ struct Contour : ModelTest {
         settings.Contour.MaxValue = upper;
         settings.Contour.Divide = count;
     }
-    void draw(DeviceContext& device) { DrawContour(device, {model, settings, view}, context); }
+    void draw(DeviceContext& device) { DrawContour(device, scene(), context); }
     /// All bands over all elements, a call a polygon.
     void drawPlainly(DeviceContext& device) {
         const ContourBands bands(settings.Contour.MinValue, settings.Contour.MaxValue, settings.Contour.Divide);
@@ -67,10 +66,6 @@ struct Contour : ModelTest {
         (this->*by)(device);
         return image;
     }
-
-    ApplicationSettings settings;
-    ViewState view;
-    PaintContext context;
 };
 
 TEST_F(Contour, RampThroughTheUsersColors) {

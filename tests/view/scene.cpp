@@ -1,7 +1,4 @@
-#include "view/scene/mdScene.h"
-
-#include "platform/device/TraceDevice.h"
-#include "result/ModelTest.h"
+#include "DrawnScene.h"
 
 #include <limits>
 
@@ -24,15 +21,12 @@ constexpr char linePen[] = "GeometricPen 0 2 0x00008000\n";
 constexpr char oldPen[] = "StockPen 7\n";
 
 /// A scene where the world point (x, y) falls on the device point (100 x, 100 - 100 y).
-struct SceneTest : ModelTest {
-    SceneTest() { window.SetRect(0, 1, 2, 0); }
+struct SceneTest : DrawnScene {
     void SetUp() override { settings.Displacement.Fiducial = 0; }
-    Scene scene() { return {model, settings, view, slideShow}; }
     PlotConverter converter(int dotsPerInch = 96) const {
         return {window, {0, 0, 200, 100}, 100, TraceDevice(200, 100, dotsPerInch)};
     }
     PaintContext compute() {
-        PaintContext context;
         context.DisplacementScale = 7;
         ComputeDevicePoints(converter(), window, scene(), context);
         return context;
@@ -49,11 +43,6 @@ struct SceneTest : ModelTest {
         PaintScene(canvas, false, scene());
         return device.Trace();
     }
-
-    ApplicationSettings settings;
-    ViewState view;
-    SlideShowRun slideShow;
-    PlotRect window;
 };
 
 TEST_F(SceneTest, LineElementsHaveTheirOwnStyle) {

@@ -3,7 +3,6 @@
 #include <QFile>
 #include <bit>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>

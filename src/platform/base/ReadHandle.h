@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <cstring>
 #include <memory>
 
 class ReadHandle {
@@ -33,14 +34,24 @@ public:
 
     qint64 Position() const { return bufferStart + next; }
     qint64 Remaining() const { return file.Size() - Position(); }
-    bool ReadInt32(std::int32_t& value) { return ReadBytes(&value, sizeof value); }
-    bool ReadDouble(double& value) { return ReadBytes(&value, sizeof value); }
+    bool ReadInt32(std::int32_t& value) { return read(value); }
+    bool ReadDouble(double& value) { return read(value); }
     /// All `count` bytes or none.
     bool ReadBytes(void* target, qint64 count);
     /// Moves on by `count` bytes, at most to the file's end; a negative count moves nothing.
     void Skip(qint64 count);
 
 private:
+    /// Meshes are read number by number: one that stands in the buffer costs no call.
+    template<class T>
+    bool read(T& value) {
+        if (filled - next < qint64(sizeof value))
+            return ReadBytes(&value, sizeof value);
+        std::memcpy(&value, buffer.get() + next, sizeof value);
+        next += qint64(sizeof value);
+        return true;
+    }
+
     const ReadHandle& file;
     std::unique_ptr<char[]> buffer;
     qint64 bufferBytes;

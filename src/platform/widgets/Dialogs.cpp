@@ -122,7 +122,6 @@ FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, 
         return std::nullopt;
     QFileDialog dialog(parent, title);
     dialog.setObjectName(u"fileDialog"_s);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     const QStringList filters = nameFilters(filter);

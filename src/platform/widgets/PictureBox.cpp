@@ -153,6 +153,13 @@ void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
     emit MouseReleased(PixelAt(event->position()), event->button(), event->modifiers());
 }
 
+void PictureBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && leftHeld)
+        giveUpLeftButton();
+    else
+        QWidget::keyPressEvent(event);
+}
+
 void PictureBox::dragEnterEvent(QDragEnterEvent* event) {
     if (QApplication::activeModalWidget() || localFiles(*event).isEmpty()) {
         event->ignore();

@@ -50,7 +50,8 @@ signals:
     void MousePressed(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void MouseMoved(QPoint pixel, Qt::MouseButtons held = Qt::NoButton);
     void MouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-    /// The release of the left button will not come: the mouse or the keyboard has gone to someone else.
+    /// The release of the left button will not come, or is not to count: the mouse or the keyboard has gone to someone
+    /// else, or Esc has been pressed.
     void MouseLost();
     /// Ctrl and wheel at `pixel`: `steps` above 0 away from the user.
     void ZoomWheel(QPointF pixel, int steps);
@@ -63,6 +64,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;

@@ -53,50 +53,55 @@ bool readHeaderAndItems(SequentialReader& reader, ResultContent& content) {
     return true;
 }
 
-/// Between two calls of the progress lie this many nodes or elements.
-constexpr qint64 progressStride = 65536;
-
 bool goesOn(const LoadProgress& progress, const SequentialReader& reader) {
     return !progress || progress(reader.Position(), reader.Position() + reader.Remaining());
 }
 
 bool readNodes(SequentialReader& reader, qint64 count, ResultContent& content, const LoadProgress& progress) {
+    constexpr qint64 mostAtOnce = 4096;
+    std::vector<double> positions(2 * std::size_t(std::min(count, mostAtOnce)));
     content.NodeX.resize(count);
     content.NodeY.resize(count);
     float* x = content.NodeX.data();
     float* y = content.NodeY.data();
-    for (qint64 i = 0; i < count; ++i) {
-        double position[2];
-        if (!reader.ReadBytes(position, sizeof position) || (i % progressStride == 0 && !goesOn(progress, reader)))
+    for (qint64 first = 0; first < count; first += mostAtOnce) {
+        const qint64 here = std::min(mostAtOnce, count - first);
+        if (!goesOn(progress, reader) || !reader.ReadBytes(positions.data(), here * bytesPerNode))
             return false;
-        x[i] = float(position[0]);
-        y[i] = float(position[1]);
+        for (qint64 i = 0; i < here; ++i) {
+            x[first + i] = float(positions[std::size_t(2 * i)]);
+            y[first + i] = float(positions[std::size_t(2 * i + 1)]);
+        }
     }
     return true;
 }
 
 bool readElements(SequentialReader& reader, qint64 count, ResultContent& content, const LoadProgress& progress) {
+    // Between two calls of the progress lie this many elements.
+    constexpr qint64 progressStride = 65536;
     content.FirstCorner.resize(count + 1);
     std::int32_t* first = content.FirstCorner.data();
-    // The room asked for grows with what was really read, so that a false count costs no memory.
-    std::vector<std::int32_t> numbers;
-    numbers.reserve(std::size_t(std::min(count * 4, reader.Remaining() / 4)));
+    // The room asked for never exceeds what the file can hold, and grows with what was really read.
+    QList<std::int32_t>& nodes = content.NodeIndex;
+    nodes.resize(std::min(count * 4, reader.Remaining() / 4));
+    qint64 used = 0;
     for (qint64 e = 0; e < count; ++e) {
         std::int32_t nodeCount = 0;
         if (e % progressStride == 0 && !goesOn(progress, reader))
             return false;
         if (!reader.ReadInt32(nodeCount) || howMany(nodeCount) * 4 > reader.Remaining())
             return false;
-        const std::size_t start = numbers.size();
-        numbers.resize(start + std::size_t(howMany(nodeCount)));
-        if (!reader.ReadBytes(numbers.data() + start, howMany(nodeCount) * 4))
-            return false;
-        first[e + 1] = std::int32_t(numbers.size());
+        const qint64 end = used + howMany(nodeCount);
+        if (end > nodes.size())
+            nodes.resize(std::max(end, std::min(2 * used, used + reader.Remaining() / 4)));
+        for (std::int32_t* target = nodes.data(); used < end; ++used) {
+            std::int32_t number = 0;
+            reader.ReadInt32(number);
+            target[used] = number == std::numeric_limits<std::int32_t>::min() ? number : number - 1;
+        }
+        first[e + 1] = std::int32_t(used);
     }
-    content.NodeIndex.resize(qsizetype(numbers.size()));
-    std::transform(numbers.begin(), numbers.end(), content.NodeIndex.data(), [](std::int32_t number) {
-        return number == std::numeric_limits<std::int32_t>::min() ? number : number - 1;
-    });
+    nodes.resize(used);
     return true;
 }
 

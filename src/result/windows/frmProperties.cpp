@@ -74,6 +74,12 @@ void frmProperties::buildControls() {
     for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
         connect(new QShortcut(key, lvProperties, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
                 [this] { rows->Toggle(lvProperties->currentIndex().row()); });
+    // A table takes these two for its columns.
+    const auto goTo = [this](int row) { lvProperties->setCurrentIndex(rows->index(row, 0)); };
+    connect(new QShortcut(Qt::Key_Home, lvProperties, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, [goTo] { goTo(0); });
+    connect(new QShortcut(Qt::Key_End, lvProperties, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
+            [this, goTo] { goTo(rows->rowCount() - 1); });
     connect(Picture1, &PictureBox::Resized, this, &frmProperties::DrawPropertyIcons);
     connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
     connect(Command2, &QPushButton::clicked, this, [this] {

@@ -134,12 +134,3 @@ TEST(RegistryText, BentNamesAreLeftOutAndTheRestIsExported) {
     EXPECT_EQ(buffer.data(), utf16(version + u"\r\n[HKEY_CURRENT_USER]\r\n\r\n[HKEY_CURRENT_USER\\Software]\r\n\r\n"_s +
                                    keyLine + u"\"b\"=\"2\"\r\n"_s));
 }
-
-TEST(RegistryText, CutAnywhereItIsTakenOrTellsALine) {
-    const ConfigurationFolder folder;
-    const QByteArray file = utf16(everyForm);
-    for (qsizetype size = 0; size < file.size(); size += 1 + size / 40) {
-        const auto result = RegistryText::Import(file.first(size));
-        EXPECT_EQ(result.Done, result.Line == 0) << size << ' ' << result.Problem.toStdString();
-    }
-}

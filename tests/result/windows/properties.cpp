@@ -73,6 +73,10 @@ TEST_F(PropertiesTest, ClickOpensAndShutsTheFourThatHaveAnIcon) {
     list->setCurrentIndex(at(8));
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(count(), 21) << "no duplicates, and by the keyboard as well";
+    for (const auto& [key, row] : {std::pair(Qt::Key_End, 20), {Qt::Key_Home, 0}}) {
+        QTest::keyClick(list, key);
+        EXPECT_EQ(list->currentIndex().row(), row);
+    }
 }
 
 TEST_F(PropertiesTest, MillionNodesOpenWithoutMakingRows) {
@@ -82,22 +86,12 @@ TEST_F(PropertiesTest, MillionNodesOpenWithoutMakingRows) {
     PropertyRows rows(counted);
     rows.Toggle(PropertyRows::Nodes);
     EXPECT_EQ(rows.rowCount(), 1'000'000'009);
-
-    constexpr int million = 1'000'000;
-    model.Mesh.NodeCount = million;
-    model.Mesh.Nodes.X = model.Mesh.Nodes.Y = QList<float>(million, 1.5f);
-    show();
-    click(6);
-    list->scrollToBottom();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(text(million + 6), u"1000000 : 1.500, 1.500"_s);
-    EXPECT_EQ(text(million + 7, 0), u"要素"_s);
 }
 
 TEST_F(PropertiesTest, TextExportAsksForAFileAndWritesNone) {
     show();
-    Dialogs::Testing::Start();
     const QString chosen = folder.Path(u"out.TXT"_s);
+    Dialogs::Testing::Start();
     Dialogs::Testing::QueueFile(chosen);
     QTest::mouseClick(form->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
     EXPECT_EQ(Dialogs::Testing::Asked().value(0).Kind, Dialogs::Testing::Kind::SaveFile);

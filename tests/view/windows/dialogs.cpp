@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A dialog as its user has it: controls by their names, and keys that go where the focus is.
+/// A dialog as its user has it.
 template<class Dialog>
 class Shown {
 public:
@@ -89,19 +89,19 @@ const QString ok = u"Command1_0"_s, cancel = u"Command1_1"_s;
 
 TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
     Shown<frmContourValue> form(model, settings);
-    EXPECT_EQ(form.Texts(), u"undefined|undefined|undefined|undefined|undefined|20"_s);
-    form->ItemIndex(3);
-    EXPECT_EQ(form.Texts(), u"12.00000|2.00000|20 分割|12.00000|2.00000|20"_s) << "automatic: a copy of the defaults";
+    const auto textsOf = [&](int item) {
+        form->ItemIndex(item);
+        return form.Texts();
+    };
+    EXPECT_EQ(textsOf(-1), u"undefined|undefined|undefined|undefined|undefined|20"_s);
+    EXPECT_EQ(textsOf(3), u"12.00000|2.00000|20 分割|12.00000|2.00000|20"_s) << "automatic: a copy of the defaults";
     settings.Contour.Automatic = false;
     settings.Contour.Divide = 12;
     settings.Difference = {.StandardStep = 0, .ApplyContour = true};
-    form->ItemIndex(0);
-    EXPECT_EQ(form.Texts(), u"5.00000|1.00000|20 分割|7.00000|-1.00000|12"_s) << "less the reference step";
+    EXPECT_EQ(textsOf(0), u"5.00000|1.00000|20 分割|7.00000|-1.00000|12"_s) << "less the reference step";
     settings.Difference.ApplyContour = false;
-    form->ItemIndex(0);
-    EXPECT_TRUE(form.Texts().startsWith(u"12.00000|"));
-    form->ItemIndex(4);
-    EXPECT_TRUE(form.Texts().startsWith(u"undefined|undefined|undefined|7.00000|"));
+    EXPECT_TRUE(textsOf(0).startsWith(u"12.00000|"));
+    EXPECT_TRUE(textsOf(4).startsWith(u"undefined|undefined|undefined|7.00000|"));
 }
 
 TEST_F(DialogTest, RowsCarryTheirFields) {
@@ -224,10 +224,14 @@ TEST_F(DialogTest, DrawSettingsCancelLeavesItemSetsThatWereAddedAndDeleted) {
     EXPECT_TRUE(form.HasEnded(false));
 }
 
-TEST_F(DialogTest, DrawSettingsPairsItemsOfTheSameObjects) {
+TEST_F(DialogTest, DrawSettingsPairItemsOfTheSameObjects) {
     settings.Vector.ItemSets.append({u"外"_s, 9, 77});
     settings.Vector.ItemSetCount = 2;
+    model.NoDisplacement = model.LineElementsOnly = true;
     Shown<frmDrawSettings> form(model, settings);
+    const auto& tabs = form.Find<QTabWidget>(u"tbTab"_s);
+    EXPECT_EQ(tabs.currentIndex(), 1) << "the first one that counts";
+    EXPECT_FALSE(tabs.isTabEnabled(0) || tabs.isTabEnabled(2));
     auto& list = form.Find<QListWidget>(u"lstVectorItem"_s);
     const auto& vert = form.Find<QComboBox>(u"cmbVectorItem_1"_s);
     const auto set = [&](int index) {
@@ -238,7 +242,6 @@ TEST_F(DialogTest, DrawSettingsPairsItemsOfTheSameObjects) {
     EXPECT_EQ(vert.currentText(), u"変位Y"_s);
     form.Choose(u"cmbVectorItem_0"_s, 2);
     EXPECT_EQ(vert.count(), 2);
-    EXPECT_EQ(vert.currentIndex(), -1);
     EXPECT_EQ(set(0), (VectorItemSet{u"変位"_s, 2, 1})) << "Y stays though it lies on other objects now";
     form.Choose(u"cmbVectorItem_1"_s, 1);
     EXPECT_EQ(set(0), (VectorItemSet{u"変位"_s, 2, 3}));
@@ -247,14 +250,6 @@ TEST_F(DialogTest, DrawSettingsPairsItemsOfTheSameObjects) {
     list.setCurrentRow(0);
     EXPECT_EQ(vert.currentText(), u"主応力Y"_s);
     EXPECT_EQ(set(1), (VectorItemSet{u"外"_s, 9, 77})) << "looking at a set changes nothing";
-}
-
-TEST_F(DialogTest, DrawSettingsOpenOnTheFirstTabThatCounts) {
-    model.NoDisplacement = model.LineElementsOnly = true;
-    Shown<frmDrawSettings> form(model, settings);
-    const auto& tabs = form.Find<QTabWidget>(u"tbTab"_s);
-    EXPECT_EQ(tabs.currentIndex(), 1);
-    EXPECT_FALSE(tabs.isTabEnabled(0) || tabs.isTabEnabled(2));
 }
 
 TEST_F(DialogTest, DrawSettingsBecomeTheDefaultsOnlyAfterYes) {
