@@ -57,6 +57,29 @@ struct Picture {
     }
 };
 
+/// Every call is drawn by itself: no batches, no threads, and nothing is left out for lying out of sight.
+class EveryCall final : public RasterDevice {
+public:
+    explicit EveryCall(QImage& picture, int dotsPerInch = 96) : RasterDevice(picture, dotsPerInch, 1) {}
+
+    std::optional<DeviceRect> VisibleArea() const override { return {}; }
+    bool ShowsEveryCall() const override { return true; }
+    void Polyline(std::span<const DevicePoint> points) override {
+        SaveDC();
+        for (std::size_t i = 0; i < points.size(); ++i)
+            i == 0 ? MoveTo(points[i]) : LineTo(points[i]);
+        RestoreDC();
+    }
+    void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override {
+        DeviceContext::Lines(points, steps);
+    }
+    void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) override {
+        DeviceContext::Polygons(points, counts);
+    }
+    void Rectangles(std::span<const DeviceRect> rects) override { DeviceContext::Rectangles(rects); }
+    void Ellipses(std::span<const DeviceRect> rects) override { DeviceContext::Ellipses(rects); }
+};
+
 /// Numbers that differ from run to run of a test never: the same seed gives the same.
 class Dice {
 public:

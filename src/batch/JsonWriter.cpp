@@ -50,7 +50,18 @@ void JsonWriter::Key(const char* name) {
 void JsonWriter::Value(const QString& text) {
     separate();
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    buffer += QByteArrayView(array).sliced(1, array.size() - 2);
+    // Control characters beyond the first ones may stand as they are, but a terminal would obey them.
+    const auto isControl = [&array](qsizetype i) {
+        return array[i] == '\x7f' || (array[i] == '\xc2' && static_cast<unsigned char>(array[i + 1]) < 0xa0);
+    };
+    for (qsizetype i = 1; i < array.size() - 1; ++i) {
+        if (!isControl(i)) {
+            buffer += array[i];
+            continue;
+        }
+        i += array[i] == '\xc2';
+        buffer += "\\u00" + QByteArray(1, array[i]).toHex();
+    }
 }
 
 void JsonWriter::Value(int number) {

@@ -1,7 +1,6 @@
+#include "batch/CheckedOutput.h"
 #include "batch/commandSupport.h"
 #include "platform/registry/Registry.h"
-
-#include <QIODevice>
 
 namespace batch {
 
@@ -56,7 +55,25 @@ Status runCommand(const QStringList& arguments, const Streams& streams) {
 void tellOfHeldSettings(const Streams& streams) {
     if (Registry::IsStoreHeld())
         streams.Errors.write(
-            (Registry::StorePath() + u": another program holds it; its settings are not used\n"_s).toUtf8());
+            (OneLine(Registry::StorePath()) + u": another program holds it; its settings are not used\n").toUtf8());
+}
+
+/// The same with the one line told that says why not.
+Status runAndTell(const QStringList& arguments, const Streams& streams) {
+    try {
+        const Status status = runCommand(arguments, streams);
+        tellOfHeldSettings(streams);
+        return status;
+    } catch (const Stop& stop) {
+        if (stop.status == WrongUsage)
+            streams.Errors.write("velorin-batch: ");
+        if (stop.status != Done)
+            streams.Errors.write((OneLine(stop.line) + u'\n').toUtf8());
+        return stop.status;
+    } catch (const std::bad_alloc&) {
+        streams.Errors.write("velorin-batch: out of memory\n");
+        return UnusableInput;
+    }
 }
 
 } // namespace
@@ -67,20 +84,13 @@ bool NeedsFonts(const QStringList& arguments) {
 }
 
 Status Run(const QStringList& arguments, const Streams& streams) {
-    try {
-        const Status status = runCommand(arguments, streams);
-        tellOfHeldSettings(streams);
-        return status;
-    } catch (const Stop& stop) {
-        if (stop.status == WrongUsage)
-            streams.Errors.write("velorin-batch: ");
-        if (stop.status != Done)
-            streams.Errors.write((stop.line + u'\n').toUtf8());
-        return stop.status;
-    } catch (const std::bad_alloc&) {
-        streams.Errors.write("velorin-batch: out of memory\n");
+    CheckedOutput output(streams.Output);
+    const Status status = runAndTell(arguments, {output, streams.Errors});
+    if (const std::optional<QString> problem = output.Finish(); problem && status == Done) {
+        streams.Errors.write((u"standard output: "_s + OneLine(*problem) + u'\n').toUtf8());
         return UnusableInput;
     }
+    return status;
 }
 
 } // namespace batch

@@ -11,7 +11,8 @@ namespace batch {
 /// Exit statuses.
 enum Status : int { Done = 0, UnusableInput = 1, WrongUsage = 2 };
 
-/// Where a command writes. Both are owned by the caller and open for writing.
+/// Where a command writes. Both are owned by the caller, open for writing and best without a buffer: what is in one
+/// when the program ends could be lost without a word.
 struct Streams {
     QIODevice& Output;
     QIODevice& Errors;
@@ -21,7 +22,8 @@ struct Streams {
 /// QCoreApplication does, and starts in a fraction of the time.
 bool NeedsFonts(const QStringList& arguments);
 
-/// Runs one command line, without the program's name.
+/// Runs one command line, without the program's name. An output that could not be written whole makes it an unusable
+/// one, whatever the command says.
 Status Run(const QStringList& arguments, const Streams& streams);
 
 // One procedure a command, given the arguments behind the command's name.

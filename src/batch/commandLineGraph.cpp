@@ -104,7 +104,7 @@ void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& d
         graph.Plot.StyleLoad(job.style);
     if (job.title)
         graph.Plot.GraphTitle = mdTips::ExpandLabelMacros(*job.title, mdGraph::GraphMacros(graph, model));
-    graph.Plot.SetDrawArea(0, 0, job.picture.Size.Width, job.picture.Size.Height);
+    graph.Plot.SetDrawArea(0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes));
 }
 
 void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
@@ -166,7 +166,7 @@ QByteArray jsonOf(const Graph& graph) {
 PictureContent contentOf(const Job& job, const ResultModel& model, Graph& graph) {
     if (job.format)
         return job.format(job.picture, [&](DeviceContext& device) { drawGraph(job, model, device, graph); })();
-    TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.DotsPerInch);
+    TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.Resolution());
     applyStyle(job, model, device, graph);
     if (job.ending != u"json")
         return {Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n", {}};
@@ -191,7 +191,8 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
     Fonts::InstallSubstitutions();
     ResultModel model = OpenFile(job.input);
     Graph graph = build(job, model);
-    SaveFile(job.output, contentOf(job, model, graph));
+    if (const std::optional<QString> problem = SaveContent(job.output, contentOf(job, model, graph)))
+        RefuseInput(job.output, *problem);
     return Done;
 }
 

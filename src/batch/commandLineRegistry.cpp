@@ -37,9 +37,9 @@ Status RunRegistry(const QStringList& arguments, const Streams& streams) {
     if (!exports)
         ImportSettings(options.Operand());
     else if (const int leftOut = exportTo(options.Operand()))
-        streams.Errors.write(
-            (Registry::StorePath() + u": %1 keys or values with impossible names are left out\n"_s.arg(leftOut))
-                .toUtf8());
+        streams.Errors.write((OneLine(Registry::StorePath()) +
+                              u": %1 keys or values with impossible names are left out\n"_s.arg(leftOut))
+                                 .toUtf8());
     return Done;
 }
 

@@ -1,5 +1,6 @@
 // The picture of one step, or one a step, in the format that the output's name asks for.
 #include "app/ApplicationSettings.h"
+#include "batch/PictureWriter.h"
 #include "batch/pictureOptions.h"
 #include "batch/settingsFile.h"
 #include "platform/device/Fonts.h"
@@ -145,15 +146,16 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     const StepRange range = job.range.value_or(StepRange{step, step, 1});
     if (job.reference >= 0)
         RequireStep(model, job.input, u"set difference/std"_s, std::int64_t(job.reference) + 1);
+    PictureWriter writer;
     for (std::int64_t number = range.first; number <= range.last; number += range.stride) {
         if (job.range || job.step)
             RequireStep(model, job.input, job.range ? u"steps"_s : u"step"_s, number);
         // What the property file alone names may be gone: then, and in a file without steps, the mesh is shown.
         session.LoadStep(std::int32_t(number - 1), item);
-        const PictureEncoding encode =
-            job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); });
-        SaveFile(numberedName(job.output, number).value_or(job.output), encode());
+        writer.Write(numberedName(job.output, number).value_or(job.output),
+                     job.format(job.picture, [&session](DeviceContext& device) { session.Draw(device); }));
     }
+    writer.Finish();
     return Done;
 }
 

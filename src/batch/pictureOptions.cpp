@@ -29,23 +29,22 @@ void RefuseEnding(const QString& output, const QString& endings) {
 
 void DeclarePictureOptions(Options& options) {
     options.Value(u"size"_s, u"WxH"_s, u"Size in pixels, 1280x1024 by default."_s);
-    options.Value(u"dpi"_s, u"D"_s, u"Pixels an inch, 96 by default."_s);
+    options.Value(u"dpi"_s, u"D"_s,
+                  u"Pixels an inch, 96 by default; SVG and PDF then divide each of them more finely."_s);
     options.Value(u"settings"_s, u"FILE.reg"_s,
                   u"Fonts, number format, line styles and graph defaults of an exported registry file."_s);
 }
 
 PictureFile PictureFileFrom(const Options& options) {
     PictureFile file{.Title = QFileInfo(options.Operand()).fileName()};
-    file.DotsPerInch = options.Integer(u"dpi"_s, 1, mostDotsPerInch).value_or(file.DotsPerInch);
+    file.DotsPerInch = options.Integer(u"dpi"_s, 1, mostDotsPerInch);
     if (options.IsSet(u"size"_s))
         file.Size = parseSize(options.Text(u"size"_s));
     return file;
 }
 
-void SaveFile(const QString& path, const PictureContent& content) {
-    const std::optional<QString> problem = content.Problem ? content.Problem : WholeFile::Write(path, content.Bytes);
-    if (problem)
-        RefuseInput(path, *problem);
+std::optional<QString> SaveContent(const QString& path, const PictureContent& content) {
+    return content.Problem ? content.Problem : WholeFile::Write(path, content.Bytes);
 }
 
 } // namespace batch

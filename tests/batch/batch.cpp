@@ -105,6 +105,11 @@ TEST_F(RenderTest, WritesEachFormat) {
     EXPECT_EQ(image.dotsPerMeterX(), 5669);
     EXPECT_TRUE(fileBytes(u"o.SVG"_s).contains("width=\"133.33\" height=\"66.67\" viewBox=\"-0.5 -0.5 200 100\""));
     EXPECT_TRUE(fileBytes(u"o.pdf"_s).contains("/MediaBox [0 0 100.000000 50.000000]"));
+    // Without a wish vectors are finer, on the same paper.
+    EXPECT_TRUE(traceOf({}, u"o.svg"_s).contains("width=\"200\" height=\"100\" viewBox=\"-0.5 -0.5 2600 1300\""));
+    EXPECT_TRUE(traceOf({}, u"o.pdf"_s).contains("/MediaBox [0 0 150.000000 75.000000]"));
+    traceOf({}, u"o.png"_s);
+    EXPECT_EQ(QImage(folder.Path(u"o.png"_s)).size(), QSize(200, 100));
 }
 
 TEST_F(RenderTest, FollowsItsOptions) {
@@ -214,6 +219,33 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
         path = folder.Write(bytes);
         expectUnusable(u"mesh FILE"_s, path, badFormat);
     }
+}
+
+TEST_F(BatchTest, AnOutputThatCannotBeWrittenIsTold) {
+    for (const char* line :
+         {"info FILE", "mesh FILE", "values FILE --step 1 --item 1", "values FILE --help", "--help", "--version"}) {
+        QFile full(u"/dev/full"_s);
+        ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        QBuffer told;
+        told.open(QIODevice::WriteOnly);
+        QStringList words = QString::fromLatin1(line).split(u' ');
+        words.replaceInStrings(u"FILE"_s, path);
+        EXPECT_EQ(batch::Run(words, {full, told}), 1) << line;
+        EXPECT_EQ(told.data(), "standard output: No space left on device\n") << line;
+    }
+}
+
+TEST_F(BatchTest, NamesAreNoOrdersToATerminal) {
+    const QString name = u"a\n\tb\x1b[2J\x7f\x9b\u202e"_s;
+    run(u"info "_s + folder.Path(name));
+    EXPECT_TRUE(errors.contains("a\\n\\tb\\u{1b}[2J\\u{7f}\\u{9b}\\u{202e}: ") && errors.count('\n') == 1)
+        << errors.constData();
+    VrfBuilder file = twoSquares();
+    file.title = name.chopped(2); // the last ones are none of the code page
+    path = folder.Write(file.Bytes(), name);
+    EXPECT_EQ(json(u"info FILE"_s)[u"title"], file.title);
+    for (const QByteArray& order : {QByteArray("\x1b"), QByteArray("\x7f"), QString(QChar(0x9b)).toUtf8()})
+        EXPECT_FALSE(output.contains(order)) << order.toHex().toStdString();
 }
 
 TEST_F(RenderTest, DamagedNumbersStillMakePictures) {

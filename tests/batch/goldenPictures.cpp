@@ -3,7 +3,10 @@
 #include "batch/commandLine.h"
 
 #include "Golden.h"
+#include "Picture.h"
+#include "property/drawingElements.h"
 #include "result/VrfBuilder.h"
+#include "view/scene/Session.h"
 
 #include <QBuffer>
 #include <gtest/gtest.h>
@@ -168,6 +171,36 @@ TEST_F(GoldenPictures, Pixels) {
         const PictureTolerance tolerance = hasText ? PictureTolerance{1, 40} : PictureTolerance{};
         EXPECT_TRUE(Golden().MatchesPicture(u"pictures/%1.png"_s.arg(name), picture, tolerance));
         EXPECT_NE(picture, control) << c.name;
+    }
+}
+
+/// What is left out because it lies out of sight or is covered later, and what is drawn in batches, changes no pixel.
+TEST_F(GoldenPictures, ArePixelForPixelThoseOfEveryCall) {
+    for (const Case& c : cases()) {
+        const QImage rendered = QImage::fromData(render(c, {}, u".png"_s, "400x300"));
+        Session session;
+        ASSERT_TRUE(session.Open(folder.Path(QString::fromLatin1(c.name) + u".vrf"_s)));
+        QHash<QString, int> numbers{{u"--step"_s, 1}, {u"--item"_s, 1}};
+        for (qsizetype i = 0; i < c.options.size(); i += 2) {
+            const QString &option = c.options[i], &value = c.options[i + 1];
+            const qsizetype equals = value.indexOf(u'=');
+            if (option == u"--set")
+                drawingElements::Set(value.left(equals), value.mid(equals + 1), session.Settings);
+            else if (option == u"--mesh")
+                session.Settings.Window.Mesh = value == u"on";
+            else
+                numbers[option] = value.toInt();
+        }
+        ASSERT_TRUE(session.LoadStep(numbers[u"--step"_s] - 1, numbers[u"--item"_s] - 1));
+        for (const int zoom : {0, 5}) {
+            mdView::ApplyZoom(zoom, session.View);
+            Picture usual(400, 300, 0), every(400, 300);
+            EveryCall device(every.Image);
+            session.Draw(usual.Device);
+            session.Draw(device);
+            EXPECT_EQ(usual.Image, every.Image) << c.name << ' ' << zoom;
+            EXPECT_TRUE(zoom != 0 || usual.Image == rendered.convertToFormat(QImage::Format_RGB32)) << c.name;
+        }
     }
 }
 

@@ -112,12 +112,13 @@ struct ShutPicture : CountingPicture {
 };
 
 TEST_F(Legends, WhatCannotBeSeenIsLeftOutAndTheRestStaysToThePixel) {
-    addItem(-1, {});
+    QList<float> numbers;
     for (int x = -2000; x < 3000; x += 97)
         for (int y = -2000; y < 3000; y += 89) {
             addNode({x, y});
-            model.ItemData[0].Values.append(float(x * y) / 1e5f);
+            numbers.append(float(x * y) / 1e5f);
         }
+    addItem(-1, numbers);
     model.CurrentItem = 0;
     useItems(0, 0);
     context.ContourMax = 1;

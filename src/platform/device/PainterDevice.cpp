@@ -24,8 +24,11 @@ QPen qPen(const Pen& pen) {
     if (pen.Style == PenStyle::Null)
         return QPen(Qt::NoPen);
     const int width = std::max(1, pen.Width);
-    const Qt::PenJoinStyle join = pen.Geometric && pen.BevelJoin ? Qt::BevelJoin : Qt::RoundJoin;
+    const Qt::PenJoinStyle join = HasMitres(pen)                   ? Qt::MiterJoin
+                                  : pen.Geometric && pen.BevelJoin ? Qt::BevelJoin
+                                                                   : Qt::RoundJoin;
     QPen result(qColor(pen.Color), width, Qt::SolidLine, Qt::RoundCap, join);
+    result.setMiterLimit(MitreLimit);
     const std::vector<double> dashes = DashesOf(pen);
     if (dashes.empty())
         return result;

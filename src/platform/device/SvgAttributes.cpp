@@ -50,7 +50,9 @@ QByteArray StrokeOf(const Pen& pen) {
     QByteArray look = Attribute("stroke", ColorOf(pen.Color));
     if (pen.Width > 1)
         look += Attribute("stroke-width", pen.Width);
-    if (pen.Geometric && pen.BevelJoin)
+    if (HasMitres(pen))
+        look += " stroke-linejoin=\"miter\"" + Attribute("stroke-miterlimit", MitreLimit);
+    else if (pen.Geometric && pen.BevelJoin)
         look += " stroke-linejoin=\"bevel\"";
     QByteArray dashes;
     for (const double length : DashesOf(pen)) {

@@ -31,6 +31,13 @@ inline std::optional<QRectF> FigureBounds(const DeviceRect& rect, const Pen& pen
     return drawn ? std::optional(bounds) : std::nullopt;
 }
 
+/// Ready-made pens have pointed corners, the outlines of boxes among them; a corner reaches no further than the pen is
+/// wide.
+inline bool HasMitres(const Pen& pen) {
+    return pen.Stock >= 0;
+}
+constexpr int MitreLimit = 2; ///< length of a corner in pen widths; a sharper one is cut off
+
 /// Lengths of dash, gap, dash, gap ... in pen widths; empty for a line without gaps.
 inline std::vector<double> DashesOf(const Pen& pen) {
     std::vector<double> lengths;

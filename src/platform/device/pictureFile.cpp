@@ -12,35 +12,50 @@ namespace {
 PictureEncoding asItIs(const QByteArray& bytes) {
     return [bytes] { return PictureContent{bytes, {}}; };
 }
+
+/// The units of vector output: lines as thin as a pen may be, and points where they are.
+struct Units {
+    explicit Units(const PictureFile& file) {
+        constexpr int finest = 1200;
+        // A whole number of units for each pixel keeps the size of the paper.
+        const int parts = file.DotsPerInch ? 1 : (finest + file.Resolution() - 1) / file.Resolution();
+        Width = file.Size.Width * parts;
+        Height = file.Size.Height * parts;
+        PerInch = file.Resolution() * parts;
+    }
+    int Width, Height, PerInch;
+};
 } // namespace
 
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
-    SvgDevice device(file.Size.Width, file.Size.Height, file.DotsPerInch, file.Title);
+    const Units units(file);
+    SvgDevice device(units.Width, units.Height, units.PerInch, file.Title);
     paint(device);
     return asItIs(device.TakeDocument());
 }
 
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
+    const Units units(file);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     {
         QPdfWriter writer(&buffer);
-        writer.setResolution(file.DotsPerInch);
+        writer.setResolution(units.PerInch);
         writer.setPageMargins({0, 0, 0, 0});
         constexpr double pointsPerInch = 72;
-        writer.setPageSize(QPageSize(QSizeF(file.Size.Width, file.Size.Height) * pointsPerInch / file.DotsPerInch,
+        writer.setPageSize(QPageSize(QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch,
                                      QPageSize::Point, QString(), QPageSize::ExactMatch));
         writer.setTitle(file.Title);
         writer.setCreator(u"Velorin"_s);
         QPainter painter(&writer);
-        PainterDevice device(painter, file.Size.Width, file.Size.Height, file.DotsPerInch, file.DotsPerInch);
+        PainterDevice device(painter, units.Width, units.Height, units.PerInch, units.PerInch);
         paint(device);
     }
     return asItIs(buffer.data());
 }
 
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint) {
-    TraceDevice device(file.Size.Width, file.Size.Height, file.DotsPerInch);
+    TraceDevice device(file.Size.Width, file.Size.Height, file.Resolution());
     paint(device);
     return asItIs(device.Trace());
 }

@@ -11,7 +11,10 @@
 struct PictureFile {
     QString Title; ///< told in SVG and PDF
     DeviceSize Size{1280, 1024};
-    int DotsPerInch = 96;
+    /// As wished. Without a wish it is 96, and vector formats divide the same paper by at least 1200 an inch.
+    std::optional<int> DotsPerInch = {};
+
+    int Resolution() const { return DotsPerInch.value_or(96); }
 };
 
 /// The whole content of a file, or why there is none.

@@ -1,10 +1,9 @@
 #include "platform/raster/pictureFormats.h"
 
+#include "platform/raster/PngFile.h"
 #include "platform/raster/RasterDevice.h"
 
-#include <QBuffer>
 #include <QFileInfo>
-#include <QImageWriter>
 
 namespace {
 constexpr double metresPerInch = 0.0254;
@@ -20,15 +19,6 @@ constexpr Row formats[] = {
     {u"pdf", PdfPicture},
     {u"trace", TracePicture},
 };
-
-PictureContent pngOf(const QImage& image) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "PNG");
-    if (!writer.write(image))
-        return {{}, writer.errorString()};
-    return {buffer.data(), {}};
-}
 } // namespace
 
 PictureFormat PictureFormatFor(const QString& fileName) {
@@ -44,11 +34,11 @@ PictureEncoding PngPicture(const PictureFile& file, const Paint& paint) {
     if (image.isNull())
         return [] { return PictureContent{{}, u"the picture is too large for the memory"_s}; };
     image.fill(Qt::white);
-    image.setDotsPerMeterX(qRound(file.DotsPerInch / metresPerInch));
-    image.setDotsPerMeterY(qRound(file.DotsPerInch / metresPerInch));
+    image.setDotsPerMeterX(qRound(file.Resolution() / metresPerInch));
+    image.setDotsPerMeterY(qRound(file.Resolution() / metresPerInch));
     {
-        RasterDevice device(image, file.DotsPerInch);
+        RasterDevice device(image, file.Resolution());
         paint(device);
     }
-    return [image] { return pngOf(image); };
+    return [image] { return PngContent(image); };
 }

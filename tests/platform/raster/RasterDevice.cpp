@@ -2,6 +2,7 @@
 #include "Picture.h"
 
 #include "platform/device/Fonts.h"
+#include "platform/raster/PngFile.h"
 
 #include <gtest/gtest.h>
 
@@ -24,37 +25,24 @@ bool isInside(std::span<const DevicePoint> ring, int x, int y) {
 
 /// Some figure in some pen and brush, from the dice.
 void drawAnything(DeviceContext& device, Dice& dice, int reach) {
-    Pen pen = solidPen(ColorRef(dice.Between(0, 0xffffff)), dice.Between(0, 3) == 0 ? dice.Between(2, 6) : 1);
-    pen.Style = dice.Between(0, 2) == 0 ? dice.Between(0, 5) : 0;
-    pen.Geometric = dice.Between(0, 1) == 0;
-    Brush brush = solidBrush(ColorRef(dice.Between(0, 0xffffff)));
-    brush.Hatch = dice.Between(0, 2) == 0 ? dice.Between(0, 5) : -1;
-    brush.Hollow = dice.Between(0, 3) == 0;
-    device.SelectPen(pen);
-    device.SelectBrush(brush);
+    const int width = dice.Between(0, 3) == 0 ? dice.Between(2, 6) : 1,
+              style = dice.Between(0, 2) ? 0 : dice.Between(0, 5);
+    device.SelectPen({style, width, ColorRef(dice.Between(0, 0xffffff)), dice.Between(0, 1) == 0});
+    const int hatch = dice.Between(0, 2) == 0 ? dice.Between(0, 5) : -1;
+    device.SelectBrush({ColorRef(dice.Between(0, 0xffffff)), hatch, dice.Between(0, 3) == 0});
     const auto points = dice.Points(dice.Between(2, 14), -reach, 100 + reach);
     const DeviceRect rect{points[0].X, points[0].Y, points[1].X, points[1].Y};
-    const int counts[] = {int(points.size()) / 2, int(points.size()) - int(points.size()) / 2};
-    switch (dice.Between(0, 5)) {
-    case 0:
-        device.MoveTo(points[0]);
-        device.LineTo(points[1]);
-        break;
-    case 1:
-        device.Polyline(points);
-        break;
-    case 2:
-        device.Polygon(points);
-        break;
-    case 3:
-        device.PolyPolygon(points, counts);
-        break;
-    case 4:
-        device.Rectangle(rect);
-        break;
-    default:
-        device.Ellipse(rect);
-    }
+    const int half = int(points.size()) / 2, counts[] = {half, int(points.size()) - half};
+    const std::function<void()> figures[] = {[&] { device.Polyline(points); },
+                                             [&] { device.Polygon(points); },
+                                             [&] { device.PolyPolygon(points, counts); },
+                                             [&] { device.Rectangle(rect); },
+                                             [&] { device.Ellipse(rect); },
+                                             [&] {
+                                                 device.MoveTo(points[0]);
+                                                 device.LineTo(points[1]);
+                                             }};
+    figures[dice.Between(0, 5)]();
 }
 } // namespace
 
@@ -78,26 +66,15 @@ TEST(RasterDevice, PolygonFollowsTheAlternateRuleAtAnySize) {
     }
 }
 
-TEST(RasterDevice, AreasLeaveOutRightAndBottom) {
+TEST(RasterDevice, SmallFigures) {
     const DevicePoint square[] = {{1, 1}, {4, 1}, {4, 3}, {1, 3}}, speck[] = {{5, 4}, {5, 4}, {5, 4}};
-    Picture polygons(6, 5);
-    polygons.With(solidBrush(black)).With(solidPen(red)).Device.Polygon(square);
-    polygons.Device.Polygon(speck);
-    EXPECT_EQ(polygons.Read(), (Rows{"......", ".rrrr.", ".r##r.", ".rrrr.", ".....r"}));
-    Picture picture(12, 6);
-    picture.With(solidPen(black)).With(solidBrush(red));
-    picture.Device.Rectangle({4, 4, 1, 1}); // reversed
-    picture.Device.FillRect({5, 1, 7, 3}, solidBrush(black));
-    picture.Device.Rectangle({8, 1, 9, 4});
-    picture.Device.Rectangle({10, 1, 10, 4}); // empty
-    picture.With(stockPen(Stock::NullPen)).Device.Rectangle({9, 1, 12, 4});
-    EXPECT_EQ(picture.Read(),
-              (Rows{"............", ".###.##.#rr.", ".#r#.##.#rr.", ".###....#...", "............", "............"}));
-    Picture round(14, 6);
-    round.With(solidPen(black)).With(solidBrush(red)).Device.Ellipse({0, 0, 6, 6});
-    round.With(stockPen(Stock::NullPen)).Device.Ellipse({7, 0, 14, 6});
-    EXPECT_EQ(round.Read(), (Rows{".####...rrrr..", "#rrrr#.rrrrrr.", "#rrrr#.rrrrrr.", "#rrrr#.rrrrrr.",
-                                  "#rrrr#..rrrr..", ".####........."}));
+    Picture picture(21, 6);
+    picture.With(solidPen(black)).With(solidBrush(red)).Device.Polygon(square);
+    picture.Device.Polygon(speck);
+    picture.Device.Ellipse({7, 0, 13, 6});
+    picture.With(stockPen(Stock::NullPen)).Device.Ellipse({14, 0, 21, 6});
+    EXPECT_EQ(picture.Read(), (Rows{"........####...rrrr..", ".####..#rrrr#.rrrrrr.", ".#rr#..#rrrr#.rrrrrr.",
+                                    ".####..#rrrr#.rrrrrr.", ".....#.#rrrr#..rrrr..", "........####........."}));
 }
 
 TEST(RasterDevice, PicturesAreStretchedByWholePixels) {
@@ -131,95 +108,38 @@ TEST(RasterDevice, HatchesLieOnTheDevicesGrid) {
         EXPECT_EQ(rows[10 + y].substr(8, 8), expected[y]) << y;
 }
 
-TEST(RasterDevice, RasterModesTouchEachPixelOfAFigureOnce) {
+TEST(RasterDevice, ModesAndClipsOnlyChangeWhatAFigureCovers) {
     constexpr QRgb untouched = 0x00abcdef; // an alpha that no drawn pixel has
-    for (unsigned seed = 0; seed < 600; ++seed) {
-        Picture plain(100, 100), mixed(100, 100);
+    const int modes[] = {RasterMode::CopyPen, RasterMode::Not, RasterMode::XorPen, RasterMode::MergePenNot};
+    const int reaches[] = {10, 1000, 1000000, INT32_MAX - 100};
+    for (unsigned seed = 0; seed < 1600; ++seed) {
+        Picture plain(100, 100), drawn(100, 100);
         std::fill_n(reinterpret_cast<QRgb*>(plain.Image.bits()), 10000, untouched);
-        Dice noise(seed);
+        Dice noise(seed), one(seed), other(seed);
         for (int i = 0; i < 10000; ++i)
-            mixed.Image.setPixel(i % 100, i / 100, 0xff000000u | unsigned(noise.Between(0, 0xffffff)));
-        const QImage before = mixed.Image.copy();
-        const int modes[] = {RasterMode::Not, RasterMode::XorPen, RasterMode::MergePenNot};
-        const int mode = modes[seed % 3];
-        mixed.Device.SetRop2(mode);
-        Dice one(seed), other(seed);
-        drawAnything(plain.Device, one, 20);
-        drawAnything(mixed.Device, other, 20);
-        for (int i = 0; i < 10000; ++i) {
-            const QRgb drawn = reinterpret_cast<const QRgb*>(plain.Image.constScanLine(i / 100))[i % 100];
-            const QRgb was = before.pixel(i % 100, i / 100);
-            const QRgb expected = drawn == untouched           ? was
-                                  : mode == RasterMode::Not    ? ~was
-                                  : mode == RasterMode::XorPen ? drawn ^ was
-                                                               : drawn | ~was;
-            ASSERT_EQ(mixed.Image.pixel(i % 100, i / 100), expected | 0xff000000u) << mode << ' ' << seed;
-        }
-    }
-}
-
-TEST(RasterDevice, AClipTakesAwayAndChangesNothing) {
-    QImage speckled(7, 5, QImage::Format_ARGB32);
-    for (int i = 0; i < 35; ++i)
-        speckled.setPixel(i % 7, i / 7, 0x07654321u * unsigned(i));
-    for (unsigned seed = 0; seed < 1500; ++seed) {
-        const int reaches[] = {10, 1000, 1000000, INT32_MAX - 100};
-        Picture whole(100, 100), clipped(100, 100);
-        clipped.Device.ClipRect({70, 20, 31, 85}); // reversed
-        Dice one(seed), other(seed);
-        drawAnything(whole.Device, one, reaches[seed % 4]);
-        drawAnything(clipped.Device, other, reaches[seed % 4]);
-        const DevicePoint corner = one.Point(-reaches[seed % 4], 100), opposite = one.Point(0, reaches[seed % 4]);
-        for (DeviceContext* device : {&whole.Device, &clipped.Device})
-            device->DrawPicture({corner.X, corner.Y, opposite.X, opposite.Y}, speckled);
-        QImage expected(100, 100, QImage::Format_RGB32);
-        expected.fill(toPixel(white));
-        for (int y = 20; y < 85; ++y)
-            for (int x = 31; x < 70; ++x)
-                expected.setPixel(x, y, whole.Image.pixel(x, y));
-        ASSERT_EQ(clipped.Image, expected) << seed;
+            drawn.Image.setPixel(i % 100, i / 100, 0xff000000u | unsigned(noise.Between(0, 0xffffff)));
+        const QImage before = drawn.Image.copy();
+        const int mode = modes[seed % 4], reach = reaches[seed / 4 % 4];
+        drawn.Device.SetRop2(mode);
+        if (seed % 3 != 0)
+            drawn.Device.ClipRect({70, 20, 31, 85});
+        drawAnything(plain.Device, one, reach);
+        drawAnything(drawn.Device, other, reach);
+        for (int y = 0; y < 100; ++y)
+            for (int x = 0; x < 100; ++x) {
+                const bool clipped = seed % 3 != 0 && (x < 31 || x >= 70 || y < 20 || y >= 85);
+                const QRgb ink = reinterpret_cast<const QRgb*>(plain.Image.constScanLine(y))[x];
+                const QRgb was = before.pixel(x, y);
+                const QRgb mixed = mode == RasterMode::Not       ? ~was
+                                   : mode == RasterMode::XorPen  ? ink ^ was
+                                   : mode == RasterMode::CopyPen ? ink
+                                                                 : ink | ~was;
+                ASSERT_EQ(drawn.Image.pixel(x, y), (clipped || ink == untouched ? was : mixed) | 0xff000000u) << seed;
+            }
     }
 }
 
 TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
-    for (unsigned seed = 0; seed < 24; ++seed) {
-        Dice dice(seed);
-        auto points = dice.Points(3000, -30, 130);
-        std::copy_n(points.begin(), 4, points.begin() + 4); // a figure that comes twice
-        std::vector<std::int32_t> steps;
-        for (int i = 0; i < 6000; ++i) {
-            const int index = dice.Between(0, i % 100 ? 2999 : 4000);
-            steps.push_back(dice.Between(0, 2) ? index : ~index);
-        }
-        std::vector<int> counts{4, 4};
-        for (int left = 2792; left > 0; left -= counts.back())
-            counts.push_back(std::min(left, dice.Between(0, 6)));
-        Pen pen = solidPen(red, seed % 3 == 2 ? 3 : 1);
-        pen.Style = seed % 2 ? int(seed % 5) : 0;
-        pen.Geometric = true;
-        std::vector<QImage> images;
-        for (const int threads : {0, 1, 4}) { // 0: one by one
-            Picture picture(100, 100, threads);
-            picture.With(pen)
-                .With(solidBrush(makeColor(10, 200, 30)))
-                .Device.SetRop2(seed < 12 ? RasterMode::CopyPen : RasterMode::XorPen);
-            picture.Device.MoveTo({50, 50});
-            if (threads == 0) {
-                picture.Device.DeviceContext::Polygons(points, counts);
-                picture.Device.DeviceContext::Lines(points, steps);
-            } else {
-                picture.Device.Polygons(points, counts);
-                picture.Device.Lines(points, steps);
-            }
-            picture.Device.LineTo({3, 7}); // from where the batch ended
-            images.push_back(picture.Image);
-        }
-        EXPECT_EQ(images[0], images[1]) << seed;
-        EXPECT_EQ(images[0], images[2]) << seed;
-    }
-}
-
-TEST(RasterDevice, CurvesAndDotsDrawWhatSingleCallsDraw) {
     for (unsigned seed = 0; seed < 96; ++seed) {
         Dice dice(seed);
         // Steps of a smooth curve, of a wild one across and up the page, and of any; some far beyond the picture.
@@ -227,6 +147,8 @@ TEST(RasterDevice, CurvesAndDotsDrawWhatSingleCallsDraw) {
         const DevicePoint reach = reaches[seed % 4];
         std::vector<DevicePoint> points{{75, 75}};
         std::vector<DeviceRect> dots;
+        std::vector<std::int32_t> steps;
+        std::vector<int> counts;
         for (int i = 0; i < 4500; ++i) {
             DevicePoint next{points.back().X + dice.Between(-reach.X, reach.X),
                              points.back().Y + dice.Between(-reach.Y, reach.Y)};
@@ -235,95 +157,92 @@ TEST(RasterDevice, CurvesAndDotsDrawWhatSingleCallsDraw) {
             points.push_back(next);
             const int size = i % 50 == 0 ? dice.Between(-70, 90) : 8;
             dots.push_back({next.X, next.Y, next.X + size, next.Y + size - int(seed % 2)});
+            const int index = dice.Between(0, i % 100 ? 4500 : 6000);
+            steps.push_back(dice.Between(0, 2) ? index : ~index);
         }
+        std::copy_n(points.begin(), 4, points.begin() + 4);
+        counts = {4, 4}; // a figure that comes twice
+        for (int left = 4392; left > 0; left -= counts.back())
+            counts.push_back(std::min(left, dice.Between(0, 6)));
         const int widths[] = {1, 2, 5, 40};
         Pen pen = solidPen(red, widths[seed / 4 % 4]);
         pen.Geometric = true;
         pen.Style = seed % 3 == 0 ? int(seed / 3 % 6) : 0;
         Brush brush = solidBrush(seed % 5 ? red : black);
         brush.Hatch = seed % 7 ? -1 : 3;
-        const int mode = seed % 6 == 5 ? RasterMode::XorPen : RasterMode::CopyPen;
-        std::vector<QImage> images;
-        for (const int threads : {0, 1, 4}) { // 0: one by one
-            Picture picture(151, 150, threads);
-            RasterDevice& device = picture.With(pen).With(brush).Device;
+        const auto draw = [&](DeviceContext& device) {
+            device.SelectPen(pen);
+            device.SelectBrush(brush);
             if (seed % 2)
                 device.ClipRect({3, 40, 120, 141});
-            device.MoveTo(points[0]);
-            const auto curve = std::span(points).first(seed / 2 % 2 ? points.size() : 50);
-            for (const DevicePoint point : curve.subspan(threads ? curve.size() : 1))
-                device.LineTo(point);
-            if (threads)
-                device.Polyline(curve);
-            images.push_back(picture.Image.copy());
-            device.SetRop2(mode);
-            const std::span<const DeviceRect> all(dots);
-            threads ? device.Ellipses(all.first(4400)) : device.DeviceContext::Ellipses(all.first(4400));
-            threads ? device.Rectangles(all.subspan(200)) : device.DeviceContext::Rectangles(all.subspan(200));
-            images.push_back(picture.Image);
-        }
-        for (std::size_t i = 2; i < images.size(); ++i)
-            ASSERT_EQ(images[i], images[i % 2]) << seed << ' ' << i;
+            device.SetRop2(seed % 6 == 5 ? RasterMode::XorPen : RasterMode::CopyPen);
+            device.MoveTo({50, 50});
+            seed % 4 < 2 ? device.Polygons(points, counts) : device.Ellipses(dots);
+            device.Lines(points, std::span(steps).first(seed % 5 ? steps.size() : 20));
+            device.LineTo({3, 7}); // from where the batch ended
+            device.SetRop2(RasterMode::CopyPen);
+            device.Polyline(std::span(points).first(seed / 2 % 2 ? points.size() : 50));
+            if (seed % 4 == 3)
+                device.Rectangles(dots);
+        };
+        Picture single(151, 150), one(151, 150, 1), several(151, 150, 4);
+        EveryCall device(single.Image);
+        draw(device);
+        draw(one.Device);
+        draw(several.Device);
+        ASSERT_TRUE(single.Image == one.Image && one.Image == several.Image) << seed;
     }
 }
 
-TEST(RasterDevice, SaveAndRestoreBringBackEverything) {
-    Picture picture(12, 4);
-    RasterDevice& device = picture.Device;
-    device.RestoreDC();
-    picture.With(solidPen(red)).With(solidBrush(red));
-    device.MoveTo({0, 0});
-    device.SaveDC();
-    picture.With(solidPen(black)).With(stockBrush(Stock::NullBrush));
-    const Font stock = device.SelectFont({.Height = 40, .Face = {}});
-    device.SetRop2(RasterMode::Not);
-    device.ClipRect({0, 0, 1, 1});
-    device.MoveTo({9, 3});
-    device.RestoreDC();
-    device.LineTo({12, 0});
-    device.Rectangle({2, 2, 5, 4});
-    EXPECT_EQ(picture.Read(), (Rows{"rrrrrrrrrrrr", "............", "..rrr.......", "..rrr......."}));
-    EXPECT_EQ(device.SelectFont({}), stock);
+TEST(PngFile, AnyReaderSeesThePicture) {
+    for (unsigned seed = 0; seed < 8; ++seed) {
+        Dice dice(seed);
+        Picture picture(dice.Between(1, 300), dice.Between(1, 200));
+        for (int i = 0; i < 20; ++i)
+            drawAnything(picture.Device, dice, 100);
+        picture.Image.setDotsPerMeterX(3780);
+        picture.Image.setDotsPerMeterY(11811);
+        const PictureContent content = PngContent(picture.Image);
+        const QImage read = QImage::fromData(content.Bytes, "PNG");
+        EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), picture.Image) << seed;
+        EXPECT_TRUE(!content.Problem && read.dotsPerMeterX() == 3780 && read.dotsPerMeterY() == 11811) << seed;
+    }
+    EXPECT_TRUE(PngContent(QImage(2, 2, QImage::Format_Mono)).Problem && PngContent({}).Problem);
 }
 
-TEST(RasterDevice, TextKeepsItsOrderAndClip) {
-    Picture picture(60, 20);
-    RasterDevice& device = picture.Device;
-    device.Text({0, 0}, u"MMMMMMMM"_s);
-    device.FillRect({0, 0, 60, 20}, solidBrush(white));
-    EXPECT_FALSE(picture.Shows('#') || picture.Shows('?'));
-    device.ClipRect({0, 0, 10, 20});
-    device.Text({0, 0}, u"MMMMMMMM"_s);
-    const QImage snapshot = picture.Image, kept = snapshot.copy();
-    EXPECT_EQ(snapshot.copy(10, 0, 50, 20), Picture(50, 20).Image);
-    EXPECT_NE(snapshot.copy(0, 0, 10, 20), Picture(10, 20).Image);
-    device.FillRect({0, 0, 60, 20}, solidBrush(red));
-    EXPECT_EQ(snapshot, kept) << "drawing reached a copy of the picture";
-}
-
-TEST(RasterDevice, TextFillsItsMeasuredBoxFromTheLeftTop) {
+TEST(RasterDevice, TextFillsItsMeasuredBoxWithinTheClip) {
     Fonts::InstallSubstitutions();
+    const QString text = u"Hijg 25"_s;
     for (const int escapement : {0, 900}) {
         Picture picture(200, 200);
-        Font font;
-        font.Face = u"Arial"_s;
-        font.Height = 20;
-        font.Escapement = escapement;
-        picture.Device.SelectFont(font);
-        const DeviceSize size = picture.Device.MeasureText(u"Hijg 25"_s);
-        EXPECT_NEAR(size.Height, 20, 1);
-        EXPECT_GT(size.Width, 40);
-        picture.Device.Text({100, 100}, u"Hijg 25"_s);
-        picture.Device.Text({INT32_MIN, INT32_MAX}, u"away"_s);
+        RasterDevice& device = picture.Device;
+        const auto inked = [&picture] {
+            QRect rect;
+            for (int y = 0; y < 200; ++y)
+                for (int x = 0; x < 200; ++x)
+                    if (picture.Image.pixel(x, y) != toPixel(white))
+                        rect |= QRect(x, y, 1, 1);
+            return rect;
+        };
+        device.SelectFont({.Height = 20, .Escapement = escapement, .Face = u"Arial"_s});
+        const DeviceSize size = device.MeasureText(text);
+        device.Text({100, 100}, text);
+        device.Text({INT32_MIN, INT32_MAX}, u"away"_s);
         // Up the picture, the top of the letters on the left, when turned by a quarter.
         const QRect box = escapement ? QRect(100, 100 - size.Width, size.Height, size.Width)
                                      : QRect(100, 100, size.Width, size.Height);
-        QRect inked;
-        for (int y = 0; y < 200; ++y)
-            for (int x = 0; x < 200; ++x)
-                if (picture.Image.pixel(x, y) != toPixel(white))
-                    inked |= QRect(x, y, 1, 1);
-        EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(inked)) << escapement;
-        EXPECT_GT(inked.width() * inked.height(), size.Width * size.Height / 2);
+        EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(inked())) << escapement;
+        EXPECT_GT(inked().width() * inked().height(), size.Width * size.Height / 2);
+        device.SetRop2(RasterMode::Not);
+        device.FillRect({0, 0, 200, 200}, solidBrush(white));
+        EXPECT_TRUE(inked().isEmpty()) << "what comes later covers";
+        for (const DeviceRect& clip : {DeviceRect{0, 0, 1, 1}, {100, 90, 110, 110}}) {
+            device.ClipRect(clip);
+            device.Text({100, 100}, text);
+        }
+        EXPECT_TRUE(!inked().isEmpty() && QRect(100, 90, 10, 20).contains(inked())) << escapement;
+        const QImage snapshot = picture.Image, kept = snapshot.copy();
+        device.FillRect({0, 0, 200, 200}, solidBrush(red));
+        EXPECT_EQ(snapshot, kept) << "drawing reached a copy of the picture";
     }
 }

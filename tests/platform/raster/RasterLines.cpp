@@ -51,51 +51,33 @@ TEST(RasterLines, FollowTheRuleAtAnyDistance) {
     EXPECT_GT(seen, 1500);
 }
 
-TEST(RasterLines, DashesRunOnAroundCornersUntilMoveTo) {
-    Pen dots = solidPen(black);
-    dots.Style = PenStyle::Dot;
-    Picture picture(8, 8);
-    picture.With(dots);
-    picture.Line({0, 0}, {4, 0});
-    picture.Device.LineTo({4, 7});
-    picture.Line({0, 7}, {5, 7});
-    EXPECT_EQ(picture.Read(),
+TEST(RasterLines, DashesAndWidePens) {
+    const Pen dots{PenStyle::Dot}, thinDash{PenStyle::Dash}, wideDash{PenStyle::Dash, 3}, wide = solidPen(black, 3);
+    Picture corners(8, 8);
+    corners.With(dots).Line({0, 0}, {4, 0});
+    corners.Device.LineTo({4, 7});
+    corners.Line({0, 7}, {5, 7});
+    EXPECT_EQ(corners.Read(),
               (Rows{"###.....", "........", "....#...", "....#...", "....#...", "........", "........", "###....."}));
+    Picture round(18, 7);
+    round.With(wide).Line({2, 2}, {6, 2});
+    round.With(solidPen(red, 2)).Line({1, 6}, {8, 6});
+    round.With(solidPen(black, 7)).Line({14, 3}, {14, 3});
+    EXPECT_EQ(round.Read(),
+              (Rows{".............###..", ".#######....#####.", ".#######...#######", ".#######...#######",
+                    "...........#######", "rrrrrrrrr...#####.", "rrrrrrrrr....###.."}));
 
-    const std::pair<int, std::string> patterns[] = {{PenStyle::Dash, "##################......##"},
-                                                    {PenStyle::DashDot, "#########......###......##"},
-                                                    {PenStyle::DashDotDot, "#########...###...###...##"}};
-    for (const auto& [style, pattern] : patterns) {
-        dots.Style = style;
-        // From far left, a whole number of patterns away.
-        for (const int start : {0, -24, -24 * 80000000}) {
+    // Each from far left as well, a whole number of patterns away. Only a geometric wide pen keeps its dashes.
+    const std::tuple<Pen, int, std::string> patterns[] = {
+        {thinDash, 24, "##################......##"},
+        {{PenStyle::DashDot}, 24, "#########......###......##"},
+        {{PenStyle::DashDotDot}, 24, "#########...###...###...##"},
+        {wideDash, 12, std::string(26, '#')},
+        {{PenStyle::Dash, 3, black, true}, 12, "#########...#########...##"}};
+    for (const auto& [pen, period, pattern] : patterns)
+        for (const int periods : {0, 1, 80000000}) {
             Picture row(26, 1);
-            row.With(dots).Line({start, 0}, {2000, 0});
-            EXPECT_EQ(row.Read(), Rows{pattern}) << style << ' ' << start;
+            row.With(pen).Line({-period * periods, 0}, {2000, 0});
+            EXPECT_EQ(row.Read(), Rows{pattern}) << pen.Style << ' ' << periods;
         }
-    }
-}
-
-TEST(RasterLines, WidePensAreRoundAndCentred) {
-    Picture picture(10, 7);
-    picture.With(solidPen(black, 3)).Line({2, 2}, {6, 2});
-    picture.With(solidPen(red, 2)).Line({1, 6}, {8, 6});
-    EXPECT_EQ(picture.Read(),
-              (Rows{"..........", ".#######..", ".#######..", ".#######..", "..........", "rrrrrrrrr.", "rrrrrrrrr."}));
-    Picture disc(7, 7);
-    disc.With(solidPen(black, 7)).Line({3, 3}, {3, 3});
-    EXPECT_EQ(disc.Read(), (Rows{"..###..", ".#####.", "#######", "#######", "#######", ".#####.", "..###.."}));
-}
-
-TEST(RasterLines, OnlyGeometricWidePensKeepTheirDashes) {
-    Pen pen = solidPen(black, 3);
-    pen.Style = PenStyle::Dash;
-    Picture solid(30, 5);
-    solid.With(pen).Line({0, 2}, {29, 2});
-    EXPECT_EQ(solid.Read()[2], std::string(30, '#'));
-
-    pen.Geometric = true;
-    Picture dashed(30, 5);
-    dashed.With(pen).Line({-12 * 100000000, 2}, {2000, 2});
-    EXPECT_EQ(dashed.Read()[2], "#########...#########...######");
 }
