@@ -51,7 +51,7 @@ TEST_F(SceneTest, AnElementThatComesAgainLeavesAllLinesInPlace) {
         Dice dice(seed);
         VrfBuilder file = twoSquares();
         file.steps.resize(1);
-        for (int e = 0; e < 12; ++e) {
+        for (int e = dice.Between(1, 6); e > 0; --e) {
             const bool again = dice.Between(0, 2) > 0;
             file.elements.push_back(again ? file.elements.back() : std::vector<qint32>{});
             for (int k = dice.Between(3, 5); !again && k > 0; --k)
