@@ -1,7 +1,6 @@
 #include "plot/clsPlot.h"
 #include "plot/scaleNumbers.h"
 
-#include <cfloat>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -15,30 +14,20 @@ Limits scaleOf(clsPlot& plot, int scale = clsPlot::ScalePlot) {
 }
 
 TEST(PlotScales, LimitsAreRoundedToSteps) {
-    constexpr float max = FLT_MAX, tiny = FLT_TRUE_MIN, inf = INFINITY, kept = -7;
-    // Limits in, limits and steps out; among them limits beyond a multiple by less than 1e-6, and by more.
-    const float rows[][6] = {{7.3f, 0, 8, 0, 2, 0.4f},
-                             {1.2f, 0, 1.5f, 0, 0.5f, 0.1f},
-                             {1234, 1000, 1250, 1000, 50, 10},
-                             {100, 0, 100, 0, 20, 4},
-                             {15, 0, 15, 0, 5, 1},
-                             {1, 0, 1, 0, 0.2f, 0.04f},
-                             {0, -7.3f, 0, -8, 2, 0.4f},
-                             {2, 1, 2, 0.8f, 0.2f, 0.04f},
-                             {3, 3, 3, 2.95f, 0.05f, 0.01f},
-                             {5.0000005f, 0, 5, 0, 1, 0.2f},
-                             {5.00002f, 0, 6, 0, 1, 0.2f},
-                             {0, -5.0000005f, 0, -5, 1, 0.2f},
-                             {0, -5.00002f, 0, -6, 1, 0.2f},
-                             {0, 10, 0, 10, 1, kept},
-                             {max, 0, max, 0, 1e38f, 2e37f},
-                             {max, -max, max, -max, kept, kept},
-                             {inf, 0, inf, 0, kept, kept},
-                             {tiny, 0, tiny, 0, 0, 0}};
-    for (const auto& row : rows) {
-        Limits out{row[0], row[1], kept, kept};
+    // Limits in, limits and steps out, -7 where a step stays; among them limits beyond a multiple by less than 1e-6,
+    // and by more.
+    const QString rows = u"7.3 0 8 0 2 0.4; 1.2 0 1.5 0 0.5 0.1; 1234 1000 1250 1000 50 10; 100 0 100 0 20 4;"
+                         "15 0 15 0 5 1; 1 0 1 0 0.2 0.04; 0 -7.3 0 -8 2 0.4; 2 1 2 0.8 0.2 0.04; 3 3 3 2.95 0.05 0.01;"
+                         "5.0000005 0 5 0 1 0.2; 5.00002 0 6 0 1 0.2; 0 -5.0000005 0 -5 1 0.2; 0 -5.00002 0 -6 1 0.2;"
+                         "0 10 0 10 1 -7; 3.4028234e38 0 3.4028234e38 0 1e38 2e37; inf 0 inf 0 -7 -7;"
+                         "3.4028234e38 -3.4028234e38 3.4028234e38 -3.4028234e38 -7 -7; 1e-45 0 1e-45 0 0 0"_s;
+    for (const QString& row : rows.split(u';')) {
+        std::vector<float> numbers;
+        for (const QString& number : row.split(u' ', Qt::SkipEmptyParts))
+            numbers.push_back(number.toFloat());
+        Limits out{numbers[0], numbers[1], -7, -7};
         clsPlot::GetMemoriScale(out[0], out[1], out[2], out[3]);
-        EXPECT_EQ(out, (Limits{row[2], row[3], row[4], row[5]}));
+        EXPECT_EQ(out, (Limits{numbers[2], numbers[3], numbers[4], numbers[5]})) << row.toStdString();
     }
 }
 

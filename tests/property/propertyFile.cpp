@@ -81,7 +81,7 @@ TEST_F(PropertyFile, ElementsInAnyOrderAndCaseAndUnknownOnesPassedOver) {
 TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
     fill();
     const ApplicationSettings before = start();
-    EXPECT_FALSE(before.ValueDisplay);
+    EXPECT_TRUE(!before.ValueDisplay && before.Difference == DifferenceSettings());
     const auto expectStart = [&](bool loaded, const char* what) {
         EXPECT_TRUE(loaded && Settings == before && Model.CurrentStep == -1 && Model.CurrentItem == -1) << what;
         fill();
@@ -96,38 +96,23 @@ TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
 }
 
 TEST_F(PropertyFile, ValuesAreReadLeniently) {
-    // What stands in the file, and the text that sets the same on the command line; empty where the file changes
-    // nothing.
-    const struct {
-        const char *Path, *Text, *Same;
-    } cases[] = {{"difference/std", "0", "0"},
-                 {"difference/std", " 3 ", "3"},
-                 {"difference/std", "three", "0"},
-                 {"difference/std", "-2147483648", ""},
-                 {"vector/scale", "-3", "0"},
-                 {"vector/scale", "2.5x", "2"},
-                 {"vector/scale", "", "0"},
-                 {"vector/scale", "99999999999", ""},
-                 {"contour/legend", "fALSE", "0"},
-                 {"contour/legend", "0", "0"},
-                 {"contour/legend", "Falsch", ""},
-                 {"difference/dsp", "-1", "1"},
-                 {"difference/dsp", "True", ""},
-                 {"contour/values/max", "0.25", "0.25"},
-                 {"contour/values/max", "1e39", ""},
-                 {"contour/values/max", "1,5", "1"},
-                 {"displacement/fid", "-1", "0"},
-                 {"contour/colors/index", "9", "5"},
-                 {"contour/colors/max", "0xff", "0xff"},
-                 {"contour/colors/max", "red", "0"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.Path) + '=' + c.Text);
+    // Element, what stands in the file, and what sets the same on the command line; nothing where the file doesn't
+    // count.
+    const QString cases =
+        u"difference/std|0|0; difference/std| 3 |3; difference/std|three|0; difference/std|-2147483648|;"
+        "difference/dsp|-1|1; difference/dsp|True|; vector/scale|-3|0; vector/scale|2.5x|2;"
+        "vector/scale||0; vector/scale|99999999999|; contour/legend|fALSE|0; contour/legend|0|0;"
+        "contour/legend|Falsch|; contour/values/max|0.25|0.25; contour/values/max|1e39|;"
+        "contour/values/max|1,5|1; displacement/fid|-1|0; contour/colors/index|9|5;"
+        "contour/colors/max|0xff|0xff; contour/colors/max|red|0"_s;
+    for (const QString& line : cases.split(u';')) {
+        const QStringList parts = line.split(u'|');
+        const QString element = parts[0].trimmed();
         Settings = {};
         ApplicationSettings expected = start();
-        EXPECT_TRUE(!*c.Same ||
-                    drawingElements::Set(QString::fromLatin1(c.Path), QString::fromLatin1(c.Same), expected));
-        EXPECT_TRUE(loadInRoot('<' + QByteArray(c.Path).replace("/", "><") + '>' + c.Text));
-        EXPECT_EQ(Settings, expected);
+        EXPECT_TRUE(parts[2].isEmpty() || drawingElements::Set(element, parts[2], expected));
+        EXPECT_TRUE(loadInRoot(QString(u'<' + QString(element).replace(u"/"_s, u"><"_s) + u'>' + parts[1]).toLatin1()));
+        EXPECT_EQ(Settings, expected) << line.toStdString();
     }
 }
 

@@ -59,12 +59,12 @@ TEST(Xml, Trees) {
         {"<a b = \"1 2\" />", "a[b=]"},
         {"<a b=1 />", "a[b=1]"},
         {"<a b=>", "a"},
+        {"<a b=\"\">", "a[b=]"},
         {"<a b=1 c=2>", "a[b=1][c=2]"},
         {"<a b=\"1\" c=\"2\">", "a[b=\"1][c=2]"},
         {"<a ab=\"1\" c=\"2\">", "a[ab=\"][\" c=2]"},
         {"<a \"b\"=\">", "a[b=\"]"},
-        {"<a long= 1 x>", "a[long=][ng=]"},
-    };
+        {"<a long= 1 x>", "a[long=][ng=]"}};
     for (const auto& [bytes, tree] : cases)
         EXPECT_EQ(dumpOf(bytes).toStdString(), tree) << bytes;
 }
