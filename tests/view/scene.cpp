@@ -1,4 +1,5 @@
 #include "DrawnScene.h"
+#include "Picture.h"
 
 #include <limits>
 
@@ -44,6 +45,28 @@ struct SceneTest : DrawnScene {
         return device.Trace();
     }
 };
+
+TEST_F(SceneTest, AnElementThatComesAgainLeavesAllLinesInPlace) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        Dice dice(seed);
+        VrfBuilder file = twoSquares();
+        file.steps.resize(1);
+        for (int e = dice.Between(1, 6); e > 0; --e) {
+            const bool again = dice.Between(0, 2) > 0;
+            file.elements.push_back(again ? file.elements.back() : std::vector<qint32>{});
+            for (int k = dice.Between(3, 5); !again && k > 0; --k)
+                file.elements.back().push_back(dice.Between(1, 6));
+            file.steps[0].types.push_back(dice.Between(-1, 4));
+        }
+        open(file);
+        compute();
+        Picture usual(200, 100), every(200, 100);
+        DrawMesh(usual.Device, converter(), scene());
+        EveryCall device(every.Image);
+        DrawMesh(device, converter(), scene());
+        EXPECT_EQ(usual.Image, every.Image) << seed;
+    }
+}
 
 TEST_F(SceneTest, LineElementsHaveTheirOwnStyle) {
     VrfBuilder file = oneSquare();

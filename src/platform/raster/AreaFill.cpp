@@ -69,11 +69,7 @@ bool makeEdge(int firstRow, int lastRow, DevicePoint from, DevicePoint to, Edge&
 }
 
 void sortByColumn(Edge** edges, std::size_t count) {
-    // Few edges, or edges nearly in order, are quickest put in place one by one; a picture full of polygons is not.
-    if (count > 32) {
-        std::sort(edges, edges + count, [](const Edge* a, const Edge* b) { return a->X < b->X; });
-        return;
-    }
+    // Few edges, or edges nearly in order, are quickest put in place one by one.
     for (std::size_t i = 1; i < count; ++i) {
         Edge* const moved = edges[i];
         std::size_t place = i;
@@ -121,23 +117,71 @@ std::size_t collectEdges(const PixelSurface& surface, std::span<const DevicePoin
     });
     return edgeCount;
 }
+
+/// Columns of a row as bits, the lowest of the first word at the left.
+using BitRow = std::span<std::uint64_t>;
+constexpr int bitsPerWord = 64;
+
+/// Turns bits that say where the inside begins or ends into those of the inside.
+void fillBetween(BitRow row) {
+    std::uint64_t inside = 0; // all bits, behind a word that ends inside
+    for (std::uint64_t& word : row) {
+        for (int shift = 1; shift < bitsPerWord; shift *= 2)
+            word ^= word << shift;
+        word ^= inside;
+        inside = word >> (bitsPerWord - 1) ? ~std::uint64_t(0) : 0;
+    }
+}
+
+/// For many sides: each is walked on its own and turns a bit in its rows, so that none has to be sorted among others.
+void fillCrowded(const PixelSurface& surface, const Ink& ink, std::span<const DevicePoint> points,
+                 std::span<const int> counts) {
+    const auto [left, right] = std::ranges::minmax(points, {}, &DevicePoint::X);
+    const auto [top, bottom] = std::ranges::minmax(points, {}, &DevicePoint::Y);
+    const PixelSurface part = surface.Within(left.X, top.Y, right.X, bottom.Y);
+    if (part.IsEmpty())
+        return;
+    const auto words = std::size_t((part.Right - part.Left - 1) / bitsPerWord + 1);
+    std::vector<std::uint64_t> bits(words * std::size_t(part.Bottom - part.Top));
+    Edge edge;
+    const auto walk = [&](DevicePoint from, DevicePoint to) {
+        if (!makeEdge(part.Top, part.Bottom, from, to, edge))
+            return;
+        std::uint64_t* row = bits.data() + std::size_t(edge.Top - part.Top) * words;
+        for (int y = edge.Top; y < edge.Bottom; ++y, row += words) {
+            const std::int64_t column = std::max<std::int64_t>(edge.X - part.Left, 0);
+            if (column < part.Right - part.Left)
+                row[column / bitsPerWord] ^= std::uint64_t(1) << (column % bitsPerWord);
+            // A side of one row has no slope.
+            if (y + 1 < edge.Bottom)
+                edge.Advance();
+        }
+    };
+    forEachRing(points, counts, [&](std::span<const DevicePoint> corners) {
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            walk(corners[i > 0 ? i - 1 : corners.size() - 1], corners[i]);
+    });
+    for (int y = part.Top; y < part.Bottom; ++y) {
+        const BitRow row(bits.data() + std::size_t(y - part.Top) * words, words);
+        fillBetween(row);
+        for (std::size_t i = 0; i < words; ++i)
+            fillBits(part, ink, y, part.Left + std::int64_t(i) * bitsPerWord, row[i]);
+    }
+}
 } // namespace
 
 void AreaFill::Polygons(const PixelSurface& surface, const Ink& ink, std::span<const DevicePoint> points,
                         std::span<const int> counts) {
     if (surface.IsEmpty())
         return;
-    constexpr std::size_t smallSize = 12;
-    if (points.size() <= smallSize) {
-        std::array<Edge, smallSize> edges;
-        std::array<Edge*, smallSize> active;
-        const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
-        fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
+    constexpr std::size_t crowd = 32;
+    if (points.size() > crowd) {
+        fillCrowded(surface, ink, points, counts);
         return;
     }
-    std::vector<Edge> edges(points.size());
+    std::array<Edge, crowd> edges;
+    std::array<Edge*, crowd> active;
     const std::size_t edgeCount = collectEdges(surface, points, counts, edges.data());
-    std::vector<Edge*> active(edgeCount);
     fillEdges(surface, ink, std::span(edges).first(edgeCount), active.data());
 }
 

@@ -135,7 +135,14 @@ void FigurePainter::polygon(std::span<const DevicePoint> points) const {
 }
 
 void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const {
-    forEachRing(points, counts, [this](std::span<const DevicePoint> corners) { polygon(corners); });
+    // The same figure once more changes nothing, unless the mode mixes.
+    std::span<const DevicePoint> previous;
+    forEachRing(points, counts, [&](std::span<const DevicePoint> corners) {
+        if (rasterMode == RasterMode::CopyPen && std::ranges::equal(corners, previous))
+            return;
+        polygon(corners);
+        previous = corners;
+    });
 }
 
 void FigurePainter::FillRect(const DeviceRect& rect) const {

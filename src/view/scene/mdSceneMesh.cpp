@@ -28,6 +28,15 @@ public:
         }
         return true;
     }
+    /// Whether the lines of element `e` are those of the one before, so that they change nothing.
+    bool Repeats(const MeshData& mesh, std::int32_t e) const {
+        if (!visible || e == 0 || mesh.Elements.ElementType.at(e - 1) < 0)
+            return false;
+        const ElementRecord element = mesh.Elements[e], before = mesh.Elements[e - 1];
+        return std::ranges::equal(element.NodeIndex, before.NodeIndex) &&
+               std::ranges::equal(element.Neighbour, before.Neighbour) &&
+               std::ranges::find(element.Neighbour, e - 1) == element.Neighbour.end();
+    }
     void MoveTo(std::int32_t node) {
         if (has(node))
             steps.push_back(~node);
@@ -91,7 +100,7 @@ constexpr auto collectOutline = [](const MeshData& mesh, std::int32_t e, LineSte
 /// Every edge of an area element, an edge between two by the later one.
 constexpr auto collectAllEdges = [](const MeshData& mesh, std::int32_t e, LineSteps& steps) {
     const ElementRecord element = mesh.Elements[e];
-    if (element.ElementType < 0 || element.NodeCount < 3 || steps.Hides(element.NodeIndex))
+    if (element.ElementType < 0 || element.NodeCount < 3 || steps.Hides(element.NodeIndex) || steps.Repeats(mesh, e))
         return;
     std::int32_t from = element.NodeIndex[0];
     steps.MoveTo(from);

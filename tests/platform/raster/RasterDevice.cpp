@@ -160,7 +160,9 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
             const int index = dice.Between(0, i % 100 ? 4500 : 6000);
             steps.push_back(dice.Between(0, 2) ? index : ~index);
         }
-        for (int left = 4400; left > 0; left -= counts.back())
+        std::copy_n(points.begin(), 4, points.begin() + 4);
+        counts = {4, 4}; // a figure that comes twice
+        for (int left = 4392; left > 0; left -= counts.back())
             counts.push_back(std::min(left, dice.Between(0, 6)));
         const int widths[] = {1, 2, 5, 40};
         Pen pen = solidPen(red, widths[seed / 4 % 4]);
