@@ -1,7 +1,8 @@
 #include "result/readers/VrfSteps.h"
 
 VrfSteps::VrfSteps(const ReadHandle& openFile, const Sizes& stepSizes, Directory stepDirectory)
-    : StepSource(stepSizes), file(openFile), itemCount(std::size_t(stepSizes.Items)), directory(std::move(stepDirectory)) {}
+    : StepSource(stepSizes), file(openFile), itemCount(std::size_t(stepSizes.Items)),
+      directory(std::move(stepDirectory)) {}
 
 qint64 VrfSteps::typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const {
     constexpr qint64 typeBytes = sizeof(std::int32_t);
