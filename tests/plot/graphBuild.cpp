@@ -57,13 +57,13 @@ TEST_F(GraphBuildTest, RowsOfTheTextGoByStep) {
     file.steps[0].values[0].resize(1);
     file.steps.push_back(file.steps[1]);
     file.steps[2].values[0].clear();
-    file.steps.push_back(file.steps[0]);
+    file.steps.insert(file.steps.end(), {file.steps[0], file.steps[1]});
     ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
     model.CurrentItem = 0;
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {2, 0, 9}}, graph));
     const QString text = GraphText(graph, u',');
     EXPECT_EQ(text.mid(text.indexOf(u"\r\n0.")), u"\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,"
-                                                 "\r\n0.00000E0,,1.00000E0,"_s);
+                                                 "\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,"_s);
 }
 
 TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {

@@ -17,8 +17,8 @@ TEST(PlotModel, PointsMakeTheSeriesThatTheyNeed) {
     EXPECT_THROW(plot.DataBase(3, 0), SubscriptError);
 
     plot.DataRemove(3, 3);
-    plot.DataRemove(3, 1);
-    EXPECT_TRUE(plot.DataCount(3) == 1 && plot.DataBase(3, 1) == 3.5f && plot.DataPlot(3, 1) == 4.5f);
+    plot.DataRemove(3, 2);
+    EXPECT_TRUE(plot.DataCount(3) == 1 && plot.DataBase(3, 1) == 1.5f && plot.DataPlot(3, 1) == 2.5f);
     plot.SetDataLabel(3, u"後"_s);
     plot.SetDataLabel(4, u"無"_s);
     plot.DataLegendRemove(4);
@@ -48,6 +48,7 @@ TEST(PlotModel, ReferenceLineZeroIsTheLast) {
     for (const float value : {1.0f, 2.0f, 3.0f})
         plot.PickupLineAdd(value, 1, 0xff, 2, PenStyle::Dot);
     plot.PickupLineRemove(0);
+    EXPECT_EQ(plot.PickupLineCount(), 2);
     plot.PickupLineRemove(3);
     plot.PickupLineRemove(1);
     ASSERT_EQ(plot.PickupLineCount(), 1);

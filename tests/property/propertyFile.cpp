@@ -81,7 +81,7 @@ TEST_F(PropertyFile, ElementsInAnyOrderAndCaseAndUnknownOnesPassedOver) {
 TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
     fill();
     const ApplicationSettings before = start();
-    EXPECT_FALSE(before.ValueDisplay);
+    EXPECT_TRUE(!before.ValueDisplay && before.Difference == DifferenceSettings());
     const auto expectStart = [&](bool loaded, const char* what) {
         EXPECT_TRUE(loaded && Settings == before && Model.CurrentStep == -1 && Model.CurrentItem == -1) << what;
         fill();

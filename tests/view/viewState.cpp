@@ -87,10 +87,10 @@ TEST(ScrollBars, TellThePlaceInPercentOfTheFreeTravel) {
         EXPECT_FALSE(off.Enabled || off.Value || off.PageStep) << zoom;
     }
     ViewState view = wideWorld(percent200);
-    view.ViewBounds.MoveTo(6.25f, 43.25f);
+    view.ViewBounds.MoveTo(6.75f, 43.25f);
     const ScrollBarState across = ScrollState(view, ScrollBar::Horizontal);
     EXPECT_TRUE(across.Enabled);
-    EXPECT_EQ(across.Value, 12) << "12.5, a half to the even neighbour";
+    EXPECT_EQ(across.Value, 14) << "13.5, a half to the even neighbour";
     EXPECT_EQ(across.PageStep, 50);
     EXPECT_EQ(ScrollState(view, ScrollBar::Vertical).Value, 27);
     view.WholeBounds.SetRect(3, 50, 3, 0);
