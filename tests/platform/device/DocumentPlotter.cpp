@@ -60,17 +60,15 @@ TEST_F(DocumentPlotterTest, FixedKeepsTheScaleUntilTheViewOrTheFileChanges) {
 
 TEST_F(DocumentPlotterTest, WorldsWithoutExtentAreFittedByTheOtherDirectionWithYUp) {
     plotter.SetScaleMode(PlotScaleMode::Automatic);
-    bounds = rectOf(5, 4, 5, 0);
-    draw(300, 400);
-    EXPECT_EQ(at(5, 4), (DevicePoint{150, 0}));
-    EXPECT_EQ(at(6, 0), (DevicePoint{250, 400}));
-    bounds = rectOf(0, 7, 3, 7);
-    draw(300, 400);
-    EXPECT_EQ(at(0, 7), (DevicePoint{0, 200}));
-    EXPECT_EQ(at(3, 8), (DevicePoint{300, 100}));
-    bounds = rectOf(2, 2, 2, 2);
-    draw(300, 400);
-    EXPECT_EQ(at(3, 3), (DevicePoint{151, 199}));
+    const std::tuple<PlotRect, float, float, DevicePoint> cases[] = {{rectOf(5, 4, 5, 0), 6, 0, {250, 400}},
+                                                                     {rectOf(5, 4, 5, 0), 5, 4, {150, 0}},
+                                                                     {rectOf(0, 7, 3, 7), 3, 8, {300, 100}},
+                                                                     {rectOf(2, 2, 2, 2), 3, 3, {151, 199}}};
+    for (const auto& [world, x, y, expected] : cases) {
+        bounds = world;
+        draw(300, 400);
+        EXPECT_EQ(at(x, y), expected) << x << ' ' << y;
+    }
 }
 
 TEST_F(DocumentPlotterTest, DevicePointsReadBackToTheWorld) {

@@ -1,4 +1,6 @@
-// The rules that all devices keep, held against each of them: as pixels where it makes any, as answers everywhere.
+// The rules that all devices keep, held against each of them: as pixels where it makes any, as text where it writes, as
+// answers everywhere.
+#include "Golden.h"
 #include "Picture.h"
 
 #include "platform/device/PainterDevice.h"
@@ -108,6 +110,35 @@ void drawClipped(DeviceContext& device) {
     device.ClipNone();
     device.Rectangle({12, 1, 15, 8});
 }
+
+/// What pixels of a few lines can't show: looks, hatches, figures without extent, and numbers of any size.
+void drawLooks(DeviceContext& device) {
+    const DevicePoint square[] = {{10, 10}, {20, 10}, {20, 20}, {10, 20}};
+    const std::int32_t steps[] = {~0, 1, 2, 99, ~3, 3, 0, INT32_MIN};
+    const DeviceRect rects[] = {{5, 4, 6, 5}, {5, 4, 6, 9}, {1, 1, 6, 5}};
+    const DeviceRect rounds[] = {{0, 0, 11, 11}, {0, 0, 11, 6}, {3, 3, 4, 7}, {3, 3, 3, 7}};
+    const int counts[] = {3, 1, 7};
+    device.SelectPen({PenStyle::Solid, 0, makeColor(0, 0, 255)});
+    device.Lines(square, steps);
+    device.SetRop2(RasterMode::XorPen);
+    device.SelectPen({PenStyle::Dash, 4, 0x123456, true, true});
+    device.Polyline(square);
+    device.SelectPen({PenStyle::Dot, 1, 0});
+    for (const DevicePoint point : {DevicePoint{-1, INT32_MAX}, {INT32_MIN, 4}, {7, 4}, {8, 4}})
+        device.LineTo(point);
+    device.SelectPen(stockPen(Stock::BlackPen));
+    device.SelectBrush({0x030201, 3});
+    device.Rectangles(rects);
+    device.Ellipses(rounds);
+    device.Polygons(square, counts);
+    device.PolyPolygon(square, counts);
+    device.ClipRect({30, 40, 10, 20});
+    device.FillRect(rects[0], {0, 8});
+    device.SaveDC();
+    device.ClipNone();
+    device.RestoreDC();
+    device.FillRect(rects[0], {0x030201, 3});
+}
 } // namespace
 
 TEST(Devices, DrawTheSamePixels) {
@@ -131,6 +162,22 @@ TEST(Devices, DrawTheSamePixels) {
                                                        "............###.", ".......##...###.", "................"}))
             << kind.Name;
     }
+}
+
+TEST(Devices, WriteTheSameCalls) {
+    const auto drawAll = [](DeviceContext& device) {
+        for (const auto draw : {drawLooks, drawLines, drawClipped}) {
+            device.SaveDC();
+            draw(device);
+            device.RestoreDC();
+        }
+    };
+    TraceDevice trace(200, 100);
+    drawAll(trace);
+    EXPECT_TRUE(Golden().MatchesText(u"devices/calls.trace"_s, trace.Trace()));
+    SvgDevice svg(200, 100, 144, u"a<b\n"_s);
+    drawAll(svg);
+    EXPECT_TRUE(Golden().MatchesText(u"devices/calls.svg"_s, svg.TakeDocument()));
 }
 
 TEST(Devices, FiguresBeyondTheVisibleAreaLeaveNoMark) {

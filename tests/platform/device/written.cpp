@@ -1,7 +1,4 @@
-// What the devices that write text make of each call.
-#include "Golden.h"
-#include "Picture.h"
-
+// Texts and bounds of the devices that write; their calls are compared with those of all devices.
 #include "platform/device/Fonts.h"
 #include "platform/device/SvgAttributes.h"
 #include "platform/device/SvgDevice.h"
@@ -12,12 +9,9 @@
 #include <gtest/gtest.h>
 
 namespace {
-const Pen noPen = stockPen(Stock::NullPen);
-const DevicePoint square[] = {{10, 10}, {20, 10}, {20, 20}, {10, 20}};
-
 /// Each document must be well-formed, with an own id for each thing defined, and each id that it uses defined before.
 QByteArray svgOf(const std::function<void(DeviceContext&)>& draw) {
-    SvgDevice device(200, 100, 144, u"a<b\n"_s);
+    SvgDevice device(200, 100, 144);
     draw(device);
     const QByteArray document = device.TakeDocument();
     QXmlStreamReader reader(document);
@@ -35,75 +29,7 @@ QByteArray svgOf(const std::function<void(DeviceContext&)>& draw) {
     EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
     return document;
 }
-
-void drawLines(DeviceContext& device) {
-    const std::int32_t steps[] = {~0, 1, 2, 99, ~3, 3, 0, INT32_MIN};
-    device.SelectPen({PenStyle::Solid, 0, makeColor(0, 0, 255)});
-    device.Lines(square, steps);
-    const Pen blue = device.SelectPen(noPen);
-    device.LineTo({99, 99});
-    device.SelectPen(blue);
-    device.SetRop2(RasterMode::XorPen);
-    device.MoveTo({5, 5});
-    device.LineTo({-6, 8});
-    device.SelectPen({PenStyle::Dash, 4, 0x123456, true, true});
-    device.Polyline(square);
-    device.SelectPen({PenStyle::Dot, 1, 0});
-    for (const DevicePoint point : {DevicePoint{-1, INT32_MAX}, {INT32_MIN, 4}, {7, 4}, {8, 4}})
-        device.LineTo(point);
-}
-
-void drawFigures(DeviceContext& device) {
-    const DevicePoint rings[] = {{1, 1}, {6, 1}, {6, 5}, {2, 2}, {3, 3}, {2, 3}, {9, 9}};
-    const int counts[] = {3, 3, 7};
-    const DeviceRect rects[] = {{5, 4, 1, 1}, {5, 4, 6, 5}, {5, 4, 6, 9}, {3, 3, 3, 7}};
-    const DeviceRect rounds[] = {{0, 0, 11, 11}, {0, 0, 11, 6}, {3, 3, 4, 7}, {3, 3, 3, 7}};
-    device.SelectPen(stockPen(Stock::BlackPen));
-    device.SelectBrush(solidBrush(red));
-    device.Rectangles(rects);
-    device.Ellipses(rounds);
-    device.Polygon(std::span(square).first(1));
-    device.Polygons(square, std::span(counts).first(2));
-    device.SelectPen(noPen);
-    device.Rectangle({1, 1, 6, 5});
-    device.FillRect({5, 4, 1, 1}, solidBrush(red));
-    device.FillRect({5, 4, 5, 1}, solidBrush(red));
-    device.PolyPolygon(rings, counts);
-    device.SelectBrush(stockBrush(Stock::NullBrush));
-    device.Polygon(square);
-    device.Ellipse({0, 0, 9, 9});
-}
-
-void drawClipped(DeviceContext& device) {
-    const DeviceRect all{0, 0, 9, 9};
-    device.RestoreDC();
-    device.SaveDC();
-    device.ClipRect({30, 40, 10, 20});
-    device.FillRect(all, {0});
-    device.SaveDC();
-    device.ClipRect({1, 2, 3, 4});
-    device.RestoreDC();
-    device.SelectBrush({0x030201, 3});
-    device.Rectangle(all);
-    device.ClipNone();
-    device.Rectangle(all);
-    device.RestoreDC();
-    device.ClipRect({10, 20, 30, 40});
-    device.FillRect(all, {0, 8});
-}
 } // namespace
-
-TEST(WrittenDevices, EachCall) {
-    const auto draw = [](DeviceContext& device) {
-        drawLines(device);
-        drawFigures(device);
-        drawClipped(device);
-    };
-    TraceDevice trace(200, 100);
-    draw(trace);
-    EXPECT_TRUE(Golden().MatchesText(u"devices/calls.trace"_s, trace.Trace()));
-    EXPECT_TRUE(Golden().MatchesText(u"devices/calls.svg"_s, svgOf(draw)));
-}
 
 TEST(TraceDevice, TextsAndTheirMeasures) {
     TraceDevice device(10, 10);
