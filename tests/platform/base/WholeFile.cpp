@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
@@ -56,9 +57,13 @@ TEST_F(WholeFileTest, TakesTheEarlierFilesPlace) {
 
 TEST_F(WholeFileTest, ReplacesNothingElse) {
     ASSERT_EQ(::mkfifo(path("pipe"), 0600) | ::mkdir(path("folder"), 0700), 0);
-    ASSERT_EQ(::symlink("circle", path("circle")) | ::symlink("/dev/null", path("device")), 0);
-    for (const char* name : {"pipe", "folder", "device"})
+    ASSERT_EQ(::symlink("circle", path("circle")) | ::symlink("pipe", path("link")), 0);
+    for (const char* name : {"pipe", "folder", "link"})
         expectRefused(name, "not a regular file");
+    // One of its own: an administrator's test that fails must not cost the system its devices.
+    constexpr dev_t likeNull = 0x103;
+    if (::mknod(path("device"), S_IFCHR | 0600, likeNull) == 0)
+        expectRefused("device", "not a regular file");
     expectRefused("circle", "symbolic links");
     expectRefused("none/file", "No such file or directory");
     expectRefused("", "not a regular file");
@@ -80,6 +85,8 @@ TEST_F(WholeFileTest, AFullDiskLeavesWhatWasThere) {
 }
 
 TEST_F(WholeFileTest, AKilledWriterLeavesNothing) {
+    if (const int probe = ::open(path(""), O_TMPFILE | O_WRONLY); probe < 0 || ::close(probe) != 0)
+        GTEST_SKIP() << "a file system without nameless files";
     folder.Write(before, u"old"_s);
     const pid_t child = ::fork();
     if (child == 0) {

@@ -148,6 +148,8 @@ TEST_F(DialogTest, ContourValuePutsTypedTextInOrderAndKeepsItOnOk) {
 
 TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
     Shown<frmDifferenceStep> form;
+    form.InitDialog(2, 2, {});
+    EXPECT_EQ(form.StandardStep(), -1) << "the file has no such step";
     form.InitDialog(2, 1, {true, false, true, false});
     const auto& steps = form.Find<QComboBox>(u"cmbStep"_s);
     EXPECT_EQ(steps.itemText(0) + steps.currentText(), u"(設定しない)ステップ - 2"_s);
