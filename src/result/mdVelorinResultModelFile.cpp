@@ -1,9 +1,9 @@
 // What follows from a file's content once it is open, whatever format it came in.
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/NativePath.h"
 #include "result/readers/VrfReader.h"
 
-#include <QFileInfo>
 #include <utility>
 
 namespace mdVelorinResultModel {
@@ -135,7 +135,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     if (!reader->Open(path, content, progress))
         return false;
     model = modelOf(content, title);
-    model.FileName = QFileInfo(path).absoluteFilePath();
+    model.FileName = NativePath::Absolute(path);
     return true;
 }
 
