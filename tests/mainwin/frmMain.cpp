@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QScrollBar>
-#include <set>
 
 using mdApplication::Model;
 using mdApplication::Settings;
@@ -42,12 +41,12 @@ struct FrmMainTest : WindowTest {
     }
     /// From the leftmost to the rightmost pixel of the mesh's colour.
     int meshWidth() {
-        std::set<int> places;
-        for (int y = 0; y < picture->Image().height(); ++y)
-            for (int x = 0; x < picture->Image().width(); ++x)
+        std::vector<int> places;
+        for (int x = 0; x < picture->Image().width(); ++x)
+            for (int y = 0; y < picture->Image().height(); ++y)
                 if (picture->Image().pixel(x, y) == qRgb(0, 128, 0))
-                    places.insert(x);
-        return places.empty() ? 0 : *places.rbegin() - *places.begin();
+                    places.push_back(x);
+        return places.empty() ? 0 : places.back() - places.front();
     }
     void resizeTo(int width, int height) {
         window.resize(width, height);
@@ -109,11 +108,24 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
     }
 }
 
-TEST_F(FrmMainTest, ZoomCommandsEnableTheBarsFromTheFirstStepIn) {
+TEST_F(FrmMainTest, ZoomByCommandAndWheelMovesBarsAndCoordinates) {
+    const QPoint place(picture->width() / 4, picture->height() / 3);
+    const auto coordinates = [this, &place] {
+        emit picture->MouseMoved(place);
+        const QStringList parts = panel(2).split(u", "_s);
+        return QPointF(parts.value(0).toDouble(), parts.value(1).toDouble());
+    };
+    EXPECT_EQ(coordinates(), QPointF()) << "no file yet";
     openPlate();
     trigger(u"miViewZoomOut"_s);
     EXPECT_EQ(panel(4) + bars(), u"75 %"_s);
     trigger(u"miViewZoomOff"_s);
+    const QPointF before = coordinates();
+    EXPECT_GT(std::abs(before.x()) + std::abs(before.y()), 1);
+    emit picture->ZoomWheel(place, 2);
+    EXPECT_EQ(panel(4), u"150 %"_s);
+    EXPECT_LT(QLineF(coordinates(), before).length(), 2 * window.DocPlotter().Window().Width() / picture->width());
+    window.SetZoom(0);
     trigger(u"miViewZoomIn"_s);
     EXPECT_EQ(panel(4) + bars(), u"125 %50/80 50/80"_s);
     const QImage centred = picture->Image().copy();
@@ -141,9 +153,9 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     resizeTo(900, 800);
     EXPECT_EQ(picture->Image().size(), picture->size() * picture->devicePixelRatioF());
     EXPECT_EQ(meshWidth(), wide) << "fixed";
-    Settings.Window.ScaleMode = 1;
     window.FirstStep(platePath);
     EXPECT_GT(meshWidth(), wide + 50) << "fitted anew for a new file";
+    trigger(u"miViewScaleAutomatic"_s);
     resizeTo(700, 600);
     EXPECT_EQ(meshWidth(), wide) << "automatic";
 }
@@ -240,23 +252,6 @@ TEST_F(FrmMainTest, AllIsFoundAgainAfterClosing) {
     EXPECT_EQ(Settings.Contour.ColorIndex, 0);
     EXPECT_FALSE(Settings.Window.Mesh);
     EXPECT_EQ(Model.CurrentStep, Model.StepCount - 1);
-}
-
-TEST_F(FrmMainTest, MouseShowsWorldCoordinatesAndZoomsAtItsPlace) {
-    emit picture->MouseMoved({30, 30});
-    EXPECT_EQ(panel(2), QString()) << "no file yet";
-    openPlate();
-    const QPoint place(picture->width() / 4, picture->height() / 3);
-    const auto coordinates = [this, &place] {
-        emit picture->MouseMoved(place);
-        const QStringList parts = panel(2).split(u", "_s);
-        return QPointF(parts.value(0).toDouble(), parts.value(1).toDouble());
-    };
-    const QPointF before = coordinates();
-    emit picture->ZoomWheel(place, 2);
-    EXPECT_EQ(window.Zoom(), 2);
-    EXPECT_LT(QLineF(coordinates(), before).length(), 2 * window.DocPlotter().Window().Width() / picture->width());
-    EXPECT_GT(std::abs(before.x()) + std::abs(before.y()), 1);
 }
 
 } // namespace

@@ -16,16 +16,14 @@ namespace {
 
 /// A dialog as its user has it.
 template<class Dialog>
-class Shown {
-public:
-    explicit Shown(auto&... arguments) : dialog(nullptr, arguments...) {
-        dialog.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+struct Shown : Dialog {
+    explicit Shown(auto&... arguments) : Dialog(nullptr, arguments...) {
+        this->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
     }
-    Dialog* operator->() { return &dialog; }
     template<class Control>
     Control& Find(const QString& name) const {
-        auto* control = dialog.template findChild<Control*>(name);
+        auto* control = this->template findChild<Control*>(name);
         if (control == nullptr)
             throw std::runtime_error("no control " + name.toStdString());
         return *control;
@@ -43,25 +41,20 @@ public:
         QTest::keyClick(&box, end);
     }
     void Choose(const QString& combo, int index) const {
-        auto& control = Find<QComboBox>(combo);
-        QTest::keyClick(&control, Qt::Key_Home);
-        for (int i = 0; i < index; ++i)
-            QTest::keyClick(&control, Qt::Key_Down);
+        QTest::keyClick(&Find<QComboBox>(combo), Qt::Key_Home);
+        while (Find<QComboBox>(combo).currentIndex() < index)
+            QTest::keyClick(&Find<QComboBox>(combo), Qt::Key_Down);
     }
     void Tab(int index) const { Find<QTabWidget>(u"tbTab"_s).setCurrentIndex(index); }
-    QString Text(const QString& box) const { return Find<QLineEdit>(box).text(); }
     /// The texts of all boxes, one after the other.
     QString Texts() const {
         QStringList texts;
-        for (const auto* box : dialog.template findChildren<QLineEdit*>())
+        for (const auto* box : this->template findChildren<QLineEdit*>())
             texts.append(box->text());
         return texts.join(u'|');
     }
     /// Whether the dialog has closed, and with this result.
-    bool HasEnded(bool result) const { return dialog.Result == result && !dialog.isVisible(); }
-
-private:
-    Dialog dialog;
+    bool HasEnded(bool result) const { return this->Result == result && !this->isVisible(); }
 };
 
 struct DialogTest : ModelTest {
@@ -90,7 +83,7 @@ const QString ok = u"Command1_0"_s, cancel = u"Command1_1"_s;
 TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
     Shown<frmContourValue> form(model, settings);
     const auto textsOf = [&](int item) {
-        form->ItemIndex(item);
+        form.ItemIndex(item);
         return form.Texts();
     };
     EXPECT_EQ(textsOf(-1), u"undefined|undefined|undefined|undefined|undefined|20"_s);
@@ -109,11 +102,11 @@ TEST_F(DialogTest, RowsCarryTheirFields) {
     otherContour.MaxValue = 0.5f;
     otherContour.MinValue = 1000;
     otherContour.Divide = 7;
-    expectRoundTrip(Shown<frmContourValue>(model, settings)->Bindings(), contour, otherContour);
+    expectRoundTrip(Shown<frmContourValue>(model, settings).Bindings(), contour, otherContour);
 
     Shown<frmDifferenceStep> difference;
-    difference->InitDialog(2, -1, {});
-    expectRoundTrip(difference->Bindings(), {.StandardStep = -1}, {1, true, true, true, true});
+    difference.InitDialog(2, -1, {});
+    expectRoundTrip(difference.Bindings(), {.StandardStep = -1}, {1, true, true, true, true});
 
     ApplicationSettings other = settings;
     other.Displacement = {.Legend = true, .Scale = 70, .Fiducial = 0, .Original = false};
@@ -125,7 +118,7 @@ TEST_F(DialogTest, RowsCarryTheirFields) {
     other.Contour.Legend = false;
     other.Contour.Reverse = true;
     settings.Displacement.Scale = 120;
-    expectRoundTrip(Shown<frmDrawSettings>(model, settings)->Bindings(), settings, other);
+    expectRoundTrip(Shown<frmDrawSettings>(model, settings).Bindings(), settings, other);
 }
 
 TEST_F(DialogTest, ContourValuePutsTypedTextInOrderAndKeepsItOnOk) {
@@ -135,32 +128,29 @@ TEST_F(DialogTest, ContourValuePutsTypedTextInOrderAndKeepsItOnOk) {
     form.Type(u"txtValue_1"_s, u"1e60"_s);
     form.Type(u"txtValue_2"_s, u"-7.5"_s, Qt::Key_Return);
     EXPECT_EQ(form.Find<QLineEdit>(u"txtValue_2"_s).selectedText(), u"8"_s);
-    EXPECT_TRUE(form->isVisible()) << "Enter belongs to the box";
+    EXPECT_TRUE(form.isVisible()) << "Enter belongs to the box";
     EXPECT_TRUE(form.Texts().contains(u"|12.50000|"));
     EXPECT_EQ(settings.Contour, expected);
     form.Click(ok);
     expected = {5, expected.Colors, true, false, 12.5, -1, 8, false};
     EXPECT_EQ(settings.Contour, expected) << "a minimum beyond the range of a single is none";
     EXPECT_TRUE(form.HasEnded(true));
-}
-
-TEST_F(DialogTest, ContourValueAutomaticKeepsTheRangeAndCancelAll) {
-    settings.Contour.Automatic = false;
-    ContourSettings expected = settings.Contour;
-    for (const bool automatic : {false, true}) {
-        Shown<frmContourValue> form(model, settings);
-        form.Type(u"txtValue_0"_s, u"3"_s);
-        QTest::keyClick(form.operator->(), automatic ? Qt::Key_A : Qt::Key_Escape,
-                        automatic ? Qt::AltModifier : Qt::NoModifier);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return form.HasEnded(automatic); }));
-        expected.Automatic = automatic;
-        EXPECT_EQ(settings.Contour, expected);
+    for (const auto& [key, with, result] :
+         {std::tuple(Qt::Key_Escape, Qt::NoModifier, false), {Qt::Key_A, Qt::AltModifier, true}}) {
+        Shown<frmContourValue> again(model, settings);
+        again.Type(u"txtValue_0"_s, u"3"_s);
+        QTest::keyClick(&again, key, with);
+        EXPECT_TRUE(QTest::qWaitFor([&, ends = result] { return again.HasEnded(ends); }));
+        expected.Automatic = result;
+        EXPECT_EQ(settings.Contour, expected) << "automatic and cancel keep the range";
     }
 }
 
 TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
     Shown<frmDifferenceStep> form;
-    form->InitDialog(2, 1, {true, false, true, false});
+    form.InitDialog(2, 2, {});
+    EXPECT_EQ(form.StandardStep(), -1) << "the file has no such step";
+    form.InitDialog(2, 1, {true, false, true, false});
     const auto& steps = form.Find<QComboBox>(u"cmbStep"_s);
     EXPECT_EQ(steps.itemText(0) + steps.currentText(), u"(設定しない)ステップ - 2"_s);
     form.Click(u"Check1_3"_s);
@@ -169,9 +159,9 @@ TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
     form.Click(u"Check1_1"_s); // disabled now
     form.Click(ok);
     EXPECT_TRUE(form.HasEnded(true));
-    EXPECT_EQ(form->StandardStep(), -1);
-    EXPECT_TRUE(!form->ApplyDisplacement() && !form->ApplyVector() && form->ApplyContour() && form->ApplyValue());
-    form->show();
+    EXPECT_EQ(form.StandardStep(), -1);
+    EXPECT_TRUE(!form.ApplyDisplacement() && !form.ApplyVector() && form.ApplyContour() && form.ApplyValue());
+    form.show();
     form.Click(cancel);
     EXPECT_TRUE(form.HasEnded(false));
 }
@@ -179,14 +169,24 @@ TEST_F(DialogTest, DifferenceStepCountsFromNoneAndKeepsDisabledChecks) {
 TEST_F(DialogTest, DrawSettingsKeepAllOnOkAndNothingBefore) {
     ApplicationSettings expected = settings;
     Shown<frmDrawSettings> form(model, settings);
-    EXPECT_EQ(form.Text(u"txtDispScale"_s), u"12.5"_s);
+    EXPECT_EQ(form.Find<QLineEdit>(u"txtDispScale"_s).text(), u"12.5"_s);
     form.Type(u"txtDispScale"_s, u"2.5"_s, Qt::Key_Return);
     EXPECT_EQ(form.Find<QLineEdit>(u"txtDispScale"_s).selectedText(), u"2"_s);
     form.Tab(1);
     form.Type(u"txtVectorScale"_s, u"-4"_s);
-    EXPECT_EQ(form.Text(u"txtVectorScale"_s), u"0"_s);
+    EXPECT_EQ(form.Find<QLineEdit>(u"txtVectorScale"_s).text(), u"0"_s);
     form.Type(u"txtVectorItem"_s, u"reverse"_s);
     form.Choose(u"cmbVectorItem_1"_s, 0);
+    ApplicationSettings stored;
+    for (const auto& [answer, scale] : {std::pair{MessageAnswer::No, 200}, {MessageAnswer::Yes, 20}}) {
+        Dialogs::Testing::QueueAnswer(answer);
+        form.Click(u"cmdSetDefault"_s);
+        EXPECT_EQ(Dialogs::Testing::Asked().last().Flags, 292);
+        settingsStore::LoadDisplacementDefaults(stored.Displacement);
+        EXPECT_EQ(stored.Displacement.Scale, scale);
+    }
+    settingsStore::LoadVectorDefaults(stored.Vector);
+    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty());
     EXPECT_EQ(settings, expected);
     form.Click(ok);
     expected.Displacement.Scale = 20;
@@ -201,22 +201,23 @@ TEST_F(DialogTest, DrawSettingsCancelLeavesItemSetsThatWereAddedAndDeleted) {
     Shown<frmDrawSettings> form(model, settings);
     form.Tab(1);
     auto& list = form.Find<QListWidget>(u"lstVectorItem"_s);
-    const QString name = u"txtVectorItem"_s, add = u"cmdVectorEdit_0"_s, remove = u"cmdVectorEdit_1"_s;
+    const auto& nameBox = form.Find<QLineEdit>(u"txtVectorItem"_s);
+    const QString add = u"cmdVectorEdit_0"_s, remove = u"cmdVectorEdit_1"_s;
     form.Click(remove);
     EXPECT_EQ(list.count(), 0);
-    EXPECT_FALSE(form.Find<QLineEdit>(name).isEnabled() || form.Find<QComboBox>(u"cmbVectorItem_0"_s).isEnabled());
+    EXPECT_FALSE(nameBox.isEnabled() || form.Find<QComboBox>(u"cmbVectorItem_0"_s).isEnabled());
     for (const QString& button : {remove, add, add})
         form.Click(button);
-    EXPECT_TRUE(form.Find<QLineEdit>(name).isEnabled());
-    form.Type(name, u"B"_s);
+    EXPECT_TRUE(nameBox.isEnabled());
+    form.Type(u"txtVectorItem"_s, u"B"_s);
     EXPECT_EQ(list.item(1)->text(), u"B"_s) << "the last one added is selected";
     form.Click(add);
     list.setCurrentRow(0);
-    EXPECT_EQ(form.Text(name), u"新規アイテムセット"_s);
+    EXPECT_EQ(nameBox.text(), u"新規アイテムセット"_s);
     form.Click(remove);
-    EXPECT_EQ(form.Text(name), u"B"_s);
+    EXPECT_EQ(nameBox.text(), u"B"_s);
     ApplicationSettings read = before;
-    form->ReadDialogSettings(read);
+    form.ReadDialogSettings(read);
     EXPECT_EQ(read.Vector.ItemSets, (QList<VectorItemSet>{{u"B"_s, -1, -1}, {u"新規アイテムセット"_s, -1, -1}}));
     EXPECT_EQ(read.Vector.ItemSetCount, 2);
     form.Click(cancel);
@@ -236,7 +237,7 @@ TEST_F(DialogTest, DrawSettingsPairItemsOfTheSameObjects) {
     const auto& vert = form.Find<QComboBox>(u"cmbVectorItem_1"_s);
     const auto set = [&](int index) {
         ApplicationSettings read;
-        form->ReadDialogSettings(read);
+        form.ReadDialogSettings(read);
         return read.Vector.ItemSets[index];
     };
     EXPECT_EQ(vert.currentText(), u"変位Y"_s);
@@ -250,25 +251,6 @@ TEST_F(DialogTest, DrawSettingsPairItemsOfTheSameObjects) {
     list.setCurrentRow(0);
     EXPECT_EQ(vert.currentText(), u"主応力Y"_s);
     EXPECT_EQ(set(1), (VectorItemSet{u"外"_s, 9, 77})) << "looking at a set changes nothing";
-}
-
-TEST_F(DialogTest, DrawSettingsBecomeTheDefaultsOnlyAfterYes) {
-    const ApplicationSettings before = settings;
-    Shown<frmDrawSettings> form(model, settings);
-    form.Type(u"txtDispScale"_s, u"31"_s);
-    ApplicationSettings stored;
-    for (const auto& [answer, scale] :
-         {std::pair{MessageAnswer::No, stored.Displacement.Scale}, {MessageAnswer::Yes, 310}}) {
-        Dialogs::Testing::QueueAnswer(answer);
-        form.Click(u"cmdSetDefault"_s);
-        EXPECT_EQ(Dialogs::Testing::Asked().last().Flags, 292);
-        settingsStore::LoadDisplacementDefaults(stored.Displacement);
-        EXPECT_EQ(stored.Displacement.Scale, scale);
-    }
-    settingsStore::LoadVectorDefaults(stored.Vector);
-    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty());
-    EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(settings, before);
 }
 
 TEST_F(DialogTest, DrawSettingsPreviewRunsThroughTheRamp) {
