@@ -163,6 +163,7 @@ TEST_F(FrmMainPickingTest, TheFirstDroppedFileIsOpenedAfterTheDrop) {
     drop({QUrl::fromLocalFile(folder.Path(u"."_s))});
     expectMessage(u"無効なパラメータです。"_s, [] { QApplication::processEvents(); });
     EXPECT_EQ(mdApplication::Model.FileName, other);
+    std::filesystem::remove(NativePath::Of(other));
 }
 
 } // namespace
