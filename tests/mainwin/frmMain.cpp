@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QScrollBar>
+#include <QTimer>
 
 using mdApplication::Model;
 using mdApplication::Settings;
@@ -65,7 +66,6 @@ TEST_F(FrmMainTest, OpensTheFileOfTheCommandOrTheCommandLine) {
     EXPECT_EQ(window.windowTitle(), u"Velorin - model"_s);
     openPlate();
     EXPECT_EQ(window.windowTitle() + panel(3) + panel(4), u"Velorin - plate0.05100 %"_s);
-    EXPECT_GT(meshWidth(), 100);
 }
 
 TEST_F(FrmMainTest, UnusableFilesAreToldAndCloseTheOpenOne) {
@@ -89,22 +89,19 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
     QTest::keyClick(&window, Qt::Key_Down);
     openPlate();
     const int last = Model.StepCount - 1;
-    struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        int step;
-    } const strokes[] = {{Qt::Key_Up, Qt::NoModifier, 0},           {Qt::Key_Down, Qt::NoModifier, 1},
-                         {Qt::Key_Down, Qt::ControlModifier, last}, {Qt::Key_Down, Qt::NoModifier, last},
-                         {Qt::Key_Up, Qt::NoModifier, last - 1},    {Qt::Key_Left, Qt::NoModifier, last - 1},
-                         {Qt::Key_Up, Qt::ControlModifier, 0},      {Qt::Key_Down, Qt::AltModifier, 0},
-                         {Qt::Key_Down, Qt::ShiftModifier, 0}};
-    for (const auto& stroke : strokes) {
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> strokes[] = {
+        {Qt::Key_Up, Qt::NoModifier, 0},           {Qt::Key_Down, Qt::NoModifier, 1},
+        {Qt::Key_Down, Qt::ControlModifier, last}, {Qt::Key_Down, Qt::NoModifier, last},
+        {Qt::Key_Up, Qt::NoModifier, last - 1},    {Qt::Key_Left, Qt::NoModifier, last - 1},
+        {Qt::Key_Up, Qt::ControlModifier, 0},      {Qt::Key_Down, Qt::AltModifier, 0},
+        {Qt::Key_Down, Qt::ShiftModifier, 0}};
+    for (const auto& [key, modifiers, step] : strokes) {
         const int before = Model.CurrentStep;
         const QImage shown = picture->Image().copy();
-        QTest::keyClick(picture, stroke.key, stroke.modifiers);
-        EXPECT_EQ(Model.CurrentStep, stroke.step);
-        EXPECT_EQ(panel(3), QString::number((stroke.step + 1) * 0.05));
-        EXPECT_EQ(picture->Image() == shown, before == stroke.step);
+        QTest::keyClick(picture, key, modifiers);
+        EXPECT_EQ(Model.CurrentStep, step);
+        EXPECT_EQ(panel(3), QString::number((step + 1) * 0.05));
+        EXPECT_EQ(picture->Image() == shown, before == step);
     }
 }
 
@@ -204,6 +201,27 @@ TEST(WindowPlace, HoldsTheWindowWithinAScreen) {
     EXPECT_EQ(restored(1500, -400, 500, 600), QRect(1500, 0, 500, 600)) << "the title bar was out of reach";
     EXPECT_EQ(restored(-9000, 9000, 300, 200), QRect(0, 580, 300, 200)) << "the screen has gone";
     EXPECT_EQ(restored(10, 40, 99, 400), QRect()) << "never stored";
+}
+
+TEST_F(FrmMainTest, EscStopsAPaintAndThePictureBeforeStays) {
+    openFirst(folder.Write(twoSquares().Bytes()));
+    const QImage before = picture->Image().copy();
+    // Figures of a hundred corners all over the picture, more than any machine paints in half a second.
+    VrfBuilder file = twoSquares();
+    file.elements.assign(20000, {});
+    for (std::size_t e = 0; e < file.elements.size(); ++e)
+        for (std::size_t k = 0; k < 100; ++k)
+            file.elements[e].push_back(qint32((e * k + k * k) % 6 + 1));
+    file.steps = {{0, {}, std::vector<qint32>(file.elements.size(), 1), {{1, 2, 3, 4, 5, 6}, {}}}};
+    QTimer keys;
+    QObject::connect(&keys, &QTimer::timeout, [this] { QTest::keyClick(&window, Qt::Key_Escape); });
+    keys.start(50);
+    window.FirstStep(folder.Write(file.Bytes(), u"crowded.vrf"_s));
+    keys.stop();
+    EXPECT_EQ(find<QLabel>(u"stbStatus_1"_s)->text(), u"描画を中止しました。"_s);
+    EXPECT_EQ(picture->Image(), before);
+    QTest::mouseClick(picture, Qt::LeftButton, {}, picture->rect().center());
+    EXPECT_EQ(window.Selection.Count(), 0) << "what isn't painted can't be picked";
 }
 
 TEST_F(FrmMainTest, RecentFilesAreTrueNamesTheNewestFirst) {
