@@ -28,13 +28,12 @@ public:
         }
         return true;
     }
-    /// Whether the lines of element `e` are those of the one before, so that they change nothing.
+    /// Whether element `e` has the corners of the one before, which has left none of its lines to it: they are drawn.
     bool Repeats(const MeshData& mesh, std::int32_t e) const {
         if (!visible || e == 0 || mesh.Elements.ElementType.at(e - 1) < 0)
             return false;
-        const ElementRecord element = mesh.Elements[e], before = mesh.Elements[e - 1];
-        return std::ranges::equal(element.NodeIndex, before.NodeIndex) &&
-               std::ranges::equal(element.Neighbour, before.Neighbour) &&
+        const ElementRecord element = mesh.Elements[e];
+        return std::ranges::equal(element.NodeIndex, mesh.Elements[e - 1].NodeIndex) &&
                std::ranges::find(element.Neighbour, e - 1) == element.Neighbour.end();
     }
     void MoveTo(std::int32_t node) {
