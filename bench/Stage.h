@@ -16,6 +16,8 @@ public:
 
     /// One paint, by `painter` if there is one; `threads` as the raster device takes it.
     void Paint(int threads, const Painter& painter = {});
+    /// What was painted last.
+    const QImage& Picture() const { return picture; }
 
 private:
     QImage picture;

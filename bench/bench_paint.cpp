@@ -3,10 +3,12 @@
 #include "QuadMesh.h"
 #include "Stage.h"
 #include "Table.h"
+#include "platform/raster/PngFile.h"
 #include "view/scene/contour.h"
 #include "view/scene/legends.h"
 #include "view/scene/vectors.h"
 
+#include <QBuffer>
 #include <pthread.h>
 
 namespace {
@@ -79,6 +81,33 @@ void paint(benchmark::State& state, const Layer& layer) {
         state.SetLabel(layer.Budget);
 }
 
+/// The file of a picture beside the toolkit's; an element is a pixel.
+void encodePng(benchmark::State& state) {
+    Stage stage(QuadMesh::Opened(100000, 1));
+    stage.Paint(0);
+    const QImage& picture = stage.Picture();
+    Table::Measure(state, std::int64_t(picture.width()) * picture.height(),
+                   {[&] { benchmark::DoNotOptimize(PngContent(picture)); },
+                    [&] {
+                        QBuffer buffer;
+                        buffer.open(QIODevice::WriteOnly);
+                        picture.save(&buffer, "PNG");
+                    },
+                    {}});
+    state.SetLabel("0.35");
+}
+
+/// A vector picture of 1 % of the mesh beside that of the whole.
+void drawPart(benchmark::State& state, PictureFormat format) {
+    Stage whole(QuadMesh::Opened(100000, 1)), part(whole.Model);
+    part.ShowPart(0.01);
+    const auto draw = [format](Stage& stage) {
+        format({.Size = Stage::PictureSize}, [&stage](DeviceContext& device) { stage.Draw(device); });
+    };
+    Table::Measure(state, whole.Model.Mesh.ElementCount, {[&] { draw(part); }, [&] { draw(whole); }, {}});
+    state.SetLabel("0.5");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -87,5 +116,8 @@ int main(int argc, char** argv) {
             ->ArgNames({"", "cores", "view%"})
             ->ArgsProduct({{10000, 100000, 1000000}, {1, 2}, {100, 1}})
             ->UseManualTime();
+    benchmark::RegisterBenchmark("png", encodePng)->UseManualTime();
+    benchmark::RegisterBenchmark("pdf/part", drawPart, PdfPicture)->UseManualTime();
+    benchmark::RegisterBenchmark("svg/part", drawPart, SvgPicture)->UseManualTime();
     return Table::Main(argc, argv);
 }

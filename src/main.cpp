@@ -36,14 +36,15 @@ std::optional<StartUpFailure> InitializeApplication() {
     }
 }
 
-/// Ends the program as closing its window does. A window that is at work, or that ends a slide show first, is asked
-/// again.
-void End(frmMain& window) {
+/// Ends the program as closing its window does, whatever dialog is open, and notes it. A window that is at work, or
+/// that ends a slide show first, is asked again.
+void End(frmMain& window, bool& ended) {
     constexpr int patienceMs = 50;
-    if (window.close())
-        QCoreApplication::quit();
+    ended = window.close();
+    if (ended)
+        QCoreApplication::exit();
     else
-        QTimer::singleShot(patienceMs, &window, [&window] { End(window); });
+        QTimer::singleShot(patienceMs, &window, [&window, &ended] { End(window, ended); });
 }
 
 } // namespace
@@ -56,9 +57,12 @@ int EntryProcedure(QApplication& application) {
         return 1;
     }
     const EndSignals endSignals;
-    QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window] { End(*window); });
+    bool ended = false;
+    QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window, &ended] { End(*window, ended); });
     const QString notice = settingsStore::Notice();
     window->FirstStep(commandLine);
+    if (ended)
+        return 0;
     window->show();
     window->Tell(notice);
     return application.exec();

@@ -8,14 +8,9 @@
 
 JsonWriter::JsonWriter(QIODevice& target) : device(target) {}
 
-JsonWriter::~JsonWriter() {
-    buffer += '\n';
-    device.write(buffer);
-}
-
 void JsonWriter::flushWhenFull() {
     constexpr qsizetype enough = 1 << 20;
-    if (buffer.size() < enough)
+    if (buffer.size() < enough && depth > 0)
         return;
     device.write(buffer);
     buffer.clear();
@@ -31,11 +26,14 @@ void JsonWriter::open(char bracket) {
     separate();
     buffer += bracket;
     first = true;
+    ++depth;
 }
 
 void JsonWriter::close(char bracket) {
     buffer += bracket;
     first = false;
+    if (--depth == 0)
+        buffer += '\n';
     flushWhenFull();
 }
 

@@ -1,4 +1,5 @@
-// Writes JSON to a file as it comes, so that a large mesh never stands in memory as a document. Checks no nesting.
+// Writes JSON to a file as it comes, so that a large mesh never stands in memory as a document; it is whole, and ends
+// with its line, when the outermost object is ended. Checks no nesting.
 #pragma once
 
 #include <QIODevice>
@@ -8,7 +9,6 @@ class JsonWriter {
 public:
     /// Writes to `device`, which the caller owns and has opened.
     explicit JsonWriter(QIODevice& device);
-    ~JsonWriter();
     JsonWriter(const JsonWriter&) = delete;
     JsonWriter& operator=(const JsonWriter&) = delete;
 
@@ -44,4 +44,5 @@ private:
     QIODevice& device;
     QByteArray buffer;
     bool first = true;
+    int depth = 0; ///< objects and arrays that are open
 };

@@ -1,6 +1,7 @@
 #include "mainwin/ctlScene.h"
 
 #include "platform/raster/RasterDevice.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
 
 #include <QGridLayout>
@@ -57,10 +58,38 @@ void ctlScene::buildControls() {
 void ctlScene::Paint() {
     if (!session.IsOpen())
         return;
-    RasterDevice device(picScreen->ClearedImage(), picScreen->DotsPerInch());
-    session.Draw(device);
-    picScreen->Refresh();
-    emit Painted();
+    // Only a new size can ask for a paint while one goes on, and it wants the last word.
+    paintAgain = true;
+    if (painting)
+        return;
+    painting = true;
+    bool whole = true;
+    while (whole && std::exchange(paintAgain, false))
+        whole = paintSheet();
+    painting = paintAgain = false;
+    if (whole) {
+        picScreen->ShowSheet();
+        emit Painted();
+        return;
+    }
+    session.View.CoordConverter.reset();
+    session.View.NodePoints.clear();
+    session.View.ElementCentres.clear();
+    picScreen->RefreshLayer();
+    emit PaintStopped();
+}
+
+bool ctlScene::paintSheet() {
+    LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
+    RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
+    return work.Run([&](const LongWork::Progress& progress) {
+        device.GoesOn = [&progress] { return progress(0, 0); };
+        try {
+            session.Draw(device);
+        } catch (const DrawingStopped&) {
+            // Run tells.
+        }
+    });
 }
 
 const QImage& ctlScene::Picture() const {
@@ -69,8 +98,8 @@ const QImage& ctlScene::Picture() const {
 
 void ctlScene::Clear() {
     session.View.CoordConverter.reset();
-    picScreen->ClearedImage();
-    picScreen->Refresh();
+    picScreen->BlankSheet();
+    picScreen->ShowSheet();
 }
 
 void ctlScene::SetZoom(int value) {

@@ -19,7 +19,8 @@ public:
     ctlScene(Session& session, clsMouse& selection, QWidget* parent = nullptr);
     ~ctlScene() override;
 
-    /// Paints the scene anew; nothing without an open file.
+    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc: the picture before
+    /// then stays, and nothing can be picked in it.
     void Paint();
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
@@ -37,6 +38,9 @@ public:
 
 signals:
     void Painted();
+    /// How a paint that takes long gets on; empty at its end.
+    void Progress(const QString& text);
+    void PaintStopped();
     /// Zoom and scroll bars have changed; the picture follows.
     void Zoomed();
     /// The world coordinates under the mouse, as text.
@@ -49,6 +53,7 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
+    bool paintSheet();
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
     void updateScrollBars();
@@ -70,6 +75,7 @@ private:
 
     Session& session;
     clsMouse& selection;
+    bool painting = false, paintAgain = false;
     PictureBox* picScreen = nullptr;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size

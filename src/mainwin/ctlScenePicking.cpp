@@ -47,7 +47,7 @@ void ctlScene::connectPicking() {
 }
 
 bool ctlScene::takesMouse() const {
-    return session.IsOpen() && !session.SlideShow.SlideShowRunning;
+    return session.IsOpen() && !session.SlideShow.SlideShowRunning && !painting;
 }
 
 int ctlScene::screenWidth() const {
@@ -120,6 +120,8 @@ void ctlScene::cancelDrag() {
 
 /// Marks and band stand over the picture and never in it: copies, pages and films show the scene alone.
 void ctlScene::paintLayer(DeviceContext& device) {
+    if (painting)
+        return;
     mdPicking::DrawSelection(device, session.Model, session.View, selection,
                              mdPicking::NodeMarkSize(picScreen->PixelSize().Width, screenWidth()));
     if (session.View.Dragging)

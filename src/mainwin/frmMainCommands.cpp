@@ -9,6 +9,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
 #include "result/windows/frmProperties.h"
@@ -29,6 +30,9 @@ using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
 void frmMain::ExecuteCommand(const QString& tool) {
+    // Assistive tools reach commands also while the mouse and the keyboard don't.
+    if (LongWork::IsRunning())
+        return;
     forgetTold();
     const FamilyRow* family = commandTable::FamilyOf(tool);
     if (family && family->act)
@@ -64,7 +68,7 @@ void frmMain::updateCommandState() {
 }
 
 void frmMain::onComboSelection(const QString& combo) {
-    if (updatingUi)
+    if (updatingUi || LongWork::IsRunning())
         return;
     forgetTold();
     if (const CommandRow* row = commandTable::Find(combo); row && row->act)

@@ -5,7 +5,7 @@
 namespace {
 constexpr qint64 mostBytes = 16 << 20;
 constexpr qsizetype nodeCost = 16;
-constexpr qsizetype mostCost = nodeCost << 20;
+constexpr qsizetype mostCost = nodeCost << 18;
 
 /// Without the blanks at both ends; no other white space counts here.
 QStringView trimmed(QStringView text) {

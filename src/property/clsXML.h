@@ -48,7 +48,7 @@ public:
 
     /// Reads a file anew. False when it gave no element, or when a closing tag stands at the top level; the tree then
     /// holds what was read before it. Work and memory grow with the file's size alone and end at a fixed limit, far
-    /// above what such a file needs: 16 MB read, about a million nodes. What lies beyond counts as not there.
+    /// above what such a file needs: 16 MB read, a quarter of a million nodes. What lies beyond counts as not there.
     bool Load(const QString& path);
 
 private:

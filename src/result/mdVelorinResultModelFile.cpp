@@ -1,6 +1,7 @@
 // What follows from a file's content once it is open, whatever format it came in.
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/Lists.h"
 #include "result/readers/VrfReader.h"
 
 #include <QFileInfo>
@@ -29,9 +30,9 @@ void deriveFromElements(MeshData& mesh) {
     ElementTable& elements = mesh.Elements;
     NodeTable& nodes = mesh.Nodes;
     const std::int32_t* nodeIndex = elements.NodeIndex.constData();
-    elements.CentreX.resize(mesh.ElementCount);
-    elements.CentreY.resize(mesh.ElementCount);
-    nodes.FirstEntry.fill(0, mesh.NodeCount + 1);
+    elements.CentreX = listOf<float>(mesh.ElementCount);
+    elements.CentreY = listOf<float>(mesh.ElementCount);
+    nodes.FirstEntry = listOf<std::int32_t>(mesh.NodeCount + 1);
     std::int32_t* firstEntry = nodes.FirstEntry.data();
     for (qsizetype i = 0; i < elements.NodeIndex.size(); ++i)
         if (isNodeOf(mesh, nodeIndex[i]))
@@ -41,8 +42,8 @@ void deriveFromElements(MeshData& mesh) {
     for (std::int32_t i = 0; i < mesh.NodeCount; ++i)
         entries += std::exchange(firstEntry[i + 1], entries);
 
-    nodes.ElementIndex.resize(entries);
-    nodes.CornerIndex.resize(entries);
+    nodes.ElementIndex = listOf<std::int32_t>(entries);
+    nodes.CornerIndex = listOf<std::int32_t>(entries);
     std::int32_t* elementIndex = nodes.ElementIndex.data();
     std::int32_t* cornerIndex = nodes.CornerIndex.data();
     float* centreX = elements.CentreX.data();
@@ -79,15 +80,15 @@ void takeOverMesh(const ResultContent& content, MeshData& mesh) {
     NodeTable& nodes = mesh.Nodes;
     nodes.X = content.NodeX;
     nodes.Y = content.NodeY;
-    nodes.Value.resize(mesh.NodeCount);
+    nodes.Value = listOf<float>(mesh.NodeCount);
     nodes.ReferenceValue = nodes.Value;
-    nodes.Active.resize(mesh.NodeCount);
+    nodes.Active = listOf<std::uint8_t>(mesh.NodeCount);
     mesh.ElementCount = std::int32_t(content.FirstCorner.size()) - 1;
     ElementTable& elements = mesh.Elements;
-    elements.ElementType.resize(mesh.ElementCount);
+    elements.ElementType = listOf<std::int32_t>(mesh.ElementCount);
     elements.FirstCorner = content.FirstCorner;
     elements.NodeIndex = content.NodeIndex;
-    elements.Neighbour.fill(-1, elements.NodeIndex.size());
+    elements.Neighbour = listOf(elements.NodeIndex.size(), -1);
 }
 
 ResultModel modelOf(const ResultContent& content, const QString& earlierTitle) {

@@ -3,6 +3,7 @@
 // so the nodes can be shared out over the cores.
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/Lists.h"
 #include "platform/base/Parallel.h"
 
 #include <algorithm>
@@ -140,7 +141,7 @@ void joinEdgesWithoutNode(const Topology& mesh, std::int32_t elementCount) {
 }
 
 QList<std::uint64_t> existenceOf(const MeshData& mesh) {
-    QList<std::uint64_t> bits((mesh.ElementCount + 63) / 64);
+    QList<std::uint64_t> bits = listOf<std::uint64_t>((mesh.ElementCount + 63) / 64);
     const std::int32_t* types = mesh.Elements.ElementType.constData();
     std::uint64_t* target = bits.data();
     for (std::int32_t e = 0; e < mesh.ElementCount; ++e)
@@ -156,7 +157,7 @@ void BuildElementNeighbours(MeshData& mesh) {
         return;
     mesh.NeighbourBasis = existence;
     ElementTable& elements = mesh.Elements;
-    elements.Neighbour.fill(-1, elements.NodeIndex.size());
+    elements.Neighbour = listOf(elements.NodeIndex.size(), -1);
 
     Topology topology = {mesh.NodeCount,
                          elements.ElementType.constData(),

@@ -2,6 +2,8 @@
 #include "result/elementValues.h"
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/Lists.h"
+
 namespace mdVelorinResultModel {
 
 namespace {
@@ -13,7 +15,7 @@ ItemValues itemAt(const QList<ItemValues>& items, std::int32_t item) {
 ItemValues valuesOfLength(std::int32_t count) {
     ItemValues values;
     values.Count = count;
-    values.Values = QList<float>(std::max(count, 0));
+    values.Values = listOf<float>(std::max(count, 0));
     return values;
 }
 
@@ -31,7 +33,7 @@ ItemValues displacement(const ResultModel& model, std::int32_t item, bool differ
         return current;
     ValueBounds bounds;
     const qsizetype count = std::min(current.Values.size(), reference.Values.size());
-    float* result = current.Values.data();
+    float* result = ownData(current.Values);
     for (qsizetype i = 0; i < count; ++i) {
         result[i] -= reference.Values.at(i);
         bounds.Take(result[i]);
@@ -52,7 +54,7 @@ QList<float> unpackOntoElements(const ItemValues& values, const MeshData& mesh, 
         if (differences == 0)
             return values.Values;
     }
-    QList<float> onElements(mesh.ElementCount);
+    QList<float> onElements = listOf<float>(mesh.ElementCount);
     float* target = onElements.data();
     qsizetype next = 0;
     for (std::int32_t e = 0; e < mesh.ElementCount && next < values.Values.size(); ++e)
@@ -66,13 +68,14 @@ ItemValues GetItemValues(std::int32_t item, const ResultModel& model, bool diffe
     if (!difference)
         return result;
     const QList<float> reference = itemAt(model.ReferenceItemData, item).Values;
+    float* values = ownData(result.Values);
     ValueBounds bounds;
     float latest = 0;
     for (qsizetype i = 0; i < result.Values.size(); ++i) {
         // Where the reference has no such value the latest difference stands in for it.
         if (i < reference.size())
-            latest = result.Values.at(i) - reference.at(i);
-        result.Values[i] = latest;
+            latest = values[i] - reference.at(i);
+        values[i] = latest;
         bounds.Take(latest);
     }
     bounds.StoreCorrectedIn(result);

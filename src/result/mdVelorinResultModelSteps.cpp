@@ -3,6 +3,7 @@
 #include "result/elementValues.h"
 #include "result/mdVelorinResultModel.h"
 
+#include "platform/base/Lists.h"
 #include "platform/base/Parallel.h"
 
 namespace mdVelorinResultModel {
@@ -20,7 +21,7 @@ struct Piece {
 /// A list of `count` values to write to; keeps its memory from step to step when nobody else holds it.
 float* writableValues(QList<float>& values, qsizetype count) {
     if (!values.isDetached() || values.size() != count)
-        values = QList<float>(count);
+        values = listOf<float>(count);
     return values.data();
 }
 
@@ -30,8 +31,9 @@ std::vector<Piece> layOutItems(std::int32_t step, ResultModel& model) {
     constexpr std::int32_t valuesPerPiece = 32768;
     std::vector<Piece> pieces;
     model.ItemData.resize(model.ItemCount);
+    ItemValues* items = ownData(model.ItemData);
     for (std::int32_t i = 0; i < model.ItemCount; ++i) {
-        ItemValues& item = model.ItemData[i];
+        ItemValues& item = items[i];
         item.Count = model.Source->ValueCount(step, i);
         item.MaxValue = item.MinValue = 0;
         if (item.Count < 1) {
@@ -79,7 +81,7 @@ void findActiveNodes(MeshData& mesh) {
     const std::int32_t* types = mesh.Elements.ElementType.constData();
     const std::int32_t* firstEntry = mesh.Nodes.FirstEntry.constData();
     const std::int32_t* elements = mesh.Nodes.ElementIndex.constData();
-    std::uint8_t* active = mesh.Nodes.Active.data();
+    std::uint8_t* active = ownData(mesh.Nodes.Active);
     const bool allExist = allElementsExist(mesh);
     parallelStretches(mesh.NodeCount, [&](std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i < last; ++i)
@@ -97,7 +99,7 @@ bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
         return false;
     }
     QList<std::int32_t>& types = model.Mesh.Elements.ElementType;
-    model.Source->ReadTypes(step, 0, {types.data(), std::size_t(types.size())});
+    model.Source->ReadTypes(step, 0, {ownData(types), std::size_t(types.size())});
     findActiveNodes(model.Mesh);
     readItems(step, model);
     model.CurrentStep = step;
@@ -107,7 +109,7 @@ bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
 void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
     MeshData& mesh = model.Mesh;
     if (item < 0 || item >= model.ItemCount || item >= model.ItemData.size()) {
-        mesh.Nodes.Value.fill(0);
+        mesh.Nodes.Value = listOf<float>(mesh.NodeCount);
         mesh.MaxValue = mesh.MinValue = 0;
         model.CurrentItem = -1;
         return;
@@ -119,7 +121,7 @@ void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
             mesh.Nodes.Value = values.Values;
         else
             std::copy_n(values.Values.constData(), std::min<qsizetype>(values.Values.size(), mesh.NodeCount),
-                        mesh.Nodes.Value.data());
+                        ownData(mesh.Nodes.Value));
         mesh.MaxValue = values.MaxValue;
         mesh.MinValue = values.MinValue;
     } else {
@@ -145,8 +147,8 @@ void ClearReference(ResultModel& model) {
     model.ReferenceStep = -1;
     ItemValues zeros;
     zeros.Count = model.Mesh.NodeCount;
-    zeros.Values = QList<float>(zeros.Count);
-    model.ReferenceItemData.fill(zeros, model.ItemCount);
+    zeros.Values = listOf<float>(zeros.Count);
+    model.ReferenceItemData = listOf(model.ItemCount, zeros);
 }
 
 void KeepReference(ResultModel& model) {

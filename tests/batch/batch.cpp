@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QImage>
 #include <limits>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -220,6 +222,37 @@ TEST_F(BatchTest, UnusableInputIsOneLineFromThePathOn) {
         expectUnusable(u"mesh FILE"_s, path, badFormat);
     }
 }
+
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(BatchTest, LittleMemoryEndsTheWorkAndNotTheProgram) {
+    constexpr int nodes = 200000;
+    VrfBuilder file = twoSquares();
+    file.nodes.resize(nodes);
+    for (VrfBuilder::Step& step : file.steps)
+        step.values[0].resize(nodes, 1);
+    path = folder.Write(file.Bytes());
+    const QString lines[] = {u"info FILE"_s,
+                             u"mesh FILE --step 2"_s,
+                             u"values FILE --step 2 --item 1 --reference 1 --query displacement-x --json"_s,
+                             u"values FILE --step 2 --item 1 --reference 1 --query item"_s,
+                             u"graph FILE --type history --item 1 --nodes 1-200000 -o "_s + folder.Path(u"o.csv"_s),
+                             u"render FILE --set value/disp=True --no-property -o "_s + folder.Path(u"o.trace"_s)};
+    const qint64 pagesTaken = TestFolder::Read(u"/proc/self/statm"_s).split(' ').front().toLongLong();
+    rlimit usual{};
+    getrlimit(RLIMIT_AS, &usual);
+    int stopped = 0;
+    for (int mebibytes = 1; mebibytes < 24; mebibytes += 2)
+        for (const QString& line : lines) {
+            const rlimit tight{rlim_t(pagesTaken * sysconf(_SC_PAGESIZE)) + (rlim_t(mebibytes) << 20), usual.rlim_max};
+            setrlimit(RLIMIT_AS, &tight);
+            const int status = run(line);
+            setrlimit(RLIMIT_AS, &usual);
+            EXPECT_TRUE(status == 0 || errors == "velorin-batch: out of memory\n") << errors.constData();
+            stopped += status;
+        }
+    EXPECT_GT(stopped, 10);
+}
+#endif
 
 TEST_F(BatchTest, AnOutputThatCannotBeWrittenIsTold) {
     for (const char* line :

@@ -21,14 +21,9 @@ struct FrmMainPickingTest : WindowTest {
         Settings.Contour.Legend = Settings.Vector.Legend = false;
         window.repaint();
     }
-    /// Where a world position is to be seen: the world's whole width is fitted into the picture, or its whole height.
     QPoint at(double x, double y) {
-        const PlotRect& world = window.DocPlotter().Window();
-        const double across = picture->width() / double(world.Width());
-        const double down = picture->height() / -double(world.Height());
-        const double scale = std::min(across, down);
-        return {qRound(picture->width() * 0.5 + (x - double(world.CentreX())) * scale),
-                qRound(picture->height() * 0.5 - (y - double(world.CentreY())) * scale)};
+        const DevicePoint place = mdApplication::Current.View.CoordConverter->WorldToDevice(float(x), float(y));
+        return {place.X, place.Y};
     }
     Ids selected() const {
         Ids ids;
@@ -36,16 +31,13 @@ struct FrmMainPickingTest : WindowTest {
             ids.push_back(window.Selection.Item(i));
         return ids;
     }
-    Ids click(QPoint place, Qt::KeyboardModifiers keys = {}) {
-        QTest::mouseClick(picture, Qt::LeftButton, keys, place);
-        return selected();
-    }
     Ids drag(QPoint from, QPoint to, Qt::KeyboardModifiers keys = {}) {
         QTest::mousePress(picture, Qt::LeftButton, keys, from);
         move(to);
         QTest::mouseRelease(picture, Qt::LeftButton, keys, to);
         return selected();
     }
+    Ids click(QPoint place, Qt::KeyboardModifiers keys = {}) { return drag(place, place, keys); }
     void move(QPoint to) {
         QMouseEvent event(QEvent::MouseMove, to, picture->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
         QApplication::sendEvent(picture, &event);
@@ -58,29 +50,24 @@ struct FrmMainPickingTest : WindowTest {
 };
 
 TEST_F(FrmMainPickingTest, ClickAndDragPickWithShiftAndCtrl) {
+    constexpr auto shift = Qt::ShiftModifier, ctrl = Qt::ControlModifier;
     EXPECT_EQ(click(at(1, 0)), Ids{1});
-    EXPECT_EQ(click(at(2, 1), Qt::ShiftModifier), (Ids{1, 5}));
-    EXPECT_EQ(click(at(1, 0), Qt::ControlModifier), Ids{5});
-    EXPECT_EQ(click(at(2, 1), Qt::ControlModifier | Qt::ShiftModifier), Ids{5}) << "Shift wins";
+    EXPECT_EQ(click(at(2, 1), shift), (Ids{1, 5}));
+    EXPECT_EQ(click(at(1, 0), ctrl), Ids{5});
+    EXPECT_EQ(click(at(2, 1), ctrl | shift), Ids{5}) << "Shift wins";
     EXPECT_EQ(drag(at(-0.2, -0.2), at(1.2, 0.2)), (Ids{0, 1}));
-    EXPECT_EQ(drag(at(2.05, 1.1), at(0.8, -0.1), Qt::ControlModifier), (Ids{0, 2, 4, 5}));
-    EXPECT_EQ(drag(at(-0.1, 0.9), at(0.1, 1.1), Qt::ShiftModifier), (Ids{0, 2, 3, 4, 5}));
+    EXPECT_EQ(drag(at(2.05, 1.1), at(0.8, -0.1), ctrl), (Ids{0, 2, 4, 5}));
+    EXPECT_EQ(drag(at(-0.1, 0.9), at(0.1, 1.1), shift), (Ids{0, 2, 3, 4, 5}));
+    // A click where it ends while it is shorter than the tolerance, which is 2 on so narrow a screen; else a rectangle
+    // with 2 around it. A click reaches 4.
+    for (const auto& [from, to, picked] : {std::tuple(QPoint(5, 0), QPoint(4, 1), Ids{}),
+                                           {{5, 0}, {4, 0}, {1}},
+                                           {{5, 0}, {3, 0}, {}},
+                                           {{4, 0}, {3, 2}, {}},
+                                           {{4, 0}, {2, 0}, {1}}})
+        EXPECT_EQ(drag(at(1, 0) + from, at(1, 0) + to), picked);
     mdApplication::Model.CurrentItem = 1;
     EXPECT_EQ(click(at(1.5, 0.5)), Ids{1});
-}
-
-TEST_F(FrmMainPickingTest, ShortDragsAreClicksWhereTheyEnd) {
-    // The offscreen screen and the window are narrower than 1250 pixels: a tolerance of 2.
-    const struct {
-        QPoint from, to;
-        Ids picked;
-    } drags[] = {{{5, 0}, {4, 1}, {}},  // 4.1 away
-                 {{5, 0}, {4, 0}, {1}}, // as far as a click reaches
-                 {{5, 0}, {3, 0}, {}},  // a rectangle, with 2 around it
-                 {{4, 0}, {3, 2}, {}},  // upright as well
-                 {{4, 0}, {2, 0}, {1}}};
-    for (const auto& d : drags)
-        EXPECT_EQ(drag(at(1, 0) + d.from, at(1, 0) + d.to), d.picked);
 }
 
 TEST_F(FrmMainPickingTest, MarksAndBandStandOverThePictureOnly) {
@@ -127,16 +114,16 @@ TEST_F(FrmMainPickingTest, ALostReleaseEndsTheDragWithoutAPick) {
 }
 
 TEST_F(FrmMainPickingTest, ThePopupComesByMouseAndKeys) {
-    const auto* popup = find<QMenu>(u"pbPopup"_s);
-    for (const std::function<void()>& ask :
-         {std::function<void()>([this] { QTest::mouseClick(picture, Qt::RightButton); }),
-          {[this] { QTest::keyClick(picture, Qt::Key_Menu); }},
-          {[this] { QTest::keyClick(picture, Qt::Key_F10, Qt::ShiftModifier); }}}) {
-        ask();
+    const auto expectPopup = [popup = find<QMenu>(u"pbPopup"_s)] {
         EXPECT_TRUE(popup->isVisible());
-        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-        EXPECT_FALSE(popup->isVisible());
-    }
+        popup->hide();
+    };
+    QTest::mouseClick(picture, Qt::RightButton);
+    expectPopup();
+    QTest::keyClick(picture, Qt::Key_Menu);
+    expectPopup();
+    QTest::keyClick(picture, Qt::Key_F10, Qt::ShiftModifier);
+    expectPopup();
 }
 
 TEST_F(FrmMainPickingTest, AFileOpenedAnewBeginsWithoutSelection) {

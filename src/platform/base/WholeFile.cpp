@@ -102,7 +102,8 @@ void WholeFile::open(const QString& path) {
         // hand a file on to others.
         const bool handedOn = ::fchown(handle, earlier.st_uid, earlier.st_gid) == 0;
         const mode_t others = handedOn ? 07777 : 0777;
-        if (::fchmod(handle, earlier.st_mode & others) != 0)
+        // Some file systems know no permissions, and so none to lose.
+        if (::fchmod(handle, earlier.st_mode & others) != 0 && errno != EPERM && errno != ENOTSUP)
             fail(errno);
     }
 }

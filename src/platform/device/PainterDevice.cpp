@@ -56,6 +56,16 @@ PainterDevice::PainterDevice(QPainter& activePainter, int width, int height, int
 }
 
 PainterDevice::~PainterDevice() {
+    try {
+        Finish();
+    } catch (const std::bad_alloc&) {
+        // Most likely another such exception is on its way, and two of them would end the program.
+    }
+}
+
+void PainterDevice::Finish() {
+    if (std::exchange(finished, true))
+        return;
     flushLines();
     painter.restore();
 }

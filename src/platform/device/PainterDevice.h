@@ -24,6 +24,9 @@ class PainterDevice final : public StatefulDevice {
 public:
     PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY);
     ~PainterDevice() override;
+    /// Draws what has been collected and leaves the painter as it was found; nothing may be drawn afterwards. The
+    /// device does it by itself when it goes, but can't tell then that there was no memory.
+    void Finish();
     PainterDevice(const PainterDevice&) = delete;
     PainterDevice& operator=(const PainterDevice&) = delete;
 
@@ -62,4 +65,5 @@ private:
     Pen linesPen;
     DevicePoint linesEnd;
     QPolygonF corners; ///< kept for its memory
+    bool finished = false;
 };

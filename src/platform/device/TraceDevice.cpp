@@ -10,8 +10,8 @@ namespace {
 /// Puts one line together at the end of a trace. A mesh gives millions of lines, hence no streams and no formats.
 class Line {
 public:
-    Line(QByteArray& lines, QByteArrayView name) : trace(lines) { trace += name; }
-    ~Line() { trace += '\n'; }
+    Line(CollectedBytes& lines, QByteArrayView name) : trace(lines) { trace.Append(name); }
+    ~Line() { trace.Append("\n"); }
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
 
@@ -19,14 +19,14 @@ public:
         char digits[16];
         digits[0] = ' ';
         const auto end = std::to_chars(digits + 1, digits + sizeof digits, value).ptr;
-        trace.append(digits, end - digits);
+        trace.Append({digits, end});
         return *this;
     }
     Line& Color(ColorRef color) {
         char digits[] = " 0x00000000";
         for (int i = 10; i > 2; --i, color >>= 4)
             digits[i] = "0123456789abcdef"[color & 15];
-        trace.append(digits, sizeof digits - 1);
+        trace.Append({digits, sizeof digits - 1});
         return *this;
     }
     Line& Points(std::span<const DevicePoint> points) {
@@ -38,25 +38,26 @@ public:
     Line& Quoted(const QString& text);
 
 private:
-    QByteArray& trace;
+    CollectedBytes& trace;
 };
 
 Line& Line::Quoted(const QString& text) {
-    trace += " \"";
+    QByteArray quoted = " \"";
     for (const char c : text.toUtf8()) {
         constexpr QByteArrayView plain = "\"\\\b\f\n\r\t", escaped = "\"\\bfnrt";
         if (const qsizetype at = plain.indexOf(c); at >= 0) {
-            trace += '\\';
-            trace += escaped[at];
+            quoted += '\\';
+            quoted += escaped[at];
         } else if (static_cast<unsigned char>(c) < 0x20) {
-            trace += "\\u00";
-            trace += "0123456789abcdef"[c >> 4];
-            trace += "0123456789abcdef"[c & 15];
+            quoted += "\\u00";
+            quoted += "0123456789abcdef"[c >> 4];
+            quoted += "0123456789abcdef"[c & 15];
         } else {
-            trace += c;
+            quoted += c;
         }
     }
-    trace += '"';
+    quoted += '"';
+    trace.Append(quoted);
     return *this;
 }
 } // namespace

@@ -2,9 +2,8 @@
 // their calls. Its text measures are fixed, so a trace is the same on every system.
 #pragma once
 
+#include "platform/base/CollectedBytes.h"
 #include "platform/device/DeviceState.h"
-
-#include <QByteArray>
 
 /// A line is the call's name and its integers; colours are 0x00BBGGRR in eight small hex digits, texts JSON strings in
 /// UTF-8. Pens and brushes that are ready-made ones are written by their number. Select calls are written also when
@@ -13,8 +12,8 @@ class TraceDevice final : public StatefulDevice {
 public:
     TraceDevice(int width, int height, int dotsPerInch = 96);
 
-    /// All lines so far, each ended by a line feed.
-    const QByteArray& Trace() const { return trace; }
+    /// All lines so far, each ended by a line feed. Throws std::bad_alloc when the memory did not hold them.
+    const QByteArray& Trace() const { return trace.Whole(); }
 
     void SaveDC() override;
     void RestoreDC() override;
@@ -45,5 +44,5 @@ public:
     bool ShowsEveryCall() const override { return true; }
 
 private:
-    QByteArray trace;
+    CollectedBytes trace;
 };

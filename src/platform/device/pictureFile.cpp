@@ -4,7 +4,7 @@
 #include "platform/device/SvgDevice.h"
 #include "platform/device/TraceDevice.h"
 
-#include <QBuffer>
+#include <QIODevice>
 #include <QPainter>
 #include <QPdfWriter>
 
@@ -12,6 +12,21 @@ namespace {
 PictureEncoding asItIs(const QByteArray& bytes) {
     return [bytes] { return PictureContent{bytes, {}}; };
 }
+
+/// Takes a document without ever throwing in the midst of the toolkit's work.
+class DocumentOutput final : public QIODevice {
+public:
+    const QByteArray& Whole() const { return bytes.Whole(); }
+
+private:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 count) override {
+        bytes.Append({data, count});
+        return count;
+    }
+
+    CollectedBytes bytes;
+};
 
 /// The units of vector output: lines as thin as a pen may be, and points where they are.
 struct Units {
@@ -36,22 +51,29 @@ PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
 
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    {
-        QPdfWriter writer(&buffer);
-        writer.setResolution(units.PerInch);
-        writer.setPageMargins({0, 0, 0, 0});
-        constexpr double pointsPerInch = 72;
-        writer.setPageSize(QPageSize(QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch,
-                                     QPageSize::Point, QString(), QPageSize::ExactMatch));
-        writer.setTitle(file.Title);
-        writer.setCreator(u"Velorin"_s);
-        QPainter painter(&writer);
-        PainterDevice device(painter, units.Width, units.Height, units.PerInch, units.PerInch);
+    DocumentOutput output;
+    output.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    auto writer = std::make_unique<QPdfWriter>(&output);
+    writer->setResolution(units.PerInch);
+    writer->setPageMargins({0, 0, 0, 0});
+    constexpr double pointsPerInch = 72;
+    writer->setPageSize(QPageSize(QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch, QPageSize::Point,
+                                  QString(), QPageSize::ExactMatch));
+    writer->setTitle(file.Title);
+    writer->setCreator(u"Velorin"_s);
+    auto painter = std::make_unique<QPainter>(writer.get());
+    try {
+        PainterDevice device(*painter, units.Width, units.Height, units.PerInch, units.PerInch);
         paint(device);
+        device.Finish();
+        painter->end();
+    } catch (const std::bad_alloc&) {
+        // They would write the document's end as they go, and end the program when there is no memory for that either.
+        (void)painter.release();
+        (void)writer.release();
+        throw;
     }
-    return asItIs(buffer.data());
+    return asItIs(output.Whole());
 }
 
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint) {

@@ -1,11 +1,16 @@
 #include "platform/raster/RasterDevice.h"
 
 #include "platform/base/Parallel.h"
+#include "platform/device/Rings.h"
 #include "platform/raster/PictureStretch.h"
+
+#include <numeric>
 
 namespace {
 /// Fewer steps or points than this are drawn sooner than a thread is started.
 constexpr std::size_t smallestSharedWork = 4000;
+/// So many are drawn before the next question whether to go on.
+constexpr std::size_t figuresAtOnce = 256, stepsAtOnce = 8192;
 
 auto rowsOf(std::span<const DevicePoint> points) {
     return [points](std::size_t i) { return points[i].Y; };
@@ -20,8 +25,14 @@ RasterDevice::RasterDevice(QImage& picture, int dotsPerInch, int threadLimit)
           {picture.width(), picture.height(), dotsPerInch > 0 ? dotsPerInch : 96, dotsPerInch > 0 ? dotsPerInch : 96}),
       image(picture), threads(threadLimit > 0 ? threadLimit : coreCount()) {}
 
+void RasterDevice::stopIfAsked() const {
+    if (GoesOn && !GoesOn())
+        throw DrawingStopped();
+}
+
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
 PixelSurface RasterDevice::surface() {
+    stopIfAsked();
     closeText();
     if (image.format() != QImage::Format_RGB32 && image.format() != QImage::Format_ARGB32_Premultiplied)
         return {};
@@ -111,7 +122,10 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
     PathPosition end = state.Position;
     parallelFor(int(parts.size()), [&](int i) {
         PathPosition at = state.Position;
-        figuresOn(parts[std::size_t(i)]).Lines(at, points, steps);
+        for (auto rest = steps; !rest.empty(); rest = rest.subspan(std::min(stepsAtOnce, rest.size()))) {
+            stopIfAsked();
+            figuresOn(parts[std::size_t(i)]).Lines(at, points, rest.first(std::min(stepsAtOnce, rest.size())));
+        }
         if (i == 0)
             end = at;
     });
@@ -119,7 +133,17 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
 }
 
 void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
-    drawShared(points, [&](const FigurePainter& part) { part.Polygons(points, counts); });
+    drawShared(points, [&](const FigurePainter& part) {
+        auto corners = points;
+        for (auto rest = completeRings(points, counts); !rest.empty();) {
+            stopIfAsked();
+            const auto some = rest.first(std::min(figuresAtOnce, rest.size()));
+            const auto size = std::size_t(std::reduce(some.begin(), some.end()));
+            part.Polygons(corners.first(size), some);
+            corners = corners.subspan(size);
+            rest = rest.subspan(some.size());
+        }
+    });
 }
 
 void RasterDevice::Rectangles(std::span<const DeviceRect> rects) {

@@ -13,6 +13,9 @@
 #include <optional>
 #include <vector>
 
+/// Thrown out of a drawing that is not to go on.
+struct DrawingStopped {};
+
 /// Draws into the caller's image of format RGB32 or ARGB32_Premultiplied and device pixel ratio 1; any other image
 /// stays as it is. Drawn pixels are opaque. The image must outlive the device and may be read between calls, but not be
 /// replaced. Raster modes hold for lines and areas; text and `FillRect` always cover. The gaps of hatch patterns and
@@ -21,6 +24,10 @@ class RasterDevice : public StatefulDevice {
 public:
     /// `threadLimit`: threads that a batch may use, 0 for one a core.
     RasterDevice(QImage& picture, int dotsPerInch, int threadLimit = 0);
+
+    /// When set it is asked between figures, on any thread that draws them; after a no the call throws
+    /// `DrawingStopped`, and what the image then shows is of no use.
+    std::function<bool()> GoesOn;
 
     void LineTo(DevicePoint point) override;
     void Polyline(std::span<const DevicePoint> points) override;
@@ -46,6 +53,7 @@ private:
     };
 
     PixelSurface surface();
+    void stopIfAsked() const;
     FigurePainter figures() { return figuresOn(surface()); }
     FigurePainter figuresOn(const PixelSurface& part) const;
     template<class RowOf>

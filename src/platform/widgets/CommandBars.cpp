@@ -1,17 +1,12 @@
 #include "platform/widgets/CommandBars.h"
 
+#include "platform/widgets/CommandControls.h"
+
 #include <QAction>
-#include <QComboBox>
-#include <QCoreApplication>
-#include <QEvent>
 #include <QIcon>
-#include <QLabel>
 #include <QMainWindow>
-#include <QMenu>
 #include <QMenuBar>
-#include <QMouseEvent>
 #include <QRegularExpression>
-#include <QStatusTipEvent>
 #include <QStringListModel>
 #include <QToolBar>
 #include <QWidgetAction>
@@ -69,69 +64,6 @@ void setCaption(QAction& action, const QString& caption) {
     action.setToolTip(key.isEmpty() ? plain : plain + u" ("_s + key + u')');
 }
 
-/// The wheel over a closed list belongs to what lies around it.
-class WheelRefuser : public QObject {
-public:
-    using QObject::QObject;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::Wheel)
-            return false;
-        event->ignore();
-        return true;
-    }
-};
-
-/// A menu tells what the entry under the mouse does by itself only when the entry is enabled.
-class DisabledHints : public QObject {
-public:
-    DisabledHints(QMenu& watched, QWidget& told) : QObject(&watched), menu(watched), window(told) {
-        menu.installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::MouseMove)
-            show(menu.actionAt(static_cast<QMouseEvent*>(event)->position().toPoint()));
-        else if (event->type() == QEvent::Leave || event->type() == QEvent::Hide)
-            show(nullptr);
-        return false;
-    }
-
-private:
-    void show(const QAction* action) {
-        const QString hint = action && !action->isEnabled() ? action->statusTip() : QString();
-        if (hint == shown)
-            return;
-        shown = hint;
-        // Posted, since the menu itself is about to say that there is nothing to be told.
-        QCoreApplication::postEvent(&window, new QStatusTipEvent(hint));
-    }
-
-    QMenu& menu;
-    QWidget& window;
-    QString shown;
-};
-
-QColor between(const QColor& one, const QColor& other, double shareOfOther) {
-    const auto mixed = [=](int a, int b) { return int(std::lround(a + (b - a) * shareOfOther)); };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()), mixed(one.blue(), other.blue())};
-}
-
-/// A menu whose marked row is of a faint colour, on which the tools' pictures show as on the others.
-QMenu* newMenu(const QString& caption, const QString& name, QWidget& window) {
-    auto* menu = new QMenu(caption, &window);
-    menu->setObjectName(name);
-    QPalette palette = menu->palette();
-    palette.setColor(QPalette::Highlight,
-                     between(palette.color(QPalette::Highlight), palette.color(QPalette::Base), 0.75));
-    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
-    menu->setPalette(palette);
-    new DisabledHints(*menu, window);
-    return menu;
-}
-
 } // namespace
 
 CommandBars::CommandBars(QMainWindow& ownWindow) : QObject(&ownWindow), window(ownWindow) {}
@@ -170,7 +102,7 @@ void CommandBars::AddBand(const QString& name, BandKind kind, const QString& cap
         // The bars have commands of their own to be shown and hidden by.
         band->toolBar->toggleViewAction()->setVisible(false);
     } else {
-        band->menu = newMenu(caption, name, window);
+        band->menu = new CommandMenu(caption, name, window);
         connect(band->menu, &QMenu::aboutToShow, this, [this, name] { emit BandOpening(name); });
     }
     bands.insert(name, band);
@@ -197,7 +129,7 @@ QAction* CommandBars::actionFor(Band& band, Tool& tool, const QString& caption) 
         if (Band* popup = findBand(tool.record.Popup))
             action->setMenu(popup->menu);
     } else if (tool.record.Form == ToolRecord::Kind::Combo) {
-        auto* menu = newMenu({}, tool.record.Name + u"_menu"_s, window);
+        auto* menu = new CommandMenu({}, tool.record.Name + u"_menu"_s, window);
         action->setMenu(menu);
         connect(menu, &QMenu::aboutToShow, this, [this, &tool, menu] { fillComboMenu(tool, *menu); });
     } else {
@@ -235,22 +167,11 @@ void CommandBars::append(Band& band, Place place, bool beginGroup) {
 }
 
 QAction* CommandBars::placeCombo(QToolBar& bar, Tool& tool) {
-    auto* combo = new QComboBox(&bar);
+    auto* combo = new CommandList(plainCaption(tool.record.Caption), tool.record.Description, bar);
     combo->setObjectName(tool.record.Name + u'@' + bar.objectName());
     combo->setModel(tool.lines);
     combo->setCurrentIndex(tool.index);
     combo->setEnabled(tool.enabled);
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo->setMinimumContentsLength(14);
-    combo->setFocusPolicy(Qt::StrongFocus);
-    combo->installEventFilter(new WheelRefuser(combo));
-    const QString name = plainCaption(tool.record.Caption);
-    // A list is known to assistive tools by a label of its own; its own name is the line that it shows.
-    auto* label = new QLabel(name, &bar);
-    label->setBuddy(combo);
-    label->hide();
-    combo->setToolTip(name + u"\n"_s + tool.record.Description);
-    combo->setStatusTip(tool.record.Description);
     connect(combo, &QComboBox::activated, this, [this, &tool](int index) { SetListIndex(tool.record.Name, index); });
     auto* action = new QWidgetAction(&bar);
     action->setDefaultWidget(combo);

@@ -1,11 +1,11 @@
 #include "platform/widgets/LongWork.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QThread>
 #include <QTimer>
+#include <exception>
 #include <memory>
 
 bool LongWork::running = false;
@@ -41,29 +41,43 @@ bool LongWork::eventFilter(QObject* watched, QEvent* event) {
 
 bool LongWork::Run(const std::function<void(const Progress&)>& work) {
     constexpr int patienceMs = 500;
-    constexpr int intervalMs = 100;
     const Progress progress = [this](qint64 done, qint64 total) {
-        percent = total > 0 ? int(100 * done / total) : 0;
+        if (total > 0)
+            percent = int(100 * done / total);
         return !stopped;
     };
-    QEventLoop loop;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { work(progress); }));
-    connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    QElapsedTimer elapsed;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&] {
-        if (elapsed.elapsed() >= patienceMs)
-            show(caption + u" "_s + QString::number(percent) + u" %"_s);
-    });
+    std::exception_ptr failure;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            work(progress);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
     running = true;
-    QCoreApplication::instance()->installEventFilter(this);
-    elapsed.start();
-    timer.start(intervalMs);
     thread->start();
-    loop.exec();
-    thread->wait();
-    QCoreApplication::instance()->removeEventFilter(this);
+    if (!thread->wait(patienceMs))
+        waitAlive(*thread);
     running = false;
-    show({});
+    if (failure)
+        std::rethrow_exception(failure);
     return !stopped;
+}
+
+/// Until the work ends the windows are alive.
+void LongWork::waitAlive(QThread& thread) {
+    constexpr int intervalMs = 100;
+    QEventLoop loop;
+    connect(&thread, &QThread::finished, &loop, &QEventLoop::quit);
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this,
+            [this] { show(percent < 0 ? caption : caption + u" %1 %"_s.arg(int(percent))); });
+    QCoreApplication::instance()->installEventFilter(this);
+    timer.start(intervalMs);
+    // It may have ended before its end was listened for.
+    if (!thread.isFinished())
+        loop.exec();
+    thread.wait();
+    QCoreApplication::instance()->removeEventFilter(this);
+    show({});
 }

@@ -6,8 +6,11 @@
 #include <atomic>
 #include <functional>
 
-/// While it runs the program's windows paint and move but take no input, except that Esc (or closing the window) asks
-/// the work to stop. After half a second it begins to tell its progress.
+class QThread;
+
+/// For half a second nothing else happens, so that input waits for work that is short. From then on it tells its
+/// progress, and the program's windows paint and move but take no input, except that Esc (or closing the window) asks
+/// the work to stop.
 class LongWork : public QObject {
     Q_OBJECT
 
@@ -15,11 +18,11 @@ public:
     /// How the work tells its progress and learns whether it is to go on.
     using Progress = std::function<bool(qint64 done, qint64 total)>;
 
-    /// `show` is called on this thread with `caption` and the percentage.
+    /// `show` is called on this thread with `caption` and the percentage, if the work tells a total; at last without.
     LongWork(const QString& caption, std::function<void(const QString&)> show);
 
     /// Runs `work` to its end, on another thread, from which it must not touch any window. False when it was asked to
-    /// stop.
+    /// stop. What the work throws comes out here.
     bool Run(const std::function<void(const Progress&)>& work);
 
     /// True while any work runs.
@@ -29,9 +32,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void waitAlive(QThread& thread);
+
     static bool running;
     QString caption;
     std::function<void(const QString&)> show;
     std::atomic<bool> stopped = false;
-    std::atomic<int> percent = 0;
+    std::atomic<int> percent = -1; ///< below 0: not told
 };

@@ -42,15 +42,19 @@ QPoint PictureBox::PixelAt(QPointF position) const {
     return {Round(pixel.x()), Round(pixel.y())};
 }
 
-QImage& PictureBox::ClearedImage() {
-    layered = QImage();
-    layerStale = true;
+QImage& PictureBox::BlankSheet() {
     const DeviceSize size = PixelSize();
-    if (image.width() != size.Width || image.height() != size.Height)
-        image = QImage(size.Width, size.Height, QImage::Format_RGB32);
-    image.setDevicePixelRatio(1);
-    image.fill(qRgb(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
-    return image;
+    // One that someone has a copy of would be copied by the fill.
+    if (sheet.width() != size.Width || sheet.height() != size.Height || !sheet.isDetached())
+        sheet = QImage(size.Width, size.Height, QImage::Format_RGB32);
+    sheet.fill(qRgb(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
+    return sheet;
+}
+
+void PictureBox::ShowSheet() {
+    layered = QImage();
+    std::swap(image, sheet);
+    RefreshLayer();
 }
 
 void PictureBox::RefreshLayer() {

@@ -17,11 +17,11 @@ class PictureBox : public QWidget {
 public:
     explicit PictureBox(QWidget* parent = nullptr);
 
-    /// The picture, `PixelSize` large and cleared to the background; draw into it, then call `Refresh`.
-    QImage& ClearedImage();
+    /// A sheet of `PixelSize`, cleared to the background, on which the next picture is drawn; `ShowSheet` puts it in
+    /// the place of the picture.
+    QImage& BlankSheet();
+    void ShowSheet();
     const QImage& Image() const { return image; }
-    /// Shows the picture as it stands, with the layer drawn anew.
-    void Refresh() { RefreshLayer(); }
 
     /// Draws on a copy of the picture, which is shown in its place; not called while there is no picture. When it draws
     /// nothing, nothing is copied.
@@ -75,6 +75,7 @@ private:
     void giveUpLeftButton();
 
     QImage image;
+    QImage sheet;            ///< of the next picture
     QImage layered;          ///< the picture with its layer; null while the layer has drawn nothing
     bool layerStale = false; ///< the layer is to be drawn anew before it is shown
     bool leftHeld = false;

@@ -2,6 +2,7 @@
 
 #include "app/mdApplication.h"
 #include "platform/base/Codepage.h"
+#include "platform/base/Lists.h"
 #include "result/readers/VrfSteps.h"
 
 #include <limits>
@@ -60,8 +61,8 @@ bool goesOn(const LoadProgress& progress, const SequentialReader& reader) {
 bool readNodes(SequentialReader& reader, qint64 count, ResultContent& content, const LoadProgress& progress) {
     constexpr qint64 mostAtOnce = 4096;
     std::vector<double> positions(2 * std::size_t(std::min(count, mostAtOnce)));
-    content.NodeX.resize(count);
-    content.NodeY.resize(count);
+    content.NodeX = listOf<float>(count);
+    content.NodeY = listOf<float>(count);
     float* x = content.NodeX.data();
     float* y = content.NodeY.data();
     for (qint64 first = 0; first < count; first += mostAtOnce) {
@@ -79,11 +80,11 @@ bool readNodes(SequentialReader& reader, qint64 count, ResultContent& content, c
 bool readElements(SequentialReader& reader, qint64 count, ResultContent& content, const LoadProgress& progress) {
     // Between two calls of the progress lie this many elements.
     constexpr qint64 progressStride = 65536;
-    content.FirstCorner.resize(count + 1);
+    content.FirstCorner = listOf<std::int32_t>(count + 1);
     std::int32_t* first = content.FirstCorner.data();
     // The room asked for never exceeds what the file can hold, and grows with what was really read.
     QList<std::int32_t>& nodes = content.NodeIndex;
-    nodes.resize(std::min(count * 4, reader.Remaining() / 4));
+    nodes = listOf<std::int32_t>(std::min(count * 4, reader.Remaining() / 4));
     qint64 used = 0;
     for (qint64 e = 0; e < count; ++e) {
         std::int32_t nodeCount = 0;

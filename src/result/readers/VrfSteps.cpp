@@ -13,13 +13,17 @@ qint64 VrfSteps::typesAt(std::int32_t step, qint64 first, std::span<std::int32_t
 
 qint64 VrfSteps::valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const {
     constexpr qint64 valueBytes = sizeof(double);
-    constexpr qint64 mostAtOnce = 8192;
-    double wide[mostAtOnce];
+    // So many stay in the processor's cache until they are narrowed.
+    constexpr qint64 mostAtOnce = 32768;
+    thread_local std::vector<double> wide;
     const qint64 offset = blockOf(step, item).Offset + first * valueBytes;
     for (qint64 done = 0; done < qint64(values.size());) {
         const qint64 wanted = std::min(mostAtOnce, qint64(values.size()) - done);
-        const qint64 got = file.ReadAt(offset + done * valueBytes, wide, wanted * valueBytes) / valueBytes;
-        std::transform(wide, wide + got, values.begin() + done, [](double value) { return float(value); });
+        if (qint64(wide.size()) < wanted)
+            wide.resize(std::size_t(wanted));
+        const qint64 got = file.ReadAt(offset + done * valueBytes, wide.data(), wanted * valueBytes) / valueBytes;
+        for (qint64 i = 0; i < got; ++i)
+            values[std::size_t(done + i)] = float(wide[std::size_t(i)]);
         done += got;
         if (got < wanted)
             return done;

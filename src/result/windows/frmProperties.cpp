@@ -92,7 +92,7 @@ void frmProperties::buildControls() {
 
 void frmProperties::DrawPropertyIcons() {
     const auto draw = [this](bool plus) {
-        QImage& picture = Picture1->ClearedImage();
+        QImage& picture = Picture1->BlankSheet();
         const int size = picture.width();
         const int thickness = std::max(1, size / iconSize);
         // The sign is in the middle only when as much is left on both sides of it.

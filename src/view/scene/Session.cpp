@@ -2,6 +2,7 @@
 
 #include "property/propertyFile.h"
 
+#include <QScopeGuard>
 #include <utility>
 
 Session::Session() {
@@ -47,6 +48,6 @@ bool Session::LoadStep(std::int32_t step, std::int32_t item) {
 
 void Session::Draw(DeviceContext& device, const Painter& chosen) {
     painter = &chosen;
+    const auto done = qScopeGuard([this] { painter = nullptr; });
     Plotter.Draw(device);
-    painter = nullptr;
 }

@@ -45,7 +45,6 @@ class ArrowCollector {
 public:
     ArrowCollector(DeviceContext& onDevice, double deviceScale, int penWidth)
         : device(onDevice), visible(onDevice.VisibleArea()), scale(float(deviceScale)), margin(penWidth + 1.0) {}
-    ~ArrowCollector() { flush(); }
     ArrowCollector(const ArrowCollector&) = delete;
     ArrowCollector& operator=(const ArrowCollector&) = delete;
 
@@ -57,7 +56,13 @@ public:
         points.insert(points.end(), {arrow.Tail, arrow.Head, arrow.Barb1, arrow.Barb2});
         steps.insert(steps.end(), {~first, first + 1, ~(first + 2), first + 1, first + 3});
         if (points.size() >= batchPoints)
-            flush();
+            Flush();
+    }
+    /// Hands over what is left; to be called behind the last one.
+    void Flush() {
+        device.Lines(points, steps);
+        points.clear();
+        steps.clear();
     }
 
 private:
@@ -71,11 +76,6 @@ private:
             return std::isfinite(reach);
         return !(at.X + reach < visible->Left || at.X - reach > visible->Right || at.Y + reach < visible->Top ||
                  at.Y - reach > visible->Bottom);
-    }
-    void flush() {
-        device.Lines(points, steps);
-        points.clear();
-        steps.clear();
     }
 
     DeviceContext& device;
@@ -162,16 +162,15 @@ void DrawVectors(DeviceContext& device, const PlotConverter& converter, const Pl
     const std::int32_t type = scene.Model.Items.at(items->horz).ElementType;
     const LineStyle& style = scene.Settings.Style.LineStyles[2];
     const Pen old = SelectLineStyle(device, converter, style);
-    {
-        ArrowCollector arrows(device, scale, LineStyleWidth(converter, style));
-        if (type >= 0)
-            addArrows(arrows, scene.View.ElementCentres, horz, vert, sign, [&](qsizetype e) {
-                return mesh.Elements.ElementType.at(e) == type && mesh.Elements.NodeCount(e) > 0;
-            });
-        else
-            addArrows(arrows, scene.View.NodePoints, horz, vert, sign,
-                      [&](qsizetype i) { return mesh.Nodes.Active.at(i) != 0; });
-    }
+    ArrowCollector arrows(device, scale, LineStyleWidth(converter, style));
+    if (type >= 0)
+        addArrows(arrows, scene.View.ElementCentres, horz, vert, sign, [&](qsizetype e) {
+            return mesh.Elements.ElementType.at(e) == type && mesh.Elements.NodeCount(e) > 0;
+        });
+    else
+        addArrows(arrows, scene.View.NodePoints, horz, vert, sign,
+                  [&](qsizetype i) { return mesh.Nodes.Active.at(i) != 0; });
+    arrows.Flush();
     mdTips::RestoreObject(device, old);
 }
 

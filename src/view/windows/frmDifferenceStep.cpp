@@ -57,7 +57,9 @@ void frmDifferenceStep::InitDialog(int stepCount, int standardStep, const std::a
     for (int i = 1; i <= stepCount; ++i)
         steps += u"ステップ - "_s + QString::number(i);
     static_cast<QStringListModel*>(cmbStep->model())->setStringList(steps);
-    rows.Fill({standardStep, flags[Displacement], flags[Vector], flags[Contour], flags[Value]});
+    // A step that the file does not have is no reference, and is shown as none.
+    rows.Fill({standardStep < stepCount ? standardStep : -1, flags[Displacement], flags[Vector], flags[Contour],
+               flags[Value]});
     enableChecks();
 }
 

@@ -77,7 +77,7 @@ void frmDrawSettings::drawContourPreview() {
         return;
     ApplicationSettings shown = settings;
     rows.Read(shown);
-    RasterDevice device(picContourPreview->ClearedImage(), picContourPreview->DotsPerInch());
+    RasterDevice device(picContourPreview->BlankSheet(), picContourPreview->DotsPerInch());
     const DeviceSize size = picContourPreview->PixelSize();
     device.SaveDC();
     for (int x = 0; x <= size.Width; ++x) {
@@ -88,5 +88,5 @@ void frmDrawSettings::drawContourPreview() {
         mdTips::RestoreObject(device, old);
     }
     device.RestoreDC();
-    picContourPreview->Refresh();
+    picContourPreview->ShowSheet();
 }

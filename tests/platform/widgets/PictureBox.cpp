@@ -30,18 +30,19 @@ TEST(PictureBox, PictureHasTheScreensOwnPixelsAtEveryScale) {
     } const cases[] = {{1, {101, 67}, 96}, {1.25, {126, 84}, 120}, {1.5, {152, 101}, 144}, {2, {202, 134}, 192}};
     for (const auto& expected : cases) {
         ScaledBox box(expected.ratio);
-        QImage& image = box.ClearedImage();
+        QImage& image = box.BlankSheet();
         EXPECT_EQ(image.size(), expected.pixels);
         EXPECT_EQ(box.DotsPerInch(), expected.dotsPerInch);
         EXPECT_EQ(box.ToPixels({10, 20}), QPointF(10, 20) * expected.ratio);
         for (int y = 0; y < image.height(); ++y)
             for (int x = y % 2; x < image.width(); x += 2)
                 image.setPixel(x, y, qRgb(x, y, 0));
+        box.ShowSheet();
         QImage shown(expected.pixels, QImage::Format_RGB32);
         shown.setDevicePixelRatio(expected.ratio);
         box.render(&shown);
         shown.setDevicePixelRatio(1);
-        EXPECT_TRUE(shown == image) << expected.ratio;
+        EXPECT_TRUE(shown == box.Image()) << expected.ratio;
     }
 }
 
@@ -63,7 +64,9 @@ TEST(PictureBox, LayerStandsOverThePictureAndNeverInIt) {
         if (drawing)
             drawBlock(device, block);
     };
-    const QImage& picture = box.ClearedImage();
+    box.BlankSheet();
+    box.ShowSheet();
+    const QImage& picture = box.Image();
     const QImage plain = picture.copy();
     EXPECT_EQ(box.ShownImage().constBits(), picture.constBits()) << "nothing drawn, nothing copied";
     drawing = true;
@@ -82,7 +85,8 @@ TEST(PictureBox, LayerStandsOverThePictureAndNeverInIt) {
     box.RefreshLayer();
     box.DrawOnLayer(other, [&](DeviceContext& device) { drawBlock(device, other); });
     EXPECT_TRUE(box.ShownImage() == withBlock) << "the layer drawn anew holds it already";
-    box.ClearedImage().fill(Qt::black);
+    box.BlankSheet().fill(Qt::black);
+    box.ShowSheet();
     EXPECT_EQ(box.ShownImage().pixel(3, 4), qRgb(255, 0, 0)) << "over the new picture";
 }
 

@@ -16,16 +16,14 @@ namespace {
 
 /// A dialog as its user has it.
 template<class Dialog>
-class Shown {
-public:
-    explicit Shown(auto&... arguments) : dialog(nullptr, arguments...) {
-        dialog.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+struct Shown : Dialog {
+    explicit Shown(auto&... arguments) : Dialog(nullptr, arguments...) {
+        this->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
     }
-    Dialog* operator->() { return &dialog; }
     template<class Control>
     Control& Find(const QString& name) const {
-        return *dialog.template findChild<Control*>(name);
+        return *this->template findChild<Control*>(name);
     }
     void Click(const QString& name) const {
         // Near the left edge, where a check box or option has its mark.
@@ -41,22 +39,19 @@ public:
     }
     void Choose(const QString& combo, int index) const {
         QTest::keyClick(&Find<QComboBox>(combo), Qt::Key_Home);
-        for (int i = 0; i < index; ++i)
+        while (Find<QComboBox>(combo).currentIndex() < index)
             QTest::keyClick(&Find<QComboBox>(combo), Qt::Key_Down);
     }
     void ShowTab(int index) const { Find<QTabWidget>(u"tbTab"_s).setCurrentIndex(index); }
     /// The texts of all boxes, one after the other.
     QString Texts() const {
         QStringList texts;
-        for (const auto* box : dialog.template findChildren<QLineEdit*>())
+        for (const auto* box : this->template findChildren<QLineEdit*>())
             texts.append(box->text());
         return texts.join(u'|');
     }
     /// Whether the dialog has closed, and with this result.
-    bool HasEnded(bool result) const { return dialog.Result == result && !dialog.isVisible(); }
-
-private:
-    Dialog dialog;
+    bool HasEnded(bool result) const { return this->Result == result && !this->isVisible(); }
 };
 
 struct DialogTest : ModelTest {
@@ -86,7 +81,7 @@ const QString ok = u"Command1_0"_s, cancel = u"Command1_1"_s;
 TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
     Shown<frmContourValue> form(model, settings);
     const auto textsOf = [&](int item) {
-        form->ItemIndex(item);
+        form.ItemIndex(item);
         return form.Texts();
     };
     EXPECT_EQ(textsOf(3), u"12.00000|2.00000|20 分割|12.00000|2.00000|20"_s) << "automatic: a copy of the defaults";
@@ -99,17 +94,17 @@ TEST_F(DialogTest, ContourValueShowsTheRangeOfTheItem) {
 }
 
 TEST_F(DialogTest, RowsCarryTheirFields) {
-    expectRoundTrip(Shown<frmContourValue>(model, settings)->Bindings(), {.MaxValue = 7, .MinValue = -1},
+    expectRoundTrip(Shown<frmContourValue>(model, settings).Bindings(), {.MaxValue = 7, .MinValue = -1},
                     {.MaxValue = 0.5f, .MinValue = 1000, .Divide = 7});
     Shown<frmDifferenceStep> difference;
-    difference->InitDialog(2, -1, {});
-    expectRoundTrip(difference->Bindings(), {.StandardStep = -1}, {1, true, true, true, true});
+    difference.InitDialog(2, -1, {});
+    expectRoundTrip(difference.Bindings(), {.StandardStep = -1}, {1, true, true, true, true});
     ApplicationSettings other = settings;
     other.Displacement = {.Legend = true, .Scale = 70, .Fiducial = 0, .Original = false};
     other.Vector = {
         .ItemSetCount = 1, .DefaultItemSet = 0, .ItemSets = {{u"変位"_s, 0, 1}}, .Legend = false, .Fiducial = 2};
     other.Contour = {2, {1, 2, 3}, true, true, 7, -1};
-    expectRoundTrip(Shown<frmDrawSettings>(model, settings)->Bindings(), settings, other);
+    expectRoundTrip(Shown<frmDrawSettings>(model, settings).Bindings(), settings, other);
 }
 
 TEST_F(DialogTest, ContourValueKeepsTypedTextOnOkAndNoneOtherwise) {
@@ -121,7 +116,7 @@ TEST_F(DialogTest, ContourValueKeepsTypedTextOnOkAndNoneOtherwise) {
         form.Type(u"txtValue_1"_s, u"1e60"_s);
         form.Type(u"txtValue_2"_s, u"-7.5"_s, Qt::Key_Return);
         EXPECT_EQ(form.Find<QLineEdit>(u"txtValue_2"_s).selectedText(), u"8"_s);
-        EXPECT_TRUE(form->isVisible() && settings.Contour == expected) << "Enter belongs to the box";
+        EXPECT_TRUE(form.isVisible() && settings.Contour == expected) << "Enter belongs to the box";
         form.Click(button);
         EXPECT_TRUE(form.HasEnded(button != cancel));
         expected.Automatic = automatic;
@@ -133,14 +128,16 @@ TEST_F(DialogTest, ContourValueKeepsTypedTextOnOkAndNoneOtherwise) {
 
 TEST_F(DialogTest, DifferenceStepKeepsDisabledChecks) {
     Shown<frmDifferenceStep> form;
-    form->InitDialog(2, 1, {true, false, true, false});
+    form.InitDialog(2, 2, {});
+    EXPECT_EQ(form.StandardStep(), -1) << "the file has no such step";
+    form.InitDialog(2, 1, {true, false, true, false});
     EXPECT_EQ(form.Find<QComboBox>(u"cmbStep"_s).currentText(), u"ステップ - 2"_s);
     form.Click(u"Check1_3"_s);
     form.Choose(u"cmbStep"_s, 0);
     form.Click(u"Check1_1"_s);
     form.Click(ok);
-    EXPECT_TRUE(form.HasEnded(true) && form->StandardStep() == -1);
-    EXPECT_TRUE(form->ApplyDisplacement() && !form->ApplyVector() && form->ApplyContour() && form->ApplyValue());
+    EXPECT_TRUE(form.HasEnded(true) && form.StandardStep() == -1);
+    EXPECT_TRUE(form.ApplyDisplacement() && !form.ApplyVector() && form.ApplyContour() && form.ApplyValue());
 }
 
 TEST_F(DialogTest, DrawSettingsAreDefaultsAfterYesAndKeptOnOk) {
@@ -158,7 +155,7 @@ TEST_F(DialogTest, DrawSettingsAreDefaultsAfterYesAndKeptOnOk) {
         EXPECT_EQ(stored.Displacement.Scale, scale);
     }
     settingsStore::LoadVectorDefaults(stored.Vector);
-    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty() && form->isVisible());
+    EXPECT_TRUE(stored.Vector.ItemSets.isEmpty() && form.isVisible());
     EXPECT_EQ(settings, expected);
     form.Click(ok);
     expected.Displacement.Scale = 20;
@@ -181,7 +178,7 @@ TEST_F(DialogTest, DrawSettingsEditItemSetsUntilCancel) {
     const QString add = u"cmdVectorEdit_0"_s, remove = u"cmdVectorEdit_1"_s;
     const auto expectSets = [&](const QList<VectorItemSet>& sets) {
         ApplicationSettings read;
-        form->ReadDialogSettings(read);
+        form.ReadDialogSettings(read);
         EXPECT_EQ(read.Vector.ItemSets, sets);
         EXPECT_EQ(read.Vector.ItemSetCount, sets.size());
     };

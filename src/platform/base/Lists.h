@@ -1,0 +1,34 @@
+// Lists as long as a file says. QList checks that it got its memory when it is resized, but not when it is made with a
+// size, filled, or copied because it is shared: it would go on without. These throw std::bad_alloc instead.
+#pragma once
+
+#include <QList>
+#include <algorithm>
+
+/// `count` fresh entries, in just the memory that they take.
+template<class T>
+QList<T> listOf(qsizetype count) {
+    QList<T> list;
+    list.reserve(count); // left undone without memory, but resizing then tries once more and looks
+    list.resize(count);
+    return list;
+}
+
+/// `count` entries of `value`.
+template<class T>
+QList<T> listOf(qsizetype count, const T& value) {
+    QList<T> list = listOf<T>(count);
+    std::fill(list.begin(), list.end(), value);
+    return list;
+}
+
+/// The entries to write to, a copy of their own when others share the list.
+template<class T>
+T* ownData(QList<T>& list) {
+    if (!list.isEmpty() && !list.isDetached()) {
+        QList<T> own = listOf<T>(list.size());
+        std::copy(list.cbegin(), list.cend(), own.begin());
+        list = std::move(own);
+    }
+    return list.data();
+}
