@@ -81,10 +81,10 @@ TEST_F(Legends, HeaderHasThePartsThatAreOn) {
 
 TEST_F(Legends, WhatCannotBeSeenIsLeftOutAndTheRestStaysToThePixel) {
     QList<float> numbers;
-    for (int x = -2000; x < 3000; x += 97)
-        for (int y = -2000; y < 3000; y += 89) {
+    for (int x = -200; x < 700; x += 13)
+        for (int y = -200; y < 500; y += 29) {
             addNode({x, y});
-            numbers.append(float(x * y) / 1e5f);
+            numbers.append(float(x * y) / 1e4f);
         }
     addItem(-1, numbers);
     model.CurrentItem = 0;

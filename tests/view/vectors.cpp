@@ -48,6 +48,7 @@ TEST_F(Vectors, StandOnActiveNodesWithYUpInEachScale) {
     EXPECT_EQ(draw(), toTheRight + upwards);
     slideShow.SlideMaxVector = 0;
     EXPECT_EQ(draw(), "");
+    EXPECT_EQ(context.VectorScale, 0);
     settings.Vector.Fiducial = 1;
     settings.Vector.Scale = 0;
     EXPECT_EQ(draw(), "");
