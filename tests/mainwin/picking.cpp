@@ -1,4 +1,6 @@
 #include "WindowTest.h"
+#include "platform/base/NativePath.h"
+#include "platform/base/WholeFile.h"
 
 #include <QDropEvent>
 #include <QMenu>
@@ -150,15 +152,18 @@ TEST_F(FrmMainPickingTest, TheFirstDroppedFileIsOpenedAfterTheDrop) {
         EXPECT_EQ(enter.isAccepted(), event.isAccepted());
         return event.isAccepted() && event.dropAction() == Qt::CopyAction;
     };
-    const QString other = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_s);
+    const QString other = folder.Path(NativePath::Text("\xff.vrf"));
+    EXPECT_EQ(WholeFile::Write(other, twoSquares().Bytes()), std::nullopt);
     EXPECT_FALSE(drop({elsewhere}));
-    EXPECT_TRUE(drop({elsewhere, QUrl::fromLocalFile(other), QUrl::fromLocalFile(path)}));
+    EXPECT_TRUE(drop(
+        {elsewhere, QUrl::fromEncoded("file://" + folder.Path({}).toUtf8() + "/%FF.vrf"), QUrl::fromLocalFile(path)}));
     EXPECT_EQ(mdApplication::Model.FileName, path);
     QApplication::processEvents();
     EXPECT_EQ(mdApplication::Model.FileName, other);
     drop({QUrl::fromLocalFile(folder.Path(u"."_s))});
     expectMessage(u"無効なパラメータです。"_s, [] { QApplication::processEvents(); });
     EXPECT_EQ(mdApplication::Model.FileName, other);
+    std::filesystem::remove(NativePath::Of(other));
 }
 
 } // namespace
