@@ -45,9 +45,6 @@ TEST(GraphStyle, WholeGraphs) {
         defaults.PlotGrid = defaults.PlotScale = false;
         defaults.LegendStyles.clear();
     }
-}
-
-TEST(GraphStyle, HiddenSeriesAndNoSize) {
     Graph graph = graphOf(GraphType::History);
     graph.Plot.SetDataLegendHidden(1, true);
     ApplyGraphStyle({}, {}, TraceDevice(1, 1), graph);
