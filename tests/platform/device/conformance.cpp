@@ -192,11 +192,9 @@ TEST(Devices, FiguresBeyondTheVisibleAreaLeaveNoMark) {
                                         device.ClipRect({3, 2, 12, 7});
                                     const DeviceRect area = device.VisibleArea().value();
                                     auto points = dice.Points(5, -100, 100);
+                                    const int beyond[] = {area.Left - 1, area.Right, area.Top - 1, area.Bottom};
                                     for (DevicePoint& point : points)
-                                        (seed % 4 < 2 ? point.X : point.Y) = seed % 4 == 0   ? area.Left - 1
-                                                                             : seed % 4 == 1 ? area.Right
-                                                                             : seed % 4 == 2 ? area.Top - 1
-                                                                                             : area.Bottom;
+                                        (seed % 4 < 2 ? point.X : point.Y) = beyond[seed % 4];
                                     device.Polygon(points);
                                     device.Polyline(points);
                                 }),
