@@ -7,6 +7,7 @@
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "platform/base/NativePath.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -68,7 +69,7 @@ void frmMain::repaint() {
 }
 
 void frmMain::Tell(const QString& line) {
-    notice = QString(notice + u' ' + line).trimmed();
+    notice = NativePath::Shown(notice + u' ' + line).trimmed();
     panels[0]->setText(notice);
 }
 

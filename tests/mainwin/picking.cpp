@@ -1,4 +1,6 @@
 #include "WindowTest.h"
+#include "platform/base/NativePath.h"
+#include "platform/base/WholeFile.h"
 
 #include <QDropEvent>
 #include <QMenu>
@@ -139,13 +141,14 @@ TEST_F(FrmMainPickingTest, TheFirstDroppedFileIsOpenedAfterTheDrop) {
         EXPECT_EQ(enter.isAccepted(), event.isAccepted());
         return event.isAccepted() && event.dropAction() == Qt::CopyAction;
     };
-    const QString elsewhere = u"https://example.org/a.vrf"_s;
-    const QString other = folder.Write(twoSquares().Bytes(), u"二つ.vrf"_s);
+    const QString elsewhere = u"https://example.org/a.vrf"_s, other = folder.Path(NativePath::Text("\xff.vrf"));
+    EXPECT_EQ(WholeFile::Write(other, twoSquares().Bytes()), std::nullopt);
     EXPECT_FALSE(drop({elsewhere}));
-    EXPECT_TRUE(drop({elsewhere, u"file://"_s + other, u"file://"_s + path}));
+    EXPECT_TRUE(drop({elsewhere, u"file://"_s + folder.Path(u"%FF.vrf"_s), u"file://"_s + path}));
     EXPECT_EQ(mdApplication::Model.FileName, path);
     QApplication::processEvents();
     EXPECT_EQ(mdApplication::Model.FileName, other);
+    std::filesystem::remove(NativePath::Of(other));
 }
 
 } // namespace
