@@ -2,6 +2,7 @@
 // in the environment it writes the files instead (the `rebaseline` target); look at the difference before committing.
 #pragma once
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -24,8 +25,7 @@ struct Golden {
 
     /// Exact, byte by byte. Use as EXPECT_TRUE(Golden().MatchesText(...)); `name` is beneath the goldens' folder.
     testing::AssertionResult MatchesText(const QString& name, const QByteArray& actual) const {
-        return matches(name, actual, [&](QFile& file) {
-            const QByteArray golden = file.readAll();
+        return matches(name, actual, [&](const QByteArray& golden) {
             return golden == actual ? std::string() : firstDifference(golden.split('\n'), actual.split('\n'));
         });
     }
@@ -33,33 +33,32 @@ struct Golden {
     /// A PNG golden. Transparency counts as a channel.
     testing::AssertionResult MatchesPicture(const QString& name, const QImage& actual,
                                             const PictureTolerance& tolerance = {}) const {
-        return matches(name, actual, [&](QFile& file) {
-            return pictureDifference(QImage::fromData(file.readAll()).convertToFormat(QImage::Format_ARGB32),
+        QBuffer png;
+        actual.save(&png, "PNG");
+        return matches(name, png.data(), [&](const QByteArray& golden) {
+            return pictureDifference(QImage::fromData(golden).convertToFormat(QImage::Format_ARGB32),
                                      actual.convertToFormat(QImage::Format_ARGB32), tolerance);
         });
     }
 
 private:
-    static bool write(QFile& file, const QByteArray& bytes) { return file.write(bytes) == bytes.size(); }
-    static bool write(QFile& file, const QImage& picture) { return picture.save(&file, "PNG"); }
-
-    template<class Content>
-    static testing::AssertionResult save(const QString& target, const QString& name, const Content& content) {
+    static testing::AssertionResult save(const QString& target, const QString& name, const QByteArray& content) {
         QFile file(QDir(target).filePath(name));
-        if (QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly) && write(file, content))
+        if (!content.isEmpty() && QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly) &&
+            file.write(content) == content.size())
             return testing::AssertionSuccess() << "; now in " << qPrintable(file.fileName());
         return testing::AssertionFailure() << "; cannot write " << qPrintable(file.fileName());
     }
 
-    /// `differenceFrom` says how the golden and `actual` differ, nothing when they are alike.
-    template<class Content, class Difference>
-    testing::AssertionResult matches(const QString& name, const Content& actual,
+    /// `differenceFrom` says how a golden and `actual` differ, nothing when they are alike.
+    template<class Difference>
+    testing::AssertionResult matches(const QString& name, const QByteArray& actual,
                                      const Difference& differenceFrom) const {
         if (Rebaseline)
             return save(Folder, name, actual);
         QFile file(QDir(Folder).filePath(name));
         const std::string difference =
-            file.open(QIODevice::ReadOnly) ? differenceFrom(file) : std::string("there is no golden");
+            file.open(QIODevice::ReadOnly) ? differenceFrom(file.readAll()) : std::string("there is no golden");
         if (difference.empty())
             return testing::AssertionSuccess();
         return testing::AssertionFailure()

@@ -34,7 +34,7 @@ struct CommandBarsTest : testing::Test {
     }
     QMenu& menu(const QString& name) { return *window.findChild<QMenu*>(name); }
     QComboBox& combo(const QString& band) { return *window.findChild<QComboBox*>(u"step@"_s + band); }
-    /// What a band shows, separators as "|".
+    /// With separators as "|".
     static QString shown(const QWidget& widget) {
         QStringList texts;
         for (const QAction* action : widget.actions())
@@ -115,15 +115,16 @@ TEST_F(CommandBarsTest, ToolsComeMoveAndGo) {
 
 TEST_F(CommandBarsTest, MenusShowDisabledHintsAndListsRefuseTheWheel) {
     QMenu& file = menu(u"pbFile"_s);
+    const QStatusBar& told = *window.statusBar();
     bars.SetDescription(u"open"_s, u"開きます。"_s);
     bars.SetEnabled(u"open"_s, false);
     file.popup({});
     QTest::mouseMove(&file, file.actionGeometry(file.actions().at(0)).center());
     QApplication::processEvents();
-    EXPECT_EQ(window.statusBar()->currentMessage(), u"開きます。"_s);
+    EXPECT_EQ(told.currentMessage(), u"開きます。"_s);
     file.hide();
     QApplication::processEvents();
-    EXPECT_EQ(window.statusBar()->currentMessage(), QString());
+    EXPECT_EQ(told.currentMessage(), QString());
 
     bars.SetList(u"step"_s, {u"一"_s, u"二"_s});
     QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
