@@ -34,7 +34,7 @@ TEST(PlotModel, ReferenceLineZeroIsTheLastAndReadsTakeOneScale) {
     plot.PickupLineRemove(0);
     for (const float value : {1.0f, 2.0f, 3.0f})
         plot.PickupLineAdd(value, 1, 0xff, 2, PenStyle::Dot);
-    for (const int line : {0, 3, 1})
+    for (const int line : {4, 0, 1})
         plot.PickupLineRemove(line);
     EXPECT_TRUE(plot.PickupLineCount() == 1 && plot.PickupLineValue(1) == 2.0f);
     EXPECT_THROW(plot.PickupLineColor(2), SubscriptError);
