@@ -13,6 +13,7 @@
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
+#include "result/readers/readerTable.h"
 #include "view/scene/Session.h"
 
 #include <QCloseEvent>
@@ -127,8 +128,10 @@ void frmMain::promptAndOpen() {
 }
 
 bool frmMain::promptFileName(QString& path) {
-    const QString filter =
-        mdApplication::ApplicationTitle + u" 計算結果ファイル(*.vrf)|*.vrf|すべてのファイル(*.*)|*.*"_s;
+    QString filter;
+    for (const ResultReader& reader : ResultReaders())
+        filter += u"%1(%2)|%2|"_s.arg(QStringView(reader.Name), QStringView(reader.Endings));
+    filter += u"すべてのファイル(*.*)|*.*"_s;
     mdApplication::HideGraphWindows();
     const auto chosen =
         Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s, path.isEmpty() ? QDir::currentPath() : path, filter);

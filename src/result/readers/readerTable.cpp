@@ -5,7 +5,7 @@
 
 std::span<const ResultReader> ResultReaders() {
     static constexpr ResultReader readers[] = {
-        {u"*.vrf", VrfReader::Recognises, VrfReader::Open},
+        {u"Velorin 計算結果ファイル", u"*.vrf", VrfReader::Recognises, VrfReader::Open},
     };
     return readers;
 }

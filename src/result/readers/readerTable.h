@@ -10,7 +10,9 @@
 using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
 
 struct ResultReader {
-    const char16_t* Endings; ///< of the files' names, for a file dialog: patterns between semicolons
+    // For people who look for a file.
+    const char16_t* Name;
+    const char16_t* Endings; ///< of the files' names: patterns between semicolons
     /// Whether a file is one of these, by its first bytes (`RecognisedBytes` of them, or all when it has fewer) and its
     /// path.
     bool (*Recognises)(QByteArrayView start, const QString& path);
