@@ -66,7 +66,7 @@ TEST_F(BatchTest, ValuesOfEveryQuery) {
         {difference + u"node"_s, "1,1\n2,2\n3,0\n4,4\n5,5\n6,0\n"},
         {difference + u"displacement-y"_s, "1,1\n2,2\n3,3\n4,4\n5,5\n6,6\n"},
         {u"1 --item 2 --query element"_s, "1,0\n2,10\n"},
-        {u"2 --item 2 --reference 1 --query element"_s, "1,0\n2,0\n"},
+        {u"1 --item 2 --reference 1 --query element"_s, "1,0\n2,0\n"},
     };
     for (const auto& [options, values] : cases) {
         EXPECT_EQ(run(u"values FILE --step "_s + options), 0) << errors.constData();

@@ -30,8 +30,10 @@ TEST_F(GraphTest, NumbersOfBothKinds) {
               "\"plot\":{\"max\":6,\"min\":1,\"major\":1,\"minor\":0.2},"
               "\"series\":[{\"label\":\"節点 : 3\",\"base\":[0,1.25],\"plot\":[3,6]},"
               "{\"label\":\"節点 : 1\",\"base\":[0,1.25],\"plot\":[1,2]}]}\n");
-    EXPECT_TRUE(graph(u"--type history --item 応力 --elements 2,1 --reference 1"_s)
-                    .endsWith("\r\n0.00000E0,0.00000E0,0.00000E0\r\n1.25000E0,-1.00000E1,0.00000E0\r\n"));
+    EXPECT_TRUE(graph(history + u"--nodes 3,1 --reference 1"_s)
+                    .endsWith("\r\n0.00000E0,0.00000E0,0.00000E0\r\n1.25000E0,3.00000E0,1.00000E0\r\n"));
+    EXPECT_TRUE(graph(u"--type history --item 応力 --elements 2,1"_s)
+                    .endsWith("\r\n0.00000E0,1.00000E1,0.00000E0\r\n1.25000E0,0.00000E0,0.00000E0\r\n"));
     // Upwards, from the top.
     EXPECT_TRUE(graph(distribution + u"--nodes 1,4 --reference 2"_s, u".json"_s)
                     .endsWith("\"series\":[{\"label\":\"ステップ : 1\",\"base\":[1,0],\"plot\":[-4,-1]},"

@@ -43,7 +43,7 @@ protected:
             for (int e = 0; e < elements; ++e)
                 step.types.push_back(upTo(4) - 1);
             for (std::int32_t i = 0; i < itemCount; ++i) {
-                step.values.emplace_back(std::size_t(upTo(3) > 0 ? nodes : upTo(nodes + 3)));
+                step.values.emplace_back(std::size_t(upTo(3) > 0 ? nodes : upTo(nodes + 30)));
                 for (double& value : step.values.back())
                     value = upTo(9) > 0 ? 1e3 / (upTo(999) - 500) : upTo(1) > 0 ? -0.0 : std::nan("");
             }

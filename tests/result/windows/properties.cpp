@@ -14,8 +14,11 @@ struct PropertiesTest : ModelTest {
         VrfBuilder file = twoSquares();
         file.nodes[1] = {0.1, -2.5};
         EXPECT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes(), u"板.a.vrf"_s), model));
-        form.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        model.LineElementsOnly = true;
+        form.emplace(nullptr, model);
+        list = form->findChild<QTableView*>(u"lvProperties"_s);
+        form->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&*form));
     }
     void click(int row) const {
         list->scrollTo(at(row));
@@ -32,13 +35,12 @@ struct PropertiesTest : ModelTest {
         return lines;
     }
 
-    frmProperties form{nullptr, model};
-    QTableView* list = form.findChild<QTableView*>(u"lvProperties"_s);
+    std::optional<frmProperties> form;
+    QTableView* list = nullptr;
 };
 
 TEST_F(PropertiesTest, ClickOpensAndShutsTheFourThatHaveAnIcon) {
-    EXPECT_EQ(form.windowTitle(), u"プロパティ - 板"_s);
-    model.LineElementsOnly = true;
+    EXPECT_EQ(form->windowTitle(), u"プロパティ - 板"_s);
     EXPECT_EQ(shown(0), (QStringList{u"パス="_s + QFileInfo(model.FileName).path(), u"ファイル名=板.a.vrf"_s,
                                      u"プレフィックス=VRF10"_s, u"バージョン=1.00"_s, u"解析タイトル=試験"_s,
                                      u"アイテム=2"_s, u"節点=6"_s, u"要素=2 [ 線要素のみ ]"_s, u"ステップ=2"_s}));
@@ -80,13 +82,13 @@ TEST_F(PropertiesTest, TextExportAsksForAFileAndWritesNone) {
     const QString chosen = folder.Path(u"out.TXT"_s);
     Dialogs::Testing::Start();
     Dialogs::Testing::QueueFile(chosen);
-    QTest::mouseClick(form.findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+    QTest::mouseClick(form->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
     EXPECT_EQ(Dialogs::Testing::Asked().value(0).Kind, Dialogs::Testing::Kind::SaveFile);
     EXPECT_EQ(Dialogs::Testing::Asked().value(0).Text, folder.Path(u"板"_s));
     Dialogs::Testing::Stop();
     EXPECT_FALSE(QFile::exists(chosen));
-    QTest::mouseClick(form.findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
-    EXPECT_FALSE(form.isVisible());
+    QTest::mouseClick(form->findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
+    EXPECT_FALSE(form->isVisible());
 }
 
 } // namespace
