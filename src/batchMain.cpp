@@ -1,5 +1,6 @@
 // Entry of velorin-batch.
 #include "batch/commandLine.h"
+#include "platform/base/NativePath.h"
 
 #include <QFile>
 #include <QGuiApplication>
@@ -27,7 +28,7 @@ int main(int argc, char** argv) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
+        arguments.append(NativePath::Text(argv[i]));
     // The toolkit gets the program's name alone, since it would take options such as --style for its own. Pictures need
     // fonts but never a display.
     int ownCount = 1;

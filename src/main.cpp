@@ -4,6 +4,7 @@
 #include "app/windows/ShowMessage.h"
 #include "mainwin/frmMain.h"
 #include "mainwin/globals.h"
+#include "platform/base/NativePath.h"
 #include "platform/base/brenlib.h"
 #include "platform/device/Fonts.h"
 #include "platform/widgets/EndSignals.h"
@@ -49,8 +50,7 @@ void End(frmMain& window, bool& ended) {
 
 } // namespace
 
-int EntryProcedure(QApplication& application) {
-    const QString commandLine = application.arguments().mid(1).join(u' ');
+int EntryProcedure(QApplication& application, const QString& commandLine) {
     auto window = std::make_unique<frmMain>();
     if (const auto failure = InitializeApplication()) {
         ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
@@ -79,5 +79,9 @@ int main(int argc, char** argv) {
     QTranslator toolkitTexts;
     if (toolkitTexts.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(&toolkitTexts);
-    return mdApplication::EntryProcedure(application);
+    // What the toolkit has not taken for its own; its own list knows no name that is not UTF-8.
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(NativePath::Text(argv[i]));
+    return mdApplication::EntryProcedure(application, arguments.join(u' '));
 }

@@ -1,9 +1,9 @@
 #include "app/mdApplication.h"
 
 #include "app/NumberFormat.h"
+#include "platform/base/NativePath.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -23,7 +23,8 @@ QString mdApplication::FormatAutoNumber(double value, int digits, bool extra) {
 }
 
 bool mdApplication::FileExists(const QString& path) {
-    return !path.isEmpty() && QFileInfo(path).isFile();
+    std::error_code none;
+    return std::filesystem::is_regular_file(NativePath::Of(path), none);
 }
 
 QString mdApplication::PathPart(const QString& path, int part) {

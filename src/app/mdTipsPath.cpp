@@ -1,5 +1,6 @@
 #include "app/mdTips.h"
 #include "platform/base/Codepage.h"
+#include "platform/base/NativePath.h"
 #include "platform/base/WholeFile.h"
 
 #include <QDir>
@@ -27,8 +28,8 @@ bool isAbsolute(QStringView path) {
 } // namespace
 
 QString mdTips::ReadTextFile(const QString& path, qint64 maxBytes) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    if (NativePath::OpenToRead(path, file))
         return {};
     const qint64 most = maxBytes > 0 ? std::min(maxBytes, largestTextFile) : largestTextFile;
     // A buffer for all that is asked for comes before the first byte, so a small file mustn't ask for the largest.

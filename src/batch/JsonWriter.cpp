@@ -1,6 +1,7 @@
 #include "batch/JsonWriter.h"
 
 #include "app/NumberFormat.h"
+#include "platform/base/NativePath.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -47,7 +48,7 @@ void JsonWriter::Key(const char* name) {
 
 void JsonWriter::Value(const QString& text) {
     separate();
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    const QByteArray array = QJsonDocument(QJsonArray{NativePath::Shown(text)}).toJson(QJsonDocument::Compact);
     // Control characters beyond the first ones may stand as they are, but a terminal would obey them.
     const auto isControl = [&array](qsizetype i) {
         return array[i] == '\x7f' || (array[i] == '\xc2' && static_cast<unsigned char>(array[i + 1]) < 0xa0);

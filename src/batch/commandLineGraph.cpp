@@ -4,6 +4,7 @@
 #include "batch/pictureOptions.h"
 #include "batch/settingsFile.h"
 #include "platform/base/Codepage.h"
+#include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
 #include "platform/device/TraceDevice.h"
 #include "plot/mdGraph.h"
@@ -11,6 +12,7 @@
 
 #include <QBuffer>
 #include <QFileInfo>
+#include <unistd.h>
 
 namespace batch {
 
@@ -70,7 +72,7 @@ Job jobFrom(const Options& options) {
     job.style = options.Text(u"style"_s);
     job.defaults = SettingsFrom(options).Graph;
     if (options.IsSet(u"title"_s))
-        job.title = options.Text(u"title"_s);
+        job.title = NativePath::Shown(options.Text(u"title"_s));
     return job;
 }
 
@@ -185,7 +187,9 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
     options.Parse(arguments, streams);
     const Job job = jobFrom(options);
     // Not opened to find out: what a pipe holds can be had but once.
-    if (const QFileInfo style(job.style); !job.style.isEmpty() && (style.isDir() || !style.isReadable()))
+    const std::filesystem::path style = NativePath::Of(job.style);
+    if (std::error_code none;
+        !job.style.isEmpty() && (std::filesystem::is_directory(style, none) || ::access(style.c_str(), R_OK) != 0))
         RefuseInput(job.style, u"無効なパラメータです。"_s);
 
     Fonts::InstallSubstitutions();

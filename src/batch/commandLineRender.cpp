@@ -1,14 +1,15 @@
 // The picture of one step, or one a step, in the format that the output's name asks for.
 #include "app/ApplicationSettings.h"
+#include "app/mdApplication.h"
 #include "batch/PictureWriter.h"
 #include "batch/pictureOptions.h"
 #include "batch/settingsFile.h"
+#include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
 #include "property/drawingElements.h"
 #include "property/propertyFile.h"
 #include "view/scene/Session.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace batch {
@@ -105,7 +106,7 @@ Job jobFrom(const Options& options) {
 /// The output's name with its %d or %04d replaced by the step's number; nothing when it has none.
 std::optional<QString> numberedName(const QString& output, std::int64_t step) {
     static const QRegularExpression place(u"%(0?)([0-9]{0,2})d"_s);
-    const QRegularExpressionMatch match = place.match(output);
+    const QRegularExpressionMatch match = place.match(NativePath::Shown(output));
     if (!match.hasMatch())
         return {};
     const QChar fill = match.captured(1).isEmpty() ? u' ' : u'0';
@@ -119,7 +120,7 @@ void takeUp(const Job& job, Session& session) {
     session.Settings = job.settings;
     // Without a file to read the store of drawing defaults isn't touched: many companions may run at once.
     const ResultModel model = OpenFile(job.input);
-    session.TakeUp(model, job.withPropertyFile && QFileInfo::exists(propertyFile::PathFor(model.FileName)));
+    session.TakeUp(model, job.withPropertyFile && mdApplication::FileExists(propertyFile::PathFor(model.FileName)));
     session.Settings.Window.Mesh = job.mesh;
     applySettings(job.assignments, session.Settings);
     session.Plotter.SetScaleMode(job.scaleMode);

@@ -1,6 +1,7 @@
 #include "batch/commandSupport.h"
 
 #include "app/mdApplication.h"
+#include "platform/base/NativePath.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <QIODevice>
@@ -64,7 +65,7 @@ bool Options::IsFirst(const QString& name, const QString& first, const QString& 
 
 QString OneLine(const QString& text) {
     QString line;
-    for (const QChar c : text) {
+    for (const QChar c : NativePath::Shown(text)) {
         // Those that turn the direction of writing change what a line seems to say.
         const bool joins = c == QChar(0x200c) || c == QChar(0x200d);
         const bool shown = c.category() != QChar::Other_Control && (c.category() != QChar::Other_Format || joins) &&

@@ -1,5 +1,6 @@
 #include "batch/pictureOptions.h"
 
+#include "platform/base/NativePath.h"
 #include "platform/base/WholeFile.h"
 
 #include <QFileInfo>
@@ -36,7 +37,7 @@ void DeclarePictureOptions(Options& options) {
 }
 
 PictureFile PictureFileFrom(const Options& options) {
-    PictureFile file{.Title = QFileInfo(options.Operand()).fileName()};
+    PictureFile file{.Title = NativePath::Shown(QFileInfo(options.Operand()).fileName())};
     file.DotsPerInch = options.Integer(u"dpi"_s, 1, mostDotsPerInch);
     if (options.IsSet(u"size"_s))
         file.Size = parseSize(options.Text(u"size"_s));

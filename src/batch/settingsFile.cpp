@@ -1,6 +1,7 @@
 #include "batch/settingsFile.h"
 
 #include "app/settingsStore.h"
+#include "platform/base/NativePath.h"
 #include "platform/registry/Registry.h"
 #include "platform/registry/RegistryText.h"
 
@@ -38,9 +39,9 @@ private:
 
 void ImportSettings(const QString& path) {
     constexpr qint64 largestFile = 256 << 20;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        RefuseInput(path, file.errorString());
+    QFile file;
+    if (const std::optional<QString> problem = NativePath::OpenToRead(path, file))
+        RefuseInput(path, *problem);
     const QByteArray bytes = file.read(largestFile + 1);
     if (bytes.size() > largestFile)
         RefuseInput(path, u"ファイルの形式が不正です。 (more than 256 MB)"_s);

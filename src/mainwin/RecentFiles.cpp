@@ -4,10 +4,8 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
+#include "platform/base/NativePath.h"
 #include "platform/registry/Registry.h"
-
-#include <QFile>
-#include <filesystem>
 
 namespace {
 
@@ -22,8 +20,7 @@ bool openKey(clsRegEdit& key) {
 bool isSameFile(const QString& one, const QString& other) {
     std::error_code none;
     return one == other || (mdTips::NormalizePathCase(one) == mdTips::NormalizePathCase(other) &&
-                            std::filesystem::equivalent(QFile::encodeName(one).toStdString(),
-                                                        QFile::encodeName(other).toStdString(), none));
+                            std::filesystem::equivalent(NativePath::Of(one), NativePath::Of(other), none));
 }
 
 } // namespace
@@ -63,7 +60,7 @@ std::vector<FamilyEntry> RecentFiles::MenuEntries() const {
     std::vector<FamilyEntry> entries;
     for (int i = 0; i < std::min(Count(), mostShown); ++i) {
         // An "&" of the path is not an access key.
-        const QString shown = mdTips::ShortenPath(paths.at(i), mostBytes).replace(u'&', u"&&"_s);
+        const QString shown = mdTips::ShortenPath(NativePath::Shown(paths.at(i)), mostBytes).replace(u'&', u"&&"_s);
         entries.push_back({u'&' + QString::number(i + 1) + u" - "_s + shown, paths.at(i)});
     }
     return entries;

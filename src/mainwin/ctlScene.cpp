@@ -18,8 +18,7 @@ ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     settling.setInterval(patienceMs);
     settling.setSingleShot(true);
     connect(&settling, &QTimer::timeout, this, [this] {
-        const QWindow* shown = window()->windowHandle();
-        if (!shown || !shown->isExposed())
+        if (!isOnScreen())
             settling.start();
     });
 }
@@ -60,6 +59,7 @@ void ctlScene::Paint() {
         return;
     // Only a new size can ask for a paint while one goes on, and it wants the last word.
     paintAgain = true;
+    paintDue = false;
     if (painting)
         return;
     painting = true;
@@ -147,6 +147,11 @@ void ctlScene::showMouseCoordinates(QPoint pixel) {
         emit MouseAt(mdView::MouseCoordinates(session.View, session.Plotter.Window().Width(), pixel.x(), pixel.y()));
 }
 
+bool ctlScene::isOnScreen() const {
+    const QWindow* shown = window()->windowHandle();
+    return shown && shown->isExposed();
+}
+
 void ctlScene::FitUntilSettled() {
     settling.start();
 }
@@ -157,5 +162,17 @@ void ctlScene::onResized() {
         settling.start();
     }
     session.Plotter.Viewport().SetWindow(picScreen->PixelSize());
-    Paint();
+    if (isOnScreen()) {
+        Paint();
+        return;
+    }
+    // On its way to the screen the window would not come up before a paint that takes long has ended.
+    paintDue = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (paintDue)
+                Paint();
+        },
+        Qt::QueuedConnection);
 }

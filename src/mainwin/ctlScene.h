@@ -54,6 +54,7 @@ private:
     // ctlScene.cpp
     void buildControls();
     bool paintSheet();
+    bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
     void updateScrollBars();
@@ -75,7 +76,7 @@ private:
 
     Session& session;
     clsMouse& selection;
-    bool painting = false, paintAgain = false;
+    bool painting = false, paintAgain = false, paintDue = false;
     PictureBox* picScreen = nullptr;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size

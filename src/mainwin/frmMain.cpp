@@ -7,6 +7,7 @@
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "platform/base/NativePath.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -68,7 +69,7 @@ void frmMain::repaint() {
 }
 
 void frmMain::Tell(const QString& line) {
-    notice = QString(notice + u' ' + line).trimmed();
+    notice = NativePath::Shown(notice + u' ' + line).trimmed();
     panels[0]->setText(notice);
 }
 
@@ -100,7 +101,7 @@ void frmMain::connectEvents() {
             [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
-    connect(scene, &ctlScene::PaintStopped, this, [this] { panels[0]->setText(u"描画を中止しました。"_s); });
+    connect(scene, &ctlScene::PaintStopped, this, [this] { Tell(u"描画を中止しました。"_s); });
     connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
     connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });

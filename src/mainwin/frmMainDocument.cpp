@@ -8,6 +8,8 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "mainwin/windowPlace.h"
+#include "platform/base/NativePath.h"
+#include "platform/base/ReadHandle.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
@@ -15,7 +17,6 @@
 
 #include <QCloseEvent>
 #include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
@@ -50,7 +51,7 @@ void frmMain::FirstStep(const QString& commandLine) {
 
 bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
     constexpr qint64 bytesReadAtOnce = 16 << 20;
-    if (QFileInfo(path).size() < bytesReadAtOnce)
+    if (ReadHandle::Open(path).Size() < bytesReadAtOnce)
         return mdVelorinResultModel::LoadResultFile(path, loaded);
     bool good = false;
     LongWork work(u"読み込み中... (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
@@ -138,7 +139,7 @@ bool frmMain::promptFileName(QString& path) {
 
 void frmMain::updateCaption() {
     const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_s;
-    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + title);
+    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + NativePath::Shown(title));
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

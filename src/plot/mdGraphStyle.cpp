@@ -1,6 +1,7 @@
 // How a graph looks: fonts, texts and the styles of its series, from the settings.
 #include "app/mdApplication.h"
 #include "app/mdTipsDrawing.h"
+#include "platform/base/NativePath.h"
 #include "plot/mdGraph.h"
 
 namespace {
@@ -45,7 +46,7 @@ LabelMacros mdGraph::GraphMacros(const Graph& graph, const ResultModel& model) {
     const bool distribution = graph.GraphType == GraphType::Distribution;
     return {{u"%item%"_s, graph.ItemName},
             {u"%title%"_s, model.Title},
-            {u"%file%"_s, mdApplication::PathPart(model.FileName, mdApplication::FileName)},
+            {u"%file%"_s, NativePath::Shown(mdApplication::PathPart(model.FileName, mdApplication::FileName))},
             {u"%name%"_s, distribution ? u"分布図"_s : u"時系列図"_s}};
 }
 

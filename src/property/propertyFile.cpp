@@ -4,12 +4,11 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
+#include "platform/base/NativePath.h"
 #include "platform/base/Rounding.h"
 #include "property/clsXML.h"
 #include "property/drawingElementTable.h"
 #include "property/drawingElements.h"
-
-#include <QFileInfo>
 
 namespace propertyFile {
 
@@ -181,11 +180,14 @@ bool hasItsRoot(const clsXML& document) {
 /// Whether what stands at `path` may be written over. Under its own name that is what a save is for; at the end of a
 /// link it may be anything.
 bool isOursToWrite(const QString& path) {
-    const QFileInfo file(path);
-    if (!file.isSymLink() || !file.exists() || (file.isFile() && file.size() == 0))
+    std::error_code none;
+    const std::filesystem::path file = NativePath::Of(path);
+    const bool isFile = std::filesystem::is_regular_file(file, none);
+    if (!std::filesystem::is_symlink(file, none) || !std::filesystem::exists(file, none) ||
+        (isFile && std::filesystem::file_size(file, none) == 0))
         return true;
     clsXML document;
-    return file.isFile() && document.Load(path) && hasItsRoot(document);
+    return isFile && document.Load(path) && hasItsRoot(document);
 }
 
 } // namespace

@@ -2,9 +2,9 @@
 #include "result/mdVelorinResultModel.h"
 
 #include "platform/base/Lists.h"
+#include "platform/base/NativePath.h"
 #include "result/readers/VrfReader.h"
 
-#include <QFileInfo>
 #include <utility>
 
 namespace mdVelorinResultModel {
@@ -136,7 +136,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     if (!reader->Open(path, content, progress))
         return false;
     model = modelOf(content, title);
-    model.FileName = QFileInfo(path).absoluteFilePath();
+    model.FileName = NativePath::Absolute(path);
     return true;
 }
 

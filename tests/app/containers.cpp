@@ -52,7 +52,7 @@ TEST(HashTable, AddDoublesAndEqualOrSortedKeysCostNoStack) {
     EXPECT_FALSE(table.GetItem(3, key, value) || table.getValueByIndex(-1).isValid());
 }
 
-TEST(StringArray, MostRecentFirst) {
+TEST(StringArray, MostRecentFirstOrSorted) {
     clsStringArray array;
     array.Add(u"a"_s, false, u"1"_s);
     EXPECT_EQ(array.Add(u"b"_s, false, u"2"_s), 2);
@@ -66,14 +66,12 @@ TEST(StringArray, MostRecentFirst) {
     array.Remove(0);
     array.Item(1, u"y"_s);
     EXPECT_EQ(itemsOf(array), u"b:2 "_s);
-}
 
-TEST(StringArray, SortTakesPrivateDataAlong) {
-    clsStringArray array;
+    clsStringArray unsorted;
     for (const QString& text : {u"b1"_s, u"C2"_s, u"a3"_s, u"B4"_s})
-        array.Add(text.left(1), true, text.mid(1));
-    array.Sort();
-    EXPECT_EQ(itemsOf(array), u"a:3 b:1 B:4 C:2 "_s);
-    array.Sort(true);
-    EXPECT_EQ(itemsOf(array), u"C:2 b:1 B:4 a:3 "_s);
+        unsorted.Add(text.left(1), true, text.mid(1));
+    unsorted.Sort();
+    EXPECT_EQ(itemsOf(unsorted), u"a:3 b:1 B:4 C:2 "_s);
+    unsorted.Sort(true);
+    EXPECT_EQ(itemsOf(unsorted), u"C:2 b:1 B:4 a:3 "_s);
 }

@@ -5,17 +5,10 @@
 
 using namespace Registry;
 
-namespace {
-constexpr std::uint32_t root = HKEY_CURRENT_USER;
-
-struct RegEdit : testing::Test {
-    const ConfigurationFolder Folder;
-    clsRegEdit Edit;
-};
-} // namespace
-
-TEST_F(RegEdit, ValuesAreConvertedByTheirType) {
-    EXPECT_FALSE(Edit.SetRegValue(u"v"_s, REG_DWORD, 1)) << "no key is open";
+TEST(RegEdit, ValuesAreConvertedByTheirType) {
+    const ConfigurationFolder folder;
+    clsRegEdit edit;
+    EXPECT_FALSE(edit.SetRegValue(u"v"_s, REG_DWORD, 1)) << "no key is open";
     const struct {
         std::uint32_t Type;
         QByteArray Data;
@@ -34,60 +27,64 @@ TEST_F(RegEdit, ValuesAreConvertedByTheirType) {
                  {REG_NONE, "abcd", {}},
                  {REG_NONE, {}, {}, true},
                  {11, "12345678", {}}};
-    EXPECT_TRUE(Edit.OpenRegKey(root, u"Key"_s));
+    EXPECT_TRUE(edit.OpenRegKey(HKEY_CURRENT_USER, u"Key"_s));
     for (const auto& c : cases) {
-        EXPECT_TRUE(SetValue(Edit.hCurrentKey(), {u"v"_s, c.Type, c.Data}));
+        EXPECT_TRUE(SetValue(edit.hCurrentKey(), {u"v"_s, c.Type, c.Data}));
         int type = -1;
         QVariant value = u"left over"_s;
-        EXPECT_TRUE(Edit.GetRegValue(u"V"_s, type, value));
+        EXPECT_TRUE(edit.GetRegValue(u"V"_s, type, value));
         EXPECT_EQ(value, c.Value) << c.Type;
         EXPECT_EQ(type, c.Type == REG_EXPAND_SZ ? REG_SZ : c.Type);
-        EXPECT_TRUE(!c.IsWritten || Edit.SetRegValue(u"written"_s, int(c.Type), c.Value));
-        EXPECT_TRUE(!c.IsWritten || GetValue(Edit.hCurrentKey(), u"written"_s)->Data == c.Data) << c.Type;
+        EXPECT_TRUE(!c.IsWritten || edit.SetRegValue(u"written"_s, int(c.Type), c.Value));
+        EXPECT_TRUE(!c.IsWritten || GetValue(edit.hCurrentKey(), u"written"_s)->Data == c.Data) << c.Type;
     }
-    EXPECT_TRUE(Edit.SetRegValue(u"v"_s, REG_DWORD, 0xfffffffeU));
+    EXPECT_TRUE(edit.SetRegValue(u"v"_s, REG_DWORD, 0xfffffffeU));
     for (const auto& [type, value] : {std::pair<int, QVariant>{REG_DWORD, 1LL << 32},
                                       {REG_DWORD, u"one"_s},
                                       {REG_BINARY, u"text"_s},
                                       {REG_SZ, 5},
                                       {11, QByteArray(8, 'x')}})
-        EXPECT_FALSE(Edit.SetRegValue(u"v"_s, type, value)) << type;
-    EXPECT_EQ(GetValue(Edit.hCurrentKey(), u"v"_s)->Data, "\xfe\xff\xff\xff");
+        EXPECT_FALSE(edit.SetRegValue(u"v"_s, type, value)) << type;
+    EXPECT_EQ(GetValue(edit.hCurrentKey(), u"v"_s)->Data, "\xfe\xff\xff\xff");
 }
 
-TEST_F(RegEdit, OpensClosesAndDeletes) {
-    EXPECT_FALSE(Edit.CheckRegKey(root, u"A\\B"_s));
-    EXPECT_TRUE(Edit.OpenRegKey(root, u"A\\B"_s));
-    EXPECT_FALSE(Edit.DeleteRegKey(root, u"A\\B"_s)) << "a key is open";
-    EXPECT_TRUE(Edit.CheckRegKey(root, u"a\\b"_s));
-    EXPECT_FALSE(Edit.DeleteRegKey(root, {}));
-    EXPECT_TRUE(Edit.DeleteRegKey(root, u"A\\B"_s));
-    ASSERT_TRUE(Edit.OpenRegKey(root, u"A"_s) && CloseKey(Edit.hCurrentKey()));
-    const RegEditError error = Edit.CloseRegKey();
+TEST(RegEdit, OpensClosesAndDeletes) {
+    const ConfigurationFolder folder;
+    clsRegEdit edit;
+    EXPECT_FALSE(edit.CheckRegKey(HKEY_CURRENT_USER, u"A\\B"_s));
+    EXPECT_TRUE(edit.OpenRegKey(HKEY_CURRENT_USER, u"A\\B"_s));
+    EXPECT_FALSE(edit.DeleteRegKey(HKEY_CURRENT_USER, u"A\\B"_s)) << "a key is open";
+    EXPECT_TRUE(edit.CheckRegKey(HKEY_CURRENT_USER, u"a\\b"_s));
+    EXPECT_FALSE(edit.DeleteRegKey(HKEY_CURRENT_USER, {}));
+    EXPECT_TRUE(edit.DeleteRegKey(HKEY_CURRENT_USER, u"A\\B"_s));
+    ASSERT_TRUE(edit.OpenRegKey(HKEY_CURRENT_USER, u"A"_s) && CloseKey(edit.hCurrentKey()));
+    const RegEditError error = edit.CloseRegKey();
     EXPECT_EQ(error.Number, 600001);
     EXPECT_EQ(error.Description, u"ﾚｼﾞｽﾄﾘｷｰを閉じられません。"_s);
 }
 
-TEST_F(RegEdit, EnumerationHasSmallBuffers) {
+TEST(RegEdit, EnumerationHasSmallBuffers) {
+    const ConfigurationFolder folder;
+    clsRegEdit edit;
     QString name;
     for (const int length : {200, 201})
-        Edit.OpenRegKey(root, u"E\\"_s + QString(length, u'n'));
-    ASSERT_TRUE(Edit.OpenRegKey(root, u"E"_s));
-    EXPECT_TRUE(Edit.EnumRegSubKey(0, name) && name.size() == 200);
-    EXPECT_FALSE(Edit.EnumRegSubKey(1, name));
+        edit.OpenRegKey(HKEY_CURRENT_USER, u"E\\"_s + QString(length, u'n'));
+    ASSERT_TRUE(edit.OpenRegKey(HKEY_CURRENT_USER, u"E"_s));
+    EXPECT_TRUE(edit.EnumRegSubKey(0, name) && name.size() == 200);
+    EXPECT_FALSE(edit.EnumRegSubKey(1, name));
 
-    Edit.SetRegValue(u"fits"_s, REG_BINARY, QByteArray(2000, 'x'));
-    Edit.SetRegValue(u"too large"_s, REG_BINARY, QByteArray(2001, 'x'));
-    Edit.SetRegValue(u"text"_s, REG_SZ, QString(999, u'日')); // 1998 bytes and the NUL
-    Edit.SetRegValue(u"long text"_s, REG_SZ, QString(1000, u'日'));
-    Edit.SetRegValue(QString(1999, u'n'), REG_DWORD, 1);
-    Edit.SetRegValue(QString(1000, u'日'), REG_DWORD, 1);
+    edit.SetRegValue(u"fits"_s, REG_BINARY, QByteArray(2000, 'x'));
+    edit.SetRegValue(u"too large"_s, REG_BINARY, QByteArray(2001, 'x'));
+    edit.SetRegValue(u"text"_s, REG_SZ, QString(999, u'日')); // 1998 bytes and the NUL
+    edit.SetRegValue(u"long text"_s, REG_SZ, QString(1000, u'日'));
+    edit.SetRegValue(QString(1999, u'n'), REG_DWORD, 1);
+    edit.SetRegValue(QString(1000, u'日'), REG_DWORD, 1);
     QVariant value;
     int type = 0, size = 0;
     QList<int> sizes;
     for (int i = 0; i < 7; ++i)
-        sizes += Edit.EnumRegValue(i, name, type, value, size) ? size : -size;
+        sizes += edit.EnumRegValue(i, name, type, value, size) ? size : -size;
     EXPECT_EQ(sizes, (QList<int>{2000, 0, 1999, 0, 4, 0, 0}));
-    EXPECT_TRUE(Edit.GetRegValue(u"TOO large"_s, type, value)) << "this one asks again for the size it is told";
+    EXPECT_TRUE(edit.GetRegValue(u"TOO large"_s, type, value)) << "this one asks again for the size it is told";
     EXPECT_EQ(value.toByteArray().size(), 2001);
 }

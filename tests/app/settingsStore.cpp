@@ -12,8 +12,6 @@
 using namespace Registry;
 
 namespace {
-const QString settingsKey = settingsStore::RootKey + u"\\Settings"_s;
-
 ApplicationSettings loaded() {
     ApplicationSettings settings;
     settingsStore::LoadSettings(settings, u"/opt/velorin"_s, u"Laser"_s);
@@ -104,23 +102,21 @@ TEST(settingsStore, ConversionsAndWrongTypes) {
 
 TEST(settingsStore, DrawingDefaultsKeepWhatTheRegistryHasNot) {
     const ConfigurationFolder folder;
-    ApplicationSettings read;
-    const auto load = [&] {
-        read.Contour.MaxValue = 4;
-        read.Contour.Automatic = false;
+    ASSERT_TRUE(RegistryText::Import(registryFile(u"settings.reg"_s)).Done);
+    for (const bool stored : {true, false}) {
+        ApplicationSettings read, expected;
+        read.Contour = {.Reverse = !stored, .MaxValue = 4, .Automatic = false};
         read.Vector = {2, 1, {{}, {}}, true, 1, 1};
         settingsStore::LoadContourDefaults(read.Contour);
         settingsStore::LoadDisplacementDefaults(read.Displacement);
         settingsStore::LoadVectorDefaults(read.Vector);
-    };
-    ASSERT_TRUE(RegistryText::Import(registryFile(u"settings.reg"_s)).Done);
-    load();
-    EXPECT_EQ(read.Contour, (ContourSettings{5, {1, 2, 0xff000003}, false, true, 4, 0, 7, true}));
-    EXPECT_EQ(read.Displacement, (DisplacementSettings{false, 150, 1, true}));
-    EXPECT_EQ(read.Vector, (VectorSettings{0, -1, {}, false, 50, 0}));
-    ASSERT_TRUE(DeleteTree(HKEY_CURRENT_USER, settingsKey));
-    load();
-    EXPECT_EQ(read.Contour, (ContourSettings{.Reverse = true, .MaxValue = 4})) << "but Reverse stays";
-    EXPECT_EQ(read.Displacement, DisplacementSettings());
-    EXPECT_EQ(read.Vector, VectorSettings());
+        expected.Contour = {.Reverse = true, .MaxValue = 4};
+        if (stored) {
+            expected.Contour = {5, {1, 2, 0xff000003}, false, true, 4, 0, 7, true};
+            expected.Displacement = {false, 150, 1, true};
+            expected.Vector = {0, -1, {}, false, 50, 0};
+        }
+        EXPECT_EQ(read, expected);
+        ASSERT_TRUE(DeleteTree(HKEY_CURRENT_USER, settingsStore::RootKey + u"\\Settings"_s));
+    }
 }

@@ -9,14 +9,12 @@ using namespace mdTips;
 
 TEST(Tips, Colors) {
     EXPECT_EQ(FormatColor(0xffffff, u"0x"_s), u"0x00ffffff"_s);
-    const std::pair<QString, ColorRef> cases[] = {{u"0XFF"_s, 255}, {u"0x00808080"_s, 0x808080},
-                                                  {u"&HfF"_s, 255}, {u"-1"_s, 0xffffffff},
-                                                  {u"2.5"_s, 2},    {u"0x"_s, 0},
-                                                  {u"0xgg"_s, 0},   {u"12a"_s, 0},
-                                                  {u""_s, 0},       {u"99999999999"_s, 0},
-                                                  {u"nan"_s, 0},    {u"0x112233445"_s, 0}};
+    const std::pair<QString, ColorRef> cases[] = {
+        {u"0XFF"_s, 255}, {u"0x00808080"_s, 0x808080}, {u"&HfF"_s, 255}, {u"-1"_s, 0xffffffff}, {u"2.5"_s, 2}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(ParseColor(text), expected) << text.toStdString();
+    for (const QString& text : {u"0x"_s, u"0xgg"_s, u"12a"_s, u""_s, u"99999999999"_s, u"nan"_s, u"0x112233445"_s})
+        EXPECT_EQ(ParseColor(text), 0u) << text.toStdString();
 }
 
 TEST(Tips, SplitFieldsAtSeparatorsAndQuotes) {
@@ -50,11 +48,12 @@ TEST(Tips, FontStrings) {
 }
 
 TEST(Tips, ValReadsTheLongestNumberInFront) {
-    const std::pair<QString, double> cases[] = {
-        {u"1 2.5e3x"_s, 12500}, {u" -3.5mm"_s, -3.5}, {u"+4"_s, 4}, {u".5"_s, 0.5}, {u"1,5"_s, 1},   {u"2e"_s, 2},
-        {u"abc"_s, 0},          {u"inf"_s, 0},        {u""_s, 0},   {u"-"_s, 0},    {u"1e999"_s, 0}, {u"１"_s, 0}};
-    for (const auto& [text, expected] : cases)
-        EXPECT_EQ(Val(text), expected) << text.toStdString();
+    const QString texts[] = {u"1 2.5e3x"_s, u" -3.5mm"_s, u"+4"_s, u".5"_s, u"1,5"_s, u"2e"_s};
+    const double numbers[] = {12500, -3.5, 4, 0.5, 1, 2};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(Val(texts[i]), numbers[i]) << i;
+    for (const QString& text : {u"abc"_s, u"inf"_s, u""_s, u"-"_s, u"1e999"_s, u"１"_s})
+        EXPECT_EQ(Val(text), 0) << text.toStdString();
 }
 
 TEST(Tips, KeysAndValuesLineByLine) {
@@ -71,7 +70,7 @@ TEST(Tips, KeysAndValuesLineByLine) {
     EXPECT_EQ(record.Key + u'|' + record.Value, u"k\"|v"_s);
 }
 
-TEST(Tips, TextsOfOtherPrograms) {
+TEST(Tips, TextsOfOtherProgramsAndMacros) {
     EXPECT_EQ(AnsiLength(u"aｱ漢"), 4);
     EXPECT_EQ(CutAtNull(QByteArrayView("\x8a\xbf\0x", 4)), u"漢"_s);
     EXPECT_EQ(CutAtNull(QStringView(u"ab\0c", 4)), u"ab"_s);
@@ -79,6 +78,11 @@ TEST(Tips, TextsOfOtherPrograms) {
     const TestFolder folder;
     EXPECT_EQ(ReadTextFile(folder.Write(QByteArray::fromHex("8abf616263")), 3), u"漢a"_s);
     EXPECT_EQ(ReadTextFile(u"/no/such/file"_s), QString());
+    const QString many = u"%b%"_s.repeated(1000);
+    EXPECT_EQ(ExpandLabelMacros(u"%a%-%c%-%a%"_s, {{u"%a%"_s, u"1%b%"_s}, {u"%b%"_s, u"2%a%"_s}}),
+              u"12%a%-%c%-12%a%"_s);
+    // The second would make a million characters of it.
+    EXPECT_EQ(ExpandLabelMacros(u"%a%"_s, {{u"%a%"_s, many}, {u"%b%"_s, many}, {u"b%"_s, {}}}), u"%"_s.repeated(1000));
 }
 
 TEST(Tips, Paths) {
@@ -95,13 +99,4 @@ TEST(Tips, Paths) {
     EXPECT_EQ(ShortenPath(u"/漢字/漢字.vrf"_s, 14), u"/漢字.../漢字.vrf"_s);
     EXPECT_EQ(ShortenPath(u"/a/averylongname.vrf"_s, 8), u"/a/averylongname.vrf"_s);
     EXPECT_EQ(NormalizePathCase(u"c:\\MY DATA\\pLATE.VRF"_s), u"C:\\My data\\Plate.vrf"_s);
-}
-
-TEST(Tips, MacrosOfALabel) {
-    const QString many = u"%b%"_s.repeated(1000);
-    EXPECT_EQ(mdTips::ExpandLabelMacros(u"%a%-%c%-%a%"_s, {{u"%a%"_s, u"1%b%"_s}, {u"%b%"_s, u"2%a%"_s}}),
-              u"12%a%-%c%-12%a%"_s);
-    // The second would make a million characters of it.
-    EXPECT_EQ(mdTips::ExpandLabelMacros(u"%a%"_s, {{u"%a%"_s, many}, {u"%b%"_s, many}, {u"b%"_s, QString()}}),
-              u"%"_s.repeated(1000));
 }

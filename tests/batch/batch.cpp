@@ -2,6 +2,10 @@
 
 #include "ConfigurationFolder.h"
 #include "OtherProgram.h"
+#include "batch/commandSupport.h"
+#include "platform/base/NativePath.h"
+#include "platform/base/WholeFile.h"
+#include "property/propertyFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -262,6 +266,36 @@ TEST_F(BatchTest, NamesAreNoOrdersToATerminal) {
     EXPECT_EQ(json(u"info FILE"_s)[u"title"], file.title);
     for (const QByteArray& order : {QByteArray("\x1b"), QByteArray("\x7f"), QString(QChar(0x9b)).toUtf8()})
         EXPECT_FALSE(output.contains(order)) << order.toHex().toStdString();
+}
+
+TEST_F(RenderTest, NamesAreBytes) {
+    const ConfigurationFolder configuration;
+    for (const QByteArray& name : {QByteArray("\xff\xfe"), QByteArray("\x83\x65"), QByteArray("漢\xe6\xbc")}) {
+        const TestFolder own;
+        const QByteArray bytes = own.Path({}).toUtf8() + '/' + name;
+        const QString start = NativePath::Text(bytes), shown = NativePath::Shown(start);
+        path = start + u".vrf"_s;
+        WholeFile::Write(path, twoSquares().Bytes());
+        WholeFile::Write(start + u".style"_s, "[GENERAL]\r\nbackcolor=255\r\n");
+        WholeFile::Write(start + u".reg"_s, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\bent]\r\n");
+        EXPECT_EQ(json(u"info FILE"_s)[u"file"], NativePath::Shown(path));
+        ResultModel model = batch::OpenFile(path);
+        ApplicationSettings settings;
+        model.CurrentStep = 1;
+        EXPECT_EQ(propertyFile::SavePropertyFile(settings, model), QString());
+        EXPECT_EQ(traceOf({}), traceOf(u"--step 2 --no-property"_s)) << "is read again";
+        for (const char16_t* line :
+             {u"render FILE --steps 1:2 -o OUT%d.trace", u"registry import OUT.reg", u"registry export OUT.reg",
+              u"render FILE --settings OUT.reg -o OUT.svg",
+              u"graph FILE --type history --item 1 --nodes 1 --style OUT.style --title %file% -o OUT.json"})
+            EXPECT_EQ(run(QString::fromUtf16(line).replace(u"OUT"_s, start)), 0) << errors.constData();
+        expectUnusable(u"info "_s + start, shown, "無効なパラメータです。");
+        int written = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(own.Path({}).toStdString()))
+            written += entry.path().filename().native().starts_with(name.toStdString());
+        EXPECT_EQ(written, 8) << "and none under another name";
+        std::filesystem::remove_all(own.Path({}).toStdString()); // which the toolkit can't
+    }
 }
 
 TEST_F(RenderTest, DamagedNumbersStillMakePictures) {

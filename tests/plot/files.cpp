@@ -1,40 +1,32 @@
 // The plot's data and style files byte by byte, what is made of files written by hand, and a graph's numbers as text.
+#include "TestFolder.h"
 #include "plot/mdGraph.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
 
 enum : int { Base = clsPlot::ScaleBase, Plot = clsPlot::ScalePlot, Both = clsPlot::ScaleBoth };
 
-class PlotFiles : public testing::Test {
-protected:
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"表.txt"_s); // its second byte in code page 932 is a backslash
-
-    static std::string bytesOf(const QString& name) {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
-        return file.readAll().toStdString();
-    }
-    const QString& written(const std::string& bytes) const {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes.data(), qint64(bytes.size())) >= 0);
+struct PlotFiles : testing::Test {
+    const QString& written(const QByteArray& bytes) {
+        EXPECT_EQ(folder.Write(bytes, u"表.txt"_s), path);
         return path;
     }
-    std::string csvOf(const clsPlot& plot) const {
+    QByteArray csvOf(const clsPlot& plot) {
         plot.CsvSave(path);
-        return bytesOf(path);
+        return TestFolder::Read(path);
     }
-    std::string styleOf(const clsPlot& plot) const {
+    QByteArray styleOf(const clsPlot& plot) {
         plot.StyleSave(path);
-        return bytesOf(path);
+        return TestFolder::Read(path);
     }
-    static std::string dataFile(const char* name) {
-        return bytesOf(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/") + QString::fromLatin1(name));
+    static QByteArray dataFile(const char* name) {
+        return TestFolder::Read(QStringLiteral(VELORIN_SOURCE_DIR "/tests/data/") + QString::fromLatin1(name));
     }
+
+    TestFolder folder;
+    const QString path = folder.Path(u"表.txt"_s); // its second byte in code page 932 is a backslash
 };
 
 void addPoints(clsPlot& plot, int series, const QString& label, const std::vector<std::pair<float, float>>& points) {
@@ -59,17 +51,17 @@ TEST_F(PlotFiles, DataComesBackToFourDigits) {
 
     back.CsvLoad(written("Title,\"\nS, 1\n,2"), true);
     EXPECT_EQ(csvOf(back), "TITLE,\"\"\r\n\"S\",1.000E0\r\n,2.000E0\r\n\"\"\r\n\r\n\"x, y\",2.000E0\r\n,0.000E0\r\n");
-    back.CsvLoad(folder.path(), true);
+    back.CsvLoad(folder.Path({}), true);
     EXPECT_EQ(back.DataLegendCount(), 3);
-    back.CsvLoad(folder.path(), false);
+    back.CsvLoad(folder.Path({}), false);
     EXPECT_EQ(back.DataLegendCount(), 0);
 }
 
 TEST_F(PlotFiles, DataByHandIsReadLeniently) {
     clsPlot plot;
-    const std::string byHand = dataFile("hand.csv");
-    for (std::size_t length = 0; length <= byHand.size(); ++length)
-        plot.CsvLoad(written(byHand.substr(0, length)), false);
+    const QByteArray byHand = dataFile("hand.csv");
+    for (qsizetype length = 0; length <= byHand.size(); ++length)
+        plot.CsvLoad(written(byHand.first(length)), false);
     // The fourth point has a plot value beyond range, the sixth plot value no base.
     EXPECT_EQ(csvOf(plot), "TITLE,\"last\"\r\n\"A, 1\",1.500E0,2.000E3,3.400E1,5.000E0\r\n"
                            ",0.000E0,1.000E-1,2.000E2,4.500E0\r\n\"B\",9.000E0\r\n,1.000E0\r\n");
@@ -77,9 +69,9 @@ TEST_F(PlotFiles, DataByHandIsReadLeniently) {
 
 TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
     clsPlot plot, back;
-    plot.PictureFolder = back.PictureFolder = folder.path();
+    plot.PictureFolder = back.PictureFolder = folder.Path({});
     EXPECT_EQ(styleOf(plot), dataFile("default.style"));
-    const QString picture = folder.filePath(u"_back.bmp"_s);
+    const QString picture = folder.Path(u"_back.bmp"_s);
     EXPECT_FALSE(QFile::exists(picture));
 
     plot.Picture = QImage(3, 2, QImage::Format_RGB32);
@@ -91,12 +83,10 @@ TEST_F(PlotFiles, StyleComesBackButForTheGrid) {
     plot.SetScaleHScale(Plot, 1234.567f);
     plot.SetScaleFont(Base, nullptr);
     plot.SetScalePosReverse(Base, true);
-    const std::string saved = styleOf(plot);
-    for (const std::string& part :
-         {"    picture=" + picture.toStdString() + "\r\n\r\n[SCALE_BASE]",
-          std::string("    max=1.23457E4\r\n    min=-0.01235\r\n    mscale=0.010\r\n    hscale=1234.567\r\n"),
-          std::string("    glstyle=0\r\n    fcolor=")}) // no font, no keys of one
-        EXPECT_NE(saved.find(part), saved.npos) << part;
+    const QByteArray saved = styleOf(plot);
+    for (const char* part : {"_back.bmp\r\n\r\n[SCALE_BASE]", "    glstyle=0\r\n    fcolor=", // no font, no keys of one
+                             "    max=1.23457E4\r\n    min=-0.01235\r\n    mscale=0.010\r\n    hscale=1234.567\r\n"})
+        EXPECT_TRUE(saved.contains(part)) << part;
 
     back.SetGridWidth(Both, 4);
     back.SetScaleFont(Base, nullptr);
@@ -111,10 +101,10 @@ TEST_F(PlotFiles, StyleByHandIsReadLeniently) {
     clsPlot plot;
     plot.Picture = QImage(1, 1, QImage::Format_RGB32);
     // The minor step is beyond range but for its last digit, so what it was cut to stays.
-    const std::string byHand = dataFile("hand.style");
-    for (std::size_t length = 0; length <= byHand.size(); ++length) {
+    const QByteArray byHand = dataFile("hand.style");
+    for (qsizetype length = 0; length <= byHand.size(); ++length) {
         plot.SetScaleFont(Base, nullptr);
-        plot.StyleLoad(written(byHand.substr(0, length)));
+        plot.StyleLoad(written(byHand.first(length)));
     }
     EXPECT_EQ(plot.Picture.width(), 1);
     plot.BackStyle = 5;

@@ -50,20 +50,18 @@ TEST_F(GraphBuildTest, HistoryHasASeriesAnObjectInTheOrderOfPicking) {
     ASSERT_TRUE(BuildHistory(model, toFirst, {PickedKind::Elements, {1}}, graph));
     EXPECT_EQ(allSeries(graph.Plot) + QStringList{graph.Caption}, QStringList({u"要素 : 2"_s, u" 時系列図"_s}))
         << "there is no such item";
-}
 
-TEST_F(GraphBuildTest, RowsOfTheTextGoByStep) {
+    // A step without some of the values, and one without any.
     VrfBuilder file = twoSquares();
     file.steps[0].values[0].resize(1);
     file.steps.push_back(file.steps[1]);
     file.steps[2].values[0].clear();
-    file.steps.insert(file.steps.end(), {file.steps[0], file.steps[1]});
+    file.steps.push_back(file.steps[0]);
     ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
     model.CurrentItem = 0;
     ASSERT_TRUE(BuildHistory(model, plain, {PickedKind::Nodes, {2, 0, 9}}, graph));
-    const QString text = GraphText(graph, u',');
-    EXPECT_EQ(text.mid(text.indexOf(u"\r\n0.")), u"\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,"
-                                                 "\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,"_s);
+    EXPECT_TRUE(GraphText(graph, u',')
+                    .endsWith(u"\r\n0.00000E0,,1.00000E0,\r\n1.25000E0,6.00000E0,2.00000E0,\r\n0.00000E0,,1.00000E0,"));
 }
 
 TEST_F(GraphBuildTest, DistributionHasASeriesAStepAlongTheAxis) {
@@ -116,28 +114,23 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
         }
         const AxisOrder order = OrderAlongAxis(mesh, selection);
         QList<float> keys = order.RunAxis == 1 ? mesh.Elements.CentreX : mesh.Elements.CentreY;
-        const float sign = order.RunAxis == 1 ? -1 : 1;
-        for (float& key : keys)
-            key *= sign;
         QList<std::int32_t> objects(count);
         std::iota(objects.begin(), objects.end(), 0);
         for (qsizetype i = 0; i < keys.size(); ++i) {
-            const auto first = std::max_element(keys.begin() + i, keys.end()) - keys.begin();
+            const auto before = [&](float a, float b) { return order.RunAxis == 1 ? a > b : a < b; };
+            const auto first = std::max_element(keys.begin() + i, keys.end(), before) - keys.begin();
             std::swap(keys[i], keys[first]);
             std::swap(objects[i], objects[first]);
             ASSERT_EQ(selection.Index[std::size_t(i)], objects[i]);
-            ASSERT_TRUE(order.Positions[std::size_t(i)] == sign * keys[i] || std::isnan(keys[i]));
+            ASSERT_TRUE(order.Positions[std::size_t(i)] == keys[i] || std::isnan(keys[i]));
         }
     }
 }
 
 TEST(mdGraph, GraphsOfNothingOrOfManyAreAskedAbout) {
-    EXPECT_EQ(mdGraph::GraphRequest(0)->Text, u"オブジェクトを選択してください。"_s);
-    EXPECT_FALSE(mdGraph::GraphRequest(1) || mdGraph::GraphRequest(100));
-    const auto many = mdGraph::GraphRequest(101);
-    EXPECT_TRUE(many->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
-    EXPECT_EQ(many->Text.count(u"\r\n"_s), 3);
-    EXPECT_TRUE(mdGraph::GraphRequest(0)->Flags == MessageStyle::Information && many->Flags == MessageStyle::Ask);
+    EXPECT_FALSE(GraphRequest(1) || GraphRequest(100));
+    EXPECT_TRUE(GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_TRUE(GraphRequest(0)->Flags == MessageStyle::Information && GraphRequest(101)->Flags == MessageStyle::Ask);
 }
 
 } // namespace

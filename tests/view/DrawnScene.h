@@ -14,12 +14,10 @@ struct DrawnScene : ModelTest {
         model.LineElementsOnly = false;
         window.SetRect(0, 1, 2, 0);
     }
+    /// With 9 as its maximum.
     void addItem(int elementType, const QList<float>& values) {
-        ItemValues item{std::int32_t(values.size()), values, 0, 0};
-        for (const float value : values)
-            item.MaxValue = value > item.MaxValue ? value : item.MaxValue;
         model.Items.append({u"応力"_s, elementType, 0});
-        model.ItemData.append(item);
+        model.ItemData.append({std::int32_t(values.size()), values, 9, 0});
         ++model.ItemCount;
     }
     void addNode(DevicePoint at, bool active = true) {
@@ -34,14 +32,14 @@ struct DrawnScene : ModelTest {
     }
     Scene scene() { return {model, settings, view, slideShow}; }
     PlotConverter converter() const { return {window, {0, 0, 1000, 800}, 100, TraceDevice(1000, 800, 254)}; }
-    /// The trace of what `draw` draws; without its select calls unless `selects`.
+    /// The trace of what `draw` draws, without its select calls.
     template<typename Draw>
-    static std::string traceOf(Draw draw, bool selects = false) {
+    static std::string traceOf(Draw draw) {
         TraceDevice device(1000, 800, 254);
         draw(device);
         std::string lines;
         for (const QByteArray& line : device.Trace().split('\n'))
-            if (!line.isEmpty() && (selects || !(line.contains("Pen") || line.contains("Brush") || line[0] == 'F')))
+            if (!line.isEmpty() && !line.contains("Pen") && !line.contains("Brush") && !line.startsWith("Font"))
                 lines += line.toStdString() + '\n';
         return lines;
     }

@@ -1,16 +1,13 @@
 #include "view/scene/contour.h"
 
 #include "DrawnScene.h"
-#include "platform/raster/RasterDevice.h"
+#include "Picture.h"
 
 #include <limits>
-#include <random>
 
 using namespace mdScene;
 
 namespace {
-
-constexpr float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
 
 /// A model with given device positions and node values, as after a load and `ComputeDevicePoints`.
 struct Contour : DrawnScene {
@@ -27,10 +24,7 @@ struct Contour : DrawnScene {
         view.NodePoints = points;
     }
     void fixRange(float lower, float upper, int count) {
-        settings.Contour.Automatic = false;
-        settings.Contour.MinValue = lower;
-        settings.Contour.MaxValue = upper;
-        settings.Contour.Divide = count;
+        settings.Contour = {.MaxValue = upper, .MinValue = lower, .Divide = count, .Automatic = false};
     }
     void draw(DeviceContext& device) { DrawContour(device, scene(), context); }
     /// All bands over all elements, a call a polygon.
@@ -38,8 +32,7 @@ struct Contour : DrawnScene {
         const ContourBands bands(settings.Contour.MinValue, settings.Contour.MaxValue, settings.Contour.Divide);
         for (int band = 0; band < bands.Count; ++band) {
             const ColorRef color = ContourColor(1 / float(bands.Count - 1) * float(band), settings.Contour);
-            const Pen oldPen = device.SelectPen({PenStyle::Solid, 1, color});
-            const Brush oldBrush = device.SelectBrush({color});
+            const std::pair old{device.SelectPen(solidPen(color)), device.SelectBrush(solidBrush(color))};
             for (std::int32_t e = 0; e < model.Mesh.ElementCount; ++e) {
                 ContourElement element;
                 std::vector<DevicePoint> polygon;
@@ -50,8 +43,8 @@ struct Contour : DrawnScene {
                 if (AppendClipPolygon(element, bands, band, polygon))
                     device.Polygon(polygon);
             }
-            device.SelectBrush(oldBrush);
-            device.SelectPen(oldPen);
+            device.SelectBrush(old.second);
+            device.SelectPen(old.first);
         }
     }
     QByteArray trace(Draw by = &Contour::draw) {
@@ -59,25 +52,15 @@ struct Contour : DrawnScene {
         (this->*by)(device);
         return device.Trace();
     }
-    QImage picture(Draw by = &Contour::draw, int threads = 0) {
-        QImage image(96, 80, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        RasterDevice device(image, 96, threads);
-        (this->*by)(device);
-        return image;
+    QImage picture(Draw by = &Contour::draw) {
+        Picture picture(96, 80, 0);
+        (this->*by)(picture.Device);
+        return picture.Image;
     }
 };
 
-TEST_F(Contour, RampThroughTheUsersColors) {
-    settings.Contour = {.ColorIndex = 5, .Colors = {0x0000ff, 0x00ff00, 0xff0000}};
-    EXPECT_EQ(ContourColor(0, settings.Contour), 0xff0000u) << "not reversed the lowest has the maximum's colour";
-    settings.Contour.Reverse = true;
-    for (const auto& [t, color] : {std::pair{0.f, 0x0000ffu}, {0.5f, 0x00ff00u}, {0.5625f, 0x20df00u}})
-        EXPECT_EQ(ContourColor(t, settings.Contour), color) << t;
-}
-
 TEST_F(Contour, RangeAndContext) {
-    make({{1, 2, 3, 4}}, {{0, 0}, {20, 0}, {20, 20}, {0, 20}}, {1, 2, 3, 4});
+    make({{1, 2, 3, 4}}, {{0, 0}, {90, 0}, {90, 70}, {0, 70}}, {1, 2, 4, 3});
     trace();
     EXPECT_TRUE(context.ContourMax == 4 && context.ContourMin == 1 && context.ContourDivide == 20);
     fixRange(5, 1, 7);
@@ -86,60 +69,36 @@ TEST_F(Contour, RangeAndContext) {
     fixRange(0, 1, 1);
     trace();
     EXPECT_EQ(context.ContourDivide, 7) << "one band leaves the context alone";
-}
-
-TEST_F(Contour, LevelsOnEdgesAndTheirOrder) {
-    DevicePoint point;
-    const DevicePoint ends[2] = {{0, 0}, {10, 5}};
-    EXPECT_TRUE(EdgeLevelPoint(ends, {1, 3}, 2, point));
-    EXPECT_EQ(point, (DevicePoint{5, 2})) << "2.5 goes to the even neighbour";
-    EXPECT_TRUE(EdgeLevelPoint(ends, {3, 1}, 3, point));
-    EXPECT_EQ(point, (DevicePoint{0, 0}));
-    for (const std::array<float, 3>& c : {std::array{3.f, 3.f, 3.f}, {1, 3, 3.5f}, {1, nan, 2}})
-        EXPECT_FALSE(EdgeLevelPoint(ends, {c[0], c[1]}, c[2], point));
-    double distances[] = {2, 2, 1};
-    int order[] = {0, 1, 2};
-    SortByDistance(3, distances, order);
-    EXPECT_EQ(std::vector(order, order + 3), (std::vector{2, 1, 0})) << "the swap puts the first behind the second";
+    fixRange(1, 4, std::numeric_limits<int>::max());
+    EXPECT_NE(picture().pixelColor(40, 30), QColor(Qt::white)) << "the cost is bounded by the pixels";
 }
 
 /// Random elements of 1 to 6 corners with values on and off the borders, among them NaN and infinity, in few and many
 /// bands: the layer must give the pixels and the calls of the plain loops.
 TEST_F(Contour, AsByThePlainLoops) {
-    std::mt19937 random(5);
-    const auto upTo = [&](int n) { return int(random() % unsigned(n)); };
-    const int bandCounts[] = {2, 3, 20, 400, 3000};
+    Dice dice(5);
     for (int round = 0; round < 60; ++round) {
-        std::vector<DevicePoint> points(12);
+        std::vector<DevicePoint> points;
         std::vector<double> values;
-        for (DevicePoint& point : points) {
-            point = {upTo(round % 3 ? 100 : 4000) - 2, upTo(80)};
-            const int kind = upTo(40);
-            values.push_back(kind < 20 ? upTo(5) : upTo(5000) / 1000.0);
-            if (kind < 2)
-                values.back() = double(kind == 0 ? nan : infinity);
+        while (points.size() < 12) {
+            points.push_back({dice.Between(-2, round % 3 ? 97 : 3997), dice.Between(-2, 77)});
+            const int kind = dice.Between(0, 39);
+            const double value = kind < 20 ? dice.Between(0, 4) : dice.Between(0, 4999) / 1000.0;
+            values.push_back(kind > 1 ? value : kind == 0 ? std::nan("") : HUGE_VAL);
         }
         std::vector<std::vector<qint32>> elements(8);
         for (auto& element : elements)
-            for (int k = 1 + upTo(6); k > 0; --k)
-                element.push_back(1 + upTo(12));
+            for (int k = dice.Between(1, 6); k > 0; --k)
+                element.push_back(dice.Between(1, 12));
         make(elements, points, values);
         // Far from 0 a single tells only some of many levels apart.
         const float shift = round % 7 == 0 ? 4096 : 0;
         for (float& value : model.Mesh.Nodes.Value)
             value += shift;
-        fixRange(shift + 0, shift + 4, bandCounts[round % 5]);
-        const QImage expected = picture(&Contour::drawPlainly);
-        ASSERT_EQ(picture(), expected) << round;
-        ASSERT_EQ(picture(&Contour::draw, 1), expected) << round;
+        fixRange(shift + 0, shift + 4, std::array{2, 3, 20, 400, 3000}[std::size_t(round % 5)]);
+        ASSERT_EQ(picture(), picture(&Contour::drawPlainly)) << round;
         ASSERT_EQ(trace(), trace(&Contour::drawPlainly)) << round;
     }
-}
-
-TEST_F(Contour, CostIsBoundedByThePixels) {
-    make({{1, 2, 3, 4}}, {{0, 0}, {90, 0}, {90, 70}, {0, 70}}, {0, 1, 3, 2});
-    fixRange(0, 3, std::numeric_limits<int>::max());
-    EXPECT_NE(picture().pixelColor(40, 30), QColor(Qt::white));
 }
 
 } // namespace

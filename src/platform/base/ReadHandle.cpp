@@ -1,6 +1,7 @@
 #include "platform/base/ReadHandle.h"
 
-#include <QFile>
+#include "platform/base/NativePath.h"
+
 #include <bit>
 #include <cerrno>
 #include <fcntl.h>
@@ -21,7 +22,7 @@ struct ReadHandle::Descriptor {
 ReadHandle ReadHandle::Open(const QString& path) {
     ReadHandle handle;
     // Without O_NONBLOCK the open of a pipe would wait for its writer.
-    const int number = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int number = ::open(NativePath::Of(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (number < 0)
         return handle;
     struct stat status = {};

@@ -1,8 +1,8 @@
 #include "platform/base/WholeFile.h"
 
 #include "platform/base/Literals.h"
+#include "platform/base/NativePath.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 #include <cerrno>
 #include <climits>
@@ -71,7 +71,7 @@ void WholeFile::fail(int error) {
 void WholeFile::open(const QString& path) {
     if (path.isEmpty() || path.contains(QChar(0)))
         return fail(path.isEmpty() ? ENOENT : EINVAL);
-    target = linksFollowed(QFile::encodeName(path));
+    target = linksFollowed(NativePath::Of(path).c_str());
     if (target.isEmpty())
         return fail(ELOOP);
     struct stat earlier {};

@@ -67,6 +67,8 @@ bool Store::Open(Access access) {
     if (depth > 0)
         return !spoilt && (writing || access == Access::Read);
     wanted = access;
+    if (path != StorePath())
+        gaveUp = {}; // another file is another's to hold
     waitMs = gaveUp[std::size_t(access)] ? 0 : longestWaitMs;
     // What couldn't be written a while ago may be writable now.
     const bool retries = access == Access::Write && isReadOnly();
@@ -90,7 +92,7 @@ bool Store::Open(Access access) {
         break;
     }
     // Who can't even read need not wait again for writing, nor the other way round.
-    if (held)
+    if (held && waitMs <= 0)
         gaveUp = {true, true};
     if (problem.isEmpty())
         problem = u"it is damaged"_s;
@@ -231,7 +233,7 @@ int Store::note(int result) {
     // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
     const bool hasRead = kind == SQLITE_ROW || kind == SQLITE_DONE;
     held = kind == SQLITE_BUSY || (held && !hasRead);
-    if (kind == SQLITE_BUSY || (hasRead && wanted == Access::Read))
+    if ((kind == SQLITE_BUSY && waitMs <= 0) || (hasRead && wanted == Access::Read))
         gaveUp[std::size_t(wanted)] = !hasRead;
     if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
         doubtful = true;

@@ -1,5 +1,7 @@
 #include "platform/widgets/Dialogs.h"
 
+#include "platform/base/NativePath.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -135,7 +137,7 @@ FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, 
     const QFileInfo place(start);
     dialog.setDirectory(place.isDir() ? start : place.absolutePath());
     if (!start.isEmpty() && !place.isDir())
-        dialog.selectFile(place.fileName());
+        dialog.selectFile(NativePath::Shown(place.fileName()));
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.selectedFiles().value(0);
@@ -159,7 +161,7 @@ int MessageBox(QWidget* parent, const QString& text, const QString& title, int f
         return scriptedAnswer<int>({Testing::Kind::MessageBox, text, title, flags}, buttons.last().Answer);
     const qsizetype defaultButton = flags & MessageStyle::SecondDefault ? buttons.size() - 1 : 0;
     if (hasWidgets())
-        return showBox(parent, text, title, flags, defaultButton);
+        return showBox(parent, NativePath::Shown(text), title, flags, defaultButton);
     std::fprintf(stderr, "%s\n", text.toUtf8().constData());
     return buttons[defaultButton].Answer;
 }

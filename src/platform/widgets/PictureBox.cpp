@@ -1,5 +1,6 @@
 #include "platform/widgets/PictureBox.h"
 
+#include "platform/base/NativePath.h"
 #include "platform/base/Rounding.h"
 #include "platform/raster/RasterDevice.h"
 
@@ -11,11 +12,18 @@
 #include <cmath>
 
 namespace {
+/// The toolkit's own way to a path knows no name that is not UTF-8.
+QString pathOf(const QUrl& local) {
+    if (!local.host().isEmpty())
+        return local.toLocalFile();
+    return NativePath::Text(QByteArray::fromPercentEncoding(local.path(QUrl::FullyEncoded).toLatin1()));
+}
+
 QStringList localFiles(const QDropEvent& event) {
     QStringList paths;
     for (const QUrl& url : event.mimeData()->urls())
         if (url.isLocalFile())
-            paths.append(url.toLocalFile());
+            paths.append(pathOf(url));
     return paths;
 }
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
+#include "platform/base/NativePath.h"
 
 namespace {
 const std::array<QString, PropertyRows::EntryCount> captions{u"パス"_s,       u"ファイル名"_s,   u"プレフィックス"_s,
@@ -80,9 +81,9 @@ QString PropertyRows::entryText(Entry entry) const {
     using namespace mdApplication;
     switch (entry) {
     case Path:
-        return mdTips::RemoveTrailingChar(PathPart(model.FileName, mdApplication::Folder));
+        return mdTips::RemoveTrailingChar(PathPart(NativePath::Shown(model.FileName), mdApplication::Folder));
     case FileName:
-        return PathPart(model.FileName, mdApplication::FileName);
+        return PathPart(NativePath::Shown(model.FileName), mdApplication::FileName);
     case Prefix:
         return model.Magic;
     case Version:

@@ -2,6 +2,7 @@
 
 #include "app/mdApplication.h"
 #include "app/mdTipsDrawing.h"
+#include "platform/base/NativePath.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/FormSupport.h"
@@ -29,7 +30,8 @@ frmProperties::frmProperties(QWidget* parent, const ResultModel& model)
       exportPath(mdApplication::PathPart(model.FileName, mdApplication::PathWithoutExtension)),
       rows(new PropertyRows(model, this)) {
     setObjectName(u"frmProperties"_s);
-    setWindowTitle(u"プロパティ - "_s + mdApplication::PathPart(model.FileName, mdApplication::BaseName));
+    setWindowTitle(u"プロパティ - "_s +
+                   NativePath::Shown(mdApplication::PathPart(model.FileName, mdApplication::BaseName)));
     buildControls();
     DrawPropertyIcons();
     const QFontMetrics metrics = fontMetrics();

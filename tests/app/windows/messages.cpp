@@ -22,14 +22,13 @@ TEST(GraphWindows, MakeWayForDialogsAndMessages) {
     EXPECT_EQ(state(), u"shown on top"_s);
     QString during;
     QDialog dialog;
-    const auto inDialog = [&](const std::function<void()>& act) { QTimer::singleShot(0, &dialog, act); };
-    inDialog([&] {
+    QTimer::singleShot(0, &dialog, [&] {
         during = state();
         dialog.done(5);
     });
     EXPECT_EQ(mdApplication::runModal(dialog), 5);
     EXPECT_EQ(during + state(), u"hidden on topshown on top"_s);
-    inDialog([&] {
+    QTimer::singleShot(0, &dialog, [&] {
         during = state();
         QApplication::activeModalWidget()->close();
     });

@@ -1,5 +1,6 @@
 #include "platform/base/WholeFile.h"
 
+#include "FullDisk.h"
 #include "TestFolder.h"
 
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -71,14 +71,10 @@ TEST_F(WholeFileTest, ReplacesNothingElse) {
 
 TEST_F(WholeFileTest, AFullDiskLeavesWhatWasThere) {
     folder.Write(before, u"old"_s);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit usual{};
-    ::getrlimit(RLIMIT_FSIZE, &usual);
-    const rlimit tight{64, usual.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &tight);
-    expectRefused("old", "File too large");
-    ::setrlimit(RLIMIT_FSIZE, &usual);
-    std::signal(SIGXFSZ, handler);
+    {
+        const FullDisk full(64);
+        expectRefused("old", "File too large");
+    }
     ASSERT_EQ(::mkdir(path("disk"), 0700), 0);
     if (::mount("none", path("disk"), "tmpfs", 0, "size=64k") != 0)
         GTEST_SKIP() << "only an administrator may mount a small disk";

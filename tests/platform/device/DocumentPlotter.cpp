@@ -2,7 +2,6 @@
 
 #include "platform/device/TraceDevice.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -14,25 +13,18 @@ PlotRect rectOf(float left, float top, float right, float bottom) {
 }
 
 /// A plotter with its window; keeps what the latest paint was given.
-class DocumentPlotterTest : public testing::Test {
-protected:
+struct DocumentPlotterTest : testing::Test {
     DocumentPlotterTest() {
         plotter.SetEventSink({[this] { return bounds; }, [this](PlotCanvas& canvas) { converter = canvas.Converter(); },
                               [this] { return std::exchange(refit, false); }});
     }
-
     void draw(int width, int height) {
         plotter.Viewport().SetWindow({width, height});
         TraceDevice device(width, height);
         plotter.Draw(device);
     }
     DevicePoint at(float x, float y) const { return converter->WorldToDevice(x, y); }
-    double scale() const {
-        double across = 0, down = 0;
-        converter->WorldLengthToDevice(1, 1, across, down);
-        EXPECT_EQ(across, down);
-        return across;
-    }
+    int scale() const { return at(1, 0).X - at(0, 0).X; }
 
     DocumentPlotter plotter;
     PlotRect bounds = rectOf(0, 10, 20, 0);
@@ -58,32 +50,23 @@ TEST_F(DocumentPlotterTest, FixedKeepsTheScaleUntilTheViewOrTheFileChanges) {
     EXPECT_EQ(scale(), 40);
 }
 
-TEST_F(DocumentPlotterTest, WorldsWithoutExtentAreFittedByTheOtherDirectionWithYUp) {
+TEST_F(DocumentPlotterTest, PointsGoThereAndBackWithYUpAlsoInWorldsWithoutExtent) {
     plotter.SetScaleMode(PlotScaleMode::Automatic);
-    const std::tuple<PlotRect, float, float, DevicePoint> cases[] = {{rectOf(5, 4, 5, 0), 6, 0, {250, 400}},
-                                                                     {rectOf(5, 4, 5, 0), 5, 4, {150, 0}},
-                                                                     {rectOf(0, 7, 3, 7), 3, 8, {300, 100}},
-                                                                     {rectOf(2, 2, 2, 2), 3, 3, {151, 199}}};
+    constexpr int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+    const std::tuple<PlotRect, float, float, DevicePoint> cases[] = {
+        {rectOf(5, 4, 5, 0), 6, 0, {250, 400}}, {rectOf(5, 4, 5, 0), 5, 4, {150, 0}},
+        {rectOf(0, 7, 3, 7), 3, 8, {300, 100}}, {rectOf(2, 2, 2, 2), 3, 3, {151, 199}},
+        {rectOf(-1, 2, 2, -1), -1, 2, {0, 50}}, {rectOf(-1, 2, 2, -1), 1e30f, 1e30f, {most, least}}};
     for (const auto& [world, x, y, expected] : cases) {
         bounds = world;
         draw(300, 400);
-        EXPECT_EQ(at(x, y), expected) << x << ' ' << y;
+        DevicePoint point;
+        converter->WorldArrayToDevice(1, &x, &y, &point.X, &point.Y);
+        EXPECT_EQ(point, expected) << x << ' ' << y;
+        float worldX = 0, worldY = 0;
+        converter->DeviceToWorld(-50, 1000, worldX, worldY);
+        EXPECT_EQ(at(worldX, worldY), (DevicePoint{-50, 1000}));
     }
-}
-
-TEST_F(DocumentPlotterTest, DevicePointsReadBackToTheWorld) {
-    bounds = rectOf(-1.5f, 2.25f, 1.5f, -0.75f);
-    draw(640, 480);
-    for (const DevicePoint point : {DevicePoint{0, 0}, {1, 479}, {320, 240}, {-50, 1000}}) {
-        float x = 0, y = 0;
-        converter->DeviceToWorld(point.X, point.Y, x, y);
-        EXPECT_EQ(at(x, y), point);
-    }
-    const float xs[] = {-1.5f, 1e30f}, ys[] = {2.25f, 1e30f};
-    std::array<int, 2> outX, outY;
-    converter->WorldArrayToDevice(2, xs, ys, outX.data(), outY.data());
-    EXPECT_EQ(outX, (std::array{80, std::numeric_limits<int>::max()}));
-    EXPECT_EQ(outY, (std::array{0, std::numeric_limits<int>::min()}));
 }
 
 } // namespace

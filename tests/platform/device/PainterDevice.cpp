@@ -38,15 +38,12 @@ TEST(PainterDevice, TextAndHatchesStayVectors) {
         writer.setResolution(600);
         QPainter painter(&writer);
         PainterDevice device(painter, 4000, 6000, 600, 600);
+        device.SelectFont({.Height = 150, .Escapement = 900, .Face = u"ＭＳ Ｐゴシック"_s});
         for (int hatch = -1; hatch < 6; ++hatch) {
             device.SelectBrush({makeColor(0, 200, 0), hatch});
-            device.Rectangle({hatch * 200, 100, hatch * 200 + 150, 300});
             device.Ellipse({hatch * 200, 400, hatch * 200 + 150, 600});
+            device.Text({hatch * 200, 1000}, u"変位図 <a>\t1"_s);
         }
-        device.SelectFont({.Height = 150, .Face = u"ＭＳ Ｐゴシック"_s});
-        device.Text({100, 1000}, u"変位図 <a>\t1"_s);
-        device.SelectFont({.Height = 150, .Escapement = 900, .Face = u"Arial"_s});
-        device.Text({2000, 3000}, u"Upright"_s);
     }
     EXPECT_TRUE(!buffer.data().contains("/Subtype /Image") && buffer.data().contains("/Type /Font"));
 }

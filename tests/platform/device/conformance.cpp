@@ -181,27 +181,25 @@ TEST(Devices, WriteTheSameCalls) {
 }
 
 TEST(Devices, FiguresBeyondTheVisibleAreaLeaveNoMark) {
+    unsigned seed = 0;
+    bool clips = false;
+    const auto draw = [&](DeviceContext& device) {
+        Dice dice(seed);
+        device.SelectPen({dice.Between(0, 4), dice.Between(0, 30), red, seed % 2 == 0});
+        device.SelectBrush(ink);
+        if (clips && seed % 3 == 0)
+            device.ClipRect({3, 2, 12, 7});
+        const DeviceRect area = device.VisibleArea().value();
+        const int beyond[] = {area.Left - 1, area.Right, area.Top - 1, area.Bottom};
+        auto points = dice.Points(5, -100, 100);
+        for (DevicePoint& point : points)
+            (seed % 4 < 2 ? point.X : point.Y) = beyond[seed % 4];
+        device.Polygon(points);
+        device.Polyline(points);
+    };
     for (const Kind& kind : kinds)
-        for (unsigned seed = 0; seed < 200; ++seed)
-            EXPECT_EQ(kind.Show(16, 9,
-                                [&](DeviceContext& device) {
-                                    Dice dice(seed);
-                                    device.SelectPen({dice.Between(0, 4), dice.Between(0, 30), red, seed % 2 == 0});
-                                    device.SelectBrush(ink);
-                                    if (kind.Clips && seed % 3 == 0)
-                                        device.ClipRect({3, 2, 12, 7});
-                                    const DeviceRect area = device.VisibleArea().value();
-                                    auto points = dice.Points(5, -100, 100);
-                                    for (DevicePoint& point : points)
-                                        (seed % 4 < 2 ? point.X : point.Y) = seed % 4 == 0   ? area.Left - 1
-                                                                             : seed % 4 == 1 ? area.Right
-                                                                             : seed % 4 == 2 ? area.Top - 1
-                                                                                             : area.Bottom;
-                                    device.Polygon(points);
-                                    device.Polyline(points);
-                                }),
-                      Rows(9, std::string(16, '.')))
-                << kind.Name << seed;
+        for (clips = kind.Clips, seed = 0; seed < 200; ++seed)
+            EXPECT_EQ(kind.Show(16, 9, draw), Rows(9, std::string(16, '.'))) << kind.Name << seed;
 }
 
 TEST(Devices, AnswerAlike) {
@@ -214,8 +212,7 @@ TEST(Devices, AnswerAlike) {
     const std::pair<const char*, DeviceContext*> devices[] = {
         {"trace", &trace}, {"raster", &raster}, {"painter", &vector}, {"svg", &svg}};
     for (const auto& [name, device] : devices) {
-        const std::pair<int, int> measures[] = {{4, 21}, {6, 10}, {8, 205}, {10, 104}, {88, 254}, {90, 254}};
-        for (const auto& [measure, expected] : measures)
+        for (const auto& [measure, expected] : {std::pair(4, 21), {6, 10}, {8, 205}, {10, 104}, {88, 254}, {90, 254}})
             EXPECT_EQ(device->GetDeviceCaps(DeviceCaps(measure)), expected) << name << measure;
         // What is selected from the start, and then what was.
         const Font large{.Height = 40, .Face = u"Arial"_s};

@@ -4,6 +4,7 @@
 #include "platform/device/SvgDevice.h"
 #include "platform/device/TraceDevice.h"
 
+#include <QRegularExpression>
 #include <QSet>
 #include <QXmlStreamReader>
 #include <gtest/gtest.h>
@@ -15,17 +16,15 @@ QByteArray svgOf(const std::function<void(DeviceContext&)>& draw) {
     draw(device);
     const QByteArray document = device.TakeDocument();
     QXmlStreamReader reader(document);
-    QSet<QString> ids;
     while (!reader.atEnd())
-        if (reader.readNext() == QXmlStreamReader::StartElement)
-            for (const QXmlStreamAttribute& attribute : reader.attributes()) {
-                const QString value = attribute.value().toString();
-                const bool isId = attribute.name() == u"id", isUse = value.startsWith(u"url(#");
-                EXPECT_TRUE(!isId || !ids.contains(value)) << value.toStdString();
-                EXPECT_TRUE(!isUse || ids.contains(value.chopped(1).mid(5))) << value.toStdString();
-                if (isId)
-                    ids += value;
-            }
+        reader.readNext();
+    static const QRegularExpression names(u" id=\"(\\w+)|url\\(#(\\w+)"_s);
+    QSet<QString> ids;
+    for (const auto& match : names.globalMatch(QString::fromUtf8(document))) {
+        const bool isUse = match.hasCaptured(2);
+        EXPECT_EQ(ids.contains(match.captured(isUse ? 2 : 1)), isUse) << match.captured().toStdString();
+        ids += match.captured(1);
+    }
     EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
     return document;
 }

@@ -19,27 +19,12 @@ using namespace Registry;
 
 namespace {
 bool set(const QString& path, const QString& name, const QByteArray& data) {
-    const Key key = CreateKey(HKEY_CURRENT_USER, path);
-    const bool done = SetValue(key, {name, REG_BINARY, data});
-    return CloseKey(key) && done;
+    return SetValue(CreateKey(HKEY_CURRENT_USER, path), {name, REG_BINARY, data});
 }
 
 QByteArray get(const QString& path, const QString& name) {
-    const Key key = OpenKey(HKEY_CURRENT_USER, path);
-    const auto value = GetValue(key, name);
-    CloseKey(key);
+    const auto value = GetValue(OpenKey(HKEY_CURRENT_USER, path), name);
     return value ? value->Data : QByteArray("(none)");
-}
-
-QStringList names(const QString& path) {
-    const Key key = OpenKey(HKEY_CURRENT_USER, path);
-    const QStringList list = ValueNames(key);
-    CloseKey(key);
-    return list;
-}
-
-QByteArray contents(const QString& path = StorePath()) {
-    return TestFolder::Read(path);
 }
 
 void overwrite(const QString& path, const QByteArray& bytes) {
@@ -77,17 +62,15 @@ TEST(Registry, KeepsCaseAndOrderAndMeetsAnyCase) {
     const ConfigurationFolder folder;
     set(u"Software\\Ärger"_s, u"Zulu"_s, "1");
     set(u"software\\äRGER\\"_s, u"Ωmega"_s, "2");
-    set(u"Software\\Ärger"_s, {}, "3");
     set(u"SOFTWARE\\ärger"_s, u"ZULU"_s, "4");
-    EXPECT_EQ(names(u"software\\ärger"_s), (QStringList{u"Zulu"_s, u"Ωmega"_s, u""_s}));
-    EXPECT_EQ(get(u"Software\\Ärger"_s, u"zulu"_s), "4");
-
     const Key key = OpenKey(HKEY_CURRENT_USER, u"Software"_s);
     EXPECT_TRUE(SubKeyAt(key, 0) == u"Ärger"_s && !SubKeyAt(key, 1) && !SubKeyAt(key, -1));
     EXPECT_TRUE(CloseKey(key) && !CloseKey(key));
-    const Key inner = OpenKey(HKEY_CURRENT_USER, u"Software\\Ärger"_s);
+    const Key inner = OpenKey(HKEY_CURRENT_USER, u"software\\ärger"_s);
+    EXPECT_EQ(ValueNames(inner), (QStringList{u"Zulu"_s, u"Ωmega"_s}));
+    EXPECT_EQ(GetValue(inner, u"zulu"_s)->Data, "4");
     EXPECT_EQ(ValueAt(inner, 1), (Value{u"Ωmega"_s, REG_BINARY, "2"}));
-    EXPECT_TRUE(!ValueAt(inner, 3) && !ValueAt(inner, -1));
+    EXPECT_TRUE(!ValueAt(inner, 2) && !ValueAt(inner, -1));
     EXPECT_TRUE(DeleteValue(inner, u"ZuLu"_s) && !DeleteValue(inner, u"ZuLu"_s));
     EXPECT_TRUE(DeleteKey(HKEY_CURRENT_USER, u"Software\\Ärger"_s));
     EXPECT_FALSE(SetValue(inner, {u"a"_s, REG_NONE, {}})) << "the key has gone";
@@ -113,20 +96,14 @@ TEST(Registry, TransactionsKeepAllOrNothing) {
     const ConfigurationFolder folder;
     set(u"k"_s, u"a"_s, "old");
     {
-        const Transaction abandoned;
-        const Key key = OpenKey(HKEY_CURRENT_USER, u"k"_s);
-        EXPECT_TRUE(set(u"k\\new"_s, u"a"_s, "x") && DeleteValue(key, u"a"_s));
-    }
-    EXPECT_EQ(get(u"k"_s, u"a"_s), "old");
-    EXPECT_EQ(OpenKey(HKEY_CURRENT_USER, u"k\\new"_s), 0);
-    {
         Transaction outer;
-        set(u"k"_s, u"a"_s, "outer");
-        { const Transaction inner; }
+        EXPECT_TRUE(set(u"k\\new"_s, u"a"_s, "x") && set(u"k"_s, u"a"_s, "outer"));
+        { const Transaction abandoned; }
         EXPECT_FALSE(set(u"k"_s, u"a"_s, "later")) << "the inner one has spoilt it";
         EXPECT_FALSE(outer.Commit());
     }
     EXPECT_EQ(get(u"k"_s, u"a"_s), "old");
+    EXPECT_EQ(OpenKey(HKEY_CURRENT_USER, u"k\\new"_s), 0);
     Transaction outer, inner;
     set(u"k"_s, u"a"_s, "both");
     EXPECT_TRUE(inner.Commit() && outer.Commit());
@@ -149,21 +126,18 @@ TEST(Registry, AKilledSaveLeavesTheOldOrTheNewState) {
     saveAll(0);
     for (int round = 0; round < 8; ++round) {
         const QByteArray before = get(u"Save"_s, u"v0"_s);
-        const pid_t child = inChild([] {
+        const pid_t child = inChild([]() -> bool {
             for (qint64 generation = ::getpid() * 10000;; ++generation)
                 saveAll(generation);
-            return false;
         });
         while (get(u"Save"_s, u"v0"_s) == before)
             QThread::usleep(100);
         QThread::usleep(QRandomGenerator::global()->bounded(20000u));
         ::kill(child, SIGKILL);
         statusOf(child);
-        const QByteArray generation = get(u"Save"_s, u"v0"_s);
-        for (int i = 0; i < 120; ++i)
-            ASSERT_EQ(get(u"Save"_s, u"v"_s + QString::number(i)), generation) << i;
+        for (int i = 1; i < 120; ++i)
+            ASSERT_EQ(get(u"Save"_s, u"v"_s + QString::number(i)), get(u"Save"_s, u"v0"_s)) << i;
     }
-    EXPECT_FALSE(QFileInfo::exists(StorePath() + u".damaged"_s));
 }
 
 TEST(Registry, TwoProgramsSavingAtOnceLoseNothing) {
@@ -179,16 +153,13 @@ TEST(Registry, TwoProgramsSavingAtOnceLoseNothing) {
     };
     const pid_t one = inChild([&] { return save(u"one"_s); }), two = inChild([&] { return save(u"two"_s); });
     EXPECT_TRUE(statusOf(one) == 0 && statusOf(two) == 0);
-    EXPECT_EQ(names(u"Save"_s).size(), 31);
+    EXPECT_EQ(ValueNames(OpenKey(HKEY_CURRENT_USER, u"Save"_s)).size(), 31);
 }
 
 TEST(Registry, ADamagedStoreIsMovedAsideByTheNextWrite) {
-    QByteArray good;
-    {
-        const ConfigurationFolder folder;
-        saveAll(0);
-        good = contents();
-    }
+    const ConfigurationFolder first;
+    saveAll(0);
+    const QByteArray good = TestFolder::Read(StorePath());
     ASSERT_GT(good.size(), 4 * 4096);
     QByteArray holed = good, otherSchema = good;
     std::fill(holed.begin() + 4096, holed.end() - 4096, 'z');
@@ -200,20 +171,18 @@ TEST(Registry, ADamagedStoreIsMovedAsideByTheNextWrite) {
         const ConfigurationFolder folder;
         overwrite(StorePath(), damaged);
         EXPECT_EQ(OpenKey(HKEY_CURRENT_USER, u"k"_s), 0);
-        EXPECT_EQ(contents(), damaged) << "a reader must leave it alone";
+        EXPECT_EQ(TestFolder::Read(StorePath()), damaged) << "a reader must leave it alone";
         EXPECT_TRUE(set(u"k"_s, u"a"_s, "1"));
         EXPECT_EQ(get(u"k"_s, u"a"_s), "1");
-        EXPECT_EQ(contents(StorePath() + u".damaged"_s), damaged);
-
         // Once more, this time under a connection that has been good; the first one must not be written over. With
         // other tables in it the file would pass there, as its schema bears the same version.
-        if (damaged == otherSchema)
-            continue;
-        overwrite(StorePath(), damaged);
-        set(u"k"_s, u"a"_s, "2");
-        EXPECT_TRUE(set(u"k"_s, u"a"_s, "3"));
-        EXPECT_EQ(get(u"k"_s, u"a"_s), "3");
-        EXPECT_EQ(contents(StorePath() + u".damaged"_s) + contents(StorePath() + u".damaged.2"_s), damaged + damaged);
+        if (damaged != otherSchema) {
+            overwrite(StorePath(), damaged);
+            set(u"k"_s, u"a"_s, "2");
+            EXPECT_TRUE(set(u"k"_s, u"a"_s, "3"));
+            EXPECT_EQ(TestFolder::Read(StorePath() + u".damaged.2"_s), damaged);
+        }
+        EXPECT_EQ(TestFolder::Read(StorePath() + u".damaged"_s), damaged);
     }
     const ConfigurationFolder folder;
     overwrite(StorePath(), {});
@@ -224,12 +193,9 @@ TEST(Registry, ADamagedStoreIsMovedAsideByTheNextWrite) {
 TEST(Registry, ShutStoresGiveNothingAndTakeNothing) {
     const ConfigurationFolder folder;
     overwrite(folder.Path() + u"/Ordvane"_s, "a file where the folder should be");
-    EXPECT_FALSE(Transaction().IsOpen());
-    EXPECT_EQ(CreateKey(HKEY_CURRENT_USER, u"k"_s), 0);
-
+    EXPECT_FALSE(set(u"k"_s, u"a"_s, "1"));
     const ConfigurationFolder readOnly;
     ASSERT_TRUE(set(u"k"_s, u"a"_s, "1"));
-    const QByteArray before = contents();
     ::chmod(QFile::encodeName(StorePath()).constData(), 0444);
     ::chmod(QFile::encodeName(readOnly.Path()).constData(), 0755);
     // The superuser may write everywhere; so be somebody else for a while. The file is opened anew elsewhere first.
@@ -239,11 +205,8 @@ TEST(Registry, ShutStoresGiveNothingAndTakeNothing) {
     const bool super = ::geteuid() == 0;
     ASSERT_TRUE(!super || ::seteuid(65534) == 0);
     EXPECT_EQ(get(u"k"_s, u"a"_s), "1") << "what can't be written is read";
-    EXPECT_FALSE(Transaction().IsOpen());
-    EXPECT_EQ(CreateKey(HKEY_CURRENT_USER, u"new"_s), 0);
-    EXPECT_FALSE(set(u"k"_s, u"a"_s, "2"));
+    EXPECT_FALSE(Transaction().IsOpen() || set(u"new"_s, {}, {}) || set(u"k"_s, u"a"_s, "2"));
     ASSERT_TRUE(!super || ::seteuid(0) == 0);
-    EXPECT_EQ(contents(), before);
     const Transaction reading(Access::Read);
     EXPECT_FALSE(Transaction().IsOpen() || set(u"k"_s, u"a"_s, "2")) << "within a reading one";
     EXPECT_EQ(get(u"k"_s, u"a"_s), "1");

@@ -1,14 +1,14 @@
 #include "platform/widgets/Dialogs.h"
 
+#include "TestFolder.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
-#include <QFile>
 #include <QFileDialog>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -22,13 +22,6 @@ void whenShown(const std::function<void(Dialog&)>& act) {
         act(*dialog);
     });
 }
-
-void press(QWidget& widget, Qt::Key key) {
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier), up(QEvent::KeyRelease, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &down);
-    QApplication::sendEvent(&widget, &up);
-}
-
 } // namespace
 
 TEST(Dialogs, BoxShowsItsTextsAsTheyStandAndAnswersToKeys) {
@@ -38,17 +31,15 @@ TEST(Dialogs, BoxShowsItsTextsAsTheyStandAndAnswersToKeys) {
                 EXPECT_EQ(box.textFormat(), Qt::PlainText);
                 EXPECT_EQ(box.icon(), flags & 32 ? QMessageBox::Question : QMessageBox::Information);
                 EXPECT_EQ(box.buttons()[0]->text(), flags & 4 ? u"はい(&Y)"_s : u"OK"_s);
-                press(box, key);
+                QTest::keyClick(&box, key);
             });
             EXPECT_EQ(Dialogs::MessageBox(nullptr, u"<b>x</b>"_s, u"題"_s, flags), answer) << flags;
         }
 }
 
 TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
-    const QTemporaryDir folder;
-    const QString existing = folder.filePath(u"結果.vrf"_s);
-    QFile file(existing);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const TestFolder folder;
+    const QString existing = folder.Write({}, u"結果.vrf"_s);
     const QString filter = u"結果(*.vrf)|*.vrf;*.VRF|すべてのファイル(*.*)|*.*"_s;
     whenShown<QFileDialog>([](QFileDialog& dialog) {
         EXPECT_EQ(dialog.nameFilters(), (QStringList{u"結果 (*.vrf *.VRF)"_s, u"すべてのファイル (*)"_s}));
@@ -61,12 +52,12 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
             dialog.selectNameFilter(dialog.nameFilters().at(filterIndex));
             emit dialog.filterSelected(dialog.selectedNameFilter());
             dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name);
-            press(dialog, name.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+            QTest::keyClick(&dialog, name.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
         });
-        return Dialogs::SaveFileName(nullptr, u"保存"_s, folder.path(), filter);
+        return Dialogs::SaveFileName(nullptr, u"保存"_s, folder.Path({}), filter);
     };
-    EXPECT_EQ(saveAs(u"a"_s, 0), folder.filePath(u"a.vrf"_s));
-    EXPECT_EQ(saveAs(u"b"_s, 1), folder.filePath(u"b"_s));
+    EXPECT_EQ(saveAs(u"a"_s, 0), folder.Path(u"a.vrf"_s));
+    EXPECT_EQ(saveAs(u"b"_s, 1), folder.Path(u"b"_s));
     EXPECT_EQ(saveAs({}, 0), std::nullopt);
 }
 
