@@ -123,21 +123,28 @@ TEST_F(BatchTest, GoldenPictures) {
 
 /// What is left out because it lies out of sight or is covered later, and what is drawn in batches, changes no pixel.
 TEST_F(BatchTest, PicturesArePixelForPixelThoseOfEveryCall) {
-    for (const auto model : {mixedModel, barModel}) {
+    for (const Case& c : cases()) {
         Session session;
-        ASSERT_TRUE(session.Open(folder.Write(model().Bytes())));
-        drawingElements::Set(u"vector/items/itemset"_s, u"u,1,2"_s, session.Settings);
-        for (int round = 0; round < 40; ++round) {
-            session.Settings.Window.Mesh = round % 3 > 0;
-            session.Settings.ValueDisplay = session.Settings.Displacement.Original = round % 4 > 0;
-            session.Settings.Displacement.Fiducial = round % 3;
-            ASSERT_TRUE(session.LoadStep(round / 20, round % 5));
-            mdView::ApplyZoom(round / 5 % 2 * 5, session.View);
+        ASSERT_TRUE(session.Open(folder.Write(c.model().Bytes())));
+        QHash<QString, int> numbers{{u"--step"_s, 1}, {u"--item"_s, 1}};
+        const QStringList words = c.options.split(u' ', Qt::SkipEmptyParts);
+        for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
+            const QString& value = words[i + 1];
+            if (words[i] == u"--set")
+                drawingElements::Set(value.section(u'=', 0, 0), value.section(u'=', 1), session.Settings);
+            else if (words[i] == u"--mesh")
+                session.Settings.Window.Mesh = value == u"on";
+            else
+                numbers[words[i]] = value.toInt();
+        }
+        ASSERT_TRUE(session.LoadStep(numbers[u"--step"_s] - 1, numbers[u"--item"_s] - 1));
+        for (const int zoom : {0, 5}) {
+            mdView::ApplyZoom(zoom, session.View);
             Picture usual(400, 300, 0), every(400, 300);
             EveryCall device(every.Image);
             session.Draw(usual.Device);
             session.Draw(device);
-            EXPECT_EQ(usual.Image, every.Image) << round;
+            EXPECT_EQ(usual.Image, every.Image) << c.name.toStdString() << ' ' << zoom;
         }
     }
 }
