@@ -64,6 +64,12 @@ def objects(root):
 
 
 class MainWindow(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        # The bus wakes up when it is first asked for, and a program that starts meanwhile might not find it.
+        import pyatspi
+        wait_for("the accessibility bus", lambda: pyatspi.Registry.getDesktop(0).childCount >= 0)
+
     def start(self, path):
         folder = self.enterContext(tempfile.TemporaryDirectory())
         # Leaks of the display's libraries are not the program's.
