@@ -221,7 +221,8 @@ TEST_F(FrmMainTest, WithoutMemoryThePictureBeforeStaysAndTheNextOneComes) {
     trigger(u"miViewZoomOff"_s);
     EXPECT_EQ(panel(1) + panel(4), u"100 %"_s);
     const LittleMemory limit;
-    expectMessage(Model.FileName + u"\r\nメモリが不足しています。"_s, [this] { QTest::keyClick(&window, Qt::Key_Down); });
+    expectMessage(Model.FileName + u"\r\nメモリが不足しています。"_s,
+                  [this] { QTest::keyClick(&window, Qt::Key_Down); });
     EXPECT_FALSE(window.IsOpen());
 }
 #endif

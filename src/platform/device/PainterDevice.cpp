@@ -200,6 +200,7 @@ void PainterDevice::DrawPicture(const DeviceRect& target, const QImage& picture)
 void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty())
         return;
+    Fonts::LeaveRoomFor(text);
     flushLines();
     enterClip();
     const qreal ascent = textTools().Metrics.ascent();
@@ -218,6 +219,7 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     const QFontMetricsF& metrics = textTools().Metrics;
     return {qRound(metrics.horizontalAdvance(Printable(text))), qRound(metrics.ascent() + metrics.descent())};
 }
