@@ -107,7 +107,7 @@ struct PlotEvents {
     std::function<PlotRect()> Bounds; ///< the world rectangle to show
     std::function<void(PlotCanvas&)> Painting;
     std::function<bool()> Update; ///< true once when something new is to be shown, which is then fitted anew
-    std::function<void(PlotCanvas&)> Printing; ///< on a canvas whose document is the one inside the margins
+    std::function<void(PlotCanvas&)> Printing = {}; ///< on a canvas whose document is the one inside the margins
 };
 
 /// How the scale follows the size of the device.
