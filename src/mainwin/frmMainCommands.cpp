@@ -9,6 +9,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
+#include "platform/base/NativePath.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
@@ -19,7 +20,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -140,12 +140,11 @@ void frmMain::editDifference() {
 }
 
 void frmMain::showHelpIndex() {
-    const QDir folder(Settings.Window.Help);
-    const QStringList pages = folder.entryList({u"index.htm*"_s}, QDir::Files, QDir::Name);
+    const QStringList pages = NativePath::Files(Settings.Window.Help, {u"index.htm*"_s});
     if (pages.isEmpty())
         ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
     else
-        Shell::Open(folder.filePath(pages.constFirst()));
+        Shell::Open(Settings.Window.Help + u'/' + pages.constFirst());
 }
 
 void frmMain::showAbout() {

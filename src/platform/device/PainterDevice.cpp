@@ -1,5 +1,6 @@
 #include "platform/device/PainterDevice.h"
 
+#include "platform/base/Lists.h"
 #include "platform/device/Rings.h"
 #include "platform/device/VectorRules.h"
 
@@ -45,6 +46,9 @@ QBrush qBrush(const Brush& brush) {
     const bool hatched = brush.Hatch >= 0 && brush.Hatch < int(std::size(hatches));
     return QBrush(qColor(brush.Color), hatched ? hatches[brush.Hatch] : Qt::SolidPattern);
 }
+
+/// What a path that grows takes at most. It does not look whether it got it.
+constexpr std::size_t bytesAPoint = 100;
 
 } // namespace
 
@@ -102,8 +106,10 @@ void PainterDevice::addLine(DevicePoint from, DevicePoint to) {
         return;
     if (lines.elementCount() >= longestPath || linesPen != state.LinePen || enteredClip != state.Clip)
         flushLines();
-    if (lines.isEmpty())
+    if (lines.isEmpty()) {
         enterClip();
+        requireMemory(bytesAPoint * longestPath);
+    }
     if (lines.isEmpty() || linesEnd != from)
         lines.moveTo(qPoint(from));
     lines.lineTo(qPoint(to));
@@ -131,6 +137,7 @@ void PainterDevice::Polygon(std::span<const DevicePoint> points) {
     if (points.size() < 2)
         return;
     startFigure();
+    requireMemory(bytesAPoint * points.size());
     corners.clear();
     for (const DevicePoint& point : points)
         corners += qPoint(point);
@@ -138,6 +145,7 @@ void PainterDevice::Polygon(std::span<const DevicePoint> points) {
 }
 
 void PainterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) {
+    requireMemory(bytesAPoint * points.size());
     QPainterPath rings;
     rings.setFillRule(Qt::OddEvenFill);
     forEachRing(points, counts, [&](std::span<const DevicePoint> ring) {
