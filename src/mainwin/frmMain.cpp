@@ -97,8 +97,7 @@ void frmMain::buildPanels() {
 void frmMain::connectEvents() {
     connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
-    connect(bars, &CommandBars::BandOpening, this,
-            [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
+    connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, [this] { Tell(u"描画を中止しました。"_s); });

@@ -60,6 +60,7 @@ private:
     // frmMainCommands.cpp
     CommandFacts facts() const;
     void updateCommandState();
+    void onBandOpening(const QString& band);
     void onComboSelection(const QString& combo);
     void chooseStep();
     void chooseVector();
@@ -79,6 +80,13 @@ private:
     void showHelpIndex();
     void showAbout();
     void openRecentFile(int index);
+
+    // frmMainExtensions.cpp
+    void buildAddinMenu();
+    void buildToolsMenu();
+    void manageAddins();
+    void runAddin(int number);
+    void runTool(int index);
 
     // frmMainDocument.cpp
     void openResultFile(const QString& path);

@@ -1,5 +1,7 @@
 #include "mainwin/globals.h"
 
+#include "extensions/AddinHost.h"
+#include "extensions/toolTable.h"
 #include "mainwin/frmMain.h"
 #include "view/scene/Session.h"
 
@@ -8,6 +10,8 @@ namespace mdApplication {
 Session Current;
 ResultModel& Model = Current.Model;
 ApplicationSettings& Settings = Current.Settings;
+AddinHost Addins;
+std::vector<ToolEntry> Tools;
 
 frmMain* MainWindow() {
     return frmMain::Instance();

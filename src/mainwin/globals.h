@@ -2,15 +2,21 @@
 // for them; all else takes what it works on as a parameter.
 #pragma once
 
+#include <vector>
+
+class AddinHost;
 class frmMain;
 class Session;
 struct ApplicationSettings;
 struct ResultModel;
+struct ToolEntry;
 
 namespace mdApplication {
 extern Session Current;
 extern ResultModel& Model;            ///< the open result file, of `Current`
 extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
+extern AddinHost Addins;
+extern std::vector<ToolEntry> Tools; ///< as the start of the program found them
 
 /// Null before the entry procedure has made the main window and after it has gone.
 frmMain* MainWindow();

@@ -129,7 +129,7 @@ TEST_F(AddinTest, AreToldWhatTheWindowShowsAndDoNoHarm) {
     ResultModel model;
     clsMouse selection;
     model.CurrentItem = 0;
-    EXPECT_EQ(run(1, model, selection), failureOf(u"m"_s, u" does not read  -1 0 0 0"_s));
+    EXPECT_EQ(run(1, model, selection), failureOf(u"m"_s, u"does not read  -1 0 0 0"_s));
     ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(twoSquares().Bytes(), u"結果 1.vrf"_s), model));
     ASSERT_TRUE(mdVelorinResultModel::LoadStep(1, 0, model, false, -1));
     selection.Add(4, PickedKind::Nodes);
