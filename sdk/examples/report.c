@@ -8,13 +8,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-void report_problem(const velorin_addin_call *call, const char *message, const char *name) {
+void report_problem(const velorin_addin_call* call, const char* message, const char* name) {
     snprintf(call->error, call->error_size, "%s%s%s", message, name ? "\n" : "", name ? name : "");
 }
 
-velorin_file *report_input(const velorin_addin_call *call) {
+velorin_file* report_input(const velorin_addin_call* call) {
     enum velorin_file_problem problem = VELORIN_FILE_UNREADABLE;
-    velorin_file *file = call->file_handle < 0 ? NULL : velorin_file_open(call->file_handle, &problem);
+    velorin_file* file = call->file_handle < 0 ? NULL : velorin_file_open(call->file_handle, &problem);
     if (call->file_handle < 0)
         report_problem(call, "計算結果ファイルが開かれていません。", NULL);
     else if (problem == VELORIN_FILE_NO_MEMORY)
@@ -25,9 +25,9 @@ velorin_file *report_input(const velorin_addin_call *call) {
 }
 
 /* Whether there is nothing in the way, or what an earlier run has left. */
-static int may_replace(const char *name, const char *first) {
+static int may_replace(const char* name, const char* first) {
     const size_t length = strlen(first);
-    FILE *there = fopen(name, "rb");
+    FILE* there = fopen(name, "rb");
     int same = 1;
     if (!there)
         return errno == ENOENT;
@@ -37,9 +37,9 @@ static int may_replace(const char *name, const char *first) {
     return same;
 }
 
-int report_begin(struct report *report, const velorin_addin_call *call, const char *ending, const char *first) {
-    const char *folder_end = strrchr(call->file_name, '/');
-    const char *point = strrchr(call->file_name, '.');
+int report_begin(struct report* report, const velorin_addin_call* call, const char* ending, const char* first) {
+    const char* folder_end = strrchr(call->file_name, '/');
+    const char* point = strrchr(call->file_name, '.');
     const size_t stem = point && point > folder_end ? (size_t)(point - call->file_name) : strlen(call->file_name);
     memset(report, 0, sizeof *report);
     if (stem + strlen(ending) + sizeof ".XXXXXX" > sizeof report->name) {
@@ -69,7 +69,7 @@ int report_begin(struct report *report, const velorin_addin_call *call, const ch
     return 1;
 }
 
-int report_end(struct report *report, const velorin_addin_call *call, int good) {
+int report_end(struct report* report, const velorin_addin_call* call, int good) {
     int written = !ferror(report->text);
     written = fclose(report->text) == 0 && written;
     freelocale(uselocale((locale_t)report->locale));

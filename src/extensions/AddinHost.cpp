@@ -24,7 +24,8 @@ QString keyOf(const QString& subKey = {}) {
 
 /// A path is no name of a key, and two modules never meet in one.
 QString subKeyOf(const QString& library) {
-    const QByteArray utf16(reinterpret_cast<const char*>(library.utf16()), library.size() * qsizetype(sizeof(char16_t)));
+    const QByteArray utf16(reinterpret_cast<const char*>(library.utf16()),
+                           library.size() * qsizetype(sizeof(char16_t)));
     return QString::fromLatin1(QCryptographicHash::hash(utf16, QCryptographicHash::Sha256).toHex().first(32));
 }
 

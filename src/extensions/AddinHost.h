@@ -3,12 +3,12 @@
 #pragma once
 
 #include "extensions/AddinManifest.h"
-#include "velorin_addin.h"
+#include <velorin_addin.h>
 
 #include <vector>
 
-/// Installed modules stand in the registry, each with its library's path and fingerprint; a module whose library is gone
-/// or not the same any more is not installed. For one thread, but for `Run`.
+/// Installed modules stand in the registry, each with its library's path and fingerprint; a module whose library is
+/// gone or not the same any more is not installed. For one thread, but for `Run`.
 class AddinHost {
 public:
     /// Why the latest call failed.

@@ -4,7 +4,7 @@
 #include "platform/base/Literals.h"
 #include "platform/base/NativePath.h"
 #include "platform/base/ReadHandle.h"
-#include "velorin_addin.h"
+#include <velorin_addin.h>
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -84,8 +84,7 @@ AddinModule AddinManifest::Read(const QString& path) {
     if (const QString picture = manifest.value("picture"_L1).toString();
         isPlainName(picture) && bytesOf(folder + picture, MaxPictureBytes))
         module.Picture = folder + picture;
-    const QString fault =
-        document.isObject() ? faultOf(manifest, module) : u"マニフェストを読むことができません。"_s;
+    const QString fault = document.isObject() ? faultOf(manifest, module) : u"マニフェストを読むことができません。"_s;
     module.Installable = fault.isEmpty();
     if (!module.Installable)
         module.Description = fault;

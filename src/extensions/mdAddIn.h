@@ -1,5 +1,5 @@
-// The running of add-in modules with the open file and the selection, and the question at the start of the program. Asks
-// through what it is given, so that no window stands here.
+// The running of add-in modules with the open file and the selection, and the question at the start of the program.
+// Asks through what it is given, so that no window stands here.
 #pragma once
 
 #include "extensions/AddinHost.h"
@@ -22,9 +22,9 @@ std::vector<AddinModule> Candidates(const AddinHost& host, const QStringList& fo
 /// Looks for new modules and offers to install them; nothing is asked when there is none.
 void AutoInstallAddins(AddinHost& host, const QStringList& folders, const Ask& ask);
 
-/// Runs the module of a number, from 1, in `ModuleList`. What the user is to be told of its failure, with the style of a
-/// stop; empty when all went well, and for a number that there isn't. `work` gets the run itself and must have it done
-/// before it returns, on whatever thread.
+/// Runs the module of a number, from 1, in `ModuleList`. What the user is to be told of its failure, with the style of
+/// a stop; empty when all went well, and for a number that there isn't. `work` gets the run itself and must have it
+/// done before it returns, on whatever thread.
 QString RunAddin(AddinHost& host, int number, const ResultModel& model, const clsMouse& selection,
                  const std::function<void(const QString& name, const std::function<void()>& run)>& work);
 } // namespace mdAddIn

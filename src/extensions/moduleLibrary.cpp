@@ -47,8 +47,8 @@ struct Looks {
         const auto same = [](const timespec& a, const timespec& b) {
             return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
         };
-        return device == other.device && number == other.number && size == other.size &&
-               same(written, other.written) && same(changed, other.changed);
+        return device == other.device && number == other.number && size == other.size && same(written, other.written) &&
+               same(changed, other.changed);
     }
 };
 

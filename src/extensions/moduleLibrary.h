@@ -1,7 +1,7 @@
 // The library of an add-in module: what it is, by its bytes alone, and the one call into it.
 #pragma once
 
-#include "velorin_addin.h"
+#include <velorin_addin.h>
 
 #include <QByteArray>
 #include <QString>

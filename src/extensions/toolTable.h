@@ -29,7 +29,8 @@ bool SaveTools(const std::vector<ToolEntry>& tools);
 /// The path without the quotation marks around it, if any.
 QString ProgramOf(const ToolEntry& tool);
 
-/// "%f", "%p", "%a", "%r" and "%t", in this order, for the open file (empty when none is open) and the program's folder.
+/// "%f", "%p", "%a", "%r" and "%t", in this order, for the open file (empty when none is open) and the program's
+/// folder.
 LabelMacros BuildToolMacros(const QString& fileName, const QString& programFolder);
 
 /// The arguments of a command line: blanks separate, except within "..." or '...', which go; a backslash takes the next
@@ -37,7 +38,7 @@ LabelMacros BuildToolMacros(const QString& fileName, const QString& programFolde
 /// that aren't closed end with the text.
 QStringList SplitArguments(const QString& text);
 
-/// Starts a tool with the macros of its arguments expanded, each within its own argument, and does not wait for it. What
-/// the user is to be told, with the style of a stop, when it can't be started.
+/// Starts a tool with the macros of its arguments expanded, each within its own argument, and does not wait for it.
+/// What the user is to be told, with the style of a stop, when it can't be started.
 std::optional<QString> RunTool(const ToolEntry& tool, const LabelMacros& macros);
 } // namespace toolTable

@@ -175,8 +175,9 @@ TEST_F(AddinTest, NewOnesAreOfferedAtTheStart) {
     put(u"一"_s);
     put(u"二"_s, u"wild"_s, "{\"interface\": 1, \"name\": \"二\", \"library\": \"二.so\"}");
     mdAddIn::AutoInstallAddins(host, folders, ask);
-    EXPECT_EQ(asked.takeFirst(), u"2 個のアドインモジュールが見つかりました。\r\nインストールしますか。\r\n\r\n一[V]\r\n"
-                                 u"二[提供元不明]"_s);
+    EXPECT_EQ(asked.takeFirst(),
+              u"2 個のアドインモジュールが見つかりました。\r\nインストールしますか。\r\n\r\n一[V]\r\n"
+              u"二[提供元不明]"_s);
     EXPECT_TRUE(asked.isEmpty() && installed().isEmpty());
     answer = MessageAnswer::Yes;
     host.Lock();

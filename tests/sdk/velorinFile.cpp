@@ -3,7 +3,7 @@
 #include "result/VrfBuilder.h"
 
 #include "result/readers/VrfReader.h"
-#include "velorin_file.h"
+#include <velorin_file.h>
 
 #include <bit>
 #include <fcntl.h>
@@ -154,7 +154,10 @@ TEST(VelorinFile, GivesNamesInUtf8CutBetweenCharacters) {
     EXPECT_EQ(utf8(velorin_file_title(file), sizeof text), u"試験"_s);
     EXPECT_EQ(utf8(velorin_file_title(file), 6), u"試"_s);
     EXPECT_EQ(utf8(velorin_file_title(file), 1), QString());
-    EXPECT_EQ(utf8("a\xff" "b", sizeof text), u"a\ufffdb"_s);
+    EXPECT_EQ(utf8("a\xff"
+                   "b",
+                   sizeof text),
+              u"a\ufffdb"_s);
     EXPECT_STREQ(velorin_file_item_name(file, 1), "");
     EXPECT_STREQ(velorin_file_item_name(file, 2), "");
     EXPECT_EQ(utf8(velorin_file_step_name(file, 0), sizeof text), u"初期"_s);

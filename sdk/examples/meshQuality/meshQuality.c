@@ -24,16 +24,16 @@ struct quality {
 };
 
 struct survey {
-    struct quality *all;
+    struct quality* all;
     int32_t count, lines, absent, odd; /* odd: coordinates that are no numbers or too large */
 };
 
-static double distance(const double *from, const double *to) {
+static double distance(const double* from, const double* to) {
     return hypot(to[0] - from[0], to[1] - from[1]);
 }
 
 /* Positive for nodes that go round anticlockwise. */
-static double area_of(const double *points, int32_t count) {
+static double area_of(const double* points, int32_t count) {
     double twice = 0;
     for (int32_t i = 0; i < count; ++i) {
         const double *here = points + 2 * i, *next = points + 2 * ((i + 1) % count);
@@ -44,20 +44,20 @@ static double area_of(const double *points, int32_t count) {
 }
 
 /* The angle inside the element at a corner, 0 to 360. */
-static double angle_at(const double *before, const double *here, const double *after, double turn) {
+static double angle_at(const double* before, const double* here, const double* after, double turn) {
     const double ax = after[0] - here[0], ay = after[1] - here[1], bx = before[0] - here[0], by = before[1] - here[1];
     const double angle = atan2(turn * (ax * by - ay * bx), ax * bx + ay * by) * 180 / acos(-1);
     return angle < 0 ? angle + 360 : angle;
 }
 
-static void measure(const double *points, int32_t count, struct quality *quality) {
+static void measure(const double* points, int32_t count, struct quality* quality) {
     const double area = area_of(points, count);
     double longest = 0, shortest = INFINITY;
     quality->area = fabs(area);
     quality->angle = INFINITY;
     for (int32_t i = 0; i < count; ++i) {
         const double *before = points + 2 * ((i + count - 1) % count), *here = points + 2 * i;
-        const double *after = points + 2 * ((i + 1) % count);
+        const double* after = points + 2 * ((i + 1) % count);
         quality->angle = fmin(quality->angle, angle_at(before, here, after, area < 0 ? -1 : 1));
         longest = fmax(longest, distance(here, after));
         shortest = fmin(shortest, distance(here, after));
@@ -65,20 +65,20 @@ static void measure(const double *points, int32_t count, struct quality *quality
     quality->ratio = shortest > 0 ? longest / shortest : INFINITY;
 }
 
-static int is_measured(const struct quality *quality) {
+static int is_measured(const struct quality* quality) {
     return !isnan(quality->angle) && !isnan(quality->ratio) && !isnan(quality->area);
 }
 
 /* The corners that there are, in `points`, which has room for all; their number. -1 if one is no number. */
-static int32_t corners_of(const velorin_file *file, int32_t element, double *points) {
-    const double *coordinates = velorin_file_coordinates(file);
-    const int32_t *nodes;
+static int32_t corners_of(const velorin_file* file, int32_t element, double* points) {
+    const double* coordinates = velorin_file_coordinates(file);
+    const int32_t* nodes;
     int32_t used = 0;
     const int32_t count = velorin_file_element(file, element, &nodes);
     for (int32_t i = 0; i < count; ++i) {
         if (nodes[i] < 0 || nodes[i] >= velorin_file_node_count(file))
             continue;
-        const double *point = coordinates + 2 * (size_t)nodes[i];
+        const double* point = coordinates + 2 * (size_t)nodes[i];
         if (!isfinite(point[0]) || !isfinite(point[1]))
             return -1;
         memcpy(points + 2 * (size_t)used++, point, 2 * sizeof *point);
@@ -86,8 +86,8 @@ static int32_t corners_of(const velorin_file *file, int32_t element, double *poi
     return used;
 }
 
-static int32_t most_corners(const velorin_file *file) {
-    const int32_t *nodes;
+static int32_t most_corners(const velorin_file* file) {
+    const int32_t* nodes;
     int32_t most = 0;
     for (int32_t e = 0; e < velorin_file_element_count(file); ++e) {
         const int32_t count = velorin_file_element(file, e, &nodes);
@@ -97,10 +97,10 @@ static int32_t most_corners(const velorin_file *file) {
 }
 
 /* 0 when memory is short. */
-static int survey_of(const velorin_file *file, int32_t step, struct survey *survey) {
+static int survey_of(const velorin_file* file, int32_t step, struct survey* survey) {
     const int32_t elements = velorin_file_element_count(file);
-    double *points = malloc(2 * ((size_t)most_corners(file) + 1) * sizeof *points);
-    int32_t *types = calloc((size_t)elements, sizeof *types);
+    double* points = malloc(2 * ((size_t)most_corners(file) + 1) * sizeof *points);
+    int32_t* types = calloc((size_t)elements, sizeof *types);
     memset(survey, 0, sizeof *survey);
     survey->all = malloc((size_t)elements * sizeof *survey->all);
     const int good = points && types && survey->all;
@@ -115,7 +115,7 @@ static int survey_of(const velorin_file *file, int32_t step, struct survey *surv
         } else if (corners < 3) {
             ++survey->lines;
         } else {
-            struct quality *quality = &survey->all[survey->count];
+            struct quality* quality = &survey->all[survey->count];
             quality->element = e;
             measure(points, corners, quality);
             if (is_measured(quality))
@@ -130,42 +130,42 @@ static int survey_of(const velorin_file *file, int32_t step, struct survey *surv
 }
 
 /* Equal ones by their numbers. */
-static int ascending(const struct quality *a, const struct quality *b, double of_a, double of_b) {
+static int ascending(const struct quality* a, const struct quality* b, double of_a, double of_b) {
     return of_a != of_b ? (of_a > of_b) - (of_a < of_b) : (a->element > b->element) - (a->element < b->element);
 }
 
-static int by_angle(const void *left, const void *right) {
+static int by_angle(const void* left, const void* right) {
     const struct quality *a = left, *b = right;
     return ascending(a, b, a->angle, b->angle);
 }
 
-static int by_ratio(const void *left, const void *right) {
+static int by_ratio(const void* left, const void* right) {
     const struct quality *a = left, *b = right;
     return ascending(a, b, -a->ratio, -b->ratio);
 }
 
-static int by_area(const void *left, const void *right) {
+static int by_area(const void* left, const void* right) {
     const struct quality *a = left, *b = right;
     return ascending(a, b, a->area, b->area);
 }
 
-static int by_number(const void *left, const void *right) {
+static int by_number(const void* left, const void* right) {
     return ascending(left, right, 0, 0);
 }
 
-static void put_table(FILE *text, const char *title, struct survey *survey, int32_t count,
-                      int (*order)(const void *, const void *)) {
+static void put_table(FILE* text, const char* title, struct survey* survey, int32_t count,
+                      int (*order)(const void*, const void*)) {
     qsort(survey->all, (size_t)survey->count, sizeof *survey->all, order);
     fprintf(text, "\n%s\n      要素       最小角       縦横比         面積\n", title);
     for (int32_t i = 0; i < count && i < survey->count; ++i) {
-        const struct quality *row = &survey->all[i];
+        const struct quality* row = &survey->all[i];
         fprintf(text, "%10ld %12.2f %12.3f %12.5g\n", (long)row->element + 1, row->angle, row->ratio, row->area);
     }
 }
 
-static void put_extremes(FILE *text, const struct survey *survey) {
+static void put_extremes(FILE* text, const struct survey* survey) {
     double sums[3] = {0, 0, 0}, least[3] = {INFINITY, INFINITY, INFINITY}, most[3] = {0, 0, 0};
-    static const char *const names[] = {"最小角 [度]", "縦横比     ", "面積       "};
+    static const char* const names[] = {"最小角 [度]", "縦横比     ", "面積       "};
     for (int32_t i = 0; i < survey->count; ++i) {
         const double row[] = {survey->all[i].angle, survey->all[i].ratio, survey->all[i].area};
         for (int k = 0; k < 3; ++k) {
@@ -179,7 +179,7 @@ static void put_extremes(FILE *text, const struct survey *survey) {
         fprintf(text, "%s %12.5g %12.5g %12.5g\n", names[k], least[k], sums[k] / survey->count, most[k]);
 }
 
-static void put_report(FILE *text, const velorin_file *file, const velorin_addin_call *call, struct survey *survey) {
+static void put_report(FILE* text, const velorin_file* file, const velorin_addin_call* call, struct survey* survey) {
     char title[NAME_BYTES];
     velorin_file_utf8(velorin_file_title(file), title, sizeof title);
     fprintf(text, "%s\n%s\n\n", call->file_name, title);
@@ -196,8 +196,8 @@ static void put_report(FILE *text, const velorin_file *file, const velorin_addin
 }
 
 /* By the desktop's own opener, which must not stay behind as a child of the program. Without one nothing happens. */
-static void show(const char *name) {
-    char *const arguments[] = {"setsid", "--fork", "xdg-open", (char *)name, NULL};
+static void show(const char* name) {
+    char* const arguments[] = {"setsid", "--fork", "xdg-open", (char*)name, NULL};
     posix_spawn_file_actions_t quietly;
     pid_t child;
     posix_spawn_file_actions_init(&quietly);
@@ -207,10 +207,10 @@ static void show(const char *name) {
     posix_spawn_file_actions_destroy(&quietly);
 }
 
-void velorin_addin_run(const velorin_addin_call *call) {
+void velorin_addin_run(const velorin_addin_call* call) {
     struct report report;
     struct survey survey;
-    velorin_file *file = report_input(call);
+    velorin_file* file = report_input(call);
     if (!file)
         return;
     const int good = survey_of(file, call->current_step, &survey);

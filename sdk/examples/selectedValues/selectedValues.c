@@ -12,18 +12,18 @@ enum { NAME_BYTES = 1024 };
 static const char first_line[] = "\xEF\xBB\xBFステップ,名称,時間";
 
 /* In quotation marks, those within it doubled, and line ends as blanks. */
-static void put_name(FILE *text, const char *name) {
+static void put_name(FILE* text, const char* name) {
     char utf8[NAME_BYTES];
     velorin_file_utf8(name, utf8, sizeof utf8);
-    for (const char *next = utf8; *next; ++next) {
+    for (const char* next = utf8; *next; ++next) {
         if (*next == '"')
             fputc('"', text);
         fputc((unsigned char)*next < ' ' ? ' ' : *next, text);
     }
 }
 
-static void put_heads(FILE *text, const velorin_file *file, const velorin_addin_call *call) {
-    const char *kind = call->selected_kind == VELORIN_SELECTED_ELEMENTS ? "要素" : "節点";
+static void put_heads(FILE* text, const velorin_file* file, const velorin_addin_call* call) {
+    const char* kind = call->selected_kind == VELORIN_SELECTED_ELEMENTS ? "要素" : "節点";
     for (int32_t i = 0; i < call->selected_count; ++i) {
         fprintf(text, ",\"");
         put_name(text, velorin_file_item_name(file, call->current_item));
@@ -33,7 +33,7 @@ static void put_heads(FILE *text, const velorin_file *file, const velorin_addin_
 }
 
 /* The shortest digits that read back as the same number. */
-static void put_number(FILE *text, double number) {
+static void put_number(FILE* text, double number) {
     char digits[32];
     for (int count = 15; count <= 17; ++count) {
         snprintf(digits, sizeof digits, "%.*g", count, number);
@@ -43,13 +43,13 @@ static void put_number(FILE *text, double number) {
     fputs(digits, text);
 }
 
-static int put_steps(FILE *text, const velorin_file *file, const velorin_addin_call *call) {
-    double *values = calloc((size_t)call->selected_count, sizeof *values);
-    char *known = calloc((size_t)call->selected_count, 1);
+static int put_steps(FILE* text, const velorin_file* file, const velorin_addin_call* call) {
+    double* values = calloc((size_t)call->selected_count, sizeof *values);
+    char* known = calloc((size_t)call->selected_count, 1);
     int good = values && known;
     for (int32_t step = 0; good && step < velorin_file_step_count(file); ++step) {
-        good = velorin_file_values_of(file, step, call->current_item, call->selected_count, call->selected, values,
-                                      known);
+        good =
+            velorin_file_values_of(file, step, call->current_item, call->selected_count, call->selected, values, known);
         fprintf(text, "%ld,\"", (long)step + 1);
         put_name(text, velorin_file_step_name(file, step));
         fputs("\",", text);
@@ -67,14 +67,14 @@ static int put_steps(FILE *text, const velorin_file *file, const velorin_addin_c
 }
 
 /* A selection belongs to the item that was shown when it was made, and may be older than the one shown now. */
-static int fits(const velorin_file *file, const velorin_addin_call *call) {
+static int fits(const velorin_file* file, const velorin_addin_call* call) {
     const int wants_elements = velorin_file_item_type(file, call->current_item) >= 0;
     return call->selected_kind == (wants_elements ? VELORIN_SELECTED_ELEMENTS : VELORIN_SELECTED_NODES);
 }
 
-void velorin_addin_run(const velorin_addin_call *call) {
+void velorin_addin_run(const velorin_addin_call* call) {
     struct report report;
-    velorin_file *file = report_input(call);
+    velorin_file* file = report_input(call);
     if (!file)
         return;
     if (call->selected_count < 1) {

@@ -85,8 +85,9 @@ QWidget* ctlToolTable::buildFields() {
     layout->addWidget(cmdProgram, Program, 2);
     txtTool[Picture]->setValidator(new QIntValidator(-1, 999, this));
     txtTool[Picture]->setMaximumWidth(fontMetrics().averageCharWidth() * 10);
-    auto* macros = new QLabel(u"引数では次のマクロが使えます。\n%f 計算結果ファイル　%p そのフォルダ　%a プログラムのフォルダ\n"
-                              u"%r レジストリのパス　%t ツールのレジストリのパス"_s);
+    auto* macros =
+        new QLabel(u"引数では次のマクロが使えます。\n%f 計算結果ファイル　%p そのフォルダ　%a プログラムのフォルダ\n"
+                   u"%r レジストリのパス　%t ツールのレジストリのパス"_s);
     layout->addWidget(macros, int(captions.size()), 1, 1, 2);
     connect(cmdProgram, &QPushButton::clicked, this, &ctlToolTable::chooseProgram);
     return fields;

@@ -6,7 +6,7 @@
 #include <optional>
 
 namespace DetachedProcess {
-/// Starts `program`, a path as it stands, with `arguments`, each one argument whatever stands in it, in a session of its
-/// own. Nothing when it runs, else why it doesn't, in the system's words.
+/// Starts `program`, a path as it stands, with `arguments`, each one argument whatever stands in it, in a session of
+/// its own. Nothing when it runs, else why it doesn't, in the system's words.
 std::optional<QString> Start(const QString& program, const QStringList& arguments);
 } // namespace DetachedProcess

@@ -1,5 +1,5 @@
 // A module that does what the number of the current item says, well or badly.
-#include "velorin_addin.h"
+#include <velorin_addin.h>
 
 #include <clocale>
 #include <csignal>

@@ -41,8 +41,9 @@ TEST(AddinManager, InstallsAndRemovesWhatIsSelected) {
     const TestFolder folder;
     const Answers answers;
     QFile::copy(QStringLiteral(VELORIN_BINARY_DIR "/bin/wild.so"), folder.Path(u"a.so"_s));
-    folder.Write(R"({"interface": 1, "name": "甲", "vendor": "V", "version": "2", "description": "d", "library": "a.so"})",
-                 u"a.addin.json"_s);
+    folder.Write(
+        R"({"interface": 1, "name": "甲", "vendor": "V", "version": "2", "description": "d", "library": "a.so"})",
+        u"a.addin.json"_s);
     folder.Write("{}", u"b.addin.json"_s);
     AddinHost host;
     frmAddinManager manager(nullptr, host, {folder.Path(u"."_s)});
@@ -140,8 +141,8 @@ TEST(ToolPictures, ComeFromTheDesktopAndFromBesideTheProgram) {
     EXPECT_EQ(count(), 0);
     square.save(folder.Path(u"tool.png"_s));
     EXPECT_EQ(count(), 1);
-    const QByteArray entry = "[Other]\nIcon=/none\n[Desktop Entry]\nExec=\"" + tool.Module.toUtf8() + "\" %F\nIcon=" +
-                             folder.Path(u"tool.png"_s).toUtf8() + "\n";
+    const QByteArray entry = "[Other]\nIcon=/none\n[Desktop Entry]\nExec=\"" + tool.Module.toUtf8() +
+                             "\" %F\nIcon=" + folder.Path(u"tool.png"_s).toUtf8() + "\n";
     folder.Write(entry, u"data/applications/my.tool.desktop"_s);
     EXPECT_EQ(count(), 2);
     tool.Icon = -1;
