@@ -3,6 +3,7 @@
 #include "extensions/AddinHost.h"
 #include "extensions/toolTable.h"
 #include "mainwin/frmMain.h"
+#include "platform/widgets/SystemPrinters.h"
 #include "view/scene/Session.h"
 
 namespace mdApplication {
@@ -12,6 +13,7 @@ ResultModel& Model = Current.Model;
 ApplicationSettings& Settings = Current.Settings;
 AddinHost Addins;
 std::vector<ToolEntry> Tools;
+std::unique_ptr<Printers> InstalledPrinters = std::make_unique<SystemPrinters>();
 
 frmMain* MainWindow() {
     return frmMain::Instance();

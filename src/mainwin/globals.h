@@ -2,9 +2,11 @@
 // for them; all else takes what it works on as a parameter.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 class AddinHost;
+class Printers;
 class frmMain;
 class Session;
 struct ApplicationSettings;
@@ -17,6 +19,9 @@ extern ResultModel& Model;            ///< the open result file, of `Current`
 extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
 extern AddinHost Addins;
 extern std::vector<ToolEntry> Tools; ///< as the start of the program found them
+
+/// What there is to print on; a test puts its own list here.
+extern std::unique_ptr<Printers> InstalledPrinters;
 
 /// Null before the entry procedure has made the main window and after it has gone.
 frmMain* MainWindow();
