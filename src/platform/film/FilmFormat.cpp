@@ -72,8 +72,8 @@ std::vector<const FilmCodec*> CodecsFor(FilmContainer container) {
     return fitting;
 }
 
-const FilmCodec* FindCodec(FilmContainer container, const QString& name) {
-    return findCodec(container, [&](const FilmCodec& codec) { return QStringView(codec.Name) == name; });
+const FilmCodec* FindCodec(FilmContainer container, QStringView name) {
+    return findCodec(container, [&](const FilmCodec& codec) { return codec.Name == name; });
 }
 
 const FilmCodec* FindCodec(FilmContainer container, std::uint32_t handlerCode) {

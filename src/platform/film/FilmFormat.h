@@ -55,7 +55,7 @@ std::optional<FilmContainer> ContainerFor(const QString& fileName);
 std::vector<const FilmCodec*> CodecsFor(FilmContainer container);
 
 /// By name, or by the code that an AVI file knows it by; null when the container takes no such codec.
-const FilmCodec* FindCodec(FilmContainer container, const QString& name);
+const FilmCodec* FindCodec(FilmContainer container, QStringView name);
 const FilmCodec* FindCodec(FilmContainer container, std::uint32_t handlerCode);
 
 /// AVI: 10000 / interval in tenths of a frame a second, a half to the even neighbour; below 1 there is no such film.

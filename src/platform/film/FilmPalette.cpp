@@ -81,6 +81,24 @@ std::vector<Box> boxesOf(Box all) {
     return result;
 }
 
+/// The most frequent colour of a box when most of its pixels have it, so that areas keep theirs; else the mean.
+std::uint32_t colorOf(Box box) {
+    std::array<std::int64_t, 3> sums{};
+    std::int64_t all = 0;
+    for (const CountedColor& counted : box) {
+        all += counted.Count;
+        for (std::size_t i = 0; i < sums.size(); ++i)
+            sums[i] += counted.Count * channel(counted.Color, int(8 * i));
+    }
+    const CountedColor& most = *std::ranges::max_element(box, {}, &CountedColor::Count);
+    if (2 * most.Count > all)
+        return most.Color;
+    std::uint32_t mean = unusedColor;
+    for (std::size_t i = 0; i < sums.size(); ++i)
+        mean |= std::uint32_t((sums[i] + all / 2) / all) << 8 * i;
+    return mean;
+}
+
 } // namespace
 
 FilmPalette::FilmPalette() {
@@ -120,8 +138,7 @@ void FilmPalette::reduce(const FilmFrame& frame) {
     clear();
     reduced = true;
     for (const Box box : boxesOf(met)) {
-        // The most frequent colour stands for the others, so that areas keep theirs.
-        colors[std::size_t(count)] = std::ranges::max_element(box, {}, &CountedColor::Count)->Color;
+        colors[std::size_t(count)] = colorOf(box);
         for (const CountedColor& counted : box)
             numberOf[counted.Color] = std::uint8_t(count);
         ++count;
