@@ -19,8 +19,8 @@ public:
     /// Drops what has not been committed.
     ~WholeFile() override;
 
-    /// Writes over bytes that were written before, as formats want it that begin with their own length. False when these
-    /// are fewer, and when it fails, which is kept for `Commit`.
+    /// Writes over bytes that were written before, as formats want it that begin with their own length. False when
+    /// these are fewer, and when it fails, which is kept for `Commit`.
     bool Rewrite(qint64 position, const char* bytes, qint64 count);
 
     /// Ends the writing. Nothing when the file is in its place, else why it isn't, in the system's words.
