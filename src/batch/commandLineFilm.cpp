@@ -2,6 +2,7 @@
 // of its step; as in a slide show all of them share the contour's range and the scales.
 #include "batch/pictureOptions.h"
 #include "batch/sceneOptions.h"
+#include "batch/stepRange.h"
 #include "output/ShowRange.h"
 #include "output/filmFrames.h"
 #include "platform/device/Fonts.h"
@@ -32,12 +33,14 @@ struct Job {
     int resolution = 0;
     ContourChoice contour;
     bool header = true;
+    std::optional<StepRange> steps; ///< all without
     SceneChoice scene;
 };
 
 void declare(Options& options) {
     options.Value(u"o"_s, u"OUT"_s, u"The film: .avi, .mp4, .webm or .gif."_s);
-    DeclareSceneOptions(options, u"A frame for each step from A to B, every S-th; all steps by default."_s);
+    DeclareStepRange(options, u"A frame for each step from A to B, every S-th; all steps by default."_s);
+    DeclareSceneOptions(options, false);
     DeclarePictureOptions(options);
     options.Value(u"interval"_s, u"MS"_s,
                   u"Milliseconds from one frame to the next; that of the slide show by default."_s);
@@ -114,7 +117,8 @@ Job jobFrom(const Options& options) {
     job.resolution = picture.Resolution();
     job.contour = contourFrom(options);
     const std::optional<int> interval = options.Integer(u"interval"_s, 1, mostMilliseconds);
-    job.scene = SceneFrom(options);
+    job.steps = StepRangeFrom(options);
+    job.scene = SceneChoiceFrom(options, true);
     const SlideShowSettings& show = job.scene.Settings.SlideShow;
     job.film.Interval = std::clamp(interval.value_or(show.Interval), 1, mostMilliseconds);
     job.header = show.PaintHeader && !options.IsSet(u"no-header"_s);
@@ -154,12 +158,13 @@ void takeRangeOfStep(Session& session) {
 }
 
 /// The steps of the frames, all of which the file has.
-StepRange framesOf(const SceneChoice& choice, const ResultModel& model) {
+StepRange framesOf(const Job& job, const ResultModel& model) {
+    const QString& input = job.scene.Input;
     if (model.StepCount < 1)
-        RefuseInput(choice.Input, u"フレーム数が設定されていません。"_s);
-    const StepRange range = choice.Range.value_or(StepRange{1, model.StepCount, 1});
-    RequireStep(model, choice.Input, u"steps"_s, range.At(0));
-    RequireStep(model, choice.Input, u"steps"_s, range.At(range.Count() - 1));
+        RefuseInput(input, u"フレーム数が設定されていません。"_s);
+    const StepRange range = job.steps.value_or(StepRange{1, model.StepCount, 1});
+    RequireStep(model, input, u"steps"_s, range.At(0));
+    RequireStep(model, input, u"steps"_s, range.At(range.Count() - 1));
     return range;
 }
 
@@ -182,8 +187,8 @@ Status RunFilm(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = TakeUpScene(job.scene, session);
-    const StepRange steps = framesOf(job.scene, session.Model);
+    const std::int32_t item = OpenScene(job.scene, session);
+    const StepRange steps = framesOf(job, session.Model);
     FilmFile film(job.output, job.film);
     if (film.Failure())
         refuse(job.output, *film.Failure());

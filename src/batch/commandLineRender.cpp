@@ -2,9 +2,9 @@
 #include "batch/PictureWriter.h"
 #include "batch/pictureOptions.h"
 #include "batch/sceneOptions.h"
+#include "batch/stepRange.h"
 #include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
-#include "view/scene/Session.h"
 
 #include <QRegularExpression>
 
@@ -14,19 +14,19 @@ namespace {
 
 /// All that the command line says about the pictures.
 struct Job {
+    SceneChoice scene;
     QString output; ///< may have a place for the step in its name
     PictureFile picture;
     PictureFormat format = nullptr;
     int zoom = 0;
     PlotScaleMode scaleMode = PlotScaleMode::Automatic;
-    std::optional<int> step;
-    SceneChoice scene;
+    std::optional<StepRange> range;
 };
 
 void declare(Options& options) {
     options.Value(u"o"_s, u"OUT"_s, u"The picture: .png, .svg, .pdf or .trace; %d or %04d in it is the step."_s);
-    options.Value(u"step"_s, u"N"_s, u"The step; the first by default."_s);
-    DeclareSceneOptions(options, u"One picture for each step from A to B, every S-th."_s);
+    DeclareStepRange(options, u"One picture for each step from A to B, every S-th."_s);
+    DeclareSceneOptions(options);
     DeclarePictureOptions(options);
     options.Value(u"scale-mode"_s, u"fixed|automatic"_s, u"How the scale follows the size."_s);
     options.Value(u"zoom"_s, u"Z"_s, u"Zoom step from -7 to 9; 0 shows all."_s);
@@ -41,11 +41,11 @@ Job jobFrom(const Options& options) {
     if (!job.format)
         RefuseEnding(job.output, u".png, .svg, .pdf or .trace"_s);
     job.picture = PictureFileFrom(options);
-    job.step = options.Integer(u"step"_s, 1);
     job.zoom = options.Integer(u"zoom"_s, ZoomMin, ZoomMax).value_or(0);
+    job.range = StepRangeFrom(options);
     job.scaleMode = options.IsFirst(u"scale-mode"_s, u"fixed"_s, u"automatic"_s, true) ? PlotScaleMode::Fixed
                                                                                        : PlotScaleMode::Automatic;
-    job.scene = SceneFrom(options);
+    job.scene = SceneChoiceFrom(options, true);
     return job;
 }
 
@@ -67,23 +67,21 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     declare(options);
     options.Parse(arguments, streams);
     const Job job = jobFrom(options);
-    const std::optional<StepRange>& chosen = job.scene.Range;
-    if (chosen && chosen->first != chosen->last && !numberedName(job.output, 1))
+    if (job.range && job.range->first != job.range->last && !numberedName(job.output, 1))
         throw Stop{WrongUsage, u"-o wants %d in the name when there is more than one step"_s};
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = TakeUpScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, session);
     session.Plotter.SetScaleMode(job.scaleMode);
     mdView::ApplyZoom(job.zoom, session.View);
-    const ResultModel& model = session.Model;
-    const std::int64_t step = job.step ? *job.step : std::int64_t(std::max(model.CurrentStep, 0)) + 1;
-    const StepRange range = chosen.value_or(StepRange{step, step, 1});
+    StepRange range = job.range.value_or(StepRange());
+    if (!job.range)
+        range.first = range.last = ChosenStep(job.scene, session.Model);
     PictureWriter writer;
-    for (int i = 0; i < range.Count(); ++i) {
-        const std::int64_t number = range.At(i);
-        if (chosen || job.step)
-            RequireStep(model, job.scene.Input, chosen ? u"steps"_s : u"step"_s, number);
+    for (std::int64_t number = range.first; number <= range.last; number += range.stride) {
+        if (job.range)
+            RequireStep(session.Model, job.scene.Input, u"steps"_s, number);
         // What the property file alone names may be gone: then, and in a file without steps, the mesh is shown.
         session.LoadStep(std::int32_t(number - 1), item);
         writer.Write(numberedName(job.output, number).value_or(job.output),

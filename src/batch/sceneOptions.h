@@ -1,41 +1,34 @@
-// The options of the commands that draw the scene of a result file: what is drawn of it and how. The size and the form
-// of the pictures are not their business.
+// The options of the commands that draw steps of a result file as the window does: which file, step and item, and how
+// they are drawn. Not what comes of the picture.
 #pragma once
 
-#include "app/ApplicationSettings.h"
 #include "batch/commandSupport.h"
-
-class Session;
+#include "view/scene/Session.h"
 
 namespace batch {
 
-struct StepRange {
-    std::int64_t first = 1, last = 1, stride = 1;
-
-    int Count() const { return int((last - first) / stride + 1); }
-    std::int64_t At(int index) const { return first + index * stride; } ///< the step's number, counted from 1
-};
-
-/// What the command line says of the scene.
+/// All that these options say.
 struct SceneChoice {
     QString Input;
-    std::optional<StepRange> Range;
-    QString Item;
-    bool Mesh = true;
+    QString Item;            ///< by number or name; empty when the file is to say
+    std::optional<int> Step; ///< from 1; likewise
     bool WithPropertyFile = true;
     QStringList Assignments;      ///< of drawing settings, each of which is sound
     std::int32_t Reference = -1;  ///< the step that these name
-    ApplicationSettings Settings; ///< what the pictures start from
+    ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--steps`, `--item`, `--mesh`, `--no-property` and `--set`; `stepsPurpose` tells of the first.
-void DeclareSceneOptions(Options& options, const QString& stepsPurpose);
+/// Declares `--item`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step, `--step`.
+void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 
-/// Stops the command for a wrong one, before any file is opened.
-SceneChoice SceneFrom(const Options& options);
+/// Stops the command when an option makes no sense, before any file but that of `--settings` is opened. Without
+/// `--mesh` the edges are drawn if `mesh` says so, or else as the settings say.
+SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh = {});
 
-/// Takes the file up with the settings of its pictures: the property file's, if there is one and it counts, under those
-/// of the command line. Returns the item to be shown. Stops the command when something isn't there.
-std::int32_t TakeUpScene(const SceneChoice& choice, Session& session);
+/// Opens the file in `session`, with the property file's settings, if there is one and it counts, under those of the
+/// command line, and gives the chosen item. Stops the command when there is no such file or item.
+std::int32_t OpenScene(const SceneChoice& choice, Session& session);
+/// The chosen step of an open file, counted from 1. Stops the command when a step was chosen that there isn't.
+std::int64_t ChosenStep(const SceneChoice& choice, const ResultModel& model);
 
 } // namespace batch

@@ -4,6 +4,7 @@
 #include "platform/base/Rounding.h"
 #include "platform/widgets/FormSupport.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
