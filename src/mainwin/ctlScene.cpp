@@ -1,5 +1,6 @@
 #include "mainwin/ctlScene.h"
 
+#include "platform/base/Parallel.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
@@ -54,7 +55,7 @@ void ctlScene::buildControls() {
     connectPicking();
 }
 
-void ctlScene::Paint() {
+void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     // Only a new size can ask for a paint while one goes on, and it wants the last word.
@@ -64,8 +65,9 @@ void ctlScene::Paint() {
         return;
     painting = true;
     bool whole = true;
+    auto beside = meanwhile;
     while (whole && std::exchange(paintAgain, false))
-        whole = paintSheet();
+        whole = paintSheet(std::exchange(beside, {}));
     painting = paintAgain = false;
     if (whole) {
         picScreen->ShowSheet();
@@ -79,16 +81,18 @@ void ctlScene::Paint() {
     emit PaintStopped();
 }
 
-bool ctlScene::paintSheet() {
+bool ctlScene::paintSheet(const std::function<void()>& meanwhile) {
     LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
     RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
-        try {
-            session.Draw(device);
-        } catch (const DrawingStopped&) {
-            // Run tells.
-        }
+        parallelFor(meanwhile ? 2 : 1, [&](int piece) {
+            try {
+                piece == 0 ? session.Draw(device) : meanwhile();
+            } catch (const DrawingStopped&) {
+                // Run tells.
+            }
+        });
     });
 }
 

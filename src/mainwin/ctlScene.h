@@ -20,8 +20,9 @@ public:
     ~ctlScene() override;
 
     /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc: the picture before
-    /// then stays, and nothing can be picked in it.
-    void Paint();
+    /// then stays, and nothing can be picked in it. `meanwhile` is done on another thread at the same time, and is over
+    /// when the call is; it may only read the session, and may be left out.
+    void Paint(const std::function<void()>& meanwhile = {});
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
     /// Makes the picture empty.
@@ -53,7 +54,7 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
-    bool paintSheet();
+    bool paintSheet(const std::function<void()>& meanwhile);
     bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);

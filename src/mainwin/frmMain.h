@@ -3,10 +3,12 @@
 #pragma once
 
 #include "mainwin/RecentFiles.h"
+#include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QLabel;
 class ctlScene;
@@ -94,11 +96,24 @@ private:
     void storeWindow();
     QSize roomForFrame() const;
 
+    // frmMainSlideShow.cpp
+    void toggleSlideShow();
+    void beginSlideShow();
+    void endSlideShow();
+    void showSlideShowState();
+    void restartSlideShow();
+    void pauseSlideShow();
+    void showNextSlide();
+    void editSlideShow();
+    QString slideShowNote() const;
+
     static frmMain* instance;
     bool updatingUi = false;
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
+    SlideShow slideShow;
+    QTimer timSlideShow;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};

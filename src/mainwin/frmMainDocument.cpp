@@ -73,6 +73,9 @@ void frmMain::openResultFile(const QString& path) {
     if (stopped)
         return;
     forgetTold();
+    // What a show holds fixed is not the file's own, and must not be saved with it.
+    if (slideShow.IsOn())
+        endSlideShow();
     if (IsOpen() && Settings.Window.AutoSave)
         Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
@@ -142,10 +145,16 @@ bool frmMain::promptFileName(QString& path) {
 
 void frmMain::updateCaption() {
     const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_s;
-    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + NativePath::Shown(title));
+    const QString mode = slideShow.IsOn() ? u" [スライドショー]"_s : QString();
+    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + NativePath::Shown(title) + mode);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    if (slideShow.IsOn()) {
+        ExecuteCommand(u"miSlideStop"_s);
+        event->ignore();
+        return;
+    }
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
     storeWindow();
