@@ -1,6 +1,6 @@
 #include "output/windows/frmSlideShowSetting.h"
 
-#include "RoundTrip.h"
+#include "ShownDialog.h"
 
 #include <QLabel>
 #include <QSlider>

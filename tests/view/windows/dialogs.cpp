@@ -1,17 +1,18 @@
-#include "RoundTrip.h"
-
-#include "app/settingsStore.h"
 #include "platform/widgets/Dialogs.h"
+#include "ShownDialog.h"
+#include "app/settingsStore.h"
 #include "platform/widgets/PictureBox.h"
 #include "result/ModelTest.h"
 #include "view/windows/frmContourValue.h"
 #include "view/windows/frmDifferenceStep.h"
 #include "view/windows/frmDrawSettings.h"
 
+#include <QLineEdit>
 #include <QListWidget>
+#include <QTabWidget>
+#include <QtTest>
 
 namespace {
-
 struct DialogTest : ModelTest {
     DialogTest() {
         VrfBuilder file = twoSquares();

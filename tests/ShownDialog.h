@@ -1,4 +1,4 @@
-// A dialog as its user has it, and the proof that its rows carry their fields. No tests here.
+// A dialog as its user has it, and the proof that its rows carry what they stand for. No tests here.
 #pragma once
 
 #include "platform/base/Literals.h"
