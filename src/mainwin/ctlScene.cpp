@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QWindow>
+#include <new>
 
 ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     : QWidget(parent), session(source), selection(picked) {
@@ -78,12 +79,26 @@ void ctlScene::Paint(const std::function<void()>& meanwhile) {
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
-    emit PaintStopped();
+    emit PaintStopped(whyStopped);
 }
 
+/// False, with `whyStopped`, when the sheet is not whole.
 bool ctlScene::paintSheet(const std::function<void()>& meanwhile) {
+    try {
+        whyStopped = u"描画を中止しました。"_s;
+        return drawSheet(meanwhile);
+    } catch (const std::bad_alloc&) {
+        whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
+        return false;
+    }
+}
+
+bool ctlScene::drawSheet(const std::function<void()>& meanwhile) {
     LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
-    RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
+    QImage& sheet = picScreen->BlankSheet();
+    if (sheet.isNull() && !picScreen->size().isEmpty())
+        throw std::bad_alloc();
+    RasterDevice device(sheet, picScreen->DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
         parallelFor(meanwhile ? 2 : 1, [&](int piece) {

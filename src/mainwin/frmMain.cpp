@@ -103,10 +103,8 @@ void frmMain::connectEvents() {
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
-    connect(scene, &ctlScene::PaintStopped, this, [this] {
-        pauseSlideShow();
-        Tell(u"描画を中止しました。"_s);
-    });
+    connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
+    connect(scene, &ctlScene::PaintStopped, this, &frmMain::Tell);
     connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
     connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });

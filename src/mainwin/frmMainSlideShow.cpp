@@ -29,14 +29,18 @@ void frmMain::beginSlideShow() {
     std::optional<ShowRange> range;
     LongWork work(u"全ステップの範囲を計算中... (Esc で中止)"_s,
                   [this](const QString& text) { panels[0]->setText(text); });
-    const bool whole = work.Run([&](const LongWork::Progress& progress) {
+    bool whole = false;
+    const auto compute = [&](const LongWork::Progress& progress) {
         range = ComputeItemRange(Model.CurrentItem, Model, Settings.Vector, progress);
-    });
+    };
+    if (!load([&] { whole = work.Run(compute); }))
+        return;
     if (!whole || !range) {
         Tell(u"スライドショーを中止しました。"_s);
         return;
     }
-    slideShow.Start(*range);
+    if (!load([&] { slideShow.Start(*range); }))
+        return;
     Selection.Clear();
     showSlideShowState();
     repaint();
@@ -44,7 +48,7 @@ void frmMain::beginSlideShow() {
 
 void frmMain::endSlideShow() {
     timSlideShow.stop();
-    slideShow.Stop();
+    load([&] { slideShow.Stop(); });
     showSlideShowState();
 }
 
@@ -78,8 +82,8 @@ void frmMain::pauseSlideShow() {
 void frmMain::showNextSlide() {
     if (LongWork::IsRunning())
         return;
-    slideShow.ShowNext();
-    scene->Paint([this] { slideShow.ReadAhead(); });
+    if (load([&] { slideShow.ShowNext(); }))
+        scene->Paint([this] { slideShow.ReadAhead(); });
 }
 
 void frmMain::editSlideShow() {
