@@ -80,6 +80,9 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainPage.cpp
+    void editPageLayout();
+
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
