@@ -1,10 +1,11 @@
 #include "output/windows/frmPreview.h"
 
 #include "app/NumberFormat.h"
-#include "app/windows/ShowMessage.h"
 #include "output/mdPage.h"
 #include "output/pagePreview.h"
+#include "output/windows/frmPageLayout.h"
 #include "output/windows/printPage.h"
+#include "platform/device/Printers.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/FormSupport.h"
 #include "platform/widgets/LongWork.h"
@@ -18,6 +19,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScrollArea>
+#include <cmath>
 
 using FormSupport::Named;
 
@@ -118,14 +120,11 @@ void frmPreview::FirstStep() {
 void frmPreview::showFacts() {
     const PageSettings& page = session.Settings.Page;
     lblPrinter->setText(printer ? printer->DeviceName() : page.Printer);
-    lblPaper->clear();
+    const auto millimetres = [](double length) { return NumberFormat::Shortest(std::round(length * 10) / 10); };
+    lblPaper->setText(printer ? u"%1  %2 × %3 mm"_s.arg(printer->Paper().Name, millimetres(printer->PaperWidthMm()),
+                                                        millimetres(printer->PaperHeightMm()))
+                              : QString());
     lblStatus->setText(printer ? QString() : u"プリンタを開くことができません。"_s);
-    if (printer) {
-        const auto millimetres = [](double length) { return NumberFormat::Format(length, u"0.#"); };
-        lblPaper->setText(printer->Paper().Name + u"  "_s + NumberFormat::Shortest(std::round(printer->PaperWidthMm() * 10) / 10) +
-                          u" × "_s + NumberFormat::Shortest(std::round(printer->PaperHeightMm() * 10) / 10) + u" mm"_s);
-        (void)millimetres;
-    }
     if (printer && mdPage::PaperScale(page) > 0)
         lblStatus->setText(u"縮尺 1:%1"_s.arg(page.ScaleDenominator) +
                            (mdPage::Holds(page, *printer, session.Model.Mesh, session.View.ViewBounds)
@@ -143,7 +142,7 @@ void frmPreview::chooseZoom() {
         const int around = 2 * shadowWidth;
         least = {int(std::ceil(pixels.width() / ratio)) + around, int(std::ceil(pixels.height() / ratio)) + around};
     }
-    picScreen->setMinimumSize(least.expandedTo({0, 0}));
+    picScreen->setMinimumSize(least.expandedTo({1, 1}));
     redrawing.start();
 }
 
@@ -216,6 +215,13 @@ void frmPreview::compose() {
 void frmPreview::print() {
     if (printer && PrintPage(session, *printer))
         lblStatus->setText(u"印刷しました。"_s);
+}
+
+void frmPreview::setUpPage() {
+    frmPageLayout form(this, printers, session.Settings.Page);
+    form.exec();
+    if (form.Result)
+        FirstStep();
 }
 
 void frmPreview::changeEvent(QEvent* event) {
