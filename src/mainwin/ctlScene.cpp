@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QWindow>
+#include <new>
 
 ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     : QWidget(parent), session(source), selection(picked) {
@@ -76,12 +77,26 @@ void ctlScene::Paint() {
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
-    emit PaintStopped();
+    emit PaintStopped(whyStopped);
 }
 
+/// False, with `whyStopped`, when the sheet is not whole.
 bool ctlScene::paintSheet() {
+    try {
+        whyStopped = u"描画を中止しました。"_s;
+        return drawSheet();
+    } catch (const std::bad_alloc&) {
+        whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
+        return false;
+    }
+}
+
+bool ctlScene::drawSheet() {
     LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
-    RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
+    QImage& sheet = picScreen->BlankSheet();
+    if (sheet.isNull() && !picScreen->size().isEmpty())
+        throw std::bad_alloc();
+    RasterDevice device(sheet, picScreen->DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
         try {

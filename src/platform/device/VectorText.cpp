@@ -21,6 +21,7 @@ VectorText::VectorText(const Font& font, QPaintDevice* on)
     : face(Fonts::ToQFont(font)), metrics(on ? QFontMetricsF(face, on) : QFontMetricsF(face)) {}
 
 DeviceSize VectorText::Measure(const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     return {qRound(metrics.horizontalAdvance(VectorRules::Printable(text))),
             qRound(metrics.ascent() + metrics.descent())};
 }
@@ -44,11 +45,13 @@ void VectorText::draw(QPainter& painter, QPointF leftTop, int escapement, ColorR
 }
 
 void VectorText::Draw(QPainter& painter, QPointF leftTop, int escapement, ColorRef color, const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     draw(painter, leftTop, escapement, color, [&](QPointF at) { painter.drawText(at, VectorRules::Printable(text)); });
 }
 
 void VectorText::DrawAsPrinted(QPainter& painter, QPointF leftTop, int escapement, ColorRef color,
                                const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     // A PDF makes a letter bold by writing it once more, this part of its size to the right.
     const QPointF boldness(face.pixelSize() * 0.0254, 0);
     QTextLayout layout(VectorRules::Printable(text), face);
