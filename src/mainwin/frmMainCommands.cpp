@@ -34,6 +34,7 @@ void frmMain::ExecuteCommand(const QString& tool) {
     if (LongWork::IsRunning())
         return;
     forgetTold();
+    pauseSlideShow();
     const FamilyRow* family = commandTable::FamilyOf(tool);
     if (family && family->act)
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
@@ -58,7 +59,8 @@ CommandFacts frmMain::facts() const {
             .FileOpen = IsOpen(),
             .Zoom = Zoom(),
             .PickedCount = Selection.Count(),
-            .ShowOn = Current.SlideShow.SlideShowRunning};
+            .ShowOn = slideShow.IsOn(),
+            .ShowMoves = timSlideShow.isActive()};
 }
 
 void frmMain::updateCommandState() {
@@ -104,7 +106,9 @@ void frmMain::applyScaleMode() {
 void frmMain::applyBarVisibility() {
     bars->SetChecked(u"miViewToolBar"_s, Settings.Window.Toolbar);
     bars->SetChecked(u"miViewStatusBar"_s, Settings.Window.Statusbar);
-    bars->SetBandVisible(u"tbGeneral"_s, Settings.Window.Toolbar);
+    bars->SetBandVisible(u"mbGeneral"_s, !slideShow.IsOn());
+    bars->SetBandVisible(u"tbGeneral"_s, !slideShow.IsOn() && Settings.Window.Toolbar);
+    bars->SetBandVisible(u"tbSlideShow"_s, slideShow.IsOn());
     statusBar()->setVisible(Settings.Window.Statusbar);
 }
 
