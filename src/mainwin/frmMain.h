@@ -83,6 +83,8 @@ private:
     void openRecentFile(int index);
 
     // frmMainPage.cpp
+    void printOut();
+    void showPreview();
     void editPageLayout();
 
     // frmMainDocument.cpp
