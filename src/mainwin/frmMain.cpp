@@ -7,6 +7,7 @@
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "output/mdPage.h"
 #include "platform/base/NativePath.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ frmMain::frmMain() : slideShow(mdApplication::Current) {
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_s));
+    mdPage::Serve(mdApplication::Current);
     DocPlotter().SetClientName(mdApplication::ApplicationTitle);
     DocPlotter().SetScaleMode(PlotScaleMode::Fixed);
     scene = new ctlScene(mdApplication::Current, Selection, this);

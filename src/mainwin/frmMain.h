@@ -91,6 +91,8 @@ private:
     void runTool(int index);
 
     // frmMainPage.cpp
+    void printOut();
+    void showPreview();
     void editPageLayout();
 
     // frmMainDocument.cpp
