@@ -83,7 +83,7 @@ TEST(Registry, StandsInAFolderOfAnyName) {
     qputenv("XDG_CONFIG_HOME", place);
     EXPECT_TRUE(set(u"k"_s, {}, "1"));
     std::error_code none;
-    EXPECT_EQ(std::filesystem::file_size((place + "/Ordvane/registry.db").toStdString(), none) % 4096, 0);
+    EXPECT_EQ(std::filesystem::file_size(place.toStdString() + "/Ordvane/registry.db", none) % 4096, 0);
 }
 
 TEST(Registry, RefusesWhatIsBeyondItsLimits) {
