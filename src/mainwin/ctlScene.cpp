@@ -1,5 +1,6 @@
 #include "mainwin/ctlScene.h"
 
+#include "platform/base/Parallel.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
@@ -7,6 +8,7 @@
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QWindow>
+#include <new>
 
 ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     : QWidget(parent), session(source), selection(picked) {
@@ -54,7 +56,7 @@ void ctlScene::buildControls() {
     connectPicking();
 }
 
-void ctlScene::Paint() {
+void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     // Only a new size can ask for a paint while one goes on, and it wants the last word.
@@ -64,8 +66,9 @@ void ctlScene::Paint() {
         return;
     painting = true;
     bool whole = true;
+    auto beside = meanwhile;
     while (whole && std::exchange(paintAgain, false))
-        whole = paintSheet();
+        whole = paintSheet(std::exchange(beside, {}));
     painting = paintAgain = false;
     if (whole) {
         picScreen->ShowSheet();
@@ -76,19 +79,35 @@ void ctlScene::Paint() {
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
-    emit PaintStopped();
+    emit PaintStopped(whyStopped);
 }
 
-bool ctlScene::paintSheet() {
+/// False, with `whyStopped`, when the sheet is not whole.
+bool ctlScene::paintSheet(const std::function<void()>& meanwhile) {
+    try {
+        whyStopped = u"描画を中止しました。"_s;
+        return drawSheet(meanwhile);
+    } catch (const std::bad_alloc&) {
+        whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
+        return false;
+    }
+}
+
+bool ctlScene::drawSheet(const std::function<void()>& meanwhile) {
     LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
-    RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
+    QImage& sheet = picScreen->BlankSheet();
+    if (sheet.isNull() && !picScreen->size().isEmpty())
+        throw std::bad_alloc();
+    RasterDevice device(sheet, picScreen->DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
-        try {
-            session.Draw(device);
-        } catch (const DrawingStopped&) {
-            // Run tells.
-        }
+        parallelFor(meanwhile ? 2 : 1, [&](int piece) {
+            try {
+                piece == 0 ? session.Draw(device) : meanwhile();
+            } catch (const DrawingStopped&) {
+                // Run tells.
+            }
+        });
     });
 }
 

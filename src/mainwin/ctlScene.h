@@ -19,9 +19,10 @@ public:
     ctlScene(Session& session, clsMouse& selection, QWidget* parent = nullptr);
     ~ctlScene() override;
 
-    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc: the picture before
-    /// then stays, and nothing can be picked in it.
-    void Paint();
+    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc. `meanwhile` is
+    /// done on another thread at the same time, and is over when the call is; it may only read the session, and may be
+    /// left out.
+    void Paint(const std::function<void()>& meanwhile = {});
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
     /// Makes the picture empty.
@@ -40,7 +41,8 @@ signals:
     void Painted();
     /// How a paint that takes long gets on; empty at its end.
     void Progress(const QString& text);
-    void PaintStopped();
+    /// The picture before stays, and nothing can be picked in it.
+    void PaintStopped(const QString& why);
     /// Zoom and scroll bars have changed; the picture follows.
     void Zoomed();
     /// The world coordinates under the mouse, as text.
@@ -53,7 +55,8 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
-    bool paintSheet();
+    bool paintSheet(const std::function<void()>& meanwhile);
+    bool drawSheet(const std::function<void()>& meanwhile);
     bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
@@ -77,6 +80,7 @@ private:
     Session& session;
     clsMouse& selection;
     bool painting = false, paintAgain = false, paintDue = false;
+    QString whyStopped;
     PictureBox* picScreen = nullptr;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size

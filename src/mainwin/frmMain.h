@@ -3,10 +3,12 @@
 #pragma once
 
 #include "mainwin/RecentFiles.h"
+#include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QLabel;
 class ctlScene;
@@ -87,7 +89,11 @@ private:
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
     void takeUpFile(const ResultModel& loaded);
-    void refuseFile(const QString& path);
+    /// Gives the open file up and says why.
+    void dropFile(const QString& why);
+    /// False without the memory for it; the file is then given up, since it would be half loaded.
+    bool load(const std::function<void()>& what);
+    bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
     void updateCaption();
@@ -97,11 +103,24 @@ private:
     void storeWindow();
     QSize roomForFrame() const;
 
+    // frmMainSlideShow.cpp
+    void toggleSlideShow();
+    void beginSlideShow();
+    void endSlideShow();
+    void showSlideShowState();
+    void restartSlideShow();
+    void pauseSlideShow();
+    void showNextSlide();
+    void editSlideShow();
+    QString slideShowNote() const;
+
     static frmMain* instance;
     bool updatingUi = false;
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
+    SlideShow slideShow;
+    QTimer timSlideShow;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};

@@ -34,6 +34,7 @@ void frmMain::ExecuteCommand(const QString& tool) {
     if (LongWork::IsRunning())
         return;
     forgetTold();
+    pauseSlideShow();
     const FamilyRow* family = commandTable::FamilyOf(tool);
     if (family && family->act)
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
@@ -58,7 +59,8 @@ CommandFacts frmMain::facts() const {
             .FileOpen = IsOpen(),
             .Zoom = Zoom(),
             .PickedCount = Selection.Count(),
-            .ShowOn = Current.SlideShow.SlideShowRunning};
+            .ShowOn = slideShow.IsOn(),
+            .ShowMoves = timSlideShow.isActive()};
 }
 
 void frmMain::updateCommandState() {
@@ -78,7 +80,7 @@ void frmMain::onComboSelection(const QString& combo) {
 }
 
 void frmMain::chooseStep() {
-    Current.LoadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+    loadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
 }
 
 void frmMain::chooseVector() {
@@ -93,7 +95,7 @@ void frmMain::chooseItem() {
     // What was picked for one kind of object means nothing for another.
     if (typeOf(item) != typeOf(Model.CurrentItem))
         Selection.Clear();
-    Current.LoadStep(Model.CurrentStep, item);
+    loadStep(Model.CurrentStep, item);
 }
 
 void frmMain::applyScaleMode() {
@@ -104,7 +106,9 @@ void frmMain::applyScaleMode() {
 void frmMain::applyBarVisibility() {
     bars->SetChecked(u"miViewToolBar"_s, Settings.Window.Toolbar);
     bars->SetChecked(u"miViewStatusBar"_s, Settings.Window.Statusbar);
-    bars->SetBandVisible(u"tbGeneral"_s, Settings.Window.Toolbar);
+    bars->SetBandVisible(u"mbGeneral"_s, !slideShow.IsOn());
+    bars->SetBandVisible(u"tbGeneral"_s, !slideShow.IsOn() && Settings.Window.Toolbar);
+    bars->SetBandVisible(u"tbSlideShow"_s, slideShow.IsOn());
     statusBar()->setVisible(Settings.Window.Statusbar);
 }
 
@@ -135,7 +139,7 @@ void frmMain::editDifference() {
     if (!dialog.Result)
         return;
     dialog.Bindings().Read(difference);
-    Current.LoadStep(Model.CurrentStep, Model.CurrentItem);
+    loadStep(Model.CurrentStep, Model.CurrentItem);
     repaint();
 }
 
