@@ -41,7 +41,7 @@ PrintResult SystemPrinters::printPage(const PlotPrinter& printer, const QString&
                                       const QString& name, const Taking& take) const {
     PrintResult result{PrintResult::CalledOff};
     LongWork printing(u"印刷中... (Esc で中止)"_s, [this](const QString& text) { show(text); });
-    printing.Run([&](const LongWork::Progress& goesOn) {
+    const auto work = [&](const LongWork::Progress& goesOn) {
         const PictureContent content = PdfPage(printer, title, paint)();
         if (!goesOn(0, 0))
             return;
@@ -49,7 +49,12 @@ PrintResult SystemPrinters::printPage(const PlotPrinter& printer, const QString&
             result = {PrintResult::Refused, name + u"\r\n"_s + *problem};
         else
             result.End = PrintResult::Done;
-    });
+    };
+    try {
+        printing.Run(work);
+    } catch (const std::bad_alloc&) {
+        result = {PrintResult::Refused, name + u"\r\nメモリが足りません。"_s};
+    }
     return result;
 }
 
