@@ -99,8 +99,7 @@ void frmMain::buildPanels() {
 void frmMain::connectEvents() {
     connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
-    connect(bars, &CommandBars::BandOpening, this,
-            [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
+    connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
