@@ -8,26 +8,22 @@
 
 TEST(HelpPages, TheChosenFolderThenTheLanguageThenWhatThereIs) {
     const TestFolder folder;
+    const QDir root(folder.Path(u"."_s));
     const auto index = [&](const QString& chosen, const QString& language) {
         const QString page = helpPages::Index(chosen, folder.Path(u"bin"_s), language);
-        return page.isEmpty() ? page : QDir(folder.Path(u"."_s)).relativeFilePath(page);
+        return page.isEmpty() ? page : root.relativeFilePath(page);
     };
-    const QString mine = folder.Path(u"mine/"_s), manual = u"share/velorin/help/"_s;
-    for (const QString& name : {u"mine"_s, manual + u"ja"_s, manual + u"en"_s, manual + u"fr"_s})
-        QDir(folder.Path(u"."_s)).mkpath(name);
-    EXPECT_EQ(index(mine, u"ja"_s), QString());
-    // Each page in turn, and what is found then in no folder of the user's, in one, and in English and French.
-    const std::array<QString, 4> rows[] = {
-        {manual + u"en/index.html"_s, manual + u"en/index.html"_s, manual + u"en/index.html"_s,
-         manual + u"en/index.html"_s},
-        {manual + u"ja/index.html"_s, manual + u"ja/index.html"_s, manual + u"en/index.html"_s,
-         manual + u"ja/index.html"_s},
-        {u"mine/INDEX.HTM"_s, u"mine/INDEX.HTM"_s, u"mine/INDEX.HTM"_s, u"mine/INDEX.HTM"_s}};
-    for (const auto& [page, inJapanese, inEnglish, inFrench] : rows) {
-        folder.Write("<html>", page);
-        EXPECT_EQ(index(mine, u"ja"_s), inJapanese);
-        EXPECT_EQ(index(mine, u"en"_s), inEnglish);
-        EXPECT_EQ(index(mine, u"fr"_s), inFrench);
+    const QString chosen = folder.Path(u"mine/"_s), manual = u"share/velorin/help/"_s;
+    EXPECT_EQ(index(chosen, u"ja"_s), QString());
+    // The folder that gets a page, and where help is found after that: in Japanese, in English, in French.
+    for (const QString& row : {u"en: en en en"_s, u"ja: ja en ja"_s, u"../../../mine: mine mine mine"_s}) {
+        const QString made = manual + row.section(u':', 0, 0);
+        root.mkpath(made);
+        folder.Write("<html>", made + u"/Index.htm"_s);
+        const QStringList found = row.section(u": "_s, 1).split(u' ');
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(index(chosen, QStringList{u"ja"_s, u"en"_s, u"fr"_s}[i]),
+                      (found[i] == u"mine" ? QString() : manual) + found[i] + u"/Index.htm");
     }
-    EXPECT_EQ(index({}, u"ja"_s), manual + u"ja/index.html"_s);
+    EXPECT_EQ(index({}, u"ja"_s), manual + u"ja/Index.htm");
 }
