@@ -1,5 +1,6 @@
 #include "mainwin/ctlScene.h"
 
+#include "platform/base/Parallel.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
@@ -55,7 +56,7 @@ void ctlScene::buildControls() {
     connectPicking();
 }
 
-void ctlScene::Paint() {
+void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     // Only a new size can ask for a paint while one goes on, and it wants the last word.
@@ -65,8 +66,9 @@ void ctlScene::Paint() {
         return;
     painting = true;
     bool whole = true;
+    auto beside = meanwhile;
     while (whole && std::exchange(paintAgain, false))
-        whole = paintSheet();
+        whole = paintSheet(std::exchange(beside, {}));
     painting = paintAgain = false;
     if (whole) {
         picScreen->ShowSheet();
@@ -81,17 +83,17 @@ void ctlScene::Paint() {
 }
 
 /// False, with `whyStopped`, when the sheet is not whole.
-bool ctlScene::paintSheet() {
+bool ctlScene::paintSheet(const std::function<void()>& meanwhile) {
     try {
         whyStopped = u"描画を中止しました。"_s;
-        return drawSheet();
+        return drawSheet(meanwhile);
     } catch (const std::bad_alloc&) {
         whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
         return false;
     }
 }
 
-bool ctlScene::drawSheet() {
+bool ctlScene::drawSheet(const std::function<void()>& meanwhile) {
     LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
     QImage& sheet = picScreen->BlankSheet();
     if (sheet.isNull() && !picScreen->size().isEmpty())
@@ -99,11 +101,13 @@ bool ctlScene::drawSheet() {
     RasterDevice device(sheet, picScreen->DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
-        try {
-            session.Draw(device);
-        } catch (const DrawingStopped&) {
-            // Run tells.
-        }
+        parallelFor(meanwhile ? 2 : 1, [&](int piece) {
+            try {
+                piece == 0 ? session.Draw(device) : meanwhile();
+            } catch (const DrawingStopped&) {
+                // Run tells.
+            }
+        });
     });
 }
 
