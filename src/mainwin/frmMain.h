@@ -86,11 +86,13 @@ private:
     // frmMainExtensions.cpp
     void buildAddinMenu();
     void buildToolsMenu();
+    void editOptions();
     void manageAddins();
     void runAddin(int number);
     void runTool(int index);
 
     // frmMainPage.cpp
+    bool isThereAPrinter();
     void printOut();
     void showPreview();
     void editPageLayout();

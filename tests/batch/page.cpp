@@ -44,6 +44,7 @@ TEST_F(PageTest, SheetDocumentOutlineAndLabels) {
                 trace.contains("\nPen 0 1 0x00000000\nStockBrush 5\n"));
     EXPECT_EQ(page(whole + u"--orientation landscape --frame 0.04"_s), trace);
     EXPECT_TRUE(page(u"--paper letter"_s).startsWith("ClipRect 200 200 2594 1959\n"));
+    EXPECT_TRUE(page(u"--paper a1"_s).startsWith("ClipRect 200 200 8210 5740\n"));
     // Without room the labels alone are left.
     for (const QString& margin : {u"60,0,40,0"_s, u"0,70,0,50"_s})
         EXPECT_EQ(page(u"--paper 80x100 --frame 1 --label 9=a --margin "_s + margin).indexOf("SaveDC"), 0);
