@@ -1,5 +1,6 @@
 #include "WindowTest.h"
 
+#include "platform/film/FilmFile.h"
 #include "property/propertyFile.h"
 
 #include <QAction>
@@ -114,6 +115,31 @@ TEST_F(SlideShowTest, EscWhileTheRangeIsSoughtLeavesTheWindowAsItWas) {
     key(Qt::Key_F6);
     EXPECT_EQ(state(), off);
     EXPECT_TRUE(Settings.Contour.Automatic);
+}
+
+TEST_F(SlideShowTest, ExportsAFilmOfTheSizeOfThePictureOrNone) {
+    if (FilmFile::Unavailable())
+        GTEST_SKIP();
+    key(Qt::Key_F6);
+    const QString path = folder.Path(u"a.avi"_s);
+    for (const bool chosen : {false, true}) {
+        QTimer::singleShot(0, &window, [chosen] {
+            QTest::keyClick(QApplication::activeModalWidget(), chosen ? Qt::Key_Return : Qt::Key_Escape);
+        });
+        if (chosen) {
+            Dialogs::Testing::QueueFile(path);
+            Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
+        }
+        trigger(u"miSlideExport"_s);
+        EXPECT_EQ(QFile::exists(path), chosen);
+        EXPECT_EQ(Model.CurrentStep, chosen ? 2 : 0) << "the step of the last frame";
+    }
+    EXPECT_EQ(Dialogs::Testing::Asked().last().Text, u"a.avi\r\nAVIファイルを作成しました。"_s);
+    // The size stands at a fixed place of such a file.
+    const QByteArray film = TestFolder::Read(path);
+    const auto at = [&film](qsizetype place) { return qFromLittleEndian<qint32>(film.constData() + place); };
+    EXPECT_EQ(QSize(at(64), at(68)), picture->Image().size() + QSize(1, 1));
+    key(Qt::Key_F6);
 }
 
 } // namespace
