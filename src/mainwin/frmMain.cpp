@@ -7,6 +7,7 @@
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "output/mdPage.h"
 #include "platform/base/NativePath.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ frmMain::frmMain() : slideShow(mdApplication::Current) {
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_s));
+    mdPage::Serve(mdApplication::Current);
     DocPlotter().SetClientName(mdApplication::ApplicationTitle);
     DocPlotter().SetScaleMode(PlotScaleMode::Fixed);
     scene = new ctlScene(mdApplication::Current, Selection, this);
@@ -97,8 +99,7 @@ void frmMain::buildPanels() {
 void frmMain::connectEvents() {
     connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
-    connect(bars, &CommandBars::BandOpening, this,
-            [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
+    connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);

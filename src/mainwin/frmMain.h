@@ -62,6 +62,7 @@ private:
     // frmMainCommands.cpp
     CommandFacts facts() const;
     void updateCommandState();
+    void onBandOpening(const QString& band);
     void onComboSelection(const QString& combo);
     void chooseStep();
     void chooseVector();
@@ -82,7 +83,16 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainExtensions.cpp
+    void buildAddinMenu();
+    void buildToolsMenu();
+    void manageAddins();
+    void runAddin(int number);
+    void runTool(int index);
+
     // frmMainPage.cpp
+    void printOut();
+    void showPreview();
     void editPageLayout();
 
     // frmMainDocument.cpp

@@ -35,8 +35,7 @@ void frmMain::ExecuteCommand(const QString& tool) {
         return;
     forgetTold();
     pauseSlideShow();
-    const FamilyRow* family = commandTable::FamilyOf(tool);
-    if (family && family->act)
+    if (const FamilyRow* family = commandTable::FamilyOf(tool))
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
     const CommandRow* row = commandTable::Find(tool);
     if (!row || !row->act)
@@ -67,6 +66,13 @@ void frmMain::updateCommandState() {
     updatingUi = true;
     commandState::UpdateCommandState(*bars, facts());
     updatingUi = false;
+}
+
+void frmMain::onBandOpening(const QString& band) {
+    commandState::EnableOnOpening(*bars, band, facts());
+    // A module that is not the same any more leaves the menu at once.
+    if (band == u"pbAddIn")
+        buildAddinMenu();
 }
 
 void frmMain::onComboSelection(const QString& combo) {

@@ -43,6 +43,8 @@ bool frmMain::IsOpen() const {
 void frmMain::FirstStep(const QString& commandLine) {
     DocPlotter().SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     applyBarVisibility();
+    buildAddinMenu();
+    buildToolsMenu();
     sizeToCome = (Settings.Window.RestoreWindowStatus && restoreWindow()) || !isVisible();
     QString path = commandLine;
     if (path.isEmpty() && Settings.Window.RestoreLastFile && recentFiles.Count() > 0)

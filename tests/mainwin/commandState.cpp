@@ -75,8 +75,8 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     facts.FileOpen = false;
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
-              u"miDraw miFileSaveLayout miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miToolsImageCopy miToolsSlideShow " + zooms + u" miDrawContourValue");
+              u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
+                  u" miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " + zooms + u" miDrawContourValue");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
