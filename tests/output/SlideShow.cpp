@@ -98,10 +98,10 @@ TEST_F(ShowTest, AStepReadAheadIsTheStepLoaded) {
             session.LoadStep(session.Model.CurrentStep, item);
         show.ShowNext();
         ASSERT_TRUE(plain.LoadStep((turn + 2) % 3, item));
-        const auto loaded = [](const ResultModel& model) {
-            const MeshData& mesh = model.Mesh;
-            return std::tie(model.CurrentStep, mesh.Nodes.Value, mesh.Nodes.ReferenceValue, mesh.Nodes.Active,
-                            mesh.Elements.Neighbour, model.ItemData.at(1).Values);
+        const auto loaded = [](const ResultModel& of) {
+            const MeshData& mesh = of.Mesh;
+            return std::tie(of.CurrentStep, mesh.Nodes.Value, mesh.Nodes.ReferenceValue, mesh.Nodes.Active,
+                            mesh.Elements.Neighbour, of.ItemData.at(1).Values);
         };
         EXPECT_TRUE(loaded(session.Model) == loaded(plain.Model));
     }
