@@ -126,6 +126,13 @@ private:
     void editSlideShow();
     QString slideShowNote() const;
 
+    // frmMainFilm.cpp
+    using FilmWork = std::function<void(const LoadProgress&)>;
+    void exportSlideShow();
+    /// False when the work was asked to stop.
+    bool makeFilm(const FilmWork& makeFrames);
+    void promptFilmName(QString& path, bool& cancel);
+
     static frmMain* instance;
     bool updatingUi = false;
     bool sizeToCome = false; ///< the window has not got its real size yet
