@@ -1,7 +1,6 @@
 #include "mainwin/ctlScene.h"
 
-#include "platform/raster/RasterDevice.h"
-#include "platform/widgets/LongWork.h"
+#include "platform/widgets/LongPaint.h"
 #include "platform/widgets/PictureBox.h"
 
 #include <QGridLayout>
@@ -32,6 +31,7 @@ void ctlScene::buildControls() {
     picScreen = new PictureBox(this);
     picScreen->setObjectName(u"picScreen"_s);
     picScreen->setAccessibleName(u"計算結果の図"_s);
+    paint = std::make_unique<LongPaint>(*picScreen, [this](const QString& text) { emit Progress(text); });
     setFocusProxy(picScreen);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -57,39 +57,17 @@ void ctlScene::buildControls() {
 void ctlScene::Paint() {
     if (!session.IsOpen())
         return;
-    // Only a new size can ask for a paint while one goes on, and it wants the last word.
-    paintAgain = true;
     paintDue = false;
-    if (painting)
-        return;
-    painting = true;
-    bool whole = true;
-    while (whole && std::exchange(paintAgain, false))
-        whole = paintSheet();
-    painting = paintAgain = false;
-    if (whole) {
-        picScreen->ShowSheet();
+    const LongPaint::Outcome outcome = paint->Paint([this](DeviceContext& device) { session.Draw(device); });
+    if (outcome == LongPaint::Outcome::Shown)
         emit Painted();
+    if (outcome != LongPaint::Outcome::Stopped)
         return;
-    }
     session.View.CoordConverter.reset();
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
     emit PaintStopped();
-}
-
-bool ctlScene::paintSheet() {
-    LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
-    RasterDevice device(picScreen->BlankSheet(), picScreen->DotsPerInch());
-    return work.Run([&](const LongWork::Progress& progress) {
-        device.GoesOn = [&progress] { return progress(0, 0); };
-        try {
-            session.Draw(device);
-        } catch (const DrawingStopped&) {
-            // Run tells.
-        }
-    });
 }
 
 const QImage& ctlScene::Picture() const {

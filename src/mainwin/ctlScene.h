@@ -7,7 +7,9 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <memory>
 
+class LongPaint;
 class PictureBox;
 class QScrollBar;
 
@@ -53,7 +55,6 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
-    bool paintSheet();
     bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
@@ -76,8 +77,9 @@ private:
 
     Session& session;
     clsMouse& selection;
-    bool painting = false, paintAgain = false, paintDue = false;
+    bool paintDue = false;
     PictureBox* picScreen = nullptr;
+    std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
 };

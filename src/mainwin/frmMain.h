@@ -80,6 +80,12 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainGraph.cpp
+    void createDistribution();
+    void createHistory();
+    void createGraphFromSelection(int graphType);
+    void showGraphPoint(int step, int objectType, int object);
+
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);

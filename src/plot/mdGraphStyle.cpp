@@ -4,11 +4,24 @@
 #include "platform/base/NativePath.h"
 #include "plot/mdGraph.h"
 
+#include <QScopeGuard>
+
 namespace {
 
 FontReference fontOf(const QString& fontString) {
     ColorRef unused = 0;
     return std::make_shared<FontObject>(mdTips::ParseFontString(fontString, unused));
+}
+
+QString scaleMask(const ApplicationSettings& settings) {
+    switch (settings.Graph.ScaleFormat) {
+    case ScaleFormat::Options:
+        return settings.Style.RealFormat;
+    case ScaleFormat::Mask:
+        return settings.Graph.ScaleMask;
+    default:
+        return {};
+    }
 }
 
 void setTexts(const GraphDefaults& defaults, const LabelMacros& macros, Graph& graph) {
@@ -50,8 +63,9 @@ LabelMacros mdGraph::GraphMacros(const Graph& graph, const ResultModel& model) {
             {u"%name%"_s, distribution ? u"分布図"_s : u"時系列図"_s}};
 }
 
-void mdGraph::ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& model, const DeviceContext& device,
-                              Graph& graph) {
+void mdGraph::ApplyGraphStyle(const ApplicationSettings& settings, const ResultModel& model,
+                              const DeviceContext& device, Graph& graph) {
+    const GraphDefaults& defaults = settings.Graph;
     clsPlot& plot = graph.Plot;
     plot.GraphTitleFont = fontOf(defaults.GraphFonts[0]);
     // Each axis a font of its own: a style file may change that of one.
@@ -60,9 +74,18 @@ void mdGraph::ApplyGraphStyle(const GraphDefaults& defaults, const ResultModel& 
     plot.SetScaleLabelFont(clsPlot::ScaleBoth, fontOf(defaults.GraphFonts[1]));
     plot.SetGridDraw(clsPlot::ScaleBoth, defaults.PlotGrid);
     plot.SetScaleDraw(clsPlot::ScaleBoth, defaults.PlotScale);
+    plot.ScaleMask = scaleMask(settings);
     plot.GraphTitlePos = 1;
     setTexts(defaults, GraphMacros(graph, model), graph);
     const double tenthOfMillimetre = double(mdTips::UnitsPerMillimetre(device)) * 0.1;
     plot.DotSize = Round(tenthOfMillimetre * defaults.DotSize);
     styleSeries(plot, defaults.LegendStyles, Round(tenthOfMillimetre * defaults.LineSize));
+}
+
+void mdGraph::DrawGraph(DeviceContext& device, const GraphDefaults& defaults, Graph& graph) {
+    clsPlot& plot = graph.Plot;
+    plot.SetDrawArea(0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes));
+    plot.EndPaint = [&](DeviceContext& target) { DrawGraphLegend(target, plot, defaults); };
+    const auto forget = qScopeGuard([&plot] { plot.EndPaint = {}; });
+    plot.Redraw(&device, nullptr);
 }

@@ -1,0 +1,46 @@
+// Graphs of what is picked, and the way back from a point of a graph.
+#include "app/windows/ShowMessage.h"
+#include "mainwin/ctlScene.h"
+#include "mainwin/frmMain.h"
+#include "mainwin/globals.h"
+#include "plot/windows/frmGraph.h"
+#include "view/scene/Session.h"
+
+#include <QLabel>
+
+using mdApplication::Current;
+using mdApplication::Model;
+using mdApplication::Settings;
+
+void frmMain::createDistribution() {
+    createGraphFromSelection(GraphType::Distribution);
+}
+
+void frmMain::createHistory() {
+    createGraphFromSelection(GraphType::History);
+}
+
+void frmMain::createGraphFromSelection(int graphType) {
+    if (const auto question = mdGraph::GraphRequest(Selection.Count()))
+        if (mdApplication::ShowMessage(question->Text, question->Flags) != MessageAnswer::Yes)
+            return;
+    auto graph =
+        std::make_unique<frmGraph>(this, Model, Settings, [this](const QString& text) { panels[0]->setText(text); });
+    if (!graph->Initialize(graphType, Selection)) {
+        Tell(u"グラフの作成を中止しました。"_s);
+        return;
+    }
+    connect(graph.get(), &frmGraph::PointChosen, this, &frmMain::showGraphPoint);
+    connect(scene, &ctlScene::Painted, graph.get(), &frmGraph::StepChanged);
+    // Closing it destroys it.
+    graph.release()->show();
+}
+
+void frmMain::showGraphPoint(int step, int objectType, int object) {
+    if (Current.SlideShow.SlideShowRunning || LongWork::IsRunning())
+        return;
+    Selection.Clear();
+    Selection.Add(object, objectType);
+    Current.LoadStep(step, Model.CurrentItem);
+    repaint();
+}

@@ -1,0 +1,34 @@
+#include "platform/widgets/LongPaint.h"
+
+#include "platform/base/Literals.h"
+#include "platform/raster/RasterDevice.h"
+#include "platform/widgets/PictureBox.h"
+
+LongPaint::Outcome LongPaint::Paint(const std::function<void(DeviceContext&)>& draw) {
+    // Only a new size can ask for a paint while one goes on, and it wants the last word.
+    again = true;
+    if (painting)
+        return Outcome::Later;
+    painting = true;
+    bool whole = true;
+    while (whole && std::exchange(again, false))
+        whole = paintSheet(draw);
+    painting = again = false;
+    if (!whole)
+        return Outcome::Stopped;
+    box.ShowSheet();
+    return Outcome::Shown;
+}
+
+bool LongPaint::paintSheet(const std::function<void(DeviceContext&)>& draw) {
+    LongWork work(u"描画中... (Esc で中止)"_s, show);
+    RasterDevice device(box.BlankSheet(), box.DotsPerInch());
+    return work.Run([&](const LongWork::Progress& progress) {
+        device.GoesOn = [&progress] { return progress(0, 0); };
+        try {
+            draw(device);
+        } catch (const DrawingStopped&) {
+            // Run tells.
+        }
+    });
+}

@@ -1,0 +1,33 @@
+// Pictures of a box that may take long to paint: each is painted on a sheet by another thread and takes the place of
+// the one before when it is whole. Knows nothing of what is painted.
+#pragma once
+
+#include "platform/widgets/LongWork.h"
+
+class DeviceContext;
+class PictureBox;
+
+class LongPaint {
+public:
+    enum class Outcome {
+        Shown,
+        Stopped, ///< by the user; the picture is still the one before
+        Later    ///< one goes on already, and paints once more at its end
+    };
+
+    /// `show` is told the progress as by `LongWork`.
+    LongPaint(PictureBox& pictureBox, std::function<void(const QString&)> showProgress)
+        : box(pictureBox), show(std::move(showProgress)) {}
+
+    /// Paints a picture of the box's size by `draw`, which is called on another thread, and again when the size changes
+    /// meanwhile.
+    Outcome Paint(const std::function<void(DeviceContext&)>& draw);
+    bool IsRunning() const { return painting; }
+
+private:
+    bool paintSheet(const std::function<void(DeviceContext&)>& draw);
+
+    PictureBox& box;
+    std::function<void(const QString&)> show;
+    bool painting = false, again = false;
+};
