@@ -34,7 +34,7 @@ struct PageLabel {
 };
 
 struct PageSettings {
-    QString Printer;                               ///< empty when the machine has none
+    QString Printer;                               ///< empty: the system's default
     int Orientation = 2;                           ///< 1 portrait, 2 landscape
     int PaperSize = 9;                             ///< printer paper code
     std::array<int, 4> Margin{200, 200, 200, 200}; ///< left, top, right, bottom
@@ -42,6 +42,8 @@ struct PageSettings {
     int FrameSize = 3;
     int LabelCount = 0;
     QList<PageLabel> Labels;
+    double ScaleDenominator = 0; ///< N of a page at 1:N; 0 when the model is fitted to the page
+    int ScaleUnit = 0;           ///< of the model's coordinates: 0 millimetres, 1 centimetres, 2 metres
     bool operator==(const PageSettings&) const = default;
 };
 

@@ -59,7 +59,7 @@ bool TakeLine(QStringView& text, QStringView& line);
 bool ReadKeyValueLine(QStringView& text, KeyValue& record, const QString& comment = {});
 
 /// Replaces each macro throughout `text`, one after the other: a value may hold a macro that comes later. A macro that
-/// would lengthen the text beyond 65536 characters stays as it is.
+/// would make the text longer than it was by more than 65536 characters stays as it is.
 QString ExpandLabelMacros(const QString& text, const LabelMacros& macros);
 
 /// The longest number at the front of `text`, blanks anywhere in it passed over: "1 2.5e3x" is 12500. The point is

@@ -10,7 +10,7 @@
 #include <string>
 
 namespace {
-constexpr qsizetype longestLabel = 65536;
+constexpr qsizetype mostGrowth = 65536;
 
 bool separatesFields(QChar c) {
     return c == u' ' || c == u'\u3000' || c == u',' || c == u'\t' || c == u'\n' || c == u'\r';
@@ -163,7 +163,7 @@ QString mdTips::ExpandLabelMacros(const QString& text, const LabelMacros& macros
     for (const auto& [key, value] : macros) {
         // A short text can name a long value often, and that value a further one.
         const qsizetype growth = key.isEmpty() ? 0 : expanded.count(key) * (value.size() - key.size());
-        if (!key.isEmpty() && expanded.size() + growth <= std::max(expanded.size(), longestLabel))
+        if (!key.isEmpty() && expanded.size() + growth <= std::max(expanded.size(), text.size() + mostGrowth))
             expanded.replace(key, value);
     }
     return expanded;

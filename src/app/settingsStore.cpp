@@ -4,6 +4,7 @@
 #include "app/mdTips.h"
 #include "app/settingsTable.h"
 
+#include <QLocale>
 #include <QtEndian>
 
 namespace settingsStore {
@@ -54,6 +55,10 @@ struct Taker {
         if (const auto number = integerFrom(Value))
             *field = std::clamp(*number, Least, Most);
     }
+    void operator()(double* field) const {
+        if (const auto number = numberFrom(Value))
+            *field = std::clamp<double>(*number, Least, Most);
+    }
     void operator()(ColorRef* field) const { *field = ColorRef(integerFrom(Value).value_or(int(*field))); }
     void operator()(QString* field) const {
         if (Value.typeId() == QMetaType::QString || Value.typeId() == QMetaType::Int)
@@ -75,6 +80,9 @@ struct Writer {
     void operator()(const bool* field) const { number(*field ? True : 0); }
     void operator()(const std::int32_t* field) const { number(*field); }
     void operator()(const ColorRef* field) const { number(int(*field)); }
+    void operator()(const double* field) const {
+        Key.SetRegValue(Name, Registry::REG_SZ, QString::number(*field, 'g', QLocale::FloatingPointShortest));
+    }
     void operator()(const QString* field) const { Key.SetRegValue(Name, Registry::REG_SZ, *field); }
     void operator()(const Words& field) const { Key.SetRegValue(Name, Registry::REG_BINARY, bytesOf(field)); }
     void operator()(std::int32_t value) const { number(value); }

@@ -15,6 +15,9 @@ Field fieldOf(std::int32_t& field) {
 Field fieldOf(ColorRef& field) {
     return &field;
 }
+Field fieldOf(double& field) {
+    return &field;
+}
 Field fieldOf(QString& field) {
     return &field;
 }
@@ -88,6 +91,8 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"SS Header Time", in<slides, &SlideShowSettings::HeaderTime>},
     {u"SS Header Contour", in<slides, &SlideShowSettings::HeaderContour>},
     {u"SS Header Vector", in<slides, &SlideShowSettings::HeaderVector>},
+    {u"Scale Denominator", in<page, &PageSettings::ScaleDenominator>, 0},
+    {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
 };
 
 constexpr Row<GraphDefaults> graph[] = {

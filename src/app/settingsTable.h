@@ -16,9 +16,9 @@ struct Words {
     int Count = 0;
 };
 
-/// Where a value goes and comes from. Its kind decides the type: numbers and booleans are `REG_DWORD`, text is
-/// `REG_SZ`, words are `REG_BINARY`. A plain number is only written.
-using Field = std::variant<bool*, std::int32_t*, ColorRef*, QString*, Words, std::int32_t>;
+/// Where a value goes and comes from. Its kind decides the type: numbers and booleans are `REG_DWORD`, text and
+/// reals are `REG_SZ`, words are `REG_BINARY`. A plain number is only written.
+using Field = std::variant<bool*, std::int32_t*, ColorRef*, double*, QString*, Words, std::int32_t>;
 
 template<class Record>
 struct Row {

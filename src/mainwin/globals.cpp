@@ -1,6 +1,7 @@
 #include "mainwin/globals.h"
 
 #include "mainwin/frmMain.h"
+#include "platform/widgets/SystemPrinters.h"
 #include "view/scene/Session.h"
 
 namespace mdApplication {
@@ -8,6 +9,7 @@ namespace mdApplication {
 Session Current;
 ResultModel& Model = Current.Model;
 ApplicationSettings& Settings = Current.Settings;
+std::unique_ptr<Printers> InstalledPrinters = std::make_unique<SystemPrinters>();
 
 frmMain* MainWindow() {
     return frmMain::Instance();

@@ -2,6 +2,9 @@
 // for them; all else takes what it works on as a parameter.
 #pragma once
 
+#include <memory>
+
+class Printers;
 class frmMain;
 class Session;
 struct ApplicationSettings;
@@ -11,6 +14,9 @@ namespace mdApplication {
 extern Session Current;
 extern ResultModel& Model;            ///< the open result file, of `Current`
 extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
+
+/// What there is to print on; a test puts its own list here.
+extern std::unique_ptr<Printers> InstalledPrinters;
 
 /// Null before the entry procedure has made the main window and after it has gone.
 frmMain* MainWindow();

@@ -74,7 +74,12 @@ enum class DeviceCaps : int {
     HorzRes = 8,     ///< width in device units
     VertRes = 10,    ///< height in device units
     LogPixelsX = 88, ///< dots per inch across
-    LogPixelsY = 90  ///< dots per inch down
+    LogPixelsY = 90, ///< dots per inch down
+    // Of the sheet in a printer; 0 on what has none.
+    PhysicalWidth = 110,
+    PhysicalHeight = 111,
+    PhysicalOffsetX = 112, ///< where on the sheet the device's origin lies
+    PhysicalOffsetY = 113
 };
 
 /// Raster modes for `SetRop2`.

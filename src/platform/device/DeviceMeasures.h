@@ -13,6 +13,9 @@ struct DeviceMeasures {
     int Height = 0;
     int DotsPerInchX = 96;
     int DotsPerInchY = 96;
+    /// The sheet on which the device lies, and where; without a sheet all 0.
+    int SheetWidth = 0, SheetHeight = 0;
+    int OffsetX = 0, OffsetY = 0;
 
     /// What a clip leaves of the device; empty, and at the origin, when it leaves nothing.
     DeviceRect Visible(const std::optional<DeviceRect>& clip) const {
@@ -42,6 +45,14 @@ struct DeviceMeasures {
             return DotsPerInchX;
         case DeviceCaps::LogPixelsY:
             return DotsPerInchY;
+        case DeviceCaps::PhysicalWidth:
+            return SheetWidth;
+        case DeviceCaps::PhysicalHeight:
+            return SheetHeight;
+        case DeviceCaps::PhysicalOffsetX:
+            return OffsetX;
+        case DeviceCaps::PhysicalOffsetY:
+            return OffsetY;
         }
         return 0;
     }

@@ -49,10 +49,10 @@ QBrush qBrush(const Brush& brush) {
 
 } // namespace
 
-PainterDevice::PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY)
-    : StatefulDevice({width, height, std::max(1, dotsPerInchX), std::max(1, dotsPerInchY)}), painter(activePainter) {
+PainterDevice::PainterDevice(QPainter& activePainter, const DeviceMeasures& given)
+    : StatefulDevice(given), painter(activePainter) {
     painter.save();
-    painter.translate(0.5, 0.5);
+    painter.translate(given.OffsetX + 0.5, given.OffsetY + 0.5);
 }
 
 PainterDevice::~PainterDevice() {

@@ -22,7 +22,8 @@
 /// aside the painter's own.
 class PainterDevice final : public StatefulDevice {
 public:
-    PainterDevice(QPainter& activePainter, int width, int height, int dotsPerInchX, int dotsPerInchY);
+    /// With a sheet, the painter's origin is the sheet's corner.
+    PainterDevice(QPainter& activePainter, const DeviceMeasures& given);
     ~PainterDevice() override;
     /// Draws what has been collected and leaves the painter as it was found; nothing may be drawn afterwards. The
     /// device does it by itself when it goes, but can't tell then that there was no memory.

@@ -11,6 +11,7 @@
 class TraceDevice final : public StatefulDevice {
 public:
     TraceDevice(int width, int height, int dotsPerInch = 96);
+    explicit TraceDevice(const DeviceMeasures& given) : StatefulDevice(given) {}
 
     /// All lines so far, each ended by a line feed. Throws std::bad_alloc when the memory did not hold them.
     const QByteArray& Trace() const { return trace.Whole(); }

@@ -2,6 +2,7 @@
 
 #include "platform/base/WholeFile.h"
 #include "platform/device/PainterDevice.h"
+#include "platform/device/PlotPrinter.h"
 #include "platform/device/SvgDevice.h"
 #include "platform/device/TraceDevice.h"
 
@@ -41,6 +42,32 @@ struct Units {
     }
     int Width, Height, PerInch;
 };
+
+constexpr double pointsPerInch = 72;
+
+PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QString& title, const Paint& paint) {
+    DocumentOutput output;
+    output.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    auto writer = std::make_unique<QPdfWriter>(&output);
+    writer->setResolution(measures.DotsPerInchX);
+    writer->setPageMargins({0, 0, 0, 0});
+    writer->setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer->setTitle(title);
+    writer->setCreator(u"Velorin"_s);
+    auto painter = std::make_unique<QPainter>(writer.get());
+    try {
+        PainterDevice device(*painter, measures);
+        paint(device);
+        device.Finish();
+        painter->end();
+    } catch (const std::bad_alloc&) {
+        // They would write the document's end as they go, and end the program when there is no memory for that either.
+        (void)painter.release();
+        (void)writer.release();
+        throw;
+    }
+    return asItIs(output.Whole());
+}
 } // namespace
 
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
@@ -52,29 +79,14 @@ PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
 
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
-    DocumentOutput output;
-    output.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    auto writer = std::make_unique<QPdfWriter>(&output);
-    writer->setResolution(units.PerInch);
-    writer->setPageMargins({0, 0, 0, 0});
-    constexpr double pointsPerInch = 72;
-    writer->setPageSize(QPageSize(QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch, QPageSize::Point,
-                                  QString(), QPageSize::ExactMatch));
-    writer->setTitle(file.Title);
-    writer->setCreator(u"Velorin"_s);
-    auto painter = std::make_unique<QPainter>(writer.get());
-    try {
-        PainterDevice device(*painter, units.Width, units.Height, units.PerInch, units.PerInch);
-        paint(device);
-        device.Finish();
-        painter->end();
-    } catch (const std::bad_alloc&) {
-        // They would write the document's end as they go, and end the program when there is no memory for that either.
-        (void)painter.release();
-        (void)writer.release();
-        throw;
-    }
-    return asItIs(output.Whole());
+    const QSizeF points = QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch;
+    return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint);
+}
+
+PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint) {
+    constexpr double pointsPerMm = pointsPerInch / 25.4;
+    const QSizeF points = QSizeF(printer.PaperWidthMm(), printer.PaperHeightMm()) * pointsPerMm;
+    return pdfOf(points, printer.Measures(), title, paint);
 }
 
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint) {

@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <functional>
 
+class PlotPrinter;
+
 /// The picture in a file and what stands there about it.
 struct PictureFile {
     QString Title; ///< told in SVG and PDF
@@ -35,4 +37,6 @@ using PictureFormat = PictureEncoding (*)(const PictureFile&, const Paint&);
 
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint);
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint);
+/// The sheet of a printer, painted on a device of its measures.
+PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint);
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint);

@@ -13,7 +13,7 @@ TEST(PainterDevice, LinesOfOnePenAreOneRun) {
         image.fill(1);
         {
             QPainter painter(&image);
-            PainterDevice device(painter, 8, 6, 96, 96);
+            PainterDevice device(painter, {8, 6, 96, 96});
             device.SelectPen({PenStyle::Dot, 1, 0});
             device.LineTo({2, 0});
             const Pen dots = device.SelectPen(stockPen(Stock::NullPen));
@@ -37,7 +37,7 @@ TEST(PainterDevice, TextAndHatchesStayVectors) {
         QPdfWriter writer(&buffer);
         writer.setResolution(600);
         QPainter painter(&writer);
-        PainterDevice device(painter, 4000, 6000, 600, 600);
+        PainterDevice device(painter, {4000, 6000, 600, 600});
         device.SelectFont({.Height = 150, .Escapement = 900, .Face = u"ＭＳ Ｐゴシック"_s});
         for (int hatch = -1; hatch < 6; ++hatch) {
             device.SelectBrush({makeColor(0, 200, 0), hatch});

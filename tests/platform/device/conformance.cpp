@@ -36,7 +36,7 @@ struct Kind {
                    {"painter", true,
                     [](QImage& image, const Drawing& draw) {
                         QPainter painter(&image);
-                        PainterDevice device(painter, image.width(), image.height(), 96, 96);
+                        PainterDevice device(painter, {image.width(), image.height(), 96, 96});
                         draw(device);
                     }},
                    {"svg", false, [](QImage& image, const Drawing& draw) {
@@ -207,7 +207,7 @@ TEST(Devices, AnswerAlike) {
     QPainter painter(&image);
     TraceDevice trace(205, 104, 254);
     RasterDevice raster(image, 254);
-    PainterDevice vector(painter, 205, 104, 254, 254);
+    PainterDevice vector(painter, {205, 104, 254, 254});
     SvgDevice svg(205, 104, 254);
     const std::pair<const char*, DeviceContext*> devices[] = {
         {"trace", &trace}, {"raster", &raster}, {"painter", &vector}, {"svg", &svg}};
