@@ -33,7 +33,8 @@ QByteArray exported() {
 ApplicationSettings changed() {
     ApplicationSettings s;
     s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s};
-    s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}}, 2.5, 2};
+    s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}},
+              2.5,       2};
     s.Style.LineStyles = {LineStyle{2, 3, 4}, {5, 1, 6}, {7, 2, 8}, {9, 4, 0xffffff}};
     s.Style.FontStrings = {u"a"_s, u"b"_s, u"c"_s, u"d"_s};
     s.Style.RealFormat = u"0.0E+00"_s;
