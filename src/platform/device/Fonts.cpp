@@ -122,6 +122,18 @@ void InstallSubstitutions() {
     });
 }
 
+const QStringList& Faces() {
+    static const QStringList faces = [] {
+        QStringList all = QFontDatabase::families();
+        for (const StandIn& standIn : standIns)
+            all += standIn.Face.toString();
+        all.sort(Qt::CaseInsensitive);
+        all.removeDuplicates();
+        return all;
+    }();
+    return faces;
+}
+
 QFont ToQFont(const Font& font) {
     // Only the sizes are kept: a QFont shared by threads would race for the engine that it keeps inside.
     static std::mutex guard;

@@ -4,6 +4,7 @@
 #include "platform/base/NativePath.h"
 #include "platform/widgets/FormSupport.h"
 #include "platform/widgets/PictureBox.h"
+#include "plot/windows/frmGraphSetting.h"
 #include "view/clsMouse.h"
 
 #include <QAction>
@@ -60,7 +61,7 @@ void frmGraph::buildControls() {
     addCommand("copy", tr("テキストコピー"), QKeySequence(u"Ctrl+C"_s), &frmGraph::copyText);
     addCommand("image", tr("イメージコピー"), QKeySequence(u"Ctrl+Shift+C"_s), &frmGraph::copyImage);
     tbGeneral->addSeparator();
-    addCommand("style", tr("グラフスタイル設定"), QKeySequence(u"Ctrl+T"_s), nullptr);
+    addCommand("style", tr("グラフスタイル設定"), QKeySequence(u"Ctrl+T"_s), &frmGraph::showSettings);
     legendButton = addCommand("legend", tr("系列表示設定"), QKeySequence(u"Ctrl+L"_s), &frmGraph::toggleLegend);
     legendButton->setCheckable(true);
 
@@ -206,6 +207,17 @@ void frmGraph::redrawGraph() {
         return;
     painted = outcome == LongPaint::Outcome::Shown;
     picScreen->RefreshLayer();
+}
+
+void frmGraph::showSettings() {
+    mdApplication::LowerGraphWindows(true);
+    frmGraphSetting dialog(this, settings.Graph);
+    dialog.exec();
+    mdApplication::LowerGraphWindows(false);
+    if (!dialog.Result)
+        return;
+    mdApplication::NotifyGraphLayoutChanged(this);
+    LayoutChanged();
 }
 
 void frmGraph::resizeEvent(QResizeEvent* event) {

@@ -61,6 +61,7 @@ private:
     void closeLegend();
     void placeLegend();
     void redrawGraph();
+    void showSettings();
 
     // frmGraphFiles.cpp
     void save();
