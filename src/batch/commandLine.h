@@ -31,6 +31,7 @@ Status RunInfo(const QStringList& arguments, const Streams& streams);
 Status RunMesh(const QStringList& arguments, const Streams& streams);
 Status RunValues(const QStringList& arguments, const Streams& streams);
 Status RunRender(const QStringList& arguments, const Streams& streams);
+Status RunPage(const QStringList& arguments, const Streams& streams);
 Status RunGraph(const QStringList& arguments, const Streams& streams);
 Status RunRegistry(const QStringList& arguments, const Streams& streams);
 

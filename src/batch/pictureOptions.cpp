@@ -35,9 +35,20 @@ void DeclarePictureOptions(Options& options) {
                   u"Fonts, number format, line styles and graph defaults of an exported registry file."_s);
 }
 
+std::optional<int> DotsPerInchFrom(const Options& options) {
+    return options.Integer(u"dpi"_s, 1, mostDotsPerInch);
+}
+
+void RequirePictureSize(DeviceSize pixels) {
+    if (std::min(pixels.Width, pixels.Height) < 1 || std::max(pixels.Width, pixels.Height) > mostPixelsAcross)
+        throw Stop{WrongUsage, u"the picture would have %1 x %2 pixels; 1 to %3 are possible"_s.arg(pixels.Width)
+                                   .arg(pixels.Height)
+                                   .arg(mostPixelsAcross)};
+}
+
 PictureFile PictureFileFrom(const Options& options) {
     PictureFile file{.Title = NativePath::Shown(QFileInfo(options.Operand()).fileName())};
-    file.DotsPerInch = options.Integer(u"dpi"_s, 1, mostDotsPerInch);
+    file.DotsPerInch = DotsPerInchFrom(options);
     if (options.IsSet(u"size"_s))
         file.Size = parseSize(options.Text(u"size"_s));
     return file;

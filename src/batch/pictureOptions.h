@@ -12,6 +12,12 @@ namespace batch {
 /// Declares `--size`, `--dpi` and `--settings`.
 void DeclarePictureOptions(Options& options);
 
+/// `--dpi`, if it is given.
+std::optional<int> DotsPerInchFrom(const Options& options);
+
+/// Stops the command when no picture may be as large.
+void RequirePictureSize(DeviceSize pixels);
+
 /// A picture by `--size` and `--dpi` of a command whose result file gives it the title.
 PictureFile PictureFileFrom(const Options& options);
 

@@ -4,7 +4,19 @@
 
 namespace {
 constexpr double mmPerInch = 25.4;
+
+/// With which all of `window` has room in `document`.
+double fittingScale(const PlotRect& window, const PlotDocument& document) {
+    const double width = std::abs(double(window.Width()));
+    const double height = std::abs(double(window.Height()));
+    const double acrossScale = width > 0 ? document.DeviceWidth() / width : 0;
+    const double downScale = height > 0 ? document.DeviceHeight() / height : 0;
+    // A world without extent in one direction is fitted by the other; without any it is drawn at one to one.
+    const double scale =
+        acrossScale > 0 && downScale > 0 ? std::min(acrossScale, downScale) : std::max(acrossScale, downScale);
+    return scale > 0 && std::isfinite(scale) ? scale : 1;
 }
+} // namespace
 
 void PlotRect::MoveTo(float newLeft, float newTop) {
     left = newLeft;
@@ -81,14 +93,7 @@ double DocumentPlotter::scaleFor(const PlotDocument& document) {
     const bool sameView = window.Width() == keptWidth && window.Height() == keptHeight;
     if (scaleMode == PlotScaleMode::Fixed && !refit && sameView && keptScale > 0)
         return keptScale;
-    const double width = std::abs(double(window.Width()));
-    const double height = std::abs(double(window.Height()));
-    const double acrossScale = width > 0 ? document.DeviceWidth() / width : 0;
-    const double downScale = height > 0 ? document.DeviceHeight() / height : 0;
-    // A world without extent in one direction is fitted by the other; without any it is drawn at one to one.
-    keptScale = acrossScale > 0 && downScale > 0 ? std::min(acrossScale, downScale) : std::max(acrossScale, downScale);
-    if (!(keptScale > 0) || !std::isfinite(keptScale))
-        keptScale = 1;
+    keptScale = fittingScale(window, document);
     keptWidth = window.Width();
     keptHeight = window.Height();
     return keptScale;
@@ -104,4 +109,26 @@ void DocumentPlotter::Draw(DeviceContext& device) {
         return;
     PlotCanvas canvas(device, device, window, document, PlotConverter(window, document, scaleFor(document), device));
     events.Painting(canvas);
+}
+
+std::optional<PlotPrinter> DocumentPlotter::OpenPrinter(const QString& name, int orientation, int paperSize) const {
+    return printers ? printers->Open(name, orientation, paperSize) : std::nullopt;
+}
+
+void DocumentPlotter::DrawPage(DeviceContext& device, const PlotPrinter& printer) const {
+    if (!events.Printing)
+        return;
+    const auto [left, top, right, bottom] = printer.DocumentRect();
+    const PlotDocument document{left, top, right, bottom};
+    const PlotRect bounds = events.Bounds ? events.Bounds() : window;
+    const double trueScale = paperScale * printer.DotsPerInch() / mmPerInch;
+    const double scale = trueScale > 0 && std::isfinite(trueScale) ? trueScale : fittingScale(bounds, document);
+    PlotCanvas canvas(device, device, bounds, document, PlotConverter(bounds, document, scale, device));
+    events.Printing(canvas);
+}
+
+PrintResult DocumentPlotter::PrintDocument(const PlotPrinter& printer, const QString& title) const {
+    if (!printers)
+        return {PrintResult::Refused, printer.DeviceName()};
+    return printers->Print(printer, title, [&](DeviceContext& device) { DrawPage(device, printer); });
 }

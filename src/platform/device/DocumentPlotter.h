@@ -4,6 +4,7 @@
 
 #include "platform/base/Rounding.h"
 #include "platform/device/DeviceContext.h"
+#include "platform/device/Printers.h"
 
 #include <functional>
 
@@ -106,6 +107,7 @@ struct PlotEvents {
     std::function<PlotRect()> Bounds; ///< the world rectangle to show
     std::function<void(PlotCanvas&)> Painting;
     std::function<bool()> Update; ///< true once when something new is to be shown, which is then fitted anew
+    std::function<void(PlotCanvas&)> Printing = {}; ///< on a canvas whose document is the one inside the margins
 };
 
 /// How the scale follows the size of the device.
@@ -131,6 +133,21 @@ public:
     /// Asks for the bounds and has the picture painted on `device`.
     void Draw(DeviceContext& device);
 
+    /// What `OpenPrinter` and `PrintDocument` go by, without which there is no printer; must outlive the plotter.
+    void SetPrinters(Printers* list) { printers = list; }
+    /// The printer with such a sheet in it, the default one for an empty name; nothing when it can't be had.
+    std::optional<PlotPrinter> OpenPrinter(const QString& name, int orientation, int paperSize) const;
+    /// Millimetres on paper for a unit of the world, by which pages are drawn. With 0 the bounds are fitted into the
+    /// document.
+    void SetPaperScale(double millimetres) { paperScale = millimetres; }
+    /// Has the page of a printer painted on `device`, which has the printer's measures: that of a job, a preview or a
+    /// file. Nothing that the pictures of `Draw` go by changes.
+    void DrawPage(DeviceContext& device, const PlotPrinter& printer) const;
+    /// The same on a preview of the sheet.
+    void DrawPreview(DeviceContext& preview, const PlotPrinter& printer) const { DrawPage(preview, printer); }
+    /// Prints a page; `title` is what the job and its document are called.
+    PrintResult PrintDocument(const PlotPrinter& printer, const QString& title) const;
+
 private:
     double scaleFor(const PlotDocument& document);
 
@@ -138,6 +155,8 @@ private:
     PlotEvents events;
     PlotDocument viewport;
     PlotRect window;
+    Printers* printers = nullptr;
+    double paperScale = 0;
     PlotScaleMode scaleMode = PlotScaleMode::Fixed;
     bool headless = false;
     double keptScale = 0; ///< of the latest fit; 0 before the first

@@ -1,6 +1,5 @@
 #include "platform/device/PainterDevice.h"
 
-#include "platform/device/Fonts.h"
 #include "platform/device/Rings.h"
 #include "platform/device/VectorRules.h"
 
@@ -84,11 +83,8 @@ const QPen& PainterDevice::outlinePen() {
     return keptPen.For(state.LinePen, [this] { return qPen(state.LinePen); });
 }
 
-const PainterDevice::TextTools& PainterDevice::textTools() const {
-    return keptText.For(state.TextFont, [this] {
-        const QFont face = Fonts::ToQFont(state.TextFont);
-        return TextTools{face, QFontMetricsF(face, painter.device())};
-    });
+const VectorText& PainterDevice::font() const {
+    return keptText.For(state.TextFont, [this] { return VectorText(state.TextFont, painter.device()); });
 }
 
 void PainterDevice::LineTo(DevicePoint point) {
@@ -202,22 +198,10 @@ void PainterDevice::Text(DevicePoint leftTop, const QString& text) {
         return;
     flushLines();
     enterClip();
-    const qreal ascent = textTools().Metrics.ascent();
     const QPointF corner = qPoint(leftTop) - QPointF(0.5, 0.5);
-    painter.setFont(textTools().Face);
-    painter.setPen(qColor(state.TextColor));
-    if (state.TextFont.Escapement == 0) {
-        painter.drawText(corner + QPointF(0, ascent), Printable(text));
-        return;
-    }
-    const QTransform upright = painter.transform();
-    painter.translate(corner);
-    painter.rotate(-state.TextFont.Escapement / 10.0);
-    painter.drawText(QPointF(0, ascent), Printable(text));
-    painter.setTransform(upright);
+    font().Draw(painter, corner, state.TextFont.Escapement, state.TextColor, text);
 }
 
 DeviceSize PainterDevice::MeasureText(const QString& text) const {
-    const QFontMetricsF& metrics = textTools().Metrics;
-    return {qRound(metrics.horizontalAdvance(Printable(text))), qRound(metrics.ascent() + metrics.descent())};
+    return font().Measure(text);
 }

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "platform/device/DeviceState.h"
+#include "platform/device/VectorText.h"
 
 #include <QBrush>
-#include <QFontMetricsF>
 #include <QPainterPath>
 #include <QPen>
 #include <QPolygonF>
@@ -45,23 +45,18 @@ public:
     DeviceSize MeasureText(const QString& text) const override;
 
 private:
-    struct TextTools {
-        QFont Face;
-        QFontMetricsF Metrics;
-    };
-
     void addLine(DevicePoint from, DevicePoint to);
     void flushLines();
     void startFigure();
     void enterClip();
     const QPen& outlinePen();
-    const TextTools& textTools() const;
+    const VectorText& font() const;
 
     QPainter& painter;
     std::optional<DeviceRect> enteredClip; ///< the painter's
     Kept<Pen, QPen> keptPen;
     Kept<Brush, QBrush> keptBrush;
-    mutable Kept<Font, TextTools> keptText;
+    mutable Kept<Font, VectorText> keptText;
     QPainterPath lines; ///< held back, to be drawn in `linesPen` under `enteredClip`
     Pen linesPen;
     DevicePoint linesEnd;

@@ -15,7 +15,12 @@ Session::Session() {
                               else
                                   mdScene::PaintScene(canvas, false, CurrentScene());
                           },
-                          [this] { return std::exchange(View.RefitPending, false); }});
+                          [this] { return std::exchange(View.RefitPending, false); },
+                          [this](PlotCanvas& canvas) {
+                              ViewState onPaper;
+                              if (Printing)
+                                  Printing(canvas, {Model, Settings, onPaper, SlideShow});
+                          }});
 }
 
 bool Session::IsOpen() const {

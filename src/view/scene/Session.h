@@ -20,6 +20,8 @@ public:
     SlideShowRun SlideShow;
     /// Headless and in automatic scale until its owner says otherwise.
     DocumentPlotter Plotter;
+    /// What the plotter's pages show; without it they are empty. The positions of the picture stay what they are.
+    Painter Printing;
 
     bool IsOpen() const;
     /// Reads a result file and takes it up. False, with everything as it was, when it can't be used or `progress` says
