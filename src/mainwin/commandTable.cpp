@@ -32,7 +32,7 @@ const CommandRow commandTable::commands[] = {
     {u"miFileSaveLayout", 1200, u"レイアウトの保存(&S)", u"現在の描画設定を計算結果ファイルの隣に保存します。", u"ファイル", u"Ctrl+S", Kind::Button, u"", Needs::File, &frmMain::saveLayout},
     {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, nullptr},
     {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, nullptr},
-    {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editPageLayout},
     {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showProperties},
     {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::quit},
     {u"miViewScale", 2800, u"スケールモード(&M)", u"", u"表示", u"", Kind::Popup, u"pbViewScale", Needs::File, nullptr},

@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QWindow>
+#include <new>
 
 ctlScene::ctlScene(Session& source, clsMouse& picked, QWidget* parent)
     : QWidget(parent), session(source), selection(picked) {
@@ -67,7 +68,7 @@ void ctlScene::Paint() {
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
-    emit PaintStopped();
+    emit PaintStopped(paint->WhyStopped());
 }
 
 const QImage& ctlScene::Picture() const {

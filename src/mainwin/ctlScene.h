@@ -21,8 +21,7 @@ public:
     ctlScene(Session& session, clsMouse& selection, QWidget* parent = nullptr);
     ~ctlScene() override;
 
-    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc: the picture before
-    /// then stays, and nothing can be picked in it.
+    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc.
     void Paint();
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
@@ -42,7 +41,8 @@ signals:
     void Painted();
     /// How a paint that takes long gets on; empty at its end.
     void Progress(const QString& text);
-    void PaintStopped();
+    /// The picture before stays, and nothing can be picked in it.
+    void PaintStopped(const QString& why);
     /// Zoom and scroll bars have changed; the picture follows.
     void Zoomed();
     /// The world coordinates under the mouse, as text.

@@ -101,7 +101,7 @@ void frmMain::connectEvents() {
             [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
-    connect(scene, &ctlScene::PaintStopped, this, [this] { Tell(u"描画を中止しました。"_s); });
+    connect(scene, &ctlScene::PaintStopped, this, &frmMain::Tell);
     connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
     connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });

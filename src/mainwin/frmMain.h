@@ -86,11 +86,17 @@ private:
     void createGraphFromSelection(int graphType);
     void showGraphPoint(int step, int objectType, int object);
 
+    // frmMainPage.cpp
+    void editPageLayout();
+
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
     void takeUpFile(const ResultModel& loaded);
-    void refuseFile(const QString& path);
+    /// Gives the open file up and says why.
+    void dropFile(const QString& why);
+    /// False without the memory for it; the file is then given up, since it would be half loaded.
+    bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
     void updateCaption();

@@ -78,7 +78,7 @@ void frmMain::onComboSelection(const QString& combo) {
 }
 
 void frmMain::chooseStep() {
-    Current.LoadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+    loadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
 }
 
 void frmMain::chooseVector() {
@@ -93,7 +93,7 @@ void frmMain::chooseItem() {
     // What was picked for one kind of object means nothing for another.
     if (typeOf(item) != typeOf(Model.CurrentItem))
         Selection.Clear();
-    Current.LoadStep(Model.CurrentStep, item);
+    loadStep(Model.CurrentStep, item);
 }
 
 void frmMain::applyScaleMode() {
@@ -135,7 +135,7 @@ void frmMain::editDifference() {
     if (!dialog.Result)
         return;
     dialog.Bindings().Read(difference);
-    Current.LoadStep(Model.CurrentStep, Model.CurrentItem);
+    loadStep(Model.CurrentStep, Model.CurrentItem);
     repaint();
 }
 

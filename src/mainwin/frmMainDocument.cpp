@@ -26,8 +26,11 @@
 using mdApplication::Current;
 using mdApplication::Model;
 using mdApplication::Settings;
+using mdApplication::ShowMessage;
 
 namespace {
+
+const QString noMemory = u"\r\nメモリが不足しています。"_s;
 
 enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
 
@@ -47,7 +50,7 @@ void frmMain::FirstStep(const QString& commandLine) {
     if (mdApplication::FileExists(path))
         openResultFile(path);
     else if (!path.isEmpty())
-        mdApplication::ShowMessage(u"無効なパラメータです。"_s, MessageStyle::Stop);
+        ShowMessage(u"無効なパラメータです。"_s, MessageStyle::Stop);
 }
 
 bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
@@ -68,8 +71,14 @@ void frmMain::openResultFile(const QString& path) {
     // Read into a model of its own, so that a load that is stopped leaves everything as it was.
     ResultModel loaded;
     loaded.Title = Model.Title;
-    bool stopped = false;
-    const bool good = readResultFile(path, loaded, stopped);
+    bool stopped = false, good = false;
+    try {
+        good = readResultFile(path, loaded, stopped);
+    } catch (const std::bad_alloc&) {
+        loaded = {};
+        ShowMessage(path + noMemory, MessageStyle::Stop);
+        return;
+    }
     if (stopped)
         return;
     forgetTold();
@@ -79,14 +88,15 @@ void frmMain::openResultFile(const QString& path) {
     mdApplication::UnloadGraphWindows();
     if (good)
         takeUpFile(loaded);
-    else
-        refuseFile(path);
+    else // which gives the earlier file up too
+        dropFile(path + u"\r\nファイルの形式が不正です。"_s);
 }
 
 void frmMain::takeUpFile(const ResultModel& loaded) {
     Current.TakeUp(loaded);
     const int step = Model.CurrentStep;
-    Current.LoadStep();
+    if (!loadStep(std::max(step, 0), Model.CurrentItem))
+        return;
     recentFiles.Add(Model.FileName);
     commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
     if (!isVisible())
@@ -110,12 +120,23 @@ void frmMain::tellWhatIsMissing(int step) {
     Tell(lines.join(u' '));
 }
 
-void frmMain::refuseFile(const QString& path) {
-    // A failed open gives the earlier file up too.
+bool frmMain::loadStep(int step, int item) {
+    try {
+        Current.LoadStep(step, item);
+        return true;
+    } catch (const std::bad_alloc&) {
+        const QString path = Model.FileName;
+        Model = {};
+        dropFile(path + noMemory);
+        return false;
+    }
+}
+
+void frmMain::dropFile(const QString& why) {
     mdVelorinResultModel::CloseResultFile(Model);
     updateCaption();
     updateCommandState();
-    mdApplication::ShowMessage(path + u"\r\nファイルの形式が不正です。"_s, MessageStyle::Stop);
+    ShowMessage(why, MessageStyle::Stop);
     for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
     scene->Clear();

@@ -21,16 +21,23 @@ void frmMain::createHistory() {
 }
 
 void frmMain::createGraphFromSelection(int graphType) {
-    if (const auto question = mdGraph::GraphRequest(Selection.Count()))
+    if (const auto question = mdGraph::GraphRequest(Selection.Count(), Model.StepCount))
         if (mdApplication::ShowMessage(question->Text, question->Flags) != MessageAnswer::Yes)
             return;
     auto graph =
         std::make_unique<frmGraph>(this, Model, Settings, [this](const QString& text) { panels[0]->setText(text); });
-    if (!graph->Initialize(graphType, Selection)) {
-        Tell(u"グラフの作成を中止しました。"_s);
+    try {
+        if (!graph->Initialize(graphType, Selection)) {
+            Tell(u"グラフの作成を中止しました。"_s);
+            return;
+        }
+    } catch (const std::bad_alloc&) {
+        graph.reset();
+        mdApplication::ShowMessage(u"メモリが不足しています。"_s, MessageStyle::Stop);
         return;
     }
-    connect(graph.get(), &frmGraph::PointChosen, this, &frmMain::showGraphPoint);
+    // Later, since a step that cannot be loaded takes the file and its graphs along.
+    connect(graph.get(), &frmGraph::PointChosen, this, &frmMain::showGraphPoint, Qt::QueuedConnection);
     connect(scene, &ctlScene::Painted, graph.get(), &frmGraph::StepChanged);
     // Closing it destroys it.
     graph.release()->show();
@@ -41,6 +48,6 @@ void frmMain::showGraphPoint(int step, int objectType, int object) {
         return;
     Selection.Clear();
     Selection.Add(object, objectType);
-    Current.LoadStep(step, Model.CurrentItem);
-    repaint();
+    if (loadStep(step, Model.CurrentItem))
+        repaint();
 }

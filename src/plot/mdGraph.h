@@ -46,8 +46,9 @@ struct GraphQuestion {
 
 namespace mdGraph {
 
-/// The question for a graph of `selectedCount` objects; none when there is nothing to ask.
-std::optional<GraphQuestion> GraphRequest(std::int32_t selectedCount);
+/// The question for a graph of `selectedCount` objects in `stepCount` steps; none when there is nothing to ask. More
+/// points than memory is well spent on get a refusal.
+std::optional<GraphQuestion> GraphRequest(std::int32_t selectedCount, std::int32_t stepCount);
 
 // Both take the item `CurrentItem` of the model and the steps of its file; the model stays as it is. With
 // `ApplyContour` and a reference step the values are the differences to that step. Values that a step does not have

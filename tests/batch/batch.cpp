@@ -1,6 +1,7 @@
 #include "BatchTest.h"
 
 #include "ConfigurationFolder.h"
+#include "LittleMemory.h"
 #include "OtherProgram.h"
 #include "batch/commandSupport.h"
 #include "platform/base/NativePath.h"
@@ -11,7 +12,6 @@
 #include <QFileInfo>
 #include <QImage>
 #include <limits>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -223,16 +223,13 @@ TEST_F(BatchTest, LittleMemoryEndsTheWorkAndNotTheProgram) {
                              u"values FILE --step 2 --item 1 --reference 1 --query displacement-x --json"_s,
                              u"graph FILE --type history --item 1 --nodes 1-200000 -o "_s + folder.Path(u"o.csv"_s),
                              u"render FILE --set value/disp=True --no-property -o "_s + folder.Path(u"o.trace"_s)};
-    const rlim_t pagesTaken = TestFolder::Read(u"/proc/self/statm"_s).split(' ').front().toULongLong();
-    rlimit usual{};
-    getrlimit(RLIMIT_AS, &usual);
     int stopped = 0;
     for (rlim_t mebibytes = 1; mebibytes < 24; mebibytes += 2)
         for (const QString& line : lines) {
-            const rlimit tight{pagesTaken * rlim_t(sysconf(_SC_PAGESIZE)) + (mebibytes << 20), usual.rlim_max};
-            setrlimit(RLIMIT_AS, &tight);
-            const int status = run(line);
-            setrlimit(RLIMIT_AS, &usual);
+            const int status = [&] {
+                const LittleMemory limit(mebibytes);
+                return run(line);
+            }();
             EXPECT_TRUE(status == 0 || errors == "velorin-batch: out of memory\n") << errors.constData();
             stopped += status;
         }

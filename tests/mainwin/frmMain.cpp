@@ -1,5 +1,6 @@
 #include "WindowTest.h"
 
+#include "LittleMemory.h"
 #include "app/settingsStore.h"
 #include "mainwin/windowPlace.h"
 #include "result/mdVelorinResultModel.h"
@@ -202,6 +203,29 @@ TEST_F(FrmMainTest, EscStopsAPaintAndThePictureBeforeStays) {
     QTest::mouseClick(picture, Qt::LeftButton, {}, picture->rect().center());
     EXPECT_EQ(window.Selection.Count(), 0) << "what isn't painted can't be picked";
 }
+
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(FrmMainTest, WithoutMemoryThePictureBeforeStaysAndTheNextOneComes) {
+    VrfBuilder file = twoSquares();
+    file.nodes.resize(100000);
+    for (VrfBuilder::Step& step : file.steps)
+        step.values[0].resize(file.nodes.size(), 1);
+    openFirst(folder.Write(file.Bytes()));
+    const QImage before = picture->Image().copy();
+    {
+        const LittleMemory limit;
+        trigger(u"miViewZoomIn"_s);
+    }
+    EXPECT_EQ(panel(1), u"メモリが足りないため、描画を中止しました。"_s);
+    EXPECT_EQ(picture->Image(), before);
+    trigger(u"miViewZoomOff"_s);
+    EXPECT_EQ(panel(1) + panel(4), u"100 %"_s);
+    const LittleMemory limit;
+    expectMessage(Model.FileName + u"\r\nメモリが不足しています。"_s,
+                  [this] { QTest::keyClick(&window, Qt::Key_Down); });
+    EXPECT_FALSE(window.IsOpen());
+}
+#endif
 
 TEST_F(FrmMainTest, RecentFilesAreTrueNamesTheNewestFirst) {
     RecentFiles files;

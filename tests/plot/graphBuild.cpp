@@ -152,9 +152,11 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
 }
 
 TEST(mdGraph, GraphsOfNothingOrOfManyAreAskedAbout) {
-    EXPECT_FALSE(GraphRequest(1) || GraphRequest(100));
-    EXPECT_TRUE(GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
-    EXPECT_TRUE(GraphRequest(0)->Flags == MessageStyle::Information && GraphRequest(101)->Flags == MessageStyle::Ask);
+    EXPECT_FALSE(GraphRequest(1, 9) || GraphRequest(100, 9));
+    EXPECT_TRUE(GraphRequest(101, 9)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_TRUE(GraphRequest(0, 9)->Flags == MessageStyle::Information &&
+                GraphRequest(101, 9)->Flags == MessageStyle::Ask &&
+                GraphRequest(1 << 20, 1 << 20)->Flags == MessageStyle::Stop);
 }
 
 } // namespace

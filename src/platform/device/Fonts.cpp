@@ -4,7 +4,9 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHash>
+#include <algorithm>
 #include <mutex>
+#include <new>
 
 namespace Fonts {
 namespace {
@@ -109,6 +111,13 @@ Fit fitTo(const Key& key) {
     fit.PixelSize = best;
     return fit;
 }
+
+/// Throws when there is less than the font library may take.
+void leaveRoom() {
+    constexpr std::size_t enough = 2 << 20;
+    // A new-expression might be optimised away.
+    ::operator delete(::operator new(enough));
+}
 } // namespace
 
 void InstallSubstitutions() {
@@ -134,7 +143,14 @@ const QStringList& Faces() {
     return faces;
 }
 
+void LeaveRoomFor(const QString& text) {
+    // Numbers are many, and nothing but their font is loaded for them.
+    if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }))
+        leaveRoom();
+}
+
 QFont ToQFont(const Font& font) {
+    leaveRoom();
     // Only the sizes are kept: a QFont shared by threads would race for the engine that it keeps inside.
     static std::mutex guard;
     static QHash<Key, Fit> cache;

@@ -19,6 +19,10 @@ inline constexpr int LargestHeight = 8192;
 /// The Qt font whose cell height (ascent plus descent) comes nearest to `font.Height` device units. Cached.
 QFont ToQFont(const Font& font);
 
+/// Before a text is measured or drawn: it may have the system's font library load something, which ends the program
+/// when it finds no memory. Throws std::bad_alloc when there is little left.
+void LeaveRoomFor(const QString& text);
+
 /// The families of `ToQFont`, best first, for a file that another system shows: then comes the face itself, and last
 /// what CSS calls its kind, `serif`, `monospace` or `sans-serif`.
 QStringList FamiliesFor(const Font& font);

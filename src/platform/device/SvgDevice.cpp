@@ -226,6 +226,7 @@ void SvgDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {
 void SvgDevice::Text(DevicePoint leftTop, const QString& text) {
     if (text.isEmpty())
         return;
+    Fonts::LeaveRoomFor(text);
     openGroup(textLook());
     const double x = leftTop.X - 0.5, y = leftTop.Y - 0.5;
     document += "<text" + Attribute("x", x) + Attribute("y", y + metrics().ascent()) + DecorationOf(state.TextFont);
@@ -250,5 +251,6 @@ const QFontMetricsF& SvgDevice::metrics() const {
 }
 
 DeviceSize SvgDevice::MeasureText(const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     return {qRound(metrics().horizontalAdvance(Printable(text))), qRound(metrics().ascent() + metrics().descent())};
 }

@@ -9,11 +9,13 @@ VectorText::VectorText(const Font& font, QPaintDevice* on)
     : face(Fonts::ToQFont(font)), metrics(on ? QFontMetricsF(face, on) : QFontMetricsF(face)) {}
 
 DeviceSize VectorText::Measure(const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     return {qRound(metrics.horizontalAdvance(VectorRules::Printable(text))),
             qRound(metrics.ascent() + metrics.descent())};
 }
 
 void VectorText::Draw(QPainter& painter, QPointF leftTop, int escapement, ColorRef color, const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     painter.setFont(face);
     painter.setPen(QColor(redOf(color), greenOf(color), blueOf(color)));
     const QPointF onBaseLine(0, metrics.ascent());

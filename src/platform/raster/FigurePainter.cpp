@@ -122,19 +122,51 @@ void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Boun
     }
 }
 
-void FigurePainter::polygon(std::span<const DevicePoint> points) const {
+/// Whether figures of one ink have lain on each other so often that they are drawn only where they can still be seen.
+bool FigurePainter::remembersInk(const PixelSurface& touched) {
+    constexpr int manyLayers = 8;
+    if (remembered)
+        return true;
+    const bool plain = rasterMode == RasterMode::CopyPen && !brush.Hollow && !brushInk.Pattern;
+    if (!plain || (hasPen() && !(isOneInk() && stroke.IsThinSolid())))
+        return false;
+    touchedPixels += touched.PixelCount();
+    if (touchedPixels > manyLayers * surface.PixelCount())
+        remembered.emplace(surface);
+    return remembered.has_value();
+}
+
+/// Inside and outline are put together before any pixel is touched.
+void FigurePainter::openPolygon(const PixelSurface& open, std::span<const DevicePoint> points) {
+    const int count = int(points.size());
+    FigureBits& figure = remembered->Figure;
+    figure.Begin(open);
+    figure.Fill(points, {&count, 1});
+    for (std::size_t i = 0; hasPen() && i < points.size(); ++i)
+        figure.AddLine(points[i > 0 ? i - 1 : points.size() - 1], points[i]);
+    figure.Take([&](int y, int column, std::uint64_t bits) {
+        fillBits(open, brushInk, y, column, remembered->Inked.Add(y, column, bits));
+    });
+}
+
+void FigurePainter::polygon(std::span<const DevicePoint> points) {
     const Bounds bounds(points);
-    if (points.size() < 2 || touchedPart(bounds).IsEmpty())
+    const PixelSurface touched = touchedPart(bounds);
+    if (points.size() < 2 || touched.IsEmpty())
         return;
     if ((!hasPen() || stroke.IsThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
         smallPolygon(points, bounds);
+        return;
+    }
+    if (remembersInk(touched)) {
+        remembered->Inked.ForEachOpenPart(touched, [&](const PixelSurface& open) { openPolygon(open, points); });
         return;
     }
     const int count = int(points.size());
     PolyPolygon(points, {&count, 1});
 }
 
-void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const {
+void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
     // The same figure once more changes nothing, unless the mode mixes.
     std::span<const DevicePoint> previous;
     forEachRing(points, counts, [&](std::span<const DevicePoint> corners) {

@@ -2,7 +2,11 @@
 // of painters may draw on separate surfaces of one picture at the same time.
 #pragma once
 
+#include "platform/raster/FigureBits.h"
+#include "platform/raster/InkedPixels.h"
 #include "platform/raster/Stroke.h"
+
+#include <optional>
 
 class FigurePainter {
 public:
@@ -15,8 +19,9 @@ public:
     void Polyline(std::span<const DevicePoint> points) const;
     /// One figure of several rings.
     void PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) const;
-    /// Figures of one ring each.
-    void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) const;
+    /// Figures of one ring each. What pixels they have given their ink is remembered, once that saves work: nobody else
+    /// may draw on the surface from the first call to the last.
+    void Polygons(std::span<const DevicePoint> points, std::span<const int> counts);
     /// The brush alone; left not above right, top not above bottom.
     void FillRect(const DeviceRect& rect) const;
     void Rectangles(std::span<const DeviceRect> rects) const;
@@ -40,7 +45,9 @@ private:
     /// Whether pen and brush give each pixel the same, so that they need not be told apart.
     bool isOneInk() const { return hasPen() && !brush.Hollow && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern; }
     void ring(std::span<const DevicePoint> points) const;
-    void polygon(std::span<const DevicePoint> points) const;
+    void polygon(std::span<const DevicePoint> points);
+    bool remembersInk(const PixelSurface& touched);
+    void openPolygon(const PixelSurface& open, std::span<const DevicePoint> points);
     void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
     void rectangle(const DeviceRect& rect) const;
     bool isFar(const DeviceRect& rect) const;
@@ -56,4 +63,12 @@ private:
     Stroke stroke;
     Ink penInk;
     Ink brushInk;
+    /// What polygons of one ink that are not small have drawn, once they are many.
+    struct Remembered {
+        InkedPixels Inked;
+        FigureBits Figure; ///< the one that is being drawn
+        explicit Remembered(const PixelSurface& surface) : Inked(surface), Figure(surface) {}
+    };
+    std::int64_t touchedPixels = 0; ///< by such polygons so far
+    std::optional<Remembered> remembered;
 };

@@ -21,6 +21,7 @@ struct PixelSurface {
     int Bottom = 0;
 
     bool IsEmpty() const { return Left >= Right || Top >= Bottom; }
+    std::int64_t PixelCount() const { return IsEmpty() ? 0 : (std::int64_t(Right) - Left) * (Bottom - Top); }
     /// Differences are taken unsigned: no coordinate can overflow them.
     bool Contains(DevicePoint point) const {
         return std::uint32_t(point.X) - std::uint32_t(Left) < std::uint32_t(Right - Left) &&

@@ -106,11 +106,15 @@ std::vector<PixelSurface> RasterDevice::bands(std::size_t count, std::size_t wor
 template<class Item, class Draw>
 void RasterDevice::drawShared(std::span<const Item> items, const Draw& draw) {
     if (threads == 1 || items.size() < smallestSharedWork) {
-        draw(figures());
+        FigurePainter whole = figures();
+        draw(whole);
         return;
     }
     const std::vector<PixelSurface> parts = bands(items.size(), items.size(), rowsOf(items));
-    parallelFor(int(parts.size()), [&](int i) { draw(figuresOn(parts[std::size_t(i)])); });
+    parallelFor(int(parts.size()), [&](int i) {
+        FigurePainter part = figuresOn(parts[std::size_t(i)]);
+        draw(part);
+    });
 }
 
 void RasterDevice::Polyline(std::span<const DevicePoint> points) {
@@ -133,7 +137,7 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
 }
 
 void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
-    drawShared(points, [&](const FigurePainter& part) {
+    drawShared(points, [&](FigurePainter& part) {
         auto corners = points;
         for (auto rest = completeRings(points, counts); !rest.empty();) {
             stopIfAsked();

@@ -48,6 +48,7 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
         glyphs->Draw(surface(), leftTop, text, state.TextColor);
         return;
     }
+    Fonts::LeaveRoomFor(text);
     const DeviceRect visible = measures.Visible(state.Clip);
     const bool wasOpen = textPainter.isActive();
     if (!wasOpen && !textPainter.begin(&image))
@@ -69,6 +70,7 @@ void RasterDevice::Text(DevicePoint leftTop, const QString& text) {
 }
 
 DeviceSize RasterDevice::MeasureText(const QString& text) const {
+    Fonts::LeaveRoomFor(text);
     GlyphCache* const glyphs = glyphsFor(text);
     const QFontMetrics& metrics = textTools().Metrics;
     return {glyphs ? glyphs->Advance(text) : metrics.horizontalAdvance(text), metrics.height()};

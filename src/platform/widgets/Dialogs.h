@@ -30,14 +30,27 @@ std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const
 /// The chosen colour, none after Cancel (and in a program without widgets). The dialog starts from `initial`.
 std::optional<ColorRef> ChooseColor(QWidget* parent, const QString& title, ColorRef initial);
 
+/// A font as a dialog offers it, with its colour.
+struct FontChoice {
+    QString Family;
+    double Points = 9;
+    bool Bold = false, Italic = false, Underline = false, StrikeOut = false;
+    ColorRef Color = 0;
+    bool operator==(const FontChoice&) const = default;
+};
+
+/// The chosen font, none after Cancel (and in a program without widgets). Only faces whose size can be any are offered.
+std::optional<FontChoice> ChooseFont(QWidget* parent, const QString& title, const FontChoice& initial);
+
 /// Scripted answers. Between `Start` and `Stop` nothing is shown: each question takes the next answer of its kind's
 /// form from the queue; without one it is counted as unexpected and answered as Esc would.
 namespace Testing {
-enum class Kind { MessageBox, OpenFile, SaveFile, Color };
+enum class Kind { MessageBox, OpenFile, SaveFile, Color, Font };
 
 struct Question {
     Dialogs::Testing::Kind Kind;
-    QString Text; ///< of a file dialog: the starting place; of a colour dialog: the first colour as "#rrggbb"
+    QString Text; ///< of a file dialog: the starting place; of a colour dialog: the first colour as "#rrggbb"; of a
+                  ///< font dialog: the first family
     QString Title;
     int Flags = 0;
 };
@@ -47,6 +60,7 @@ void Stop();
 void QueueAnswer(int answer);
 void QueueFile(const std::optional<QString>& path); ///< none: Cancel
 void QueueColor(std::optional<ColorRef> color);     ///< likewise
+void QueueFont(const std::optional<FontChoice>& font);
 /// Everything asked since `Start`, expected or not.
 QList<Question> Asked();
 int UnexpectedCount();

@@ -20,9 +20,23 @@ LongPaint::Outcome LongPaint::Paint(const std::function<void(DeviceContext&)>& d
     return Outcome::Shown;
 }
 
+/// False, with `whyStopped`, when the sheet is not whole.
 bool LongPaint::paintSheet(const std::function<void(DeviceContext&)>& draw) {
+    try {
+        whyStopped = u"描画を中止しました。"_s;
+        return drawSheet(draw);
+    } catch (const std::bad_alloc&) {
+        whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
+        return false;
+    }
+}
+
+bool LongPaint::drawSheet(const std::function<void(DeviceContext&)>& draw) {
     LongWork work(u"描画中... (Esc で中止)"_s, show);
-    RasterDevice device(box.BlankSheet(), box.DotsPerInch());
+    QImage& sheet = box.BlankSheet();
+    if (sheet.isNull() && !box.size().isEmpty())
+        throw std::bad_alloc();
+    RasterDevice device(sheet, box.DotsPerInch());
     return work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
         try {

@@ -11,7 +11,7 @@ class LongPaint {
 public:
     enum class Outcome {
         Shown,
-        Stopped, ///< by the user; the picture is still the one before
+        Stopped, ///< by the user or for want of memory; the picture is still the one before
         Later    ///< one goes on already, and paints once more at its end
     };
 
@@ -23,11 +23,15 @@ public:
     /// meanwhile.
     Outcome Paint(const std::function<void(DeviceContext&)>& draw);
     bool IsRunning() const { return painting; }
+    /// What to tell the user of the last one that was stopped.
+    const QString& WhyStopped() const { return whyStopped; }
 
 private:
     bool paintSheet(const std::function<void(DeviceContext&)>& draw);
+    bool drawSheet(const std::function<void(DeviceContext&)>& draw);
 
     PictureBox& box;
     std::function<void(const QString&)> show;
+    QString whyStopped;
     bool painting = false, again = false;
 };

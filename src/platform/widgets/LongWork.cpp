@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QThread>
 #include <QTimer>
 #include <exception>
@@ -46,19 +47,25 @@ bool LongWork::Run(const std::function<void(const Progress&)>& work) {
             percent = int(100 * done / total);
         return !stopped;
     };
+    bool begun = false;
     std::exception_ptr failure;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
+    const auto task = [&] {
+        begun = true;
         try {
             work(progress);
         } catch (...) {
             failure = std::current_exception();
         }
-    }));
+    };
+    const std::unique_ptr<QThread> thread(QThread::create(task));
     running = true;
+    const auto over = qScopeGuard([] { running = false; });
     thread->start();
     if (!thread->wait(patienceMs))
         waitAlive(*thread);
-    running = false;
+    // A system without a thread to spare makes the window wait, and the work is done all the same.
+    if (!begun)
+        task();
     if (failure)
         std::rethrow_exception(failure);
     return !stopped;

@@ -206,6 +206,8 @@ void frmGraph::redrawGraph() {
     if (outcome == LongPaint::Outcome::Later)
         return;
     painted = outcome == LongPaint::Outcome::Shown;
+    if (!painted)
+        tell(paint->WhyStopped());
     picScreen->RefreshLayer();
 }
 

@@ -194,6 +194,29 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
     }
 }
 
+TEST(RasterDevice, LayersOfOneInkAreDrawnWhereTheyCanBeSeen) {
+    for (unsigned seed = 0; seed < 24; ++seed) {
+        Dice dice(seed);
+        std::vector<DevicePoint> points;
+        std::vector<int> counts;
+        for (int i = 0; i < 250; ++i) {
+            const DevicePoint corner = dice.Point(-60, 150);
+            counts.push_back(dice.Between(3, i % 3 ? 7 : 60));
+            for (const DevicePoint point : dice.Points(counts.back(), 0, dice.Between(33, 90)))
+                points.push_back({corner.X + point.X, corner.Y + point.Y});
+        }
+        Picture single(151, 150), several(151, 150, int(seed % 3) + 1);
+        EveryCall device(single.Image);
+        for (DeviceContext* each :
+             {static_cast<DeviceContext*>(&device), static_cast<DeviceContext*>(&several.Device)}) {
+            each->SelectPen(seed % 2 ? solidPen(red, 1) : stockPen(Stock::NullPen));
+            each->SelectBrush(solidBrush(red));
+            each->Polygons(points, counts);
+        }
+        ASSERT_TRUE(single.Image == several.Image) << seed;
+    }
+}
+
 TEST(PngFile, AnyReaderSeesThePicture) {
     for (unsigned seed = 0; seed < 8; ++seed) {
         Dice dice(seed);
