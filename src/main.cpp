@@ -2,6 +2,8 @@
 #include "app/mdApplication.h"
 #include "app/settingsStore.h"
 #include "app/windows/ShowMessage.h"
+#include "extensions/mdAddIn.h"
+#include "extensions/toolTable.h"
 #include "mainwin/frmMain.h"
 #include "mainwin/globals.h"
 #include "platform/base/NativePath.h"
@@ -31,6 +33,7 @@ std::optional<StartUpFailure> InitializeApplication() {
         // The answer is of no interest: a missing part is to show here and not in the middle of a drawing.
         brenlib::GetDllVersion();
         settingsStore::LoadSettings(Settings, ProgramFolder(), QString());
+        Tools = toolTable::LoadTools();
         return {};
     } catch (const std::exception& error) {
         return StartUpFailure{1, QString::fromUtf8(error.what())};
@@ -56,6 +59,8 @@ int EntryProcedure(QApplication& application, const QString& commandLine) {
         ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
         return 1;
     }
+    if (Settings.Window.AutoInstall)
+        mdAddIn::AutoInstallAddins(Addins, mdAddIn::AddinFolders(ProgramFolder()), ShowMessage);
     const EndSignals endSignals;
     bool ended = false;
     QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window, &ended] { End(*window, ended); });

@@ -20,6 +20,7 @@ constexpr Command commands[] = {
     {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender, true},
     {u"page", u"the printed page of a step as PDF, SVG, PNG or text", RunPage, true},
     {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph, true},
+    {u"film", u"the pictures of all steps as a film: AVI, MP4, WebM or GIF", RunFilm, true},
     {u"registry", u"export or import the settings, as a registry file", RunRegistry},
 };
 

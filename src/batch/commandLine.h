@@ -33,6 +33,7 @@ Status RunValues(const QStringList& arguments, const Streams& streams);
 Status RunRender(const QStringList& arguments, const Streams& streams);
 Status RunPage(const QStringList& arguments, const Streams& streams);
 Status RunGraph(const QStringList& arguments, const Streams& streams);
+Status RunFilm(const QStringList& arguments, const Streams& streams);
 Status RunRegistry(const QStringList& arguments, const Streams& streams);
 
 } // namespace batch

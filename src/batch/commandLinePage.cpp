@@ -225,9 +225,7 @@ Status RunPage(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    session.Printing = [](PlotCanvas& canvas, const Scene& scene) {
-        mdPage::Print(canvas, scene, QDate::currentDate());
-    };
+    mdPage::Serve(session);
     const std::int32_t item = OpenScene(job.scene, session);
     // In a file without steps the mesh is shown.
     session.LoadStep(std::int32_t(ChosenStep(job.scene, session.Model) - 1), item);

@@ -2,6 +2,7 @@
 #include "batch/PictureWriter.h"
 #include "batch/pictureOptions.h"
 #include "batch/sceneOptions.h"
+#include "batch/stepRange.h"
 #include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
 
@@ -10,10 +11,6 @@
 namespace batch {
 
 namespace {
-
-struct StepRange {
-    std::int64_t first = 1, last = 1, stride = 1;
-};
 
 /// All that the command line says about the pictures.
 struct Job {
@@ -26,23 +23,9 @@ struct Job {
     std::optional<StepRange> range;
 };
 
-StepRange parseRange(const QString& text) {
-    const QStringList parts = text.split(u':');
-    StepRange range;
-    bool ok = parts.size() == 2 || parts.size() == 3;
-    std::int64_t* const targets[] = {&range.first, &range.last, &range.stride};
-    for (qsizetype i = 0; ok && i < parts.size(); ++i) {
-        *targets[i] = parts[i].toInt(&ok);
-        ok = ok && *targets[i] >= 1;
-    }
-    if (!ok || range.last < range.first)
-        throw Stop{WrongUsage, u"--steps wants FIRST:LAST or FIRST:LAST:STRIDE, not \"%1\""_s.arg(text)};
-    return range;
-}
-
 void declare(Options& options) {
     options.Value(u"o"_s, u"OUT"_s, u"The picture: .png, .svg, .pdf or .trace; %d or %04d in it is the step."_s);
-    options.Value(u"steps"_s, u"A:B[:S]"_s, u"One picture for each step from A to B, every S-th."_s);
+    DeclareStepRange(options, u"One picture for each step from A to B, every S-th."_s);
     DeclareSceneOptions(options);
     DeclarePictureOptions(options);
     options.Value(u"scale-mode"_s, u"fixed|automatic"_s, u"How the scale follows the size."_s);
@@ -59,8 +42,7 @@ Job jobFrom(const Options& options) {
         RefuseEnding(job.output, u".png, .svg, .pdf or .trace"_s);
     job.picture = PictureFileFrom(options);
     job.zoom = options.Integer(u"zoom"_s, ZoomMin, ZoomMax).value_or(0);
-    if (options.IsSet(u"steps"_s))
-        job.range = parseRange(options.Text(u"steps"_s));
+    job.range = StepRangeFrom(options);
     job.scaleMode = options.IsFirst(u"scale-mode"_s, u"fixed"_s, u"automatic"_s, true) ? PlotScaleMode::Fixed
                                                                                        : PlotScaleMode::Automatic;
     job.scene = SceneChoiceFrom(options, true);

@@ -21,6 +21,7 @@ void Options::Flag(const QString& name, const QString& purpose) {
 }
 
 void Options::Value(const QString& name, const QString& valueName, const QString& purpose) {
+    declared += name;
     parser.addOption({name, purpose, valueName});
 }
 

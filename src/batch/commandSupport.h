@@ -28,6 +28,7 @@ public:
     void Value(const QString& name, const QString& valueName, const QString& purpose);
     void Parse(const QStringList& arguments, const Streams& streams);
 
+    bool Knows(const QString& name) const { return declared.contains(name); } ///< it has been declared with a value
     bool IsSet(const QString& name) const { return parser.isSet(name); }
     QString Text(const QString& name) const { return parser.value(name); }
     QStringList Texts(const QString& name) const { return parser.values(name); }
@@ -41,6 +42,7 @@ public:
 private:
     QString commandName;
     QString operandKind;
+    QStringList declared;
     QCommandLineParser parser;
 };
 

@@ -20,8 +20,9 @@ void applySettings(const QStringList& assignments, ApplicationSettings& settings
 
 } // namespace
 
-void DeclareSceneOptions(Options& options) {
-    options.Value(u"step"_s, u"N"_s, u"The step; the first by default."_s);
+void DeclareSceneOptions(Options& options, bool ofOneStep) {
+    if (ofOneStep)
+        options.Value(u"step"_s, u"N"_s, u"The step; the first by default."_s);
     options.Value(u"item"_s, u"K"_s, u"The item, by number or name; the first by default."_s);
     options.Value(u"mesh"_s, u"on|off"_s, u"Draw all edges, or the outline alone."_s);
     options.Flag(u"no-property"_s, u"Leave the drawing property file beside the result file unread."_s);
@@ -32,7 +33,8 @@ void DeclareSceneOptions(Options& options) {
 SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh) {
     SceneChoice choice;
     choice.Input = options.Operand();
-    choice.Step = options.Integer(u"step"_s, 1);
+    if (options.Knows(u"step"_s))
+        choice.Step = options.Integer(u"step"_s, 1);
     choice.Item = options.Text(u"item"_s);
     choice.WithPropertyFile = !options.IsSet(u"no-property"_s);
     choice.Assignments = options.Texts(u"set"_s);

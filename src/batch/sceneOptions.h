@@ -18,8 +18,8 @@ struct SceneChoice {
     ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--step`, `--item`, `--mesh`, `--no-property` and `--set`.
-void DeclareSceneOptions(Options& options);
+/// Declares `--item`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step, `--step`.
+void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 
 /// Stops the command when an option makes no sense, before any file but that of `--settings` is opened. Without
 /// `--mesh` the edges are drawn if `mesh` says so, or else as the settings say.

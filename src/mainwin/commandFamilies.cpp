@@ -19,7 +19,7 @@ void commandFamilies::Set(CommandBars& bars, const QString& prefix, const std::v
         record.Caption = entry.Caption;
         record.Description = entry.Description;
         bars.AddToBand(band, record, number == family->firstNumber);
-        bars.SetEnabled(record.Name, entry.Enabled && family->act);
+        bars.SetEnabled(record.Name, entry.Enabled);
         if (!entry.Picture.isNull())
             bars.SetPicture(record.Name, entry.Picture);
         ++number;

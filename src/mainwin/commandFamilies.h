@@ -15,7 +15,7 @@ struct FamilyRow {
     int firstNumber; ///< of the list's first entry
     const char16_t* band;
     const char16_t* last;         ///< the command that stays behind them in a group of its own, "" for none
-    void (frmMain::*act)(int id); ///< told the distance from `firstId`; null for a family that is to come
+    void (frmMain::*act)(int id); ///< told the distance from `firstId`
 };
 
 struct FamilyEntry {

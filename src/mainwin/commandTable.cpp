@@ -30,8 +30,8 @@ const CommandRow commandTable::commands[] = {
     {u"miHelp", 9000, u"ヘルプ(&H)", u"", u"ヘルプ", u"", Kind::Popup, u"pbHelp", Needs::Nothing, nullptr},
     {u"miFileOpen", 1100, u"計算結果ファイルを開く(&O)...", u"計算結果ファイルを開きます。", u"ファイル", u"Ctrl+O", Kind::Button, u"", Needs::Nothing, &frmMain::promptAndOpen},
     {u"miFileSaveLayout", 1200, u"レイアウトの保存(&S)", u"現在の描画設定を計算結果ファイルの隣に保存します。", u"ファイル", u"Ctrl+S", Kind::Button, u"", Needs::File, &frmMain::saveLayout},
-    {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, nullptr},
-    {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, nullptr},
+    {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showPreview},
+    {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, &frmMain::printOut},
     {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editPageLayout},
     {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showProperties},
     {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::quit},
@@ -75,27 +75,27 @@ const CommandRow commandTable::commands[] = {
     {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createDistribution},
     {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createHistory},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
-    {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", Needs::ShowOff, nullptr},
+    {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", Needs::ShowOff, &frmMain::toggleSlideShow},
     {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", Needs::Nothing, nullptr},
-    {u"miAddinManager", 8100, u"アドインマネージャ(&M)...", u"アドインの追加と削除を行います。", u"アドイン", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miAddinManager", 8100, u"アドインマネージャ(&M)...", u"アドインの追加と削除を行います。", u"アドイン", u"", Kind::Button, u"", Needs::Nothing, &frmMain::manageAddins},
     {u"miHelpIndex", 9100, u"目次(&C)", u"ヘルプの目次を開きます。", u"ヘルプ", u"F1", Kind::Button, u"", Needs::Nothing, &frmMain::showHelpIndex},
     {u"miHelpKeyword", 9200, u"キーワード(&I)...", u"ヘルプをキーワードで探します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
     {u"miHelpSearch", 9300, u"検索(&S)...", u"ヘルプの本文を検索します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
     {u"miHelpWebTemplate", 9998, u"Webページテンプレート", u"", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
     {u"miHelpVersion", 9999, u"バージョン情報(&A)...", u"プログラムのバージョンを表示します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, &frmMain::showAbout},
-    {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", Needs::ShowOn, nullptr},
+    {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", Needs::ShowOn, &frmMain::toggleSlideShow},
     {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
-    {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowRunning, nullptr},
-    {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowRunning, &frmMain::pauseSlideShow},
+    {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::restartSlideShow},
     {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
-    {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::editSlideShow},
 };
 // clang-format on
 
 const FamilyRow commandTable::families[] = {
     {u"recent-", 100000, 0, u"pbFile", u"miFileQuit", &frmMain::openRecentFile},
-    {u"addin-", 110000, 1, u"pbAddIn", u"", nullptr},
-    {u"tool-", 120000, 0, u"pbTools", u"", nullptr},
+    {u"addin-", 110000, 1, u"pbAddIn", u"", &frmMain::runAddin},
+    {u"tool-", 120000, 0, u"pbTools", u"", &frmMain::runTool},
 };
 
 namespace {

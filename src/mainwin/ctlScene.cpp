@@ -55,11 +55,12 @@ void ctlScene::buildControls() {
     connectPicking();
 }
 
-void ctlScene::Paint() {
+void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     paintDue = false;
-    const LongPaint::Outcome outcome = paint->Paint([this](DeviceContext& device) { session.Draw(device); });
+    const auto draw = [this](DeviceContext& device) { session.Draw(device); };
+    const LongPaint::Outcome outcome = paint->Paint(draw, meanwhile);
     if (outcome == LongPaint::Outcome::Shown)
         emit Painted();
     if (outcome != LongPaint::Outcome::Stopped)

@@ -21,8 +21,10 @@ public:
     ctlScene(Session& session, clsMouse& selection, QWidget* parent = nullptr);
     ~ctlScene() override;
 
-    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc.
-    void Paint();
+    /// Paints the scene anew; nothing without an open file. What takes long can be stopped with Esc. `meanwhile` is
+    /// done on another thread at the same time, and is over when the call is; it may only read the session, and may be
+    /// left out.
+    void Paint(const std::function<void()>& meanwhile = {});
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
     /// Makes the picture empty.

@@ -7,6 +7,7 @@
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "output/mdPage.h"
 #include "platform/base/NativePath.h"
 
 #include <QApplication>
@@ -22,11 +23,12 @@ frmMain* frmMain::Instance() {
     return instance;
 }
 
-frmMain::frmMain() {
+frmMain::frmMain() : slideShow(mdApplication::Current) {
     instance = this;
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
     setWindowIcon(QIcon(u":/icons/velorin.svg"_s));
+    mdPage::Serve(mdApplication::Current);
     DocPlotter().SetClientName(mdApplication::ApplicationTitle);
     DocPlotter().SetScaleMode(PlotScaleMode::Fixed);
     scene = new ctlScene(mdApplication::Current, Selection, this);
@@ -97,10 +99,12 @@ void frmMain::buildPanels() {
 void frmMain::connectEvents() {
     connect(bars, &CommandBars::Clicked, this, &frmMain::ExecuteCommand);
     connect(bars, &CommandBars::ComboSelected, this, &frmMain::onComboSelection);
-    connect(bars, &CommandBars::BandOpening, this,
-            [this](const QString& band) { commandState::EnableOnOpening(*bars, band, facts()); });
+    connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
+    connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
+    connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
+    connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::Tell);
     connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
@@ -144,6 +148,7 @@ void frmMain::onPainted() {
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);
+    bars->SetNote(u"tbSlideShow"_s, slideShowNote());
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "mainwin/RecentFiles.h"
+#include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QLabel;
 class ctlScene;
@@ -60,6 +62,7 @@ private:
     // frmMainCommands.cpp
     CommandFacts facts() const;
     void updateCommandState();
+    void onBandOpening(const QString& band);
     void onComboSelection(const QString& combo);
     void chooseStep();
     void chooseVector();
@@ -86,7 +89,16 @@ private:
     void createGraphFromSelection(int graphType);
     void showGraphPoint(int step, int objectType, int object);
 
+    // frmMainExtensions.cpp
+    void buildAddinMenu();
+    void buildToolsMenu();
+    void manageAddins();
+    void runAddin(int number);
+    void runTool(int index);
+
     // frmMainPage.cpp
+    void printOut();
+    void showPreview();
     void editPageLayout();
 
     // frmMainDocument.cpp
@@ -96,6 +108,7 @@ private:
     /// Gives the open file up and says why.
     void dropFile(const QString& why);
     /// False without the memory for it; the file is then given up, since it would be half loaded.
+    bool load(const std::function<void()>& what);
     bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
@@ -106,11 +119,24 @@ private:
     void storeWindow();
     QSize roomForFrame() const;
 
+    // frmMainSlideShow.cpp
+    void toggleSlideShow();
+    void beginSlideShow();
+    void endSlideShow();
+    void showSlideShowState();
+    void restartSlideShow();
+    void pauseSlideShow();
+    void showNextSlide();
+    void editSlideShow();
+    QString slideShowNote() const;
+
     static frmMain* instance;
     bool updatingUi = false;
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
+    SlideShow slideShow;
+    QTimer timSlideShow;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
     std::array<QLabel*, 4> panels{};

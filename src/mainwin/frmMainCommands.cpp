@@ -34,8 +34,8 @@ void frmMain::ExecuteCommand(const QString& tool) {
     if (LongWork::IsRunning())
         return;
     forgetTold();
-    const FamilyRow* family = commandTable::FamilyOf(tool);
-    if (family && family->act)
+    pauseSlideShow();
+    if (const FamilyRow* family = commandTable::FamilyOf(tool))
         (this->*family->act)(bars->ToolID(tool) - family->firstId);
     const CommandRow* row = commandTable::Find(tool);
     if (!row || !row->act)
@@ -58,13 +58,21 @@ CommandFacts frmMain::facts() const {
             .FileOpen = IsOpen(),
             .Zoom = Zoom(),
             .PickedCount = Selection.Count(),
-            .ShowOn = Current.SlideShow.SlideShowRunning};
+            .ShowOn = slideShow.IsOn(),
+            .ShowMoves = timSlideShow.isActive()};
 }
 
 void frmMain::updateCommandState() {
     updatingUi = true;
     commandState::UpdateCommandState(*bars, facts());
     updatingUi = false;
+}
+
+void frmMain::onBandOpening(const QString& band) {
+    commandState::EnableOnOpening(*bars, band, facts());
+    // A module that is not the same any more leaves the menu at once.
+    if (band == u"pbAddIn")
+        buildAddinMenu();
 }
 
 void frmMain::onComboSelection(const QString& combo) {
@@ -104,7 +112,9 @@ void frmMain::applyScaleMode() {
 void frmMain::applyBarVisibility() {
     bars->SetChecked(u"miViewToolBar"_s, Settings.Window.Toolbar);
     bars->SetChecked(u"miViewStatusBar"_s, Settings.Window.Statusbar);
-    bars->SetBandVisible(u"tbGeneral"_s, Settings.Window.Toolbar);
+    bars->SetBandVisible(u"mbGeneral"_s, !slideShow.IsOn());
+    bars->SetBandVisible(u"tbGeneral"_s, !slideShow.IsOn() && Settings.Window.Toolbar);
+    bars->SetBandVisible(u"tbSlideShow"_s, slideShow.IsOn());
     statusBar()->setVisible(Settings.Window.Statusbar);
 }
 

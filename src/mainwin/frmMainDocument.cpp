@@ -43,6 +43,8 @@ bool frmMain::IsOpen() const {
 void frmMain::FirstStep(const QString& commandLine) {
     DocPlotter().SetScaleMode(PlotScaleMode(Settings.Window.ScaleMode));
     applyBarVisibility();
+    buildAddinMenu();
+    buildToolsMenu();
     sizeToCome = (Settings.Window.RestoreWindowStatus && restoreWindow()) || !isVisible();
     QString path = commandLine;
     if (path.isEmpty() && Settings.Window.RestoreLastFile && recentFiles.Count() > 0)
@@ -82,6 +84,9 @@ void frmMain::openResultFile(const QString& path) {
     if (stopped)
         return;
     forgetTold();
+    // What a show holds fixed is not the file's own, and must not be saved with it.
+    if (slideShow.IsOn())
+        endSlideShow();
     if (IsOpen() && Settings.Window.AutoSave)
         Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
@@ -121,8 +126,12 @@ void frmMain::tellWhatIsMissing(int step) {
 }
 
 bool frmMain::loadStep(int step, int item) {
+    return load([=] { Current.LoadStep(step, item); });
+}
+
+bool frmMain::load(const std::function<void()>& what) {
     try {
-        Current.LoadStep(step, item);
+        what();
         return true;
     } catch (const std::bad_alloc&) {
         const QString path = Model.FileName;
@@ -134,6 +143,8 @@ bool frmMain::loadStep(int step, int item) {
 
 void frmMain::dropFile(const QString& why) {
     mdVelorinResultModel::CloseResultFile(Model);
+    if (slideShow.IsOn())
+        endSlideShow();
     updateCaption();
     updateCommandState();
     ShowMessage(why, MessageStyle::Stop);
@@ -163,10 +174,16 @@ bool frmMain::promptFileName(QString& path) {
 
 void frmMain::updateCaption() {
     const QString title = IsOpen() ? mdApplication::PathPart(Model.FileName, mdApplication::BaseName) : u"(未定義)"_s;
-    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + NativePath::Shown(title));
+    const QString mode = slideShow.IsOn() ? u" [スライドショー]"_s : QString();
+    setWindowTitle(mdApplication::ApplicationTitle + u" - "_s + NativePath::Shown(title) + mode);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    if (slideShow.IsOn()) {
+        ExecuteCommand(u"miSlideStop"_s);
+        event->ignore();
+        return;
+    }
     if (IsOpen() && Settings.Window.AutoSave)
         propertyFile::SavePropertyFile(Settings, Model);
     storeWindow();

@@ -3,6 +3,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/frmMain.h"
 #include "mainwin/globals.h"
+#include "platform/device/Printers.h"
 #include "plot/windows/frmGraph.h"
 #include "view/scene/Session.h"
 
@@ -24,8 +25,8 @@ void frmMain::createGraphFromSelection(int graphType) {
     if (const auto question = mdGraph::GraphRequest(Selection.Count(), Model.StepCount))
         if (mdApplication::ShowMessage(question->Text, question->Flags) != MessageAnswer::Yes)
             return;
-    auto graph =
-        std::make_unique<frmGraph>(this, Model, Settings, [this](const QString& text) { panels[0]->setText(text); });
+    auto graph = std::make_unique<frmGraph>(this, Model, Settings, *mdApplication::InstalledPrinters,
+                                            [this](const QString& text) { panels[0]->setText(text); });
     try {
         if (!graph->Initialize(graphType, Selection)) {
             Tell(u"グラフの作成を中止しました。"_s);

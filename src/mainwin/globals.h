@@ -3,17 +3,22 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+class AddinHost;
 class Printers;
 class frmMain;
 class Session;
 struct ApplicationSettings;
 struct ResultModel;
+struct ToolEntry;
 
 namespace mdApplication {
 extern Session Current;
 extern ResultModel& Model;            ///< the open result file, of `Current`
 extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
+extern AddinHost Addins;
+extern std::vector<ToolEntry> Tools; ///< as the start of the program found them
 
 /// What there is to print on; a test puts its own list here.
 extern std::unique_ptr<Printers> InstalledPrinters;

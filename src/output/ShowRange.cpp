@@ -87,7 +87,7 @@ void widen(ShowRange& range, const CountingItems& counting, std::int32_t item, c
 std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& model, const VectorSettings& vector,
                                           const LoadProgress& progress) {
     // As many values are read between two looks at the progress; enough for threads to be worth their start.
-    constexpr qint64 valuesAtOnce = 4 << 20;
+    constexpr qint64 valuesAtOnce = 1 << 20;
     ShowRange range;
     if (!model.Source)
         return range;

@@ -62,6 +62,10 @@ bool Holds(const PageSettings& page, const PlotPrinter& printer, const MeshData&
            hasRoom(reach(mesh.Nodes.Y, view.Top(), view.Height()), document.Height());
 }
 
+void Serve(Session& session) {
+    session.Printing = [](PlotCanvas& canvas, const Scene& scene) { Print(canvas, scene, QDate::currentDate()); };
+}
+
 void Print(PlotCanvas& canvas, const Scene& scene, QDate today) {
     const PageSettings& page = scene.Settings.Page;
     const PlotDocument& document = canvas.Document();

@@ -2,8 +2,7 @@
 // printer, in a preview and in a file. What stands in the labels and how they are drawn is not its business.
 #pragma once
 
-#include "platform/device/DocumentPlotter.h"
-#include "view/scene/mdScene.h"
+#include "view/scene/Session.h"
 
 #include <QDate>
 
@@ -20,6 +19,9 @@ std::optional<PlotPrinter> OpenPrinter(const PageSettings& page, DocumentPlotter
 /// Whether the page holds all that is in view of the mesh, before displacement. What is fitted does, unless the margins
 /// leave nothing.
 bool Holds(const PageSettings& page, const PlotPrinter& printer, const MeshData& mesh, const PlotRect& view);
+
+/// Has the pages of a session painted by `Print`, each with the date of its day.
+void Serve(Session& session);
 
 /// Paints the page. A document without room is left out, with its outline; the labels stay.
 void Print(PlotCanvas& canvas, const Scene& scene, QDate today);

@@ -92,6 +92,14 @@ void ApplyGraphStyle(const ApplicationSettings& settings, const ResultModel& mod
 /// Draws the graph with its legend over the whole device, as it is styled.
 void DrawGraph(DeviceContext& device, const GraphDefaults& defaults, Graph& graph);
 
+/// Where the graph goes on a page that `device` prints: within margins (left, top, right, bottom in tenths of a
+/// millimetre), which count from the edges of the sheet while the place counts from where printing can begin. Margins
+/// below what the printer leaves free lead to a negative corner, larger ones than the sheet to a negative size.
+PlotArea PrintArea(const DeviceContext& device, const std::array<int, 4>& margins);
+/// Prints the graph there with its legend. Dots and lines keep the sizes, in device units, of the style that was
+/// applied last; fonts are those of the page.
+void PrintGraph(DeviceContext& device, const ApplicationSettings& settings, Graph& graph);
+
 // Marks that stand over a picture of the graph and are not part of it; `graph` is as `DrawGraph` left it.
 
 /// The line at the time of `step` in a history; nothing for any other graph, and beyond its axis.

@@ -53,6 +53,14 @@ void styleSeries(clsPlot& plot, const QList<LegendStyle>& styles, int lineWidth)
     }
 }
 
+void draw(DeviceContext& device, const GraphDefaults& defaults, const PlotArea& area, Graph& graph) {
+    clsPlot& plot = graph.Plot;
+    plot.SetDrawArea(area.Left, area.Top, area.Width, area.Height);
+    plot.EndPaint = [&](DeviceContext& target) { mdGraph::DrawGraphLegend(target, plot, defaults); };
+    const auto forget = qScopeGuard([&plot] { plot.EndPaint = {}; });
+    plot.Redraw(&device, nullptr);
+}
+
 } // namespace
 
 LabelMacros mdGraph::GraphMacros(const Graph& graph, const ResultModel& model) {
@@ -83,9 +91,27 @@ void mdGraph::ApplyGraphStyle(const ApplicationSettings& settings, const ResultM
 }
 
 void mdGraph::DrawGraph(DeviceContext& device, const GraphDefaults& defaults, Graph& graph) {
-    clsPlot& plot = graph.Plot;
-    plot.SetDrawArea(0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes));
-    plot.EndPaint = [&](DeviceContext& target) { DrawGraphLegend(target, plot, defaults); };
-    const auto forget = qScopeGuard([&plot] { plot.EndPaint = {}; });
-    plot.Redraw(&device, nullptr);
+    draw(device, defaults, {0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes)},
+         graph);
+}
+
+PlotArea mdGraph::PrintArea(const DeviceContext& device, const std::array<int, 4>& margins) {
+    const double width = device.GetDeviceCaps(DeviceCaps::HorzRes), height = device.GetDeviceCaps(DeviceCaps::VertRes);
+    const double offsetX = device.GetDeviceCaps(DeviceCaps::PhysicalOffsetX);
+    const double offsetY = device.GetDeviceCaps(DeviceCaps::PhysicalOffsetY);
+    const double rightGap = device.GetDeviceCaps(DeviceCaps::PhysicalWidth) - offsetX - width;
+    const double bottomGap = device.GetDeviceCaps(DeviceCaps::PhysicalHeight) - offsetY - height;
+    const auto perTenth = [&](double dots, DeviceCaps size) {
+        const int millimetres = device.GetDeviceCaps(size);
+        return millimetres > 0 ? dots / millimetres * 0.1 : 0;
+    };
+    const double dx = perTenth(width, DeviceCaps::HorzSize), dy = perTenth(height, DeviceCaps::VertSize);
+    const int left = Round(dx * margins[0] - offsetX), top = Round(dy * margins[1] - offsetY);
+    const int right = Round(width - (dx * margins[2] - rightGap));
+    const int bottom = Round(height - (dy * margins[3] - bottomGap));
+    return {left, top, Round(double(right) - left), Round(double(bottom) - top)};
+}
+
+void mdGraph::PrintGraph(DeviceContext& device, const ApplicationSettings& settings, Graph& graph) {
+    draw(device, settings.Graph, PrintArea(device, settings.Page.Margin), graph);
 }

@@ -70,10 +70,18 @@ class MainWindow(unittest.TestCase):
         import pyatspi
         wait_for("the accessibility bus", lambda: pyatspi.Registry.getDesktop(0).childCount >= 0)
 
-    def start(self, path):
+    def start(self, path, new_addins=False):
+        """Starts the program with settings of its own, which look for new add-ins only if so told."""
         folder = self.enterContext(tempfile.TemporaryDirectory())
         # Leaks of the display's libraries are not the program's.
         environment = os.environ | {"XDG_CONFIG_HOME": folder, "ASAN_OPTIONS": "detect_leaks=0"}
+        if not new_addins:
+            settings = pathlib.Path(folder, "settings.reg")
+            settings.write_text("Windows Registry Editor Version 5.00\n\n"
+                                "[HKEY_CURRENT_USER\\Software\\Ordvane\\Velorin\\1.0\\Settings]\n"
+                                '"Auto Install"=dword:00000000\n', "utf-16")
+            batch = pathlib.Path(PROGRAM).with_name("velorin-batch")
+            subprocess.run([batch, "registry", "import", settings], env=environment, check=True)
         self.velorin = self.enterContext(running(PROGRAM, str(path), env=environment))
 
     def application(self):
@@ -131,6 +139,22 @@ class MainWindow(unittest.TestCase):
         self.velorin.terminate()
         self.expect_end()
         self.assertIn("<currentstep>19</currentstep>", pathlib.Path(path + ".property").read_text("cp932"))
+
+    def test_new_addins_are_offered_and_run(self):
+        path = shutil.copy(DEMO, self.enterContext(tempfile.TemporaryDirectory()))
+        self.start(path, new_addins=True)
+        wait_for("the offer", lambda: any("個のアドインモジュールが見つかりました。" in item.name
+                                          for item in objects(self.application())))
+        xdotool("key", "Return")
+        wait_for("the answer", lambda: self.shown("インストールが完了しました。"))
+        xdotool("key", "Return")
+        self.wait_window("Velorin - plate")
+        xdotool("key", "alt+a")
+        wait_for("the menu", lambda: self.shown("メッシュ品質"))
+        xdotool("key", "Down", "Return")
+        report = pathlib.Path(path).with_suffix(".quality.txt")
+        wait_for("the report", report.exists)
+        self.assertIn("最小角の小さい要素", report.read_text("utf-8"))
 
     def test_the_end_does_not_wait_for_a_dialog(self):
         self.start("/nowhere/none.vrf")

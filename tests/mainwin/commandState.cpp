@@ -59,7 +59,7 @@ struct CommandStateTest : testing::Test {
 };
 
 TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
-    const QString all = u"mbGeneral pbFile pbView pbViewScale pbDraw pbTools pbHelp tbGeneral tbSlideShow pbPopup"_s;
+    const QString all = u"mbGeneral pbFile pbView pbViewScale pbDraw pbTools pbHelp tbGeneral pbPopup"_s;
     EXPECT_EQ(disabled(all), QString());
     for (const auto& [zoom, refused] :
          {std::pair(ZoomMax, u"miViewZoomIn"_s), {ZoomMin, u"miViewZoomOut"_s}, {0, u"miViewZoomOff"_s}}) {
@@ -68,7 +68,7 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     }
     facts.Zoom = 1;
     facts.ShowMoves = model.NoDisplacement = true;
-    EXPECT_EQ(disabled(all), u"miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep miDrawStep"_s);
+    EXPECT_EQ(disabled(all), u"miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep"_s);
     facts.ShowMoves = model.NoDisplacement = false;
     model.LineElementsOnly = true;
     EXPECT_EQ(disabled(all), u"miDrawContourColor miDrawContourLegend miDrawContourValue miDrawContourValue"_s);
@@ -76,8 +76,9 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     facts.PickedCount = 0;
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
-              u"miDraw miFileSaveLayout miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miToolsDistribution miToolsHistory miToolsImageCopy " + zooms + u" miDrawContourValue");
+              u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
+                  u" miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " +
+                  zooms + u" miDrawContourValue");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <future>
+#include <system_error>
 
 /// Number of cores that `parallelFor` may use; at least 1.
 int coreCount();
@@ -28,4 +30,15 @@ void parallelStretches(std::int32_t count, const Work& work) {
         const std::int32_t first = stretch * indexesPerStretch;
         work(first, first + std::min(count - first, indexesPerStretch));
     });
+}
+
+/// Begins `work` on another thread, or where there is none to be had leaves it to be done when its result is asked for.
+/// The result's destructor waits for the end of work that has begun.
+template<class Work>
+auto startBeside(Work work) -> std::future<decltype(work())> {
+    try {
+        return std::async(std::launch::async, work);
+    } catch (const std::system_error&) {
+        return std::async(std::launch::deferred, work);
+    }
 }

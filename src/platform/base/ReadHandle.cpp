@@ -52,6 +52,15 @@ qint64 ReadHandle::ReadAt(qint64 offset, void* target, qint64 count) const {
     return done;
 }
 
+int ReadHandle::Duplicate() const {
+    if (!descriptor)
+        return -1;
+    // A mere copy of the descriptor would share its position with every other one.
+    const std::string own = "/proc/self/fd/" + std::to_string(descriptor->number);
+    const int number = ::open(own.c_str(), O_RDONLY | O_CLOEXEC);
+    return number >= 0 ? number : ::fcntl(descriptor->number, F_DUPFD_CLOEXEC, 0);
+}
+
 SequentialReader::SequentialReader(const ReadHandle& source, qint64 position, qint64 bytes)
     : file(source), buffer(new char[std::size_t(bytes)]), bufferBytes(bytes), bufferStart(position) {}
 

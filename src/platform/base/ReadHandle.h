@@ -19,6 +19,9 @@ public:
     /// Reads up to `count` bytes from `offset` on; the number read, less than `count` only at the file's end or on an
     /// error. May be called from several threads at once.
     qint64 ReadAt(qint64 offset, void* target, qint64 count) const;
+    /// A system descriptor of the same file for code that is not ours: for reading alone, with a position of its own
+    /// where the system can give one. The caller closes it; -1 when there is none.
+    int Duplicate() const;
 
 private:
     struct Descriptor;

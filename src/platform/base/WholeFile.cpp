@@ -110,25 +110,34 @@ void WholeFile::open(const QString& path) {
 
 qint64 WholeFile::writeData(const char* bytes, qint64 count) {
     if (waiting.size() + count > bufferSize)
-        return flush() && put(bytes, count) ? count : -1;
+        return flush() && append(bytes, count) ? count : -1;
     waiting.append(bytes, count);
     return problem ? -1 : count;
 }
 
 bool WholeFile::flush() {
     const QByteArray bytes = std::exchange(waiting, {});
-    return put(bytes.constData(), bytes.size());
+    return append(bytes.constData(), bytes.size());
 }
 
-bool WholeFile::put(const char* bytes, qint64 count) {
-    for (const char *at = bytes, *const end = bytes + count; at != end && !problem;) {
-        const ssize_t written = ::write(handle, at, std::size_t(end - at));
+bool WholeFile::append(const char* bytes, qint64 count) {
+    const qint64 end = std::exchange(length, length + count);
+    return put(end, bytes, count);
+}
+
+bool WholeFile::put(qint64 position, const char* bytes, qint64 count) {
+    for (qint64 done = 0; done != count && !problem;) {
+        const ssize_t written = ::pwrite(handle, bytes + done, std::size_t(count - done), position + done);
         if (written > 0)
-            at += written;
+            done += written;
         else if (errno != EINTR || written == 0)
             fail(written == 0 ? ENOSPC : errno);
     }
     return !problem;
+}
+
+bool WholeFile::Rewrite(qint64 position, const char* bytes, qint64 count) {
+    return flush() && position >= 0 && count >= 0 && position <= length - count && put(position, bytes, count);
 }
 
 bool WholeFile::putInPlace() {

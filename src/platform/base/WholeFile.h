@@ -19,6 +19,10 @@ public:
     /// Drops what has not been committed.
     ~WholeFile() override;
 
+    /// Writes over bytes that were written before, as formats want it that begin with their own length. False when
+    /// these are fewer, and when it fails, which is kept for `Commit`.
+    bool Rewrite(qint64 position, const char* bytes, qint64 count);
+
     /// Ends the writing. Nothing when the file is in its place, else why it isn't, in the system's words.
     std::optional<QString> Commit();
 
@@ -36,7 +40,8 @@ protected:
 private:
     void open(const QString& path);
     void fail(int error);
-    bool put(const char* bytes, qint64 count);
+    bool put(qint64 position, const char* bytes, qint64 count);
+    bool append(const char* bytes, qint64 count);
     bool flush();
     bool putInPlace();
     void drop();
@@ -45,6 +50,7 @@ private:
     QByteArray beside; ///< the name that the new file has so far; empty when it has none
     QByteArray waiting;
     std::optional<QString> problem;
+    qint64 length = 0; ///< of what is no longer waiting
     int handle = -1;
     bool replaces = false; ///< there is an earlier file
 };

@@ -17,8 +17,14 @@ public:
     DeviceSize Measure(const QString& text) const;
     /// Control characters are written as blanks. The painter's font and pen are then others.
     void Draw(QPainter& painter, QPointF leftTop, int escapement, ColorRef color, const QString& text) const;
+    /// The same on a painter that makes pixels of it at any scale: letters stand where a PDF has them, and those of
+    /// faces that have no bold ones are as bold as there.
+    void DrawAsPrinted(QPainter& painter, QPointF leftTop, int escapement, ColorRef color, const QString& text) const;
 
 private:
+    template<class DrawLine>
+    void draw(QPainter& painter, QPointF leftTop, int escapement, ColorRef color, const DrawLine& drawLine) const;
+
     QFont face;
     QFontMetricsF metrics;
 };

@@ -130,7 +130,6 @@ void PreviewDevice::Text(DevicePoint leftTop, const QString& text) {
     if (!textPainter.isActive()) {
         if (!textPainter.begin(&picture))
             return;
-        textPainter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         textPainter.scale(scaleX, scaleY);
         textPainter.translate(measures.OffsetX, measures.OffsetY);
     }
@@ -138,7 +137,8 @@ void PreviewDevice::Text(DevicePoint leftTop, const QString& text) {
         textPainter.setClipRect(state.Clip->Left, state.Clip->Top, state.Clip->Width(), state.Clip->Height());
     else
         textPainter.setClipping(false);
-    font().Draw(textPainter, QPointF(leftTop.X, leftTop.Y), state.TextFont.Escapement, state.TextColor, text);
+    const QPointF corner(leftTop.X, leftTop.Y);
+    font().DrawAsPrinted(textPainter, corner, state.TextFont.Escapement, state.TextColor, text);
 }
 
 DeviceSize PreviewDevice::MeasureText(const QString& text) const {

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QIcon>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -41,6 +42,8 @@ struct CommandBars::Band {
     QMenuBar* menuBar = nullptr;
     QToolBar* toolBar = nullptr;
     QMenu* menu = nullptr;
+    QLabel* note = nullptr; ///< behind the tools of a tool bar, once there is one
+    bool wanted = true;     ///< shown as far as its owner is concerned
     std::vector<Place> places;
 
     QWidget& Widget() const {
@@ -101,6 +104,10 @@ void CommandBars::AddBand(const QString& name, BandKind kind, const QString& cap
         band->toolBar->setIconSize({20, 20});
         // The bars have commands of their own to be shown and hidden by.
         band->toolBar->toggleViewAction()->setVisible(false);
+        connect(band->toolBar, &QToolBar::visibilityChanged, this, [this, band = band.get()](bool visible) {
+            if (!visible && band->wanted)
+                emit BandClosed(band->name);
+        });
     } else {
         band->menu = new CommandMenu(caption, name, window);
         connect(band->menu, &QMenu::aboutToShow, this, [this, name] { emit BandOpening(name); });
@@ -289,8 +296,28 @@ bool CommandBars::BandVisible(const QString& name) const {
 }
 
 void CommandBars::SetBandVisible(const QString& name, bool visible) {
-    if (Band* band = findBand(name))
-        band->Widget().setVisible(visible);
+    Band* band = findBand(name);
+    if (!band)
+        return;
+    band->wanted = visible;
+    if (visible && band->toolBar && band->toolBar->isFloating())
+        window.addToolBar(Qt::TopToolBarArea, band->toolBar);
+    band->Widget().setVisible(visible);
+}
+
+void CommandBars::SetNote(const QString& name, const QString& text) {
+    Band* band = findBand(name);
+    if (!band || !band->toolBar)
+        return;
+    if (!band->note) {
+        band->note = new QLabel;
+        band->note->setObjectName(name + u"_note"_s);
+        band->note->setMargin(band->note->fontMetrics().averageCharWidth());
+        band->toolBar->addWidget(band->note);
+    }
+    band->note->setText(text);
+    // It grows with its text and never shrinks, so that the bar doesn't move with each text.
+    band->note->setMinimumWidth(std::max(band->note->minimumWidth(), band->note->sizeHint().width()));
 }
 
 QStringList CommandBars::BandTools(const QString& name) const {

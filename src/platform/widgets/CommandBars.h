@@ -71,7 +71,10 @@ public:
     void SetPicture(const QString& name, const QIcon& picture);
 
     bool BandVisible(const QString& band) const;
+    /// A tool bar that floats is docked when it is shown.
     void SetBandVisible(const QString& band, bool visible);
+    /// A line of text behind the tools of a tool bar.
+    void SetNote(const QString& band, const QString& text);
     /// Names of a band's tools in their order.
     QStringList BandTools(const QString& band) const;
     /// Puts a tool at the end of a band, made first when it is new.
@@ -95,6 +98,8 @@ signals:
     void Clicked(const QString& tool);
     void ComboSelected(const QString& combo);
     void BandOpening(const QString& band);
+    /// The user has closed a tool bar.
+    void BandClosed(const QString& band);
 
 private:
     struct Tool;

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSlider>
 
 namespace FormSupport {
 
@@ -57,6 +58,14 @@ void Take(const ColorButton* button, ColorRef& value) {
 
 QString TextOf(const QLineEdit* box) {
     return box->text();
+}
+
+void Put(const SliderSteps& slider, int value) {
+    slider.Slider->setValue(value / slider.Step);
+}
+
+void Take(const SliderSteps& slider, int& value) {
+    value = slider.Slider->value() * slider.Step;
 }
 
 } // namespace FormSupport

@@ -16,6 +16,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QRadioButton;
+class QSlider;
 
 namespace FormSupport {
 
@@ -41,6 +42,12 @@ struct LineNumber {
     int First = 0;
 };
 
+/// A slider whose positions stand for so much each; a value between two of them is shown as the lower one.
+struct SliderSteps {
+    QSlider* Slider;
+    int Step = 1;
+};
+
 // How each kind of control shows a value and gives it back. A combo without a chosen line gives -1; a group of which
 // nothing is chosen leaves the field as it is.
 void Put(QCheckBox* box, bool value);
@@ -53,6 +60,8 @@ void Put(QLineEdit* box, const QString& value);
 void Take(const QLineEdit* box, QString& value);
 void Put(ColorButton* button, ColorRef value);
 void Take(const ColorButton* button, ColorRef& value);
+void Put(const SliderSteps& slider, int value);
+void Take(const SliderSteps& slider, int& value);
 QString TextOf(const QLineEdit* box);
 
 inline void Put(QComboBox* combo, int value) {

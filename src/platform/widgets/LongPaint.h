@@ -20,15 +20,15 @@ public:
         : box(pictureBox), show(std::move(showProgress)) {}
 
     /// Paints a picture of the box's size by `draw`, which is called on another thread, and again when the size changes
-    /// meanwhile.
-    Outcome Paint(const std::function<void(DeviceContext&)>& draw);
+    /// meanwhile. `beside` runs on yet another thread, once.
+    Outcome Paint(const std::function<void(DeviceContext&)>& draw, const std::function<void()>& beside = {});
     bool IsRunning() const { return painting; }
     /// What to tell the user of the last one that was stopped.
     const QString& WhyStopped() const { return whyStopped; }
 
 private:
-    bool paintSheet(const std::function<void(DeviceContext&)>& draw);
-    bool drawSheet(const std::function<void(DeviceContext&)>& draw);
+    bool paintSheet(const std::function<void(DeviceContext&)>& draw, const std::function<void()>& beside);
+    bool drawSheet(const std::function<void(DeviceContext&)>& draw, const std::function<void()>& beside);
 
     PictureBox& box;
     std::function<void(const QString&)> show;

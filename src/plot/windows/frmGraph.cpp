@@ -2,6 +2,7 @@
 
 #include "app/windows/GraphWindows.h"
 #include "platform/base/NativePath.h"
+#include "platform/device/Printers.h"
 #include "platform/widgets/FormSupport.h"
 #include "platform/widgets/PictureBox.h"
 #include "plot/windows/frmGraphSetting.h"
@@ -28,10 +29,11 @@ void NotifyGraphLayoutChanged(const frmGraph* source) {
 
 } // namespace mdApplication
 
-frmGraph::frmGraph(QWidget* owner, const ResultModel& source, ApplicationSettings& target, Tell progress)
+frmGraph::frmGraph(QWidget* owner, const ResultModel& source, ApplicationSettings& target, Printers& installed,
+                   Tell progress)
     : QWidget(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
                          Qt::WindowCloseButtonHint),
-      model(source), settings(target), tell(std::move(progress)) {
+      model(source), settings(target), printers(installed), tell(std::move(progress)) {
     Q_INIT_RESOURCE(graphWindows);
     setObjectName(u"frmGraph"_s);
     setWindowTitle(graph.Caption);
@@ -49,6 +51,7 @@ void frmGraph::buildControls() {
     tbGeneral = Named(new QToolBar(this), u"tbGeneral"_s);
     picScreen = Named(new PictureBox(this), u"picScreen"_s);
     picScreen->setAccessibleName(tr("グラフ"));
+    picScreen->setAcceptDrops(false);
     paint = std::make_unique<LongPaint>(*picScreen, tell);
     lstLegend = Named(new QListWidget(this), u"lstLegend"_s);
     lstLegend->setAccessibleName(tr("系列"));
@@ -57,7 +60,7 @@ void frmGraph::buildControls() {
     lstLegend->hide();
 
     addCommand("save", tr("保存"), QKeySequence(u"Ctrl+S"_s), &frmGraph::save);
-    addCommand("print", tr("印刷"), QKeySequence(u"Ctrl+P"_s), nullptr);
+    addCommand("print", tr("印刷"), QKeySequence(u"Ctrl+P"_s), &frmGraph::print)->setEnabled(printers.Any());
     addCommand("copy", tr("テキストコピー"), QKeySequence(u"Ctrl+C"_s), &frmGraph::copyText);
     addCommand("image", tr("イメージコピー"), QKeySequence(u"Ctrl+Shift+C"_s), &frmGraph::copyImage);
     tbGeneral->addSeparator();
@@ -88,7 +91,6 @@ QAction* frmGraph::addCommand(const char* key, const QString& tip, const QKeySeq
     auto* action = tbGeneral->addAction(QIcon(u":/icons/graph%1.svg"_s.arg(picture)), tip);
     action->setObjectName(QString::fromLatin1(key));
     action->setShortcut(shortcut);
-    action->setEnabled(act != nullptr);
     tbGeneral->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     connect(action, &QAction::triggered, this, [this, action, act] {
         if (LongWork::IsRunning())

@@ -12,6 +12,7 @@ class QListWidget;
 class QMenu;
 class QToolBar;
 class PictureBox;
+class Printers;
 class clsMouse;
 struct PictureContent;
 
@@ -22,8 +23,9 @@ public:
     /// Told what long work is going on, and at its end an empty text.
     using Tell = std::function<void(const QString&)>;
 
-    /// `model` and `settings` are the program's, and must outlive the window. It is destroyed when it is closed.
-    frmGraph(QWidget* owner, const ResultModel& model, ApplicationSettings& settings, Tell tell);
+    /// `model`, `settings` and `printers` are the program's, and must outlive the window. It is destroyed when it is
+    /// closed.
+    frmGraph(QWidget* owner, const ResultModel& model, ApplicationSettings& settings, Printers& printers, Tell tell);
 
     /// Builds a graph of the model's item and of what is picked, once. False when the user has stopped it: the window
     /// is of no use then.
@@ -65,6 +67,7 @@ private:
 
     // frmGraphFiles.cpp
     void save();
+    void print();
     PictureContent contentOf(const QString& path) const;
     void copyText();
     void copyImage();
@@ -79,6 +82,7 @@ private:
 
     const ResultModel& model;
     ApplicationSettings& settings;
+    Printers& printers;
     Tell tell;
     Graph graph;
     bool Building = false;           ///< the list of series is being filled or changed as a whole

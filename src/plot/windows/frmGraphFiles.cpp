@@ -1,7 +1,8 @@
-// What leaves the graph window: files and what is copied.
+// What leaves the graph window: files, pages, and what is copied.
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
+#include "platform/device/Printers.h"
 #include "platform/raster/pictureFormats.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/PictureBox.h"
@@ -43,6 +44,24 @@ PictureContent frmGraph::contentOf(const QString& path) const {
         mdGraph::ApplyGraphStyle(settings, model, device, copy);
         mdGraph::DrawGraph(device, settings.Graph, copy);
     })();
+}
+
+/// As the style was applied for the screen; only places and fonts are those of the page.
+void frmGraph::print() {
+    const PageSettings& page = settings.Page;
+    const std::optional<PlotPrinter> printer = printers.Open(page.Printer, page.Orientation, page.PaperSize);
+    if (!printer) {
+        ShowMessage(tr("プリンタ[%1]を開くことができません。").arg(page.Printer), MessageStyle::Stop);
+        return;
+    }
+    LowerGraphWindows(true);
+    Graph copy = graph;
+    const PrintResult result =
+        printers.Print(*printer, ApplicationTitle + u' ' + windowTitle(),
+                       [&](DeviceContext& device) { mdGraph::PrintGraph(device, settings, copy); });
+    LowerGraphWindows(false);
+    if (result.End == PrintResult::Refused)
+        ShowMessage(tr("プリンタを開くことができません。") + u"\r\n"_s + result.Problem, MessageStyle::Stop);
 }
 
 void frmGraph::copyText() {

@@ -45,8 +45,12 @@ TEST_F(WholeFileTest, TakesTheEarlierFilesPlace) {
         WholeFile file(folder.Path(QString::fromLatin1(name)));
         file.write(after.left(10)); // by pieces, some of which wait
         file.write(after);
+        EXPECT_TRUE(file.Rewrite(9, "ab", 2) && file.Rewrite(after.size() + 9, "c", 1));
+        EXPECT_FALSE(file.Rewrite(after.size() + 9, "de", 2)) << "beyond the end";
         EXPECT_EQ(file.Commit(), std::nullopt) << name;
-        EXPECT_EQ(TestFolder::Read(folder.Path(QString::fromLatin1(name))), after.left(10) + after) << name;
+        EXPECT_EQ(TestFolder::Read(folder.Path(QString::fromLatin1(name))),
+                  after.left(9) + "ab" + after.left(after.size() - 2) + 'c')
+            << name;
         EXPECT_EQ(WholeFile::Write(folder.Path(u"old"_s), before), std::nullopt);
     }
     struct stat there {};

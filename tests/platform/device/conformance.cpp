@@ -6,6 +6,7 @@
 #include "platform/device/PainterDevice.h"
 #include "platform/device/SvgDevice.h"
 #include "platform/device/TraceDevice.h"
+#include "platform/raster/PreviewDevice.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,11 @@ struct Kind {
                     [](QImage& image, const Drawing& draw) {
                         QPainter painter(&image);
                         PainterDevice device(painter, {image.width(), image.height(), 96, 96});
+                        draw(device);
+                    }},
+                   {"preview", true,
+                    [](QImage& image, const Drawing& draw) {
+                        PreviewDevice device(image, {image.width(), image.height(), 96, 96});
                         draw(device);
                     }},
                    {"svg", false, [](QImage& image, const Drawing& draw) {

@@ -1,5 +1,6 @@
 #include "plot/windows/frmGraph.h"
 #include "FullDisk.h"
+#include "GivenPrinters.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "platform/base/Codepage.h"
@@ -33,7 +34,7 @@ struct GraphWindowTest : ModelTest {
         clsMouse picked;
         for (const int node : {0, 2, 5})
             picked.Add(node, PickedKind::Nodes);
-        auto* window = new frmGraph(&owner, model, settings, [](const QString&) {});
+        auto* window = new frmGraph(&owner, model, settings, printers, [](const QString&) {});
         EXPECT_TRUE(window->Initialize(type, picked));
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
@@ -55,6 +56,7 @@ struct GraphWindowTest : ModelTest {
     }
 
     QWidget owner;
+    GivenPrinters printers;
     ApplicationSettings settings;
 };
 
@@ -103,6 +105,31 @@ TEST_F(GraphWindowTest, SavesAndCopiesNumbersAndPictures) {
     EXPECT_TRUE(saved(window, u"none.csv"_s, true).isEmpty());
 }
 
+TEST_F(GraphWindowTest, PrintsWithinTheMarginsOfThePage) {
+    PrinterDescription& printer = printers.List[0];
+    for (PrinterPaper& paper : printer.Papers)
+        paper.Unprintable = {4, 5, 6, 7};
+    settings.Page.Orientation = PlotPrinter::Portrait;
+    settings.Page.Printer = u"trace"_s;
+    settings.Page.Margin = {200, 300, 10, 500};
+    frmGraph& window = graphOf(GraphType::History);
+    const QImage shown = pictureOf(window).Image();
+    trigger(window, u"print"_s);
+    ASSERT_EQ(printers.Pages.size(), 1);
+    EXPECT_EQ(printers.Pages[0].Title, u"Velorin 変位 時系列図"_s);
+    // A4 at ten dots a millimetre, 4 and 5 mm of which lie before the printer's origin.
+    EXPECT_TRUE(printers.Pages[0].Trace.contains("\nClipRect 160 250 2050 2420\n"));
+    EXPECT_EQ(pictureOf(window).Image(), shown);
+    Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
+    printers.Result = {PrintResult::Refused, u"voll"_s};
+    trigger(window, u"print"_s);
+    EXPECT_EQ(Dialogs::Testing::Asked().last().Text, u"プリンタを開くことができません。\r\nvoll"_s);
+    Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
+    settings.Page.Printer = u"gone"_s;
+    trigger(window, u"print"_s);
+    EXPECT_EQ(Dialogs::Testing::Asked().last().Text, u"プリンタ[gone]を開くことができません。"_s);
+}
+
 TEST_F(GraphWindowTest, PointsUnderMouseAndKeysLeadBackAndTheLineFollowsTheStep) {
     frmGraph& window = graphOf(GraphType::History);
     PictureBox& picture = pictureOf(window);
@@ -134,7 +161,7 @@ TEST_F(GraphWindowTest, OddGraphsAndSizesAreDrawn) {
     first.resize(2000, 3);
     QApplication::processEvents();
     clsMouse nothing;
-    frmGraph empty(&owner, model, settings, {});
+    frmGraph empty(&owner, model, settings, printers, [](const QString&) {});
     EXPECT_TRUE(empty.Initialize(GraphType::History, nothing) && empty.Invalid());
     empty.show();
     VrfBuilder file = twoSquares();
