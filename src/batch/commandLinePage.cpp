@@ -6,7 +6,6 @@
 #include "output/pageLabels.h"
 #include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
-#include "platform/device/PaperSizes.h"
 
 #include <QFileInfo>
 #include <QIODevice>
@@ -65,20 +64,23 @@ int tenthsOf(double millimetres) {
     return Round(millimetres * 10);
 }
 
-const PaperSize* namedPaper(const QString& name) {
-    constexpr std::pair<QStringView, int> latinNames[] = {{u"letter", 1}, {u"legal", 5}, {u"postcard", 43}};
-    for (const auto& [latin, code] : latinNames)
-        if (name.compare(latin, Qt::CaseInsensitive) == 0)
-            return PaperSizes::Find(code);
-    const auto papers = PaperSizes::Table();
-    const auto found = std::ranges::find_if(
-        papers, [&](const PaperSize& paper) { return name.compare(paper.Name, Qt::CaseInsensitive) == 0; });
-    return found == papers.end() ? nullptr : &*found;
+/// By its name, or by what it is called for short.
+const PrinterPaper* namedPaper(const QList<PrinterPaper>& papers, const QString& name) {
+    constexpr std::pair<QStringView, int> shortNames[] = {{u"letter", 1}, {u"tabloid", 3},   {u"legal", 5}, {u"b4", 12},
+                                                          {u"b5", 13},    {u"postcard", 43}, {u"b6", 88}};
+    for (const PrinterPaper& paper : papers) {
+        const bool called = std::ranges::any_of(shortNames, [&](const auto& row) {
+            return row.second == paper.Code && name.compare(row.first, Qt::CaseInsensitive) == 0;
+        });
+        if (called || name.compare(paper.Name, Qt::CaseInsensitive) == 0)
+            return &paper;
+    }
+    return nullptr;
 }
 
-QSizeF parsePaper(const QString& text) {
+QSizeF parsePaper(const QList<PrinterPaper>& papers, const QString& text) {
     const QString name = text.trimmed();
-    if (const PaperSize* paper = namedPaper(name))
+    if (const PrinterPaper* paper = namedPaper(papers, name))
         return {paper->WidthMm, paper->HeightMm};
     QString sides = name.toLower();
     if (sides.endsWith(u"mm"))
@@ -186,11 +188,15 @@ Job jobFrom(const Options& options) {
     job.dotsPerInch = dotsPerInchFrom(options, job.format);
     job.scene = SceneChoiceFrom(options);
     job.page = pageFrom(options, job.scene.Settings.Page);
-    const PaperSize* paper = PaperSizes::Find(job.page.PaperSize);
-    job.isPaperKnown = paper || options.IsSet(u"paper"_s);
-    paper = paper ? paper : PaperSizes::Find(PaperSizes::A4);
-    job.sheetMm =
-        options.IsSet(u"paper"_s) ? parsePaper(options.Text(u"paper"_s)) : QSizeF(paper->WidthMm, paper->HeightMm);
+    const QList<PrinterPaper> papers = PrinterDescription::Pdf().Papers;
+    if (options.IsSet(u"paper"_s)) {
+        job.sheetMm = parsePaper(papers, options.Text(u"paper"_s));
+    } else {
+        // Codes that stand for something on one printer alone are unknown here.
+        const PlotPrinter sheet(PrinterDescription::Pdf(), PlotPrinter::Portrait, job.page.PaperSize);
+        job.sheetMm = {sheet.PaperWidthMm(), sheet.PaperHeightMm()};
+        job.isPaperKnown = sheet.PaperSize() == job.page.PaperSize;
+    }
     job.scene.Settings.Page = job.page;
     return job;
 }

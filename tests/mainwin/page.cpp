@@ -1,12 +1,10 @@
 // What the window does about the printed page.
 #include "GivenPrinters.h"
 #include "WindowTest.h"
-#include "output/windows/frmPageLayout.h"
 #include "output/windows/frmPreview.h"
 
 #include <QComboBox>
 #include <QLabel>
-#include <QTimer>
 
 using mdApplication::InstalledPrinters;
 using mdApplication::Settings;
@@ -21,21 +19,6 @@ struct PageWindowTest : WindowTest {
         openFirst(folder.Write(twoSquares().Bytes(), u"二.vrf"_s));
     }
     ~PageWindowTest() override { InstalledPrinters = std::move(before); }
-    /// Does `act` to the dialog that `command` opens, and closes it.
-    template<class Dialog>
-    void whenOpen(const QString& command, const std::function<void(Dialog&)>& act) {
-        bool done = false;
-        QTimer::singleShot(0, &window, [&] {
-            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            act(*dialog);
-            dialog->close();
-            done = true;
-        });
-        window.ExecuteCommand(command);
-        EXPECT_TRUE(done);
-    }
-
     GivenPrinters* printers = nullptr;
     std::unique_ptr<Printers> before;
 };
@@ -67,46 +50,36 @@ TEST_F(PageWindowTest, PrintsTheViewAndTellsWhatGoesWrong) {
 }
 
 TEST_F(PageWindowTest, PreviewShowsTheSheetAndPrintsIt) {
-    whenOpen<frmPreview>(u"miFilePreview"_s, [&](frmPreview& preview) {
-        const auto click = [&](const QString& name) {
-            QTest::mouseClick(preview.findChild<QWidget*>(name), Qt::LeftButton);
-        };
-        const auto text = [&](const QString& name) { return preview.findChild<QLabel*>(name)->text(); };
-        const auto whiteRows = [&] {
-            const QImage image = preview.findChild<PictureBox*>(u"picScreen"_s)->Image();
-            int rows = 0;
-            for (int y = 0; y < image.height(); ++y)
-                rows += image.pixel(image.width() / 2, y) == qRgb(255, 255, 255);
-            return rows;
-        };
-        EXPECT_EQ(text(u"lblPrinter"_s) + text(u"lblPaper"_s), u"traceA4  297 × 210 mm"_s);
-        QTest::qWait(300);
-        const int fitting = whiteRows();
-        EXPECT_GT(fitting, 100);
-        auto* zoom = preview.findChild<QComboBox*>(u"cmbZoom"_s);
-        QTest::keyClick(zoom, Qt::Key_Down);
-        QTest::qWait(300);
-        EXPECT_EQ(preview.findChild<PictureBox*>(u"picScreen"_s)->minimumHeight(), 794 + 10);
-        EXPECT_GT(whiteRows(), fitting);
-        click(u"Command1_0"_s);
-        EXPECT_EQ(printers->Pages.size(), 1);
-        QTimer::singleShot(0, &preview, [&] {
-            auto* layout = qobject_cast<frmPageLayout*>(QApplication::activeModalWidget());
-            layout->findChild<QComboBox*>(u"cmbOrientation"_s)->setCurrentIndex(0);
-            layout->findChild<QComboBox*>(u"cmbPrinter"_s)->setCurrentIndex(1);
-            QTest::mouseClick(layout->findChild<QWidget*>(u"Command1_0"_s), Qt::LeftButton);
-        });
-        click(u"Command1_1"_s);
-        EXPECT_EQ(text(u"lblPrinter"_s) + text(u"lblPaper"_s), u"PDFA4  210 × 297 mm"_s);
-        Settings.Page.ScaleDenominator = 0.001;
+    frmPreview preview(&window, mdApplication::Current, *printers);
+    preview.show();
+    const auto shown = [&] {
         preview.FirstStep();
-        EXPECT_EQ(text(u"lblStatus"_s), u"縮尺 1:0.001 では余白の内側に収まりません。"_s);
-        printers->List.clear();
-        preview.FirstStep();
-        EXPECT_EQ(text(u"lblStatus"_s), u"プリンタを開くことができません。"_s);
         QTest::qWait(300);
-        EXPECT_EQ(whiteRows(), 0) << "no sheet";
-    });
+        QString texts;
+        for (const QString& name : {u"lblPrinter"_s, u"lblPaper"_s, u"lblStatus"_s})
+            texts += preview.findChild<QLabel*>(name)->text() + u'|';
+        return texts;
+    };
+    const auto whiteRows = [&] {
+        const QImage image = preview.findChild<PictureBox*>(u"picScreen"_s)->Image();
+        int rows = 0;
+        for (int y = 0; y < image.height(); ++y)
+            rows += image.pixel(image.width() / 2, y) == qRgb(255, 255, 255);
+        return rows;
+    };
+    EXPECT_EQ(shown(), u"trace|A4  297 × 210 mm||"_s);
+    EXPECT_GT(whiteRows(), 100);
+    QTest::keyClick(preview.findChild<QComboBox*>(u"cmbZoom"_s), Qt::Key_Down);
+    Settings.Page.Orientation = PlotPrinter::Portrait;
+    Settings.Page.ScaleDenominator = 0.001;
+    EXPECT_EQ(shown(), u"trace|A4  210 × 297 mm|縮尺 1:0.001 では余白の内側に収まりません。|"_s);
+    EXPECT_EQ(preview.findChild<PictureBox*>(u"picScreen"_s)->minimumHeight(), 1123 + 10) << "at 96 dots an inch";
+    Settings.Page.ScaleDenominator = 0;
+    QTest::mouseClick(preview.findChild<QWidget*>(u"Command1_0"_s), Qt::LeftButton);
+    EXPECT_EQ(printers->Pages.size(), 1);
+    printers->List.clear();
+    EXPECT_EQ(shown(), u"||プリンタを開くことができません。|"_s);
+    EXPECT_EQ(whiteRows(), 0) << "no sheet";
 }
 
 } // namespace

@@ -36,6 +36,7 @@ expect "four bytes are not enough" text/plain "$(contentType "$folder/magic cut 
 expect "opened by" velorin.desktop "$(gio mime "$type")"
 version=$(sed -n 's/^project(Velorin VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
 expect "program" "$version" "$(velorin-batch --version)"
-[[ -x $folder/usr/bin/velorin && -s $folder/usr/share/icons/hicolor/scalable/apps/velorin.svg ]] ||
-    { echo "program or icon not installed" >&2; failures=$((failures + 1)); }
+[[ -x $folder/usr/bin/velorin && -s $folder/usr/share/icons/hicolor/scalable/apps/velorin.svg &&
+    -s $folder/usr/share/velorin/help/ja/index.html ]] ||
+    { echo "program, icon or manual not installed" >&2; failures=$((failures + 1)); }
 exit $((failures > 0))

@@ -160,16 +160,24 @@ void frmPreview::redraw() {
         const QSize pixels = cmbZoom->currentIndex() == RealSize
                                  ? pagePreview::RealSize(*printer, picScreen->DotsPerInch())
                                  : pagePreview::FittingSize(*printer, free);
-        if (sheet.size() != pixels && !paintSheet(pixels))
-            lblStatus->setText(u"中止しました。"_s);
+        if (sheet.size() != pixels)
+            paintSheet(pixels);
     }
     compose();
 }
 
-/// False when it was stopped or there was no memory: the sheet is then blank.
-bool frmPreview::paintSheet(QSize pixels) {
+/// Until it is painted, and when it isn't to its end, the page stands there as it was in its former size.
+void frmPreview::paintSheet(QSize pixels) {
     painting = true;
     const auto done = qScopeGuard([this] { painting = false; });
+    if (sheet.isNull()) {
+        sheet = QImage(pixels, QImage::Format_RGB32);
+        sheet.fill(Qt::white);
+    } else {
+        sheet = sheet.scaled(pixels);
+    }
+    compose();
+    showFacts();
     QImage painted;
     LongWork work(u"描画中... (Esc で中止)"_s, [this, before = lblStatus->text()](const QString& text) {
         lblStatus->setText(text.isEmpty() ? before : text);
@@ -183,15 +191,13 @@ bool frmPreview::paintSheet(QSize pixels) {
                 // Run tells.
             }
         });
+        if (!whole)
+            lblStatus->setText(u"中止しました。"_s);
     } catch (const std::bad_alloc&) {
-        whole = false;
+        lblStatus->setText(u"メモリが足りないため、描画を中止しました。"_s);
     }
-    if (!whole) {
-        painted = QImage(pixels, QImage::Format_RGB32);
-        painted.fill(Qt::white);
-    }
-    sheet = painted;
-    return whole;
+    if (whole)
+        sheet = painted;
 }
 
 void frmPreview::compose() {

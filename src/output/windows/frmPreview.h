@@ -42,13 +42,13 @@ private:
     void showFacts();
     void chooseZoom();
     void redraw();
-    bool paintSheet(QSize pixels);
+    void paintSheet(QSize pixels);
     void compose();
 
     Session& session;
     Printers& printers;
     std::optional<PlotPrinter> printer;
-    QImage sheet; ///< null while nothing has been painted
+    QImage sheet; ///< null while there is none to paint, and before the first
     bool painting = false;
     QTimer redrawing; ///< runs while the size may still change
 
