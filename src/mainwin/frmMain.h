@@ -98,6 +98,7 @@ private:
     void runTool(int index);
 
     // frmMainPage.cpp
+    bool isThereAPrinter();
     void printOut();
     void showPreview();
     void editPageLayout();
