@@ -72,8 +72,8 @@ const CommandRow commandTable::commands[] = {
     {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::repaint, setting<&S::Contour, &ContourSettings::Legend>},
     {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::editContourValue},
     {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDrawSettings},
-    {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, nullptr},
-    {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, nullptr},
+    {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createDistribution},
+    {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createHistory},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
     {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", Needs::ShowOff, &frmMain::toggleSlideShow},
     {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editOptions},
@@ -84,10 +84,10 @@ const CommandRow commandTable::commands[] = {
     {u"miHelpWebTemplate", 9998, u"Webページテンプレート", u"", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
     {u"miHelpVersion", 9999, u"バージョン情報(&A)...", u"プログラムのバージョンを表示します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, &frmMain::showAbout},
     {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", Needs::ShowOn, &frmMain::toggleSlideShow},
-    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::exportSlideShow},
     {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowRunning, &frmMain::pauseSlideShow},
     {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::restartSlideShow},
-    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::pauseSlideShow},
     {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::editSlideShow},
 };
 // clang-format on

@@ -7,7 +7,9 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <memory>
 
+class LongPaint;
 class PictureBox;
 class QScrollBar;
 
@@ -25,6 +27,9 @@ public:
     void Paint(const std::function<void()>& meanwhile = {});
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
+    /// What the picture's size is to be, and how fine it is.
+    DeviceSize PixelSize() const;
+    int DotsPerInch() const;
     /// Makes the picture empty.
     void Clear();
     /// Fits the picture anew at each change of its size, whatever the scale mode, until these have come to an end: the
@@ -55,8 +60,6 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
-    bool paintSheet(const std::function<void()>& meanwhile);
-    bool drawSheet(const std::function<void()>& meanwhile);
     bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
@@ -79,9 +82,9 @@ private:
 
     Session& session;
     clsMouse& selection;
-    bool painting = false, paintAgain = false, paintDue = false;
-    QString whyStopped;
+    bool paintDue = false;
     PictureBox* picScreen = nullptr;
+    std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
 };

@@ -83,6 +83,12 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainGraph.cpp
+    void createDistribution();
+    void createHistory();
+    void createGraphFromSelection(int graphType);
+    void showGraphPoint(int step, int objectType, int object);
+
     // frmMainExtensions.cpp
     void buildAddinMenu();
     void buildToolsMenu();
@@ -125,6 +131,13 @@ private:
     void showNextSlide();
     void editSlideShow();
     QString slideShowNote() const;
+
+    // frmMainFilm.cpp
+    using FilmWork = std::function<void(const LoadProgress&)>;
+    void exportSlideShow();
+    /// False when the work was asked to stop.
+    bool makeFilm(const FilmWork& makeFrames);
+    void promptFilmName(QString& path, bool& cancel);
 
     static frmMain* instance;
     bool updatingUi = false;

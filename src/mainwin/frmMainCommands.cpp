@@ -1,6 +1,7 @@
 // What the commands do.
 #include "mainwin/frmMain.h"
 
+#include "app/helpPages.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
@@ -9,7 +10,6 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
-#include "platform/base/NativePath.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
@@ -150,11 +150,11 @@ void frmMain::editDifference() {
 }
 
 void frmMain::showHelpIndex() {
-    const QStringList pages = NativePath::Files(Settings.Window.Help, {u"index.htm*"_s});
-    if (pages.isEmpty())
+    const QString page = helpPages::Index(Settings.Window.Help, mdApplication::ProgramFolder(), u"ja"_s);
+    if (page.isEmpty())
         ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
     else
-        Shell::Open(Settings.Window.Help + u'/' + pages.constFirst());
+        Shell::Open(page);
 }
 
 void frmMain::showAbout() {
