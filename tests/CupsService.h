@@ -9,6 +9,9 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QThread>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 class CupsService {
 public:
@@ -35,7 +38,7 @@ public:
               "<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s);
         qputenv("CUPS_SERVER", path(u"socket"_s).toUtf8());
         process.start(daemon, {u"-f"_s, u"-c"_s, path(u"cupsd.conf"_s), u"-s"_s, path(u"files.conf"_s)});
-        running = process.waitForStarted() && until([this] { return run(u"lpstat"_s, {u"-r"_s}); });
+        running = process.waitForStarted() && until([this] { return answers(); });
     }
     ~CupsService() {
         process.terminate();
@@ -74,6 +77,17 @@ public:
     }
 
 private:
+    bool answers() const {
+        const QByteArray name = path(u"socket"_s).toUtf8();
+        sockaddr_un address{AF_UNIX, {}};
+        if (std::size_t(name.size()) >= sizeof address.sun_path)
+            return false;
+        std::ranges::copy(name, address.sun_path);
+        const int handle = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        const bool taken = connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+        close(handle);
+        return taken;
+    }
     static QString tool(const QString& name) {
         const QString found = QStandardPaths::findExecutable(name);
         return found.isEmpty() ? QStandardPaths::findExecutable(name, {u"/usr/sbin"_s}) : found;

@@ -73,6 +73,10 @@ frmLabelEdit::frmLabelEdit(QWidget* parent)
     connect(chkMacro, &QCheckBox::toggled, this, &frmLabelEdit::showMacros);
     connect(Command1[0], &QPushButton::clicked, this, &frmLabelEdit::apply);
     connect(Command1[1], &QPushButton::clicked, this, &QDialog::reject);
+    FormSupport::TabOrder({txtLabel, cmdFont, optPosition[0]});
+    for (std::size_t i = 1; i < optPosition.size(); ++i)
+        FormSupport::TabOrder({optPosition[i - 1], optPosition[i]});
+    FormSupport::TabOrder({optPosition.back(), chkMacro, txtMacro, Command1[0], Command1[1]});
     Position(0);
     showMacros(false);
     FormSupport::PlaceOnScreen(*this, {sizeHint().width(), height()});

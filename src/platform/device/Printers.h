@@ -31,6 +31,9 @@ class Printers {
 public:
     virtual ~Printers() = default;
 
+    /// Told what goes on whenever that takes longer, and an empty text when it is over.
+    std::function<void(const QString&)> Progress;
+
     /// In the system's order.
     virtual QStringList Names() = 0;
     /// True when there is any; asks nobody who might be slow.

@@ -23,6 +23,8 @@ public:
     }
 
     bool IsOpen() const { return http != nullptr; }
+    /// The user's own before the service's; it need not be there.
+    QString Default() const { return QString::fromUtf8(cupsGetDefault2(http.get())).section(u'/', 0, 0); }
     /// Null when there is no answer; `body` goes along.
     Cups::Response Ask(Cups::Request request, const char* resource, const QByteArray& body = {}) {
         const auto whole = std::size_t(body.size());
@@ -83,10 +85,9 @@ std::optional<Listing> List() {
     for (ipp_attribute_t* name = ippFindAttribute(queues.get(), "printer-name", IPP_TAG_NAME); name;
          name = ippFindNextAttribute(queues.get(), "printer-name", IPP_TAG_NAME))
         listing.Names.append(QString::fromUtf8(ippGetString(name, 0, nullptr)));
-    Cups::Request one = requestFor(CUPS_GET_DEFAULT);
-    wants(one, {"printer-name"});
-    if (const Cups::Response standard = service.Ask(std::move(one), "/"))
-        listing.Default = Cups::TextOf(standard, "printer-name");
+    listing.Default = service.Default();
+    if (!listing.Names.contains(listing.Default))
+        listing.Default.clear();
     return listing;
 }
 

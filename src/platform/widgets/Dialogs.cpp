@@ -1,14 +1,12 @@
 #include "platform/widgets/Dialogs.h"
 
 #include "platform/base/NativePath.h"
-#include "platform/widgets/ColorButton.h"
+#include "platform/widgets/FontDialog.h"
 
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFontDialog>
-#include <QGridLayout>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
@@ -201,34 +199,8 @@ std::optional<FontChoice> ChooseFont(QWidget* parent, const QString& title, cons
         return scriptedAnswer<FontAnswer>({Testing::Kind::Font, initial.Family, title, 0}, std::nullopt);
     if (!hasWidgets())
         return std::nullopt;
-    QFont first(initial.Family);
-    first.setPointSizeF(std::max(1.0, initial.Points));
-    first.setBold(initial.Bold);
-    first.setItalic(initial.Italic);
-    first.setUnderline(initial.Underline);
-    first.setStrikeOut(initial.StrikeOut);
-    QFontDialog dialog(first, parent);
-    dialog.setObjectName(u"fontDialog"_s);
-    dialog.setWindowTitle(title);
-    dialog.setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::ScalableFonts);
-    // The toolkit's dialog knows no colour; the last row of its grid is that of the buttons.
-    auto* color = new ColorButton(u"文字色(&O)..."_s);
-    color->setObjectName(u"cmdColor"_s);
-    color->SetColor(initial.Color);
-    if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
-        grid->addWidget(color, grid->rowCount(), 0);
-    const QString standIn = dialog.currentFont().family();
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    const QFont chosen = dialog.selectedFont();
-    // A face that the system lacks shows as its stand-in, and stays what it was unless another one is chosen.
-    return FontChoice{chosen.family() == standIn ? initial.Family : chosen.family(),
-                      chosen.pointSizeF(),
-                      chosen.bold(),
-                      chosen.italic(),
-                      chosen.underline(),
-                      chosen.strikeOut(),
-                      color->Color()};
+    FontDialog dialog(parent, title, initial);
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.Chosen()) : std::nullopt;
 }
 
 namespace Testing {

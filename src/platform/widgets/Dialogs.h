@@ -39,7 +39,8 @@ struct FontChoice {
     bool operator==(const FontChoice&) const = default;
 };
 
-/// The chosen font, none after Cancel (and in a program without widgets). Only faces whose size can be any are offered.
+/// The chosen font, none after Cancel (and in a program without widgets). Only faces of any size are offered,
+/// and the first one, which the system may lack.
 std::optional<FontChoice> ChooseFont(QWidget* parent, const QString& title, const FontChoice& initial);
 
 /// Scripted answers. Between `Start` and `Stop` nothing is shown: each question takes the next answer of its kind's

@@ -30,23 +30,33 @@ QString fileNameFor(QString title) {
     return title + u".pdf"_s;
 }
 
-/// Paints the page and, unless Esc has been pressed, hands it over; `handOver` gives the reason when that fails.
-PrintResult painted(const PlotPrinter& printer, const QString& title, const Paint& paint, const QString& name,
-                    const std::function<std::optional<QString>(const QByteArray&)>& handOver) {
+} // namespace
+
+void SystemPrinters::show(const QString& text) const {
+    if (Progress)
+        Progress(text);
+}
+
+PrintResult SystemPrinters::printPage(const PlotPrinter& printer, const QString& title, const Paint& paint,
+                                      const QString& name, const Taking& take) const {
     PrintResult result{PrintResult::CalledOff};
-    LongWork printing(u"印刷中... (Esc で中止)"_s, [](const QString&) {});
-    printing.Run([&](const LongWork::Progress& goesOn) {
+    LongWork printing(u"印刷中... (Esc で中止)"_s, [this](const QString& text) { show(text); });
+    const auto work = [&](const LongWork::Progress& goesOn) {
         const PictureContent content = PdfPage(printer, title, paint)();
         if (!goesOn(0, 0))
             return;
-        if (const auto problem = content.Problem ? content.Problem : handOver(content.Bytes))
+        if (const auto problem = content.Problem ? content.Problem : take(content.Bytes))
             result = {PrintResult::Refused, name + u"\r\n"_s + *problem};
         else
             result.End = PrintResult::Done;
-    });
+    };
+    try {
+        printing.Run(work);
+    } catch (const std::bad_alloc&) {
+        result = {PrintResult::Refused, name + u"\r\nメモリが足りません。"_s};
+    }
     return result;
 }
-} // namespace
 
 template<class Answer>
 std::optional<Answer> SystemPrinters::ask(const std::function<std::optional<Answer>()>& question) {
@@ -58,7 +68,7 @@ std::optional<Answer> SystemPrinters::ask(const std::function<std::optional<Answ
     std::optional<Answer> answer;
     QElapsedTimer time;
     time.start();
-    LongWork asking({}, [](const QString&) {});
+    LongWork asking(u"プリンタに問い合わせています..."_s, [this](const QString& text) { show(text); });
     asking.Run([&](const LongWork::Progress&) { answer = question(); });
     if (!answer && time.elapsed() > silenceMs)
         silent.start();
@@ -113,7 +123,8 @@ PrintResult SystemPrinters::Print(const PlotPrinter& printer, const QString& tit
     if (name == pdfName())
         return printToFile(printer, title, paint);
     const CupsQueues::Job job{queueName(name), title, printer.Paper(), chosen.value(name)};
-    return painted(printer, title, paint, name, [&](const QByteArray& page) { return CupsQueues::Submit(job, page); });
+    return printPage(printer, title, paint, name,
+                     [&](const QByteArray& page) { return CupsQueues::Submit(job, page); });
 }
 
 PrintResult SystemPrinters::printToFile(const PlotPrinter& printer, const QString& title, const Paint& paint) {
@@ -123,5 +134,6 @@ PrintResult SystemPrinters::printToFile(const PlotPrinter& printer, const QStrin
     if (!path)
         return {PrintResult::CalledOff};
     pdfFolder = QFileInfo(*path).absolutePath();
-    return painted(printer, title, paint, *path, [&](const QByteArray& page) { return WholeFile::Write(*path, page); });
+    return printPage(printer, title, paint, *path,
+                     [&](const QByteArray& page) { return WholeFile::Write(*path, page); });
 }

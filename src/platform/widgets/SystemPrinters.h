@@ -30,6 +30,12 @@ private:
     std::optional<Answer> ask(const std::function<std::optional<Answer>()>& question);
     std::optional<CupsQueues::Listing> list();
     std::optional<CupsQueues::Queue> askQueue(const QString& name);
+    /// Takes a page that is ready; gives the reason when that fails.
+    using Taking = std::function<std::optional<QString>(const QByteArray&)>;
+    /// Paints the page and, unless Esc has been pressed, hands it over. `name` goes before the reason for a failure.
+    PrintResult printPage(const PlotPrinter& printer, const QString& title, const Paint& paint, const QString& name,
+                          const Taking& take) const;
+    void show(const QString& text) const;
     PrintResult printToFile(const PlotPrinter& printer, const QString& title, const Paint& paint);
 
     QMap<QString, QMap<QString, QString>> chosen; ///< values by printer and option

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -59,6 +60,27 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
     EXPECT_EQ(saveAs(u"a"_s, 0), folder.Path(u"a.vrf"_s));
     EXPECT_EQ(saveAs(u"b"_s, 1), folder.Path(u"b"_s));
     EXPECT_EQ(saveAs({}, 0), std::nullopt);
+}
+
+TEST(Dialogs, AFontKeepsWhatIsNotChosenAnew) {
+    const Dialogs::FontChoice missing{u"ＭＳ Ｐ明朝"_s, 10.5, true, false, true, false, 0xff00};
+    Dialogs::FontChoice expected = missing;
+    for (const bool change : {false, true}) {
+        whenShown<QDialog>([change](QDialog& dialog) {
+            if (change) {
+                dialog.findChild<QComboBox*>(u"cmbFamily"_s)->setCurrentText(u"Liberation Sans"_s);
+                dialog.findChild<QComboBox*>(u"cmbSize"_s)->setEditText(u"x"_s);
+                QTest::mouseClick(dialog.findChild<QWidget*>(u"chkEffect_0"_s), Qt::LeftButton, {}, {8, 8});
+            }
+            EXPECT_EQ(dialog.findChild<QWidget*>(u"lblSample"_s)->font().bold(), !change);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+        if (change) {
+            expected.Family = u"Liberation Sans"_s;
+            expected.Bold = false;
+        }
+        EXPECT_EQ(Dialogs::ChooseFont(nullptr, u"題"_s, missing), expected);
+    }
 }
 
 TEST(Dialogs, ColorDialogStartsFromTheColorAndGivesTheChosenOne) {
