@@ -76,7 +76,7 @@ const CommandRow commandTable::commands[] = {
     {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, nullptr},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
     {u"miToolsSlideShow", 7400, u"スライドショー(&S)", u"計算ステップを順に表示します。", u"ツール", u"F6", Kind::Button, u"", Needs::ShowOff, &frmMain::toggleSlideShow},
-    {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", Needs::Nothing, nullptr},
+    {u"miToolsOption", 7999, u"オプション(&O)...", u"線、フォント、数値の書式を設定します。", u"ツール", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editOptions},
     {u"miAddinManager", 8100, u"アドインマネージャ(&M)...", u"アドインの追加と削除を行います。", u"アドイン", u"", Kind::Button, u"", Needs::Nothing, &frmMain::manageAddins},
     {u"miHelpIndex", 9100, u"目次(&C)", u"ヘルプの目次を開きます。", u"ヘルプ", u"F1", Kind::Button, u"", Needs::Nothing, &frmMain::showHelpIndex},
     {u"miHelpKeyword", 9200, u"キーワード(&I)...", u"ヘルプをキーワードで探します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},

@@ -86,6 +86,7 @@ private:
     // frmMainExtensions.cpp
     void buildAddinMenu();
     void buildToolsMenu();
+    void editOptions();
     void manageAddins();
     void runAddin(int number);
     void runTool(int index);

@@ -1,4 +1,4 @@
-// Add-in modules and external tools on the menus.
+// Add-in modules and external tools on the menus, and the options of the program.
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
@@ -6,6 +6,7 @@
 #include "app/windows/ShowMessage.h"
 #include "extensions/mdAddIn.h"
 #include "extensions/windows/frmAddinManager.h"
+#include "extensions/windows/frmOptionSetting.h"
 #include "extensions/windows/toolPictures.h"
 #include "mainwin/commandFamilies.h"
 #include "mainwin/globals.h"
@@ -31,6 +32,21 @@ void frmMain::buildToolsMenu() {
     for (const ToolEntry& tool : mdApplication::Tools)
         entries.push_back({tool.Name, tool.Description, !tool.Missing, toolPictures::PictureOf(tool)});
     commandFamilies::Set(*bars, u"tool-"_s, entries);
+}
+
+void frmMain::editOptions() {
+    std::vector<ToolEntry> tools = mdApplication::Tools;
+    frmOptionSetting dialog(this, mdApplication::Settings, tools);
+    runModal(dialog);
+    if (!dialog.Result)
+        return;
+    if (tools != mdApplication::Tools) {
+        if (!toolTable::SaveTools(tools))
+            Tell(u"ツールの設定を保存することができません。"_s);
+        mdApplication::Tools = tools;
+        buildToolsMenu();
+    }
+    repaint();
 }
 
 void frmMain::manageAddins() {

@@ -18,7 +18,7 @@ extern Session Current;
 extern ResultModel& Model;            ///< the open result file, of `Current`
 extern ApplicationSettings& Settings; ///< the settings in force, of `Current`
 extern AddinHost Addins;
-extern std::vector<ToolEntry> Tools; ///< as the start of the program found them
+extern std::vector<ToolEntry> Tools; ///< as the start of the program or the options left them
 
 /// What there is to print on; a test puts its own list here.
 extern std::unique_ptr<Printers> InstalledPrinters;

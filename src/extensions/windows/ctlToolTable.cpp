@@ -79,9 +79,7 @@ QWidget* ctlToolTable::buildFields() {
         FormSupport::SelectAllOnFocus(*txtTool[i]);
         connect(txtTool[i], &QLineEdit::textEdited, this, &ctlToolTable::takeFields);
     }
-    cmdProgram = Named(new QPushButton(u"..."_s), u"cmdProgram"_s);
-    cmdProgram->setAccessibleName(u"プログラムの選択"_s);
-    cmdProgram->setAutoDefault(false);
+    cmdProgram = FormSupport::BrowseButton(u"cmdProgram"_s, u"プログラムの選択"_s);
     layout->addWidget(cmdProgram, Program, 2);
     txtTool[Picture]->setValidator(new QIntValidator(-1, 999, this));
     txtTool[Picture]->setMaximumWidth(fontMetrics().averageCharWidth() * 10);

@@ -47,8 +47,9 @@ constexpr Cell cellOf(int position) {
 
 frmLabelEdit::frmLabelEdit(QWidget* parent)
     : QDialog(parent), txtLabel(Named(new QLineEdit, u"txtLabel"_s)), txtFont(Named(new QLineEdit, u"txtFont"_s)),
-      cmdFont(Named(new QPushButton(u"..."_s), u"cmdFont"_s)), picPaper(Named(new PictureBox, u"picPaper"_s)),
-      lblPosition(Named(new QLabel, u"lblPosition"_s)), chkMacro(Named(new QCheckBox(u"マクロ一覧"_s), u"chkMacro"_s)),
+      cmdFont(FormSupport::BrowseButton(u"cmdFont"_s, u"フォントの選択"_s)),
+      picPaper(Named(new PictureBox, u"picPaper"_s)), lblPosition(Named(new QLabel, u"lblPosition"_s)),
+      chkMacro(Named(new QCheckBox(u"マクロ一覧"_s), u"chkMacro"_s)),
       txtMacro(Named(new QPlainTextEdit, u"txtMacro"_s)) {
     setObjectName(u"frmLabelEdit"_s);
     setWindowTitle(u"文字列の編集"_s);
@@ -84,8 +85,6 @@ frmLabelEdit::frmLabelEdit(QWidget* parent)
 
 QLayout* frmLabelEdit::textRows() {
     FormSupport::MakeReadOnly(*txtFont);
-    cmdFont->setAccessibleName(u"フォントの選択"_s);
-    cmdFont->setFixedWidth(cmdFont->sizeHint().height() * 2);
     auto* grid = new QGridLayout;
     FormSupport::AddRow(*grid, 0, u"文字列(&T):"_s, txtLabel);
     FormSupport::AddRow(*grid, 1, u"フォント(&F):"_s, txtFont)->setBuddy(cmdFont);

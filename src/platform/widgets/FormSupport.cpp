@@ -64,6 +64,14 @@ QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* cont
     return label;
 }
 
+QPushButton* BrowseButton(const QString& name, const QString& accessibleName) {
+    auto* button = Named(new QPushButton(u"..."_s), name);
+    button->setAccessibleName(accessibleName);
+    button->setAutoDefault(false);
+    button->setFixedWidth(button->sizeHint().height() * 2);
+    return button;
+}
+
 void MakeReadOnly(QLineEdit& box) {
     box.setReadOnly(true);
     box.setFocusPolicy(Qt::ClickFocus);

@@ -25,6 +25,9 @@ Control* Named(Control* control, const QString& name, int index = -1) {
 /// A row of a form: `caption` in column 0, its access key leading to `control` in column 1.
 QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* control);
 
+/// A small button "..." that asks for what stands beside it; it never becomes the dialog's default.
+QPushButton* BrowseButton(const QString& name, const QString& accessibleName);
+
 /// Shows text to look at and to copy; the Tab key passes it by.
 void MakeReadOnly(QLineEdit& box);
 

@@ -3,9 +3,12 @@
 
 #include "extensions/windows/ctlToolTable.h"
 #include "extensions/windows/frmAddinManager.h"
+#include "extensions/windows/frmOptionSetting.h"
 #include "extensions/windows/toolPictures.h"
 #include "platform/widgets/Dialogs.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -151,4 +154,52 @@ TEST(ToolPictures, ComeFromTheDesktopAndFromBesideTheProgram) {
     tool.Missing = true;
     EXPECT_TRUE(toolPictures::PictureOf(tool).isNull());
     qputenv("XDG_DATA_HOME", before);
+}
+
+TEST(Options, ChangeNothingBeforeOk) {
+    const Answers answers;
+    ApplicationSettings settings;
+    settings.Window.Help = u"/help/"_s;
+    std::vector<ToolEntry> tools{{u"a"_s, {}, u"/bin/true"_s, 0, {}, false, false}};
+    const ApplicationSettings before = settings;
+    const auto work = [&](const QString& end) {
+        frmOptionSetting form(nullptr, settings, tools);
+        form.show();
+        EXPECT_EQ(find<QLineEdit>(form, u"txtHelpDir"_s).text(), u"/help"_s);
+        EXPECT_EQ(find<QComboBox>(form, u"cmbRealFormat"_s).currentText(), u"0.000"_s);
+        find<QCheckBox>(form, u"Check1_2"_s).toggle();
+        Dialogs::Testing::QueueFile(u"/other/"_s);
+        click(form, u"cmdHelpDir"_s);
+        find<QComboBox>(form, u"cmbRealFormat"_s).setEditText(u"0.0x"_s);
+        find<QComboBox>(form, u"cmbLine"_s).setCurrentIndex(3);
+        EXPECT_EQ(find<QLineEdit>(form, u"txtLineSize"_s).text(), u"0.5"_s);
+        find<QComboBox>(form, u"cmbLineType"_s).setCurrentIndex(2);
+        find<QLineEdit>(form, u"txtLineSize"_s).setText(u"1.26"_s);
+        Dialogs::Testing::QueueColor(0x123456);
+        click(form, u"cmdLineColor"_s);
+        find<QComboBox>(form, u"cmbLine"_s).setCurrentIndex(0);
+        find<QLineEdit>(form, u"txtLineSize"_s).setText(u"abc"_s);
+        find<QComboBox>(form, u"cmbFont"_s).setCurrentIndex(1);
+        find<QComboBox>(form, u"cmbFontFace"_s).setEditText(u"Nowhere"_s);
+        find<QComboBox>(form, u"cmbFontSize"_s).setEditText(u"10.5"_s);
+        find<QCheckBox>(form, u"chkFont_1"_s).toggle();
+        click(form, u"cmdTool_1"_s);
+        click(form, end);
+        return form.Result;
+    };
+    EXPECT_FALSE(work(u"Command1_1"_s));
+    EXPECT_TRUE(settings == before && tools.size() == 1);
+    EXPECT_TRUE(work(u"Command1_0"_s));
+    EXPECT_TRUE(tools.empty());
+    ApplicationSettings expected = before;
+    expected.Window.AutoInstall = !before.Window.AutoInstall;
+    expected.Window.Help = u"/other/"_s;
+    expected.Style.RealFormat = u"0.0x"_s;
+    expected.Style.LineStyles[3] = {13, 2, 0x123456};
+    expected.Style.LineStyles[0].Width = 1;
+    expected.Style.FontStrings[1] = settings.Style.FontStrings[1];
+    EXPECT_TRUE(settings == expected);
+    ColorRef unused = 0;
+    EXPECT_EQ(mdTips::ParseFontString(settings.Style.FontStrings[1], unused),
+              (FontObject{u"Nowhere"_s, 10.5, false, true, false, false}));
 }

@@ -1,0 +1,125 @@
+#include "extensions/windows/frmOptionSetting.h"
+
+#include "app/NumberFormat.h"
+#include "app/mdTipsDrawing.h"
+#include "extensions/windows/ctlToolTable.h"
+#include "platform/raster/RasterDevice.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/FormSupport.h"
+#include "platform/widgets/PictureBox.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+
+namespace {
+
+constexpr double tenth = 0.1;
+constexpr bool FontObject::*fontStyles[] = {&FontObject::Bold, &FontObject::Italic, &FontObject::Underline,
+                                            &FontObject::StrikeThrough};
+
+QString withoutLastSeparator(const QString& folder) {
+    return folder.size() > 1 && folder.endsWith(u'/') ? folder.chopped(1) : folder;
+}
+
+QString withLastSeparator(const QString& folder) {
+    return folder.isEmpty() || folder.endsWith(u'/') ? folder : QString(folder + u'/');
+}
+
+} // namespace
+
+frmOptionSetting::frmOptionSetting(QWidget* parent, ApplicationSettings& applicationSettings,
+                                   std::vector<ToolEntry>& toolEntries)
+    : QDialog(parent), settings(applicationSettings), tools(toolEntries) {
+    setObjectName(u"frmOptionSetting"_s);
+    setWindowTitle(u"オプション設定"_s);
+    buildControls();
+    connectControls();
+    load();
+    FormSupport::PlaceOnScreen(*this);
+}
+
+void frmOptionSetting::load() {
+    styles = settings.Style;
+    rows.Fill(settings.Window);
+    txtHelpDir->setText(withoutLastSeparator(settings.Window.Help));
+    cmbRealFormat->setEditText(styles.RealFormat);
+    toolPage->SetTools(tools);
+    showLine();
+    showFont();
+}
+
+void frmOptionSetting::apply() {
+    styles.RealFormat = cmbRealFormat->currentText();
+    settings.Style = styles;
+    rows.Read(settings.Window);
+    settings.Window.Help = withLastSeparator(txtHelpDir->text());
+    tools = toolPage->Tools();
+}
+
+void frmOptionSetting::chooseHelpFolder() {
+    if (const auto chosen = Dialogs::FolderName(this, u"ヘルプディレクトリ"_s, txtHelpDir->text()))
+        txtHelpDir->setText(withoutLastSeparator(*chosen));
+}
+
+LineStyle& frmOptionSetting::line() {
+    return styles.LineStyles[std::size_t(cmbLine->currentIndex())];
+}
+
+void frmOptionSetting::showLine() {
+    const QScopedValueRollback filling(Updating, true);
+    cmbLineType->setCurrentIndex(line().Style);
+    txtLineSize->setText(NumberFormat::Format(line().Width * tenth, u"0.0"));
+    cmdLineColor->SetColor(line().Color);
+    drawLineSample();
+}
+
+void frmOptionSetting::drawLineSample() {
+    RasterDevice device(picLine->BlankSheet(), picLine->DotsPerInch());
+    const DeviceSize size = picLine->PixelSize();
+    const int width = std::max(1, Round(line().Width * tenth));
+    const Pen old = mdTips::SelectGeometricPen(device, line().Style, width, line().Color);
+    device.MoveTo({0, size.Height / 2});
+    device.LineTo({size.Width, size.Height / 2});
+    mdTips::RestoreObject(device, old);
+    picLine->ShowSheet();
+}
+
+void frmOptionSetting::showFont() {
+    const QScopedValueRollback filling(Updating, true);
+    ColorRef unused = 0;
+    const FontObject font = mdTips::ParseFontString(styles.FontStrings[std::size_t(cmbFont->currentIndex())], unused);
+    cmbFontFace->setCurrentIndex(cmbFontFace->findText(font.Name, Qt::MatchFixedString));
+    cmbFontFace->setEditText(font.Name);
+    cmbFontSize->setEditText(NumberFormat::Shortest(font.Size));
+    for (std::size_t i = 0; i < chkFont.size(); ++i)
+        chkFont[i]->setChecked(font.*fontStyles[i]);
+    drawFontSample();
+}
+
+void frmOptionSetting::readFont() {
+    if (Updating)
+        return;
+    QString& text = styles.FontStrings[std::size_t(cmbFont->currentIndex())];
+    ColorRef color = 0;
+    FontObject font = mdTips::ParseFontString(text, color);
+    font.Name = cmbFontFace->currentText();
+    font.Size = mdTips::Val(cmbFontSize->currentText());
+    for (std::size_t i = 0; i < chkFont.size(); ++i)
+        font.*fontStyles[i] = chkFont[i]->isChecked();
+    text = mdTips::MakeFontString(font, color);
+    drawFontSample();
+}
+
+void frmOptionSetting::drawFontSample() {
+    RasterDevice device(picFont->BlankSheet(), picFont->DotsPerInch());
+    const DeviceSize size = picFont->PixelSize();
+    ColorRef color = 0;
+    const FontObject font = mdTips::ParseFontString(styles.FontStrings[std::size_t(cmbFont->currentIndex())], color);
+    constexpr int middle = 5;
+    const Font old = mdTips::SelectFontFor(device, device, font, 0);
+    mdTips::DrawAnchoredText(device, size.Width / 2, size.Height / 2, u"AaBbあア亜"_s, middle);
+    mdTips::RestoreObject(device, old);
+    picFont->ShowSheet();
+}
