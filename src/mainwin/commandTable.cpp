@@ -84,10 +84,10 @@ const CommandRow commandTable::commands[] = {
     {u"miHelpWebTemplate", 9998, u"Webページテンプレート", u"", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, nullptr},
     {u"miHelpVersion", 9999, u"バージョン情報(&A)...", u"プログラムのバージョンを表示します。", u"ヘルプ", u"", Kind::Button, u"", Needs::Nothing, &frmMain::showAbout},
     {u"miSlideStop", 10100, u"終了(&S)", u"スライドショーを終了します。", u"スライドショー", u"F6", Kind::Button, u"", Needs::ShowOn, &frmMain::toggleSlideShow},
-    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideExport", 10200, u"エクスポート(&E)...", u"スライドショーを動画ファイルに出力します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::exportSlideShow},
     {u"miSlidePause", 10300, u"停止", u"スライドショーを一時停止します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowRunning, &frmMain::pauseSlideShow},
     {u"miSlideRestart", 10400, u"再開(&R)", u"スライドショーを再開します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::restartSlideShow},
-    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, nullptr},
+    {u"miSlideShowCompress", 10500, u"圧縮オプション", u"圧縮オプションダイアログを表示します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::pauseSlideShow},
     {u"miSlideShowProp", 10600, u"設定(&P)...", u"スライドショーを設定します。", u"スライドショー", u"", Kind::Button, u"", Needs::ShowHalted, &frmMain::editSlideShow},
 };
 // clang-format on

@@ -115,6 +115,14 @@ const QImage& ctlScene::Picture() const {
     return picScreen->Image();
 }
 
+DeviceSize ctlScene::PixelSize() const {
+    return picScreen->PixelSize();
+}
+
+int ctlScene::DotsPerInch() const {
+    return picScreen->DotsPerInch();
+}
+
 void ctlScene::Clear() {
     session.View.CoordConverter.reset();
     picScreen->BlankSheet();

@@ -25,6 +25,9 @@ public:
     void Paint(const std::function<void()>& meanwhile = {});
     /// The picture as it was painted, without marks and band.
     const QImage& Picture() const;
+    /// What the picture's size is to be, and how fine it is.
+    DeviceSize PixelSize() const;
+    int DotsPerInch() const;
     /// Makes the picture empty.
     void Clear();
     /// Fits the picture anew at each change of its size, whatever the scale mode, until these have come to an end: the

@@ -92,6 +92,7 @@ private:
     void runTool(int index);
 
     // frmMainPage.cpp
+    bool isThereAPrinter();
     void printOut();
     void showPreview();
     void editPageLayout();
@@ -124,6 +125,13 @@ private:
     void showNextSlide();
     void editSlideShow();
     QString slideShowNote() const;
+
+    // frmMainFilm.cpp
+    using FilmWork = std::function<void(const LoadProgress&)>;
+    void exportSlideShow();
+    /// False when the work was asked to stop.
+    bool makeFilm(const FilmWork& makeFrames);
+    void promptFilmName(QString& path, bool& cancel);
 
     static frmMain* instance;
     bool updatingUi = false;

@@ -10,19 +10,25 @@
 #include "output/windows/printPage.h"
 #include "platform/device/Printers.h"
 
+#include <QLabel>
+#include <QPointer>
+
 using mdApplication::Current;
 using mdApplication::InstalledPrinters;
 using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
-namespace {
-bool isThereAPrinter() {
+bool frmMain::isThereAPrinter() {
+    // The printers outlive the window.
+    InstalledPrinters->Progress = [window = QPointer(this)](const QString& text) {
+        if (window)
+            window->panels[0]->setText(text);
+    };
     if (InstalledPrinters->Any())
         return true;
     ShowMessage(u"利用可能なプリンタがありません。"_s, MessageStyle::Stop);
     return false;
 }
-} // namespace
 
 void frmMain::printOut() {
     if (!isThereAPrinter())

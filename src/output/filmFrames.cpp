@@ -6,14 +6,10 @@
 
 namespace filmFrames {
 
-namespace {
-
-FilmFrame frameOf(const QImage& sheet) {
+FilmFrame FrameOf(const QImage& sheet) {
     return {reinterpret_cast<const std::uint32_t*>(sheet.constBits()), sheet.width(), sheet.height(),
             sheet.bytesPerLine() / std::ptrdiff_t(sizeof(std::uint32_t))};
 }
-
-} // namespace
 
 bool Write(FilmFile& film, const FilmFormat& format, int count, const PaintFrame& paint, const LoadProgress& progress) {
     if (film.Failure())
@@ -32,7 +28,7 @@ bool Write(FilmFile& film, const FilmFormat& format, int count, const PaintFrame
         paint(i, sheet);
         if (encoded.valid() && !encoded.get())
             return false;
-        encoded = startBeside([&film, frame = frameOf(sheet)] { return film.Add(frame); });
+        encoded = startBeside([&film, frame = FrameOf(sheet)] { return film.Add(frame); });
         if (progress && !progress(i + 1, count))
             return false;
     }

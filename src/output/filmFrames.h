@@ -10,6 +10,9 @@
 
 namespace filmFrames {
 
+/// A sheet of format RGB32 as a frame, which must not outlive it.
+FilmFrame FrameOf(const QImage& sheet);
+
 /// Paints a frame, counted from 0, on a white sheet of format RGB32.
 using PaintFrame = std::function<void(int frame, QImage& sheet)>;
 

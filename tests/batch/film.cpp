@@ -1,7 +1,6 @@
 // Films of the companion: their frames against the pictures that it renders.
 #include "BatchTest.h"
 
-#include "FullDisk.h"
 #include "PlayedFilm.h"
 #include "platform/film/FilmFile.h"
 
@@ -71,10 +70,6 @@ TEST_F(BatchFilmTest, FollowsItsOptions) {
 TEST_F(BatchFilmTest, WhatCannotBeFilmedIsTold) {
     out = folder.Write("before", u"o.avi"_s);
     const QString start = u"film FILE -o "_s + out;
-    {
-        const FullDisk full(100000);
-        expectUnusable(start + u" --codec raw"_s, out, "File too large");
-    }
     expectUnusable(start + u" --size 10000x16"_s, out, "the codec refuses this film: ");
     expectUnusable(start + u" --steps 1:3"_s, path, "無効なパラメータです。 (--steps: no step 3 among 2)");
     path = folder.Write(withoutSteps().Bytes());

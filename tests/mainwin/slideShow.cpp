@@ -1,6 +1,6 @@
 #include "WindowTest.h"
 
-#include "property/propertyFile.h"
+#include "platform/film/FilmFile.h"
 
 #include <QAction>
 #include <QLabel>
@@ -19,7 +19,6 @@ struct SlideShowTest : WindowTest {
         file.steps.push_back({2, {}, {1, 2}, {{9, 8, 7, 6, 5, 4}, {3}}});
         openFirst(folder.Write(file.Bytes()));
         Settings.Window.Mesh = false;
-        Settings.SlideShow.Interval = 10;
     }
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(picture, key, modifiers); }
     void trigger(const QString& command) { find<QAction>(command)->trigger(); }
@@ -33,55 +32,47 @@ struct SlideShowTest : WindowTest {
             text += find<QWidget>(bar)->isVisible() ? bar.left(3) : QString();
         return text;
     }
-    void waitForStep(int step) {
-        EXPECT_TRUE(QTest::qWaitFor([=] { return Model.CurrentStep == step; }));
+    /// Works in the dialog that opens next.
+    void inDialog(const std::function<void(QWidget&)>& work) {
+        QTimer::singleShot(0, &window, [work] { work(*QApplication::activeModalWidget()); });
     }
+    ~SlideShowTest() override { window.close(); }
 
     const QString off = u"RSD+mbGtbG"_s, paused = u"RSSD+tbS"_s, running = u"PS+tbS"_s;
 };
 
 TEST_F(SlideShowTest, BeginsHaltedMovesOnWithTheTimerAndEndsAsItBegan) {
-    Model.CurrentStep = 1;
-    window.Selection.Add(0, PickedKind::Nodes);
     const ContourSettings own = Settings.Contour;
+    window.Selection.Add(0, PickedKind::Nodes);
     EXPECT_EQ(state(), off);
     key(Qt::Key_F6);
     EXPECT_EQ(state(), paused);
-    EXPECT_EQ(window.windowTitle().section(u" - "_s, 0, 0) + window.windowTitle().section(u' ', -1),
-              u"Velorin[スライドショー]"_s);
-    EXPECT_EQ(Model.CurrentStep + window.Selection.Count(), 0);
-    QTimer::singleShot(0, &window, [] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        dialog->findChild<QLineEdit*>(u"txtDivide"_s)->setText(u"9"_s);
-        QTest::keyClick(dialog->findChild<QWidget*>(u"Command1_0"_s), Qt::Key_Space);
+    EXPECT_TRUE(window.windowTitle().endsWith(u" [スライドショー]"_s));
+    EXPECT_EQ(window.Selection.Count(), 0);
+    inDialog([](QWidget& dialog) {
+        dialog.findChild<QLineEdit*>(u"txtDivide"_s)->setText(u"9"_s);
+        QTest::keyClick(dialog.findChild<QWidget*>(u"Command1_0"_s), Qt::Key_Space);
     });
     trigger(u"miSlideShowProp"_s);
     EXPECT_EQ(Settings.Contour.MaxValue + float(Settings.Contour.Divide), 12 + 9);
-    // A list index chosen with the keys, also while the timer runs; behind the last step comes the first.
-    key(Qt::Key_Down, Qt::ControlModifier);
-    EXPECT_EQ(Model.CurrentStep, 2);
+    // The keys choose a step while it runs as well; behind the last one comes the first.
     Settings.SlideShow.Interval = 10000;
     trigger(u"miSlideRestart"_s);
     EXPECT_EQ(state(), running);
-    key(Qt::Key_Up);
-    EXPECT_EQ(Model.CurrentStep, 1);
-    trigger(u"miSlidePause"_s);
-    EXPECT_EQ(state(), paused);
+    key(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(Model.CurrentStep, 2);
+    window.ExecuteCommand(u"miViewRefresh"_s);
+    EXPECT_EQ(state(), paused) << "any command halts it";
     Settings.SlideShow.Interval = 1;
     trigger(u"miSlideRestart"_s);
-    for (const int step : {2, 0, 1})
-        waitForStep(step);
-    EXPECT_EQ(find<QLabel>(u"tbSlideShow_note"_s)->text().left(5), u"2 / 3"_s);
-    // Any other command halts it as well.
-    window.ExecuteCommand(u"miViewRefresh"_s);
-    EXPECT_EQ(state(), paused);
+    for (const int step : {0, 1, 2})
+        EXPECT_TRUE(QTest::qWaitFor([=] { return Model.CurrentStep == step; }));
+    EXPECT_EQ(find<QLabel>(u"tbSlideShow_note"_s)->text().left(5), u"3 / 3"_s);
     find<QToolBar>(u"tbSlideShow"_s)->hide();
-    EXPECT_EQ(state(), paused) << "the bar comes back";
+    EXPECT_EQ(state(), running) << "the bar comes back";
     window.close();
-    EXPECT_TRUE(window.isVisible()) << "the close ends the show alone";
+    EXPECT_TRUE(window.isVisible() && Settings.Contour == own) << "the close ends the show alone";
     EXPECT_EQ(state(), off);
-    EXPECT_EQ(Settings.Contour, own);
-    EXPECT_FALSE(window.windowTitle().endsWith(u']'));
 }
 
 TEST_F(SlideShowTest, AnotherFileEndsItAndWhatItHeldIsNotSaved) {
@@ -90,11 +81,8 @@ TEST_F(SlideShowTest, AnotherFileEndsItAndWhatItHeldIsNotSaved) {
     ASSERT_FALSE(Settings.Contour.Automatic);
     window.FirstStep(folder.Write(twoSquares().Bytes(), u"b.vrf"_s));
     EXPECT_EQ(state(), off);
-    ApplicationSettings saved;
-    ResultModel file = Model;
-    file.FileName = before;
-    propertyFile::LoadPropertyFile(saved, file);
-    EXPECT_TRUE(saved.Contour.Automatic);
+    window.FirstStep(before);
+    EXPECT_TRUE(Settings.Contour.Automatic);
 }
 
 TEST_F(SlideShowTest, EscWhileTheRangeIsSoughtLeavesTheWindowAsItWas) {
@@ -113,7 +101,28 @@ TEST_F(SlideShowTest, EscWhileTheRangeIsSoughtLeavesTheWindowAsItWas) {
     QTimer::singleShot(550, &window, [this] { key(Qt::Key_Escape); });
     key(Qt::Key_F6);
     EXPECT_EQ(state(), off);
-    EXPECT_TRUE(Settings.Contour.Automatic);
+}
+
+TEST_F(SlideShowTest, ExportsAFilmOfTheSizeOfThePictureOrNone) {
+    if (FilmFile::Unavailable())
+        GTEST_SKIP();
+    key(Qt::Key_F6);
+    const QString path = folder.Path(u"a.avi"_s);
+    for (const bool chosen : {false, true}) {
+        inDialog([=](QWidget& dialog) { QTest::keyClick(&dialog, chosen ? Qt::Key_Return : Qt::Key_Escape); });
+        if (chosen) {
+            Dialogs::Testing::QueueFile(path);
+            Dialogs::Testing::QueueAnswer(MessageAnswer::Ok);
+        }
+        trigger(u"miSlideExport"_s);
+        EXPECT_EQ(QFile::exists(path), chosen);
+        EXPECT_EQ(Model.CurrentStep, chosen ? 2 : 0) << "the step of the last frame";
+    }
+    EXPECT_EQ(Dialogs::Testing::Asked().last().Text, u"a.avi\r\nAVIファイルを作成しました。"_s);
+    // The size stands at a fixed place of such a file.
+    const QByteArray film = TestFolder::Read(path);
+    const auto at = [&film](qsizetype place) { return qFromLittleEndian<qint32>(film.constData() + place); };
+    EXPECT_EQ(QSize(at(64), at(68)), picture->Image().size() + QSize(1, 1));
 }
 
 } // namespace

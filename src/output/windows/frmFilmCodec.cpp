@@ -184,9 +184,7 @@ void frmFilmCodec::showSize() {
     const double share = double(film.Width) * film.Height / (double(sample.width()) * sample.height());
     film.Width = sample.width();
     film.Height = sample.height();
-    const FilmFrame frame{reinterpret_cast<const std::uint32_t*>(sample.constBits()), sample.width(), sample.height(),
-                          sample.bytesPerLine() / std::ptrdiff_t(sizeof(std::uint32_t))};
-    const double bytes = sample.isNull() ? 0 : FilmFile::BytesPerMinute(film, frame) * share;
+    const double bytes = sample.isNull() ? 0 : FilmFile::BytesPerMinute(film, filmFrames::FrameOf(sample)) * share;
     lblSize->setText(bytes > 0 ? tr("1 分あたり 約 %1 MB").arg(bytes / bytesPerMegabyte, 0, 'f', 1)
                                : tr("1 分あたりの大きさは不明です。"));
 }

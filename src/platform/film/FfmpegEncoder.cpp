@@ -47,7 +47,7 @@ void FfmpegEncoder::setRates(const FilmFormat& format, int cores) {
     context->thread_count = std::clamp(cores, 1, mostThreads);
     // Each is for the encoder that knows it, and refused by the others.
     for (const auto& [name, value] :
-         {std::pair("preset", "veryfast"), {"deadline", "good"}, {"cpu-used", "5"}, {"row-mt", "1"}})
+         {std::pair("preset", "veryfast"), {"deadline", "realtime"}, {"cpu-used", "6"}, {"row-mt", "1"}})
         ffmpeg.av_opt_set(context, name, value, AV_OPT_SEARCH_CHILDREN);
     if (codec.IsLossless())
         return;

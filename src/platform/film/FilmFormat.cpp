@@ -12,14 +12,14 @@ constexpr unsigned avi = unsigned(FilmContainer::Avi), mp4 = unsigned(FilmContai
 
 // The first row that fits a container is its usual one.
 constexpr FilmCodec codecs[] = {
-    {u"mpeg4", u"MPEG-4", "XVID", "mpeg4", "yuv420p", "yuv420p", avi, 31, 1, 95, nullptr},
+    {u"mpeg4", u"MPEG-4", "XVID", "mpeg4", "yuv420p", "yuv420p", avi, 31, 1, 90, nullptr},
     {u"raw", u"圧縮なし", "DIB ", "rawvideo", "bgr24", "bgr24", avi, 0, 0, 0, nullptr},
-    {u"mjpeg", u"Motion JPEG", "MJPG", "mjpeg", "yuvj444p", "yuvj444p", avi, 31, 2, 95, nullptr},
+    {u"mjpeg", u"Motion JPEG", "MJPG", "mjpeg", "yuvj444p", "yuvj444p", avi, 31, 2, 90, nullptr},
     {u"utvideo", u"UT Video (可逆)", "ULRG", "utvideo", "gbrp", "gbrp", avi, 0, 0, 0, nullptr},
     {u"ffv1", u"FFV1 (可逆)", "FFV1", "ffv1", "bgr0", "bgr0", avi, 0, 0, 0, nullptr},
     {u"h264", u"H.264", "H264", "libx264", "yuv420p", "yuv444p", avi, 51, 8, 75, "crf"},
     {u"h264", u"H.264", "H264", "libx264", "yuv420p", nullptr, mp4, 51, 8, 75, "crf"},
-    {u"mpeg4", u"MPEG-4", "XVID", "mpeg4", "yuv420p", "yuv420p", mp4, 31, 1, 95, nullptr},
+    {u"mpeg4", u"MPEG-4", "XVID", "mpeg4", "yuv420p", "yuv420p", mp4, 31, 1, 90, nullptr},
     {u"vp9", u"VP9", "VP90", "libvpx-vp9", "yuv420p", "yuv420p", webm, 63, 10, 75, "crf"},
     {u"gif", u"GIF", "GIF ", "gif", "pal8", "pal8", gif, 0, 0, 0, nullptr},
 };

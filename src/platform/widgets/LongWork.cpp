@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <exception>
 #include <memory>
+#include <utility>
 
 bool LongWork::running = false;
 
@@ -58,8 +59,8 @@ bool LongWork::Run(const std::function<void(const Progress&)>& work) {
         }
     };
     const std::unique_ptr<QThread> thread(QThread::create(task));
-    running = true;
-    const auto over = qScopeGuard([] { running = false; });
+    // A window that gets another size paints while other work goes on.
+    const auto over = qScopeGuard([outer = std::exchange(running, true)] { running = outer; });
     thread->start();
     if (!thread->wait(patienceMs))
         waitAlive(*thread);

@@ -51,17 +51,14 @@ protected:
         }
         return film.Commit();
     }
-    double largestDifference(const PlayedFilm& film, bool noisy = false) {
+    static double largestDifference(const PlayedFilm& film, QSize size, bool noisy = false) {
         double largest = film.Pictures.size() == frames ? 0 : 255;
-        for (int i = 0; i < int(film.Pictures.size()); ++i) {
-            const QImage& shown = film.Pictures[std::size_t(i)];
-            largest = std::max(largest, difference(pictureAt(i, lastSize, noisy), shown));
-        }
+        for (int i = 0; i < int(film.Pictures.size()); ++i)
+            largest = std::max(largest, difference(pictureAt(i, size, noisy), film.Pictures[std::size_t(i)]));
         return largest;
     }
     TestFolder folder;
     QString path = folder.Path(u"film"_s);
-    QSize lastSize{160, 120};
 };
 
 TEST_F(FilmTest, EachCodecGivesThePicturesBackInTime) {
@@ -71,7 +68,6 @@ TEST_F(FilmTest, EachCodecGivesThePicturesBackInTime) {
          {FilmContainer::Avi, FilmContainer::Mp4, FilmContainer::Webm, FilmContainer::Gif})
         for (const FilmCodec* codec : filmFormat::CodecsFor(container))
             for (const QSize size : {QSize(160, 120), QSize(163, 121)}) {
-                lastSize = size;
                 const int interval = intervals[turn++ % 4];
                 const FilmFormat format{container, codec, -1, 0, 0, size.width(), size.height(), interval};
                 const std::string told = QString::fromUtf16(codec->Name).toStdString() + ' ' +
@@ -79,14 +75,14 @@ TEST_F(FilmTest, EachCodecGivesThePicturesBackInTime) {
                 const auto failure = write(format);
                 ASSERT_FALSE(failure) << told << ' ' << failure->Reason.toStdString();
                 const PlayedFilm film(path);
-                const bool widened = container == FilmContainer::Mp4 && codec->Name == u"h264"_s;
-                EXPECT_EQ(film.Stream[u"width"].toInt(), size.width() + (widened ? size.width() % 2 : 0)) << told;
-                EXPECT_EQ(film.Stream[u"height"].toInt(), size.height() + (widened ? size.height() % 2 : 0)) << told;
+                const bool even = container == FilmContainer::Mp4 && codec->Name == u"h264"_s;
+                const QSize expected = even ? QSize((size.width() + 1) & ~1, (size.height() + 1) & ~1) : size;
+                EXPECT_EQ(QSize(film.Stream[u"width"].toInt(), film.Stream[u"height"].toInt()), expected) << told;
                 ASSERT_EQ(film.Packets.size(), frames) << told;
                 const int waits = container == FilmContainer::Gif ? std::max(interval, 20) : interval;
                 EXPECT_NEAR(film.LastTime(), (frames - 1) * waits / 1000.0, 0.002) << told;
                 EXPECT_GE(film.KeyFrames(), container == FilmContainer::Avi ? frames : 1) << told;
-                EXPECT_LE(largestDifference(film), codec->IsLossless() ? 0 : 4) << told;
+                EXPECT_LE(largestDifference(film, size), codec->IsLossless() ? 0 : 4) << told;
             }
 }
 
@@ -94,7 +90,7 @@ TEST_F(FilmTest, ColorsBeyondTheTableAreNear) {
     const FilmFormat format{
         FilmContainer::Gif, filmFormat::CodecsFor(FilmContainer::Gif).front(), -1, 0, 0, 160, 120, 100};
     ASSERT_FALSE(write(format, true));
-    EXPECT_LT(largestDifference(PlayedFilm(path), true), 12);
+    EXPECT_LT(largestDifference(PlayedFilm(path), {160, 120}, true), 12);
 }
 
 TEST_F(FilmTest, WishesAreHeard) {
@@ -114,11 +110,6 @@ TEST_F(FilmTest, WishesAreHeard) {
     format.KeyFrames = 0;
     format.DataRate = 2;
     EXPECT_NEAR(sizeOf(format) / (frames * 2000.0), 1, 0.6);
-    const QImage picture = pictureAt(0, lastSize);
-    const FilmFrame frame{reinterpret_cast<const std::uint32_t*>(picture.constBits()), 160, 120, 160};
-    format.DataRate = 0;
-    format.Codec = filmFormat::FindCodec(FilmContainer::Avi, u"raw"_s);
-    EXPECT_EQ(FilmFile::BytesPerMinute(format, frame), 60.0 * 160 * 120 * 3);
 }
 
 TEST_F(FilmTest, AviFilesStateTheirNumbers) {
@@ -151,12 +142,10 @@ TEST_F(FilmTest, AFilmThatFailsLeavesWhatWasThere) {
         EXPECT_EQ(failure->At, stage) << failure->Reason.toStdString();
         EXPECT_EQ(TestFolder::Read(folder.Path(u"film"_s)), "before");
     };
-    {
-        // In the middle of the frames, and at the very end.
-        for (const rlim_t bytes : {100000, frames * 160 * 120 * 3 + 5800}) {
-            const FullDisk full(bytes);
-            expectStage(FilmFailure::Stage::Writing);
-        }
+    // In the middle of the frames, and at the very end.
+    for (const rlim_t bytes : {100000, frames * 160 * 120 * 3 + 5800}) {
+        const FullDisk full(bytes);
+        expectStage(FilmFailure::Stage::Writing);
     }
     format.Interval = 30000;
     expectStage(FilmFailure::Stage::Stream);
