@@ -77,10 +77,12 @@ void redraw(benchmark::State& state, bool withDefaults, double noise) {
     Graph graph;
     graph.Plot = plotOf(series, points, noise);
     graph.Plot.SetDrawArea(0, 0, picture.width(), picture.height());
-    const GraphDefaults defaults;
+    const ApplicationSettings settings;
     if (withDefaults) {
-        mdGraph::ApplyGraphStyle(defaults, {}, device, graph);
-        graph.Plot.EndPaint = [&](DeviceContext& target) { mdGraph::DrawGraphLegend(target, graph.Plot, defaults); };
+        mdGraph::ApplyGraphStyle(settings, {}, device, graph);
+        graph.Plot.EndPaint = [&](DeviceContext& target) {
+            mdGraph::DrawGraphLegend(target, graph.Plot, settings.Graph);
+        };
     }
     Table::Measure(state, series * points, {[&] { graph.Plot.Redraw(&device, nullptr); }, {}, {}});
     state.SetLabel("150 ms");

@@ -86,6 +86,15 @@ struct LegendStyle {
     bool operator==(const LegendStyle&) const = default;
 };
 
+/// What the numbers at the axes of a graph are written by.
+namespace ScaleFormat {
+enum : int {
+    Standard = 0, ///< as few digits as usually do
+    Options = 1,  ///< `RealFormat`
+    Mask = 2      ///< `ScaleMask`
+};
+}
+
 /// What a new graph starts from.
 struct GraphDefaults {
     std::array<QString, 5> GraphLabels{u"%item%%name%"_s, u"経過時間"_s, u"%item%"_s, u"位置"_s, u"%item%"_s};
@@ -99,6 +108,9 @@ struct GraphDefaults {
     int LineSize = 3;
     /// In rotation, one a series; may be empty.
     QList<LegendStyle> LegendStyles = DefaultStyles();
+    int ScaleFormat = ScaleFormat::Standard;
+    QString ScaleMask = u"0.000"_s; ///< number mask
+    bool ShowCurrentStep = true;    ///< a line in a history at the step of the main window
     static QList<LegendStyle> DefaultStyles();
     bool operator==(const GraphDefaults&) const = default;
 };

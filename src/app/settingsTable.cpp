@@ -112,6 +112,9 @@ constexpr Row<GraphDefaults> graph[] = {
     {u"Label-2", of<&GraphDefaults::GraphLabels, 2>},
     {u"Label-3", of<&GraphDefaults::GraphLabels, 3>},
     {u"Label-4", of<&GraphDefaults::GraphLabels, 4>},
+    {u"Scale Format", of<&GraphDefaults::ScaleFormat>, 0, 2},
+    {u"Scale Mask", of<&GraphDefaults::ScaleMask>},
+    {u"Current Step", of<&GraphDefaults::ShowCurrentStep>},
 };
 
 constexpr Row<PageLabel> label[] = {

@@ -3,7 +3,6 @@
 #include "batch/numberList.h"
 #include "batch/pictureOptions.h"
 #include "batch/settingsFile.h"
-#include "platform/base/Codepage.h"
 #include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
 #include "platform/device/TraceDevice.h"
@@ -30,7 +29,7 @@ struct Job {
     int objectType = PickedKind::Nodes;
     std::vector<NumberRange> objects;
     std::optional<int> reference;
-    GraphDefaults defaults;
+    ApplicationSettings settings;
     QString style;
     std::optional<QString> title;
 };
@@ -70,7 +69,7 @@ Job jobFrom(const Options& options) {
     job.objects = ParseNumberList(listed, options.Text(listed));
     job.reference = options.Integer(u"reference"_s, 1);
     job.style = options.Text(u"style"_s);
-    job.defaults = SettingsFrom(options).Graph;
+    job.settings = SettingsFrom(options);
     if (options.IsSet(u"title"_s))
         job.title = NativePath::Shown(options.Text(u"title"_s));
     return job;
@@ -101,18 +100,11 @@ Graph build(const Job& job, ResultModel& model) {
 
 /// Gives the graph its looks and texts on `device`: the defaults, over them the style file, over that the title.
 void applyStyle(const Job& job, const ResultModel& model, const DeviceContext& device, Graph& graph) {
-    mdGraph::ApplyGraphStyle(job.defaults, model, device, graph);
+    mdGraph::ApplyGraphStyle(job.settings, model, device, graph);
     if (!job.style.isEmpty())
         graph.Plot.StyleLoad(job.style);
     if (job.title)
         graph.Plot.GraphTitle = mdTips::ExpandLabelMacros(*job.title, mdGraph::GraphMacros(graph, model));
-    graph.Plot.SetDrawArea(0, 0, device.GetDeviceCaps(DeviceCaps::HorzRes), device.GetDeviceCaps(DeviceCaps::VertRes));
-}
-
-void drawGraph(const Job& job, const ResultModel& model, DeviceContext& device, Graph& graph) {
-    applyStyle(job, model, device, graph);
-    graph.Plot.EndPaint = [&](DeviceContext& target) { mdGraph::DrawGraphLegend(target, graph.Plot, job.defaults); };
-    graph.Plot.Redraw(&device, nullptr);
 }
 
 void writeScale(JsonWriter& json, const char* key, int scale, const clsPlot& plot) {
@@ -167,15 +159,18 @@ QByteArray jsonOf(const Graph& graph) {
 /// The content of the output file.
 PictureContent contentOf(const Job& job, const ResultModel& model, Graph& graph) {
     if (job.format)
-        return job.format(job.picture, [&](DeviceContext& device) { drawGraph(job, model, device, graph); })();
+        return job.format(job.picture, [&](DeviceContext& device) {
+            applyStyle(job, model, device, graph);
+            mdGraph::DrawGraph(device, job.settings.Graph, graph);
+        })();
     TraceDevice device(job.picture.Size.Width, job.picture.Size.Height, job.picture.Resolution());
     applyStyle(job, model, device, graph);
     if (job.ending != u"json")
-        return {Codepage::Encode(mdGraph::GraphText(graph, job.ending == u"txt" ? u'\t' : u',')) + "\r\n", {}};
+        return {mdGraph::GraphTextFile(graph, job.ending == u"txt" ? u'\t' : u','), {}};
     // Hidden series count for the scales all the same, and their points don't fill a trace that nobody reads.
     for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
         graph.Plot.SetDataLegendHidden(series, true);
-    graph.Plot.Redraw(&device, nullptr);
+    mdGraph::DrawGraph(device, job.settings.Graph, graph);
     return {jsonOf(graph), {}};
 }
 

@@ -1,7 +1,6 @@
 #include "batch/pictureOptions.h"
 
 #include "platform/base/NativePath.h"
-#include "platform/base/WholeFile.h"
 
 #include <QFileInfo>
 
@@ -53,10 +52,6 @@ PictureFile PictureFileFrom(const Options& options) {
     if (options.IsSet(u"size"_s))
         file.Size = parseSize(options.Text(u"size"_s));
     return file;
-}
-
-std::optional<QString> SaveContent(const QString& path, const PictureContent& content) {
-    return content.Problem ? content.Problem : WholeFile::Write(path, content.Bytes);
 }
 
 } // namespace batch

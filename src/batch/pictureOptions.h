@@ -21,7 +21,4 @@ void RequirePictureSize(DeviceSize pixels);
 /// A picture by `--size` and `--dpi` of a command whose result file gives it the title.
 PictureFile PictureFileFrom(const Options& options);
 
-/// Writes a file wholly; else gives the reason, and the file is as it was.
-std::optional<QString> SaveContent(const QString& path, const PictureContent& content);
-
 } // namespace batch

@@ -1,8 +1,6 @@
 #include "mainwin/ctlScene.h"
 
-#include "platform/base/Parallel.h"
-#include "platform/raster/RasterDevice.h"
-#include "platform/widgets/LongWork.h"
+#include "platform/widgets/LongPaint.h"
 #include "platform/widgets/PictureBox.h"
 
 #include <QGridLayout>
@@ -34,6 +32,7 @@ void ctlScene::buildControls() {
     picScreen = new PictureBox(this);
     picScreen->setObjectName(u"picScreen"_s);
     picScreen->setAccessibleName(u"計算結果の図"_s);
+    paint = std::make_unique<LongPaint>(*picScreen, [this](const QString& text) { emit Progress(text); });
     setFocusProxy(picScreen);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -59,56 +58,18 @@ void ctlScene::buildControls() {
 void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
-    // Only a new size can ask for a paint while one goes on, and it wants the last word.
-    paintAgain = true;
     paintDue = false;
-    if (painting)
-        return;
-    painting = true;
-    bool whole = true;
-    auto beside = meanwhile;
-    while (whole && std::exchange(paintAgain, false))
-        whole = paintSheet(std::exchange(beside, {}));
-    painting = paintAgain = false;
-    if (whole) {
-        picScreen->ShowSheet();
+    const auto draw = [this](DeviceContext& device) { session.Draw(device); };
+    const LongPaint::Outcome outcome = paint->Paint(draw, meanwhile);
+    if (outcome == LongPaint::Outcome::Shown)
         emit Painted();
+    if (outcome != LongPaint::Outcome::Stopped)
         return;
-    }
     session.View.CoordConverter.reset();
     session.View.NodePoints.clear();
     session.View.ElementCentres.clear();
     picScreen->RefreshLayer();
-    emit PaintStopped(whyStopped);
-}
-
-/// False, with `whyStopped`, when the sheet is not whole.
-bool ctlScene::paintSheet(const std::function<void()>& meanwhile) {
-    try {
-        whyStopped = u"描画を中止しました。"_s;
-        return drawSheet(meanwhile);
-    } catch (const std::bad_alloc&) {
-        whyStopped = u"メモリが足りないため、描画を中止しました。"_s;
-        return false;
-    }
-}
-
-bool ctlScene::drawSheet(const std::function<void()>& meanwhile) {
-    LongWork work(u"描画中... (Esc で中止)"_s, [this](const QString& text) { emit Progress(text); });
-    QImage& sheet = picScreen->BlankSheet();
-    if (sheet.isNull() && !picScreen->size().isEmpty())
-        throw std::bad_alloc();
-    RasterDevice device(sheet, picScreen->DotsPerInch());
-    return work.Run([&](const LongWork::Progress& progress) {
-        device.GoesOn = [&progress] { return progress(0, 0); };
-        parallelFor(meanwhile ? 2 : 1, [&](int piece) {
-            try {
-                piece == 0 ? session.Draw(device) : meanwhile();
-            } catch (const DrawingStopped&) {
-                // Run tells.
-            }
-        });
-    });
+    emit PaintStopped(paint->WhyStopped());
 }
 
 const QImage& ctlScene::Picture() const {

@@ -7,7 +7,9 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <memory>
 
+class LongPaint;
 class PictureBox;
 class QScrollBar;
 
@@ -58,8 +60,6 @@ signals:
 private:
     // ctlScene.cpp
     void buildControls();
-    bool paintSheet(const std::function<void()>& meanwhile);
-    bool drawSheet(const std::function<void()>& meanwhile);
     bool isOnScreen() const;
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
@@ -82,9 +82,9 @@ private:
 
     Session& session;
     clsMouse& selection;
-    bool painting = false, paintAgain = false, paintDue = false;
-    QString whyStopped;
+    bool paintDue = false;
     PictureBox* picScreen = nullptr;
+    std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
 };

@@ -1,6 +1,7 @@
 // The mouse on the picture: picks by click and drag, the marks of what is picked, dropped files.
 #include "mainwin/ctlScene.h"
 
+#include "platform/widgets/LongPaint.h"
 #include "platform/widgets/PictureBox.h"
 #include "view/picking.h"
 
@@ -47,7 +48,7 @@ void ctlScene::connectPicking() {
 }
 
 bool ctlScene::takesMouse() const {
-    return session.IsOpen() && !session.SlideShow.SlideShowRunning && !painting;
+    return session.IsOpen() && !session.SlideShow.SlideShowRunning && !paint->IsRunning();
 }
 
 int ctlScene::screenWidth() const {
@@ -120,7 +121,7 @@ void ctlScene::cancelDrag() {
 
 /// Marks and band stand over the picture and never in it: copies, pages and films show the scene alone.
 void ctlScene::paintLayer(DeviceContext& device) {
-    if (painting)
+    if (paint->IsRunning())
         return;
     mdPicking::DrawSelection(device, session.Model, session.View, selection,
                              mdPicking::NodeMarkSize(picScreen->PixelSize().Width, screenWidth()));

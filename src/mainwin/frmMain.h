@@ -83,6 +83,12 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainGraph.cpp
+    void createDistribution();
+    void createHistory();
+    void createGraphFromSelection(int graphType);
+    void showGraphPoint(int step, int objectType, int object);
+
     // frmMainExtensions.cpp
     void buildAddinMenu();
     void buildToolsMenu();

@@ -1,6 +1,7 @@
 // What the commands do.
 #include "mainwin/frmMain.h"
 
+#include "app/helpPages.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
@@ -19,7 +20,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -150,12 +150,11 @@ void frmMain::editDifference() {
 }
 
 void frmMain::showHelpIndex() {
-    const QDir folder(Settings.Window.Help);
-    const QStringList pages = folder.entryList({u"index.htm*"_s}, QDir::Files, QDir::Name);
-    if (pages.isEmpty())
+    const QString page = helpPages::Index(Settings.Window.Help, mdApplication::ProgramFolder(), u"ja"_s);
+    if (page.isEmpty())
         ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
     else
-        Shell::Open(folder.filePath(pages.constFirst()));
+        Shell::Open(page);
 }
 
 void frmMain::showAbout() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/mdTips.h"
+#include "platform/base/Geometry.h"
 #include "platform/base/Rounding.h"
 
 #include <memory>
@@ -85,6 +86,14 @@ struct PickupLine {
 struct PlotArea {
     int Left = 0, Top = 0, Width = 0, Height = 0;
     bool operator==(const PlotArea&) const = default;
+};
+
+/// A point of a series, both from 1, and where the last `Redraw` put it.
+struct PlotPoint {
+    int Series = 0;
+    int Point = 0;
+    DevicePoint Place;
+    bool operator==(const PlotPoint&) const = default;
 };
 
 /// From values to device positions: across the page and up the page. Positions beyond the device's range are its ends.

@@ -11,6 +11,7 @@
 
 #include <QImage>
 #include <functional>
+#include <optional>
 
 class clsPlot : public PlotData {
 public:
@@ -39,6 +40,7 @@ public:
     QString GraphTitle;
     ColorRef GraphTitleColor = 0;
     FontReference GraphTitleFont;
+    QString ScaleMask;     ///< what the numbers at both axes are written by; empty for as few digits as usually do
     QString PictureFolder; ///< where `StyleSave` puts the picture; the program's folder unless set
 
     static QString name() { return u"clsPlot"_s; }
@@ -72,6 +74,18 @@ public:
     PlotArea DataPlotArea() const { return dataPlotArea; }
     /// Device position of a value across and a value up the page, by the mapping of the last `Redraw` of a series.
     void ConvertPoint(float x, float y, int& px, int& py) const;
+
+    // --- finding points, by the mapping of the last `Redraw`; hidden series and points that are not finite count as if
+    // they weren't there
+
+    /// The point that lies nearest to `place`, the one drawn last of equally near ones, or, when none lies within
+    /// `reach`, the nearer end of the nearest line. None when that is further off than `reach` too.
+    std::optional<PlotPoint> NearestPoint(DevicePoint place, int reach) const;
+    /// The point itself; nothing when there is no such point.
+    std::optional<PlotPoint> PointAt(int series, int point) const;
+    /// From a point `points` further along its series, and `series` further among the series that show, as far as there
+    /// are any; the first point of all when there is none to start from.
+    std::optional<PlotPoint> PointBeside(const std::optional<PlotPoint>& from, int series, int points) const;
 
     /// Finds limits and steps of the scales that are automatic, as `Redraw` does first: the limits are those of the
     /// finite values in all series, hidden ones included; without any such value the limits that a scale has are
@@ -146,10 +160,13 @@ private:
     void tilePicture(DeviceContext& device, const DeviceRect& area) const;
     /// Writes `label` along the middle of the area's edge and takes that strip, and `gap` more, off the area.
     void placeText(Frame& frame, Edge edge, const PlotScaleLabel& label, int gap) const;
+    QString numberAt(const PlotScale& scale, float value) const;
     /// Leaves the plot rectangle in the frame and gives the length of a major tick.
     int makeRoomForNumbers(Frame& frame) const;
     void setMapping(const PlotArea& area);
     void drawLinesBeneath(DeviceContext& device) const;
+    /// The device position of a point of a series; none when it is not finite.
+    std::optional<DevicePoint> placeOf(const PlotSeries& series, std::size_t index) const;
     /// The device positions of a series' points. A point that is not finite has none and interrupts the line: given
     /// back are the ends of the stretches between such points.
     std::vector<std::size_t> placePoints(const PlotSeries& series, std::vector<DevicePoint>& points) const;

@@ -20,8 +20,9 @@ struct Tick {
 /// One axis on the page, so that both are drawn by the same procedures. Positions on it are the device coordinate that
 /// it runs along, and the distance out from its line, away from the plot.
 struct AxisSide {
-    AxisSide(const PlotScale& scale, bool across, const PlotArea& area, const PlotMapping& valueMapping)
-        : Scale(scale), IsAcross(across), Mapping(valueMapping) {
+    AxisSide(const PlotScale& scale, bool across, const PlotArea& area, const PlotMapping& valueMapping,
+             const QString& mask)
+        : Scale(scale), IsAcross(across), Mapping(valueMapping), Mask(mask) {
         const double right = double(area.Left) + area.Width, bottom = double(area.Top) + area.Height;
         Low = across ? area.Left : area.Top;
         High = across ? right : bottom;
@@ -39,6 +40,7 @@ struct AxisSide {
     const PlotScale& Scale;
     bool IsAcross;
     const PlotMapping& Mapping;
+    const QString& Mask;      ///< of the numbers
     double Low = 0, High = 0; ///< ends of the plot rectangle along the axis
     double Line = 0;          ///< where the axis stands: the rectangle's bottom or its left side
     double Depth = 0;         ///< from there to the opposite side
@@ -63,7 +65,8 @@ void drawNumbersAndTicks(DeviceContext& device, const AxisSide& axis, int length
         const bool atEnd = &tick == &axis.Ticks.front() || &tick == &axis.Ticks.back();
         const DevicePoint tip = axis.At(tick.Along, length);
         if (axis.Scale.ScaleValueDraw == 0 || (axis.Scale.ScaleValueDraw == 1 && atEnd))
-            mdTips::DrawAnchoredText(device, tip.X, tip.Y, FormatScaleValue(tick.Value, axis.Scale.WorkRange()),
+            mdTips::DrawAnchoredText(device, tip.X, tip.Y,
+                                     FormatScaleValue(tick.Value, axis.Scale.WorkRange(), axis.Mask),
                                      axis.IsAcross ? centreTop : rightMiddle);
         drawLine(device, axis.At(tick.Along, 0), tip);
     }
@@ -145,8 +148,8 @@ void clsPlot::DrawAxes(Frame& frame) {
     setMapping(frame.Area);
     dataPlotArea = frame.Area;
 
-    const AxisSide across(scales[std::size_t(scaleAcross())], true, frame.Area, mapping);
-    const AxisSide up(scales[std::size_t(scaleUp())], false, frame.Area, mapping);
+    const AxisSide across(scales[std::size_t(scaleAcross())], true, frame.Area, mapping, ScaleMask);
+    const AxisSide up(scales[std::size_t(scaleUp())], false, frame.Area, mapping, ScaleMask);
     // Both axes go by what the one across has: without ticks there, the minor ticks of the other have no length.
     if (across.Scale.HasTicks())
         style.MinorTickLength = Round(style.TickLength * 0.5);

@@ -81,13 +81,17 @@ void clsPlot::LayoutTitleAndLabels(Frame& frame) {
     placeText(frame, Edge::Left, scaleLabels[up], frame.Margin);
 }
 
+QString clsPlot::numberAt(const PlotScale& scale, float value) const {
+    return FormatScaleValue(value, scale.WorkRange(), ScaleMask);
+}
+
 int clsPlot::makeRoomForNumbers(Frame& frame) const {
     const PlotScale& across = scales[std::size_t(scaleAcross())];
     const PlotScale& up = scales[std::size_t(scaleUp())];
     int width = 0, height = 0;
     if (across.HasTicks()) {
         const Font old = selectPlotFont(frame.Device, across.ScaleFont, 0);
-        const DeviceSize last = mdTips::MeasureText(frame.Device, FormatScaleValue(across.WorkMax, across.WorkRange()));
+        const DeviceSize last = mdTips::MeasureText(frame.Device, numberAt(across, across.WorkMax));
         mdTips::RestoreObject(frame.Device, old);
         width = Round(last.Width * 0.5 + frame.Margin);
         height = last.Height;
@@ -98,7 +102,7 @@ int clsPlot::makeRoomForNumbers(Frame& frame) const {
         const Font old = selectPlotFont(frame.Device, up.ScaleFont, 0);
         int lastHeight = 0;
         for (const float value : TickValues(up, up.WorkMScale)) {
-            const DeviceSize size = mdTips::MeasureText(frame.Device, FormatScaleValue(value, up.WorkRange()));
+            const DeviceSize size = mdTips::MeasureText(frame.Device, numberAt(up, value));
             width = std::max(width, size.Width);
             lastHeight = size.Height;
         }

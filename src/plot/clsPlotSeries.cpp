@@ -74,19 +74,25 @@ void drawDots(DeviceContext& device, std::span<const DevicePoint> centres, const
 
 } // namespace
 
+std::optional<DevicePoint> clsPlot::placeOf(const PlotSeries& series, std::size_t index) const {
+    const double across = Orientation == 0 ? series.BaseValues[index] : series.PlotValues[index];
+    const double up = Orientation == 0 ? series.PlotValues[index] : series.BaseValues[index];
+    if (!std::isfinite(across) || !std::isfinite(up))
+        return {};
+    return DevicePoint{mapping.Across(across), mapping.Up(up)};
+}
+
 std::vector<std::size_t> clsPlot::placePoints(const PlotSeries& series, std::vector<DevicePoint>& points) const {
-    const std::vector<double>& across = Orientation == 0 ? series.BaseValues : series.PlotValues;
-    const std::vector<double>& up = Orientation == 0 ? series.PlotValues : series.BaseValues;
     std::vector<std::size_t> stretches;
     points.clear();
-    points.reserve(across.size());
+    points.reserve(series.BaseValues.size());
     const auto endStretch = [&] {
         if (points.size() > (stretches.empty() ? 0 : stretches.back()))
             stretches.push_back(points.size());
     };
-    for (std::size_t i = 0; i < across.size(); ++i) {
-        if (std::isfinite(across[i]) && std::isfinite(up[i]))
-            points.push_back({mapping.Across(across[i]), mapping.Up(up[i])});
+    for (std::size_t i = 0; i < series.BaseValues.size(); ++i) {
+        if (const std::optional<DevicePoint> place = placeOf(series, i))
+            points.push_back(*place);
         else
             endStretch();
     }

@@ -125,17 +125,17 @@ bool BuildHistory(const ResultModel& model, const DifferenceSettings& difference
         for (const qint64 index : selection.Index)
             plot.SetDataLabel(plot.DataLegendAdd(), kind + QString::number(index + 1));
         built.Gaps.resize(selection.Index.size());
-        std::int32_t row = 0;
         const auto addPoints = [&](std::int32_t step, const StepValues& values) {
             if (std::ranges::none_of(values, &std::optional<float>::has_value))
                 return;
+            const auto row = std::int32_t(built.RowSteps.size());
+            built.RowSteps.push_back(step);
             for (std::size_t i = 0; i < values.size(); ++i) {
                 if (values[i])
                     plot.DataAdd(int(i) + 1, model.Steps.at(step).Time, *values[i]);
                 else
                     built.Gaps[i].push_back(row);
             }
-            ++row;
         };
         if (!walkSteps(model, difference, selection, progress, addPoints))
             return false;
@@ -158,9 +158,13 @@ bool BuildDistribution(const ResultModel& model, const DifferenceSettings& diffe
         const auto addSeries = [&](std::int32_t, const StepValues& values) {
             const int series = plot.DataLegendAdd();
             plot.SetDataLabel(series, u"ステップ : " + QString::number(series));
-            for (std::size_t i = 0; i < values.size(); ++i)
+            std::vector<std::int32_t>& gaps = built.Gaps.emplace_back();
+            for (std::size_t i = 0; i < values.size(); ++i) {
                 if (values[i])
                     plot.DataAdd(series, order.Positions[i], *values[i]);
+                else
+                    gaps.push_back(std::int32_t(i));
+            }
         };
         if (!walkSteps(model, difference, built.Selection, progress, addSeries))
             return false;
@@ -168,6 +172,17 @@ bool BuildDistribution(const ResultModel& model, const DifferenceSettings& diffe
     }
     graph = std::move(built);
     return true;
+}
+
+std::optional<PointOrigin> OriginOf(const Graph& graph, int series, int point) {
+    if (point < 1 || point > graph.Plot.DataCount(series) || std::size_t(series) > graph.Gaps.size())
+        return {};
+    std::int32_t place = point - 1;
+    for (const std::int32_t gap : graph.Gaps[std::size_t(series) - 1])
+        place += gap <= place;
+    if (graph.GraphType == GraphType::Distribution)
+        return PointOrigin{series - 1, graph.Selection.Index.at(std::size_t(place))};
+    return PointOrigin{graph.RowSteps.at(std::size_t(place)), graph.Selection.Index.at(std::size_t(series) - 1)};
 }
 
 AxisOrder OrderAlongAxis(const MeshData& mesh, SelectionSnapshot& selection) {

@@ -2,6 +2,7 @@
 #include "plot/mdGraph.h"
 
 #include "app/NumberFormat.h"
+#include "platform/base/Codepage.h"
 
 #include <span>
 
@@ -107,4 +108,8 @@ QString mdGraph::GraphText(const Graph& graph, QChar separator) {
     else
         appendHistory(text, graph);
     return text;
+}
+
+QByteArray mdGraph::GraphTextFile(const Graph& graph, QChar separator) {
+    return Codepage::Encode(GraphText(graph, separator)) + "\r\n";
 }

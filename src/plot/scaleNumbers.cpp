@@ -24,10 +24,14 @@ std::vector<float> TickValues(const PlotScale& scale, float step) {
     return values;
 }
 
-QString FormatScaleValue(float value, float range) {
+QString FormatScaleValue(float value, float range, const QString& mask) {
     // The bounds are singles as well, so that 0.01 itself is not below 0.01.
     const float size = std::abs(value);
     if (!(float(std::abs(double(range)) * 1e-7) < size))
+        value = 0;
+    if (!mask.isEmpty())
+        return NumberFormat::Format(value, mask);
+    if (value == 0)
         return u"0.0"_s;
     if (size > 1000)
         return NumberFormat::Format(value, u"0.0E-0");

@@ -14,6 +14,6 @@ inline bool IsFlipped(const PlotScale& scale, bool across) {
 /// step is 0, at least twice the axis, or too short for any picture, and when the limits are no finite distance apart.
 std::vector<float> TickValues(const PlotScale& scale, float step);
 
-/// One to three decimals; one, with an exponent, above 1000, and up to three, with an exponent, below 0.01. "0.0" for
-/// what is negligible on an axis of length `range`.
-QString FormatScaleValue(float value, float range);
+/// By `mask`, or when that is empty with one to three decimals; one, with an exponent, above 1000, and up to three,
+/// with an exponent, below 0.01. What is negligible on an axis of length `range` is 0.
+QString FormatScaleValue(float value, float range, const QString& mask);

@@ -47,7 +47,10 @@ ApplicationSettings changed() {
                false,
                11,
                12,
-               {{1, 2, 3, 4}, {5, 6, 7, 0xff00ff}}};
+               {{1, 2, 3, 4}, {5, 6, 7, 0xff00ff}},
+               ScaleFormat::Mask,
+               u"0.0#"_s,
+               false};
     return s;
 }
 } // namespace

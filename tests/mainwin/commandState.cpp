@@ -55,7 +55,7 @@ struct CommandStateTest : testing::Test {
     CommandBars& bars = *new CommandBars(window);
     ResultModel model;
     ApplicationSettings settings;
-    CommandFacts facts{.Model = model, .Settings = settings, .FileOpen = true, .Zoom = 1};
+    CommandFacts facts{.Model = model, .Settings = settings, .FileOpen = true, .Zoom = 1, .PickedCount = 1};
 };
 
 TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
@@ -73,10 +73,12 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     model.LineElementsOnly = true;
     EXPECT_EQ(disabled(all), u"miDrawContourColor miDrawContourLegend miDrawContourValue miDrawContourValue"_s);
     facts.FileOpen = false;
+    facts.PickedCount = 0;
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
               u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " + zooms + u" miDrawContourValue");
+                  u" miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " +
+                  zooms + u" miDrawContourValue");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {

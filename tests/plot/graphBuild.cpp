@@ -97,6 +97,30 @@ TEST_F(GraphBuildTest, NothingPickedAndNoForAnAnswer) {
     EXPECT_EQ(graph.Plot.DataLegendCount(), 0);
 }
 
+TEST_F(GraphBuildTest, PointsLeadBackToStepAndObject) {
+    VrfBuilder file = twoSquares();
+    file.steps.resize(6, file.steps[0]);
+    for (int step = 0; step < 6; ++step)
+        for (int node = 0; node < 6; ++node)
+            file.steps[step].values[0][node] = float(10 * step + node);
+    file.steps[1].values[0].resize(3);
+    file.steps[2].values[0].clear();
+    file.steps[4].values[0].resize(5);
+    ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(folder.Write(file.Bytes()), model));
+    model.CurrentItem = 0;
+    for (const auto builder : {BuildHistory, BuildDistribution}) {
+        ASSERT_TRUE(builder(model, plain, {PickedKind::Nodes, {4, 0, 5, 2}}, graph, {}));
+        int points = 0;
+        for (int series = 1; series <= graph.Plot.DataLegendCount(); ++series)
+            for (int point = 1; point <= graph.Plot.DataCount(series); ++point, ++points) {
+                const auto origin = OriginOf(graph, series, point).value();
+                EXPECT_EQ(float(10 * origin.Step + origin.Object), graph.Plot.DataPlot(series, point));
+            }
+        EXPECT_EQ(points, 4 + 2 + 0 + 4 + 3 + 4);
+        EXPECT_FALSE(OriginOf(graph, 1, 0) || OriginOf(graph, 1, 6) || OriginOf(graph, 9, 1));
+    }
+}
+
 TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
     std::mt19937 random(5);
     const auto number = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
@@ -128,9 +152,11 @@ TEST(OrderAlongAxis, IsThatOfAPlainSelectionSortAlsoWithEqualCoordinates) {
 }
 
 TEST(mdGraph, GraphsOfNothingOrOfManyAreAskedAbout) {
-    EXPECT_FALSE(GraphRequest(1) || GraphRequest(100));
-    EXPECT_TRUE(GraphRequest(101)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
-    EXPECT_TRUE(GraphRequest(0)->Flags == MessageStyle::Information && GraphRequest(101)->Flags == MessageStyle::Ask);
+    EXPECT_FALSE(GraphRequest(1, 9) || GraphRequest(100, 9));
+    EXPECT_TRUE(GraphRequest(101, 9)->Text.startsWith(u" 現在、101 個のオブジェクトが選択されています。\r\n 多数の"));
+    EXPECT_TRUE(GraphRequest(0, 9)->Flags == MessageStyle::Information &&
+                GraphRequest(101, 9)->Flags == MessageStyle::Ask &&
+                GraphRequest(1 << 20, 1 << 20)->Flags == MessageStyle::Stop);
 }
 
 } // namespace

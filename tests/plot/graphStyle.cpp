@@ -29,13 +29,14 @@ TEST(GraphStyle, WholeGraphs) {
     ResultModel model;
     model.Title = u"盛土 %file%"_s;
     model.FileName = u"/data/a.b.vrf"_s;
-    GraphDefaults defaults;
+    ApplicationSettings settings;
+    GraphDefaults& defaults = settings.Graph;
     for (const int type : {GraphType::History, GraphType::Distribution}) {
         Graph graph = graphOf(type);
         graph.Plot.Orientation = type;
         graph.Plot.EndPaint = [&](DeviceContext& device) { DrawGraphLegend(device, graph.Plot, defaults); };
         TraceDevice device(1000, 500, dotsPerInch);
-        ApplyGraphStyle(defaults, model, device, graph);
+        ApplyGraphStyle(settings, model, device, graph);
         EXPECT_TRUE(*graph.Plot.ScaleFont(0) == *graph.Plot.ScaleFont(1) &&
                     graph.Plot.ScaleFont(0) != graph.Plot.ScaleFont(1) &&
                     graph.Plot.DataLineColor(2) == defaults.LegendStyles.value(0, {0, 0xff}).LineColor);

@@ -64,8 +64,9 @@ TEST(PlotScales, NumbersSuitTheirSizeAndTheAxis) {
         {1000, "1000.0"},    {1000.1f, "1.0E3"}, {0.01f, "0.01"},  {0.0099f, "9.9E-3"}, {0.0012345f, "1.235E-3"},
         {-0.125f, "-0.125"}, {-2e7f, "-2.0E7"},  {2.0004f, "2.0"}, {1e-9f, "0.0"},      {NAN, "0.0"}};
     for (const auto& [value, text] : texts)
-        EXPECT_EQ(FormatScaleValue(value, -100), QString::fromLatin1(text));
-    EXPECT_EQ(FormatScaleValue(1e-9f, 0.001f), u"1.0E-9"_s);
+        EXPECT_EQ(FormatScaleValue(value, -100, {}), QString::fromLatin1(text));
+    EXPECT_EQ(FormatScaleValue(1e-9f, 0.001f, {}), u"1.0E-9"_s);
+    EXPECT_EQ(FormatScaleValue(980, 100, u"0.0#"_s) + FormatScaleValue(1e-6f, 100, u"0.0E+0"_s), u"980.00.0E+0"_s);
 }
 
 TEST(PlotScales, TicksGoTowardsTheEndWhateverTheSignOfTheStep) {

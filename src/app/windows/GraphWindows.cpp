@@ -13,18 +13,17 @@ QList<QPointer<QWidget>>& joined() {
     return windows;
 }
 
-/// Those that are still there.
-const QList<QPointer<QWidget>>& graphWindows() {
-    joined().removeIf([](const QPointer<QWidget>& window) { return window.isNull(); });
-    return joined();
-}
-
 void setGraphWindowsVisible(bool visible) {
-    for (const QPointer<QWidget>& window : graphWindows())
+    for (QWidget* window : GraphWindows())
         window->setVisible(visible);
 }
 
 } // namespace
+
+QList<QWidget*> GraphWindows() {
+    joined().removeIf([](const QPointer<QWidget>& window) { return window.isNull(); });
+    return {joined().begin(), joined().end()};
+}
 
 void JoinGraphWindows(QWidget& window) {
     window.winId(); // what takes the window to another layer is its native one
@@ -41,12 +40,14 @@ void HideGraphWindows() {
 }
 
 void LowerGraphWindows(bool lower) {
-    for (const QPointer<QWidget>& window : graphWindows())
+    for (const QWidget* window : GraphWindows())
         window->windowHandle()->setFlag(Qt::WindowStaysOnTopHint, !lower);
 }
 
 void UnloadGraphWindows() {
-    const QList<QPointer<QWidget>> windows = graphWindows();
+    GraphWindows();
+    // One of them may take others along.
+    const QList<QPointer<QWidget>> windows = joined();
     for (const QPointer<QWidget>& window : windows)
         delete window;
 }

@@ -2,6 +2,8 @@
 // What stands in them is their own business.
 #pragma once
 
+#include <QList>
+
 class QDialog;
 class QWidget;
 
@@ -9,6 +11,8 @@ namespace mdApplication {
 
 /// Makes `window` one of them until it is destroyed.
 void JoinGraphWindows(QWidget& window);
+/// All of them that are still there.
+QList<QWidget*> GraphWindows();
 void ShowGraphWindows();
 void HideGraphWindows();
 /// With true they leave the top-most layer, with false they go back to it; those that are hidden stay hidden.

@@ -131,6 +131,18 @@ void InstallSubstitutions() {
     });
 }
 
+const QStringList& Faces() {
+    static const QStringList faces = [] {
+        QStringList all = QFontDatabase::families();
+        for (const StandIn& standIn : standIns)
+            all += standIn.Face.toString();
+        all.sort(Qt::CaseInsensitive);
+        all.removeDuplicates();
+        return all;
+    }();
+    return faces;
+}
+
 void LeaveRoomFor(const QString& text) {
     // Numbers are many, and nothing but their font is loaded for them.
     if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }))

@@ -10,6 +10,9 @@ namespace Fonts {
 /// calls after the first do nothing.
 void InstallSubstitutions();
 
+/// The faces that a user can choose, sorted: those of the system and those that have a stand-in.
+const QStringList& Faces();
+
 /// Greater fonts are drawn in this cell height: no page is higher, and what a font takes stays within bounds.
 inline constexpr int LargestHeight = 8192;
 

@@ -52,8 +52,11 @@ double PlotPrinter::PaperHeight() const {
 
 SheetMargins PlotPrinter::unprintable() const {
     const SheetMargins& upright = Paper().Unprintable;
-    // A page across is turned against the clock for the printer: its left edge comes to lie on the sheet's bottom.
-    return isUpright() ? upright : SheetMargins{upright.Bottom, upright.Left, upright.Top, upright.Right};
+    if (isUpright())
+        return upright;
+    // Which way a page across is turned is for the printer's software to know: either way all must be within reach.
+    const float ends = std::max(upright.Top, upright.Bottom), sides = std::max(upright.Left, upright.Right);
+    return {ends, sides, ends, sides};
 }
 
 DeviceMeasures PlotPrinter::Measures() const {

@@ -1,5 +1,6 @@
 #include "platform/device/pictureFile.h"
 
+#include "platform/base/WholeFile.h"
 #include "platform/device/PainterDevice.h"
 #include "platform/device/PlotPrinter.h"
 #include "platform/device/SvgDevice.h"
@@ -95,4 +96,8 @@ PictureEncoding TracePicture(const PictureFile& file, const Paint& paint) {
     TraceDevice device(file.Size.Width, file.Size.Height, file.Resolution());
     paint(device);
     return asItIs(device.Trace());
+}
+
+std::optional<QString> SaveContent(const QString& path, const PictureContent& content) {
+    return content.Problem ? content.Problem : WholeFile::Write(path, content.Bytes);
 }

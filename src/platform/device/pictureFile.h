@@ -1,5 +1,4 @@
-// Painted pictures as the content of files: SVG, PDF and the trace of the calls. Knows nothing of what is painted, and
-// writes no file itself.
+// Painted pictures as the content of files: SVG, PDF and the trace of the calls. Knows nothing of what is painted.
 #pragma once
 
 #include "platform/device/DeviceContext.h"
@@ -24,6 +23,9 @@ struct PictureContent {
     QByteArray Bytes;
     std::optional<QString> Problem;
 };
+
+/// Writes a file wholly; else gives the reason, and the file is as it was.
+std::optional<QString> SaveContent(const QString& path, const PictureContent& content);
 
 using Paint = std::function<void(DeviceContext&)>;
 

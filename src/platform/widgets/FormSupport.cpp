@@ -1,5 +1,6 @@
 #include "platform/widgets/FormSupport.h"
 
+#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -18,8 +19,8 @@ bool movesFocus(const QFocusEvent& event) {
 
 class Reformatter : public QObject {
 public:
-    Reformatter(QLineEdit& watched, std::function<QString(const QString&)> rule)
-        : QObject(&watched), box(watched), reformat(std::move(rule)) {
+    Reformatter(QLineEdit& watched, std::function<QString(const QString&)> rule, OnEnter end)
+        : QObject(&watched), box(watched), reformat(std::move(rule)), onEnter(end) {
         box.installEventFilter(this);
     }
 
@@ -34,12 +35,17 @@ protected:
             return false;
         box.setText(reformat(box.text()));
         box.selectAll();
+        if (onEnter == OnEnter::MoveOn) {
+            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+            QCoreApplication::sendEvent(&box, &tab);
+        }
         return true;
     }
 
 private:
     QLineEdit& box;
     std::function<QString(const QString&)> reformat;
+    OnEnter onEnter;
 };
 
 class Selector : public QObject {
@@ -80,8 +86,8 @@ void MakeReadOnly(QLineEdit& box) {
     box.setPalette(palette);
 }
 
-void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> reformat) {
-    new Reformatter(box, std::move(reformat));
+void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> reformat, OnEnter onEnter) {
+    new Reformatter(box, std::move(reformat), onEnter);
 }
 
 void SelectAllOnFocus(QLineEdit& box) {

@@ -31,9 +31,13 @@ QPushButton* BrowseButton(const QString& name, const QString& accessibleName);
 /// Shows text to look at and to copy; the Tab key passes it by.
 void MakeReadOnly(QLineEdit& box);
 
-/// Puts the text through `reformat` when the focus goes to another control. Enter does the same and selects the text
-/// instead of pressing the dialog's default button.
-void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> reformat);
+/// Where Enter leads in a box whose text is put in order.
+enum class OnEnter { Stay, MoveOn };
+
+/// Puts the text through `reformat` when the focus goes to another control. Enter does the same, instead of pressing
+/// the dialog's default button, and selects the text or moves on to the next control.
+void ReformatOnLeaving(QLineEdit& box, std::function<QString(const QString&)> reformat,
+                       OnEnter onEnter = OnEnter::Stay);
 
 /// Selects the whole text whenever the box gets the focus, by mouse as well.
 void SelectAllOnFocus(QLineEdit& box);

@@ -23,7 +23,7 @@ TEST(PlotPrinter, MeasuresTurnWithTheSheetAndTheDocumentStaysWhereItIs) {
         std::array<int, 8> Caps;
         DeviceRect Document; // margins of 10, 20, 30.04 and 40 mm
     } const rows[] = {{1, 300, {96, 194, 960, 1940, 1000, 2000, 10, 20}, {90, 180, 690, 1580}},
-                      {2, 9, {194, 96, 1940, 960, 2000, 1000, 40, 10}, {60, 190, 1660, 590}},
+                      {2, 9, {192, 94, 1920, 940, 2000, 1000, 40, 30}, {60, 170, 1660, 570}},
                       {0, 7, {60, 50, 600, 500, 600, 500, 0, 0}, {100, 200, 300, 100}}};
     for (const auto& row : rows) {
         PlotPrinter printer(told, row.Orientation, row.Paper);

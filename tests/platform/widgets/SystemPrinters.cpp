@@ -60,7 +60,7 @@ TEST(SystemPrinters, QueuesAreListedAskedAndServed) {
     EXPECT_EQ(printer->PaperSize(), 8);
     EXPECT_EQ(printer->DotsPerInch(), 600);
     EXPECT_NEAR(printer->Paper().Unprintable.Left, 4.94, 0.01);
-    EXPECT_NEAR(printer->Measures().OffsetX / 600.0 * 25.4, 7.06, 0.05) << "the sheet's bottom";
+    EXPECT_NEAR(printer->Measures().OffsetX / 600.0 * 25.4, 7.06, 0.05) << "the wider end of the sheet";
 
     const QList<PrinterOption> options = printers.Options(u"Büro"_s);
     ASSERT_EQ(options.size(), 4);
