@@ -189,6 +189,8 @@ QWidget* frmGraphSetting::buildSeriesTab() {
         details->addWidget(colorCaption, 2 * i + 1, 0);
         details->addLayout(color, 2 * i + 1, 1);
     }
+    // Of mixed characters the label takes more room than it asks for.
+    details->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 18);
     details->setColumnStretch(1, 1);
     details->setRowStretch(4, 1);
     auto* buttons = new QHBoxLayout;
