@@ -37,6 +37,21 @@ struct Job {
     SceneChoice scene;
 };
 
+QString namesOf(const std::vector<const FilmCodec*>& codecs) {
+    QStringList names;
+    for (const FilmCodec* codec : codecs)
+        names += QString::fromUtf16(codec->Name);
+    return names.join(u", ");
+}
+
+/// For each ending the codecs that it takes, the usual one first.
+QString codecsPurpose() {
+    QStringList parts;
+    for (const QString& ending : {u".avi"_s, u".mp4"_s, u".webm"_s, u".gif"_s})
+        parts += ending + u": "_s + namesOf(filmFormat::CodecsFor(*filmFormat::ContainerFor(ending)));
+    return parts.join(u"; ") + u'.';
+}
+
 void declare(Options& options) {
     options.Value(u"o"_s, u"OUT"_s, u"The film: .avi, .mp4, .webm or .gif."_s);
     DeclareStepRange(options, u"A frame for each step from A to B, every S-th; all steps by default."_s);
@@ -44,8 +59,7 @@ void declare(Options& options) {
     DeclarePictureOptions(options);
     options.Value(u"interval"_s, u"MS"_s,
                   u"Milliseconds from one frame to the next; that of the slide show by default."_s);
-    options.Value(u"codec"_s, u"NAME"_s,
-                  u"AVI: mpeg4, raw, mjpeg, utvideo, ffv1 or h264; MP4: h264 or mpeg4; WebM: vp9; GIF: gif."_s);
+    options.Value(u"codec"_s, u"NAME"_s, codecsPurpose());
     options.Value(u"quality"_s, u"Q"_s, u"0 to 100, higher is better."_s);
     options.Value(u"key-frames"_s, u"N"_s,
                   u"At most N frames from one key frame to the next; in AVI each is one by default."_s);
@@ -65,13 +79,6 @@ ContourChoice contourFrom(const Options& options) {
     if (ends.size() != 2 || !lowOk || !highOk || !std::isfinite(low) || !std::isfinite(high) || !(low < high))
         throw Stop{WrongUsage, u"--range wants file, step or MIN,MAX, not \"%1\""_s.arg(text)};
     return {ContourChoice::Of::Given, low, high};
-}
-
-QString namesOf(const std::vector<const FilmCodec*>& codecs) {
-    QStringList names;
-    for (const FilmCodec* codec : codecs)
-        names += QString::fromUtf16(codec->Name);
-    return names.join(u", ");
 }
 
 /// A wish that the codec knows nothing of would go unheard.

@@ -11,6 +11,7 @@
 #include "mainwin/commandFamilies.h"
 #include "mainwin/globals.h"
 #include "platform/widgets/LongWork.h"
+#include "plot/windows/frmGraph.h"
 
 #include <QLabel>
 
@@ -46,6 +47,8 @@ void frmMain::editOptions() {
         mdApplication::Tools = tools;
         buildToolsMenu();
     }
+    // The numbers at their axes may go by the options.
+    mdApplication::NotifyGraphLayoutChanged(nullptr);
     repaint();
 }
 

@@ -2,6 +2,7 @@
 // printer, in a preview and in a file. What stands in the labels and how they are drawn is not its business.
 #pragma once
 
+#include "platform/device/PlotPrinter.h"
 #include "view/scene/Session.h"
 
 #include <QDate>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/device/DocumentPlotter.h"
+#include "platform/device/PlotPrinter.h"
 
 #include <QImage>
 

@@ -96,6 +96,8 @@ TEST_F(PreviewTest, StopsAndLeavesThePositionsOfTheScreenAlone) {
     const PlotPrinter on = printer(PlotPrinter::Portrait, PaperSizes::A4);
     session.View.NodePoints = {{1, 2}};
     EXPECT_THROW(pagePreview::Paint(session.Plotter, on, {100, 100}, [] { return false; }), DrawingStopped);
+    const Paint paint = [&](DeviceContext& device) { session.Plotter.DrawPage(device, on); };
+    EXPECT_THROW(PdfPage(on, {}, paint, [] { return false; }), DrawingStopped);
     pagePreview::Paint(session.Plotter, on, {1, 1});
     EXPECT_EQ(session.View.NodePoints, (std::vector<DevicePoint>{{1, 2}}));
     EXPECT_FALSE(session.View.CoordConverter.has_value());

@@ -16,8 +16,6 @@
 namespace {
 
 constexpr double tenth = 0.1;
-constexpr bool FontObject::*fontStyles[] = {&FontObject::Bold, &FontObject::Italic, &FontObject::Underline,
-                                            &FontObject::StrikeThrough};
 
 QString withoutLastSeparator(const QString& folder) {
     return folder.size() > 1 && folder.endsWith(u'/') ? folder.chopped(1) : folder;
@@ -92,9 +90,7 @@ void frmOptionSetting::showFont() {
     const FontObject font = mdTips::ParseFontString(styles.FontStrings[std::size_t(cmbFont->currentIndex())], unused);
     cmbFontFace->setCurrentIndex(cmbFontFace->findText(font.Name, Qt::MatchFixedString));
     cmbFontFace->setEditText(font.Name);
-    cmbFontSize->setEditText(NumberFormat::Shortest(font.Size));
-    for (std::size_t i = 0; i < chkFont.size(); ++i)
-        chkFont[i]->setChecked(font.*fontStyles[i]);
+    fontFields.Show(font);
     drawFontSample();
 }
 
@@ -102,24 +98,10 @@ void frmOptionSetting::readFont() {
     if (Updating)
         return;
     QString& text = styles.FontStrings[std::size_t(cmbFont->currentIndex())];
-    ColorRef color = 0;
-    FontObject font = mdTips::ParseFontString(text, color);
-    font.Name = cmbFontFace->currentText();
-    font.Size = mdTips::Val(cmbFontSize->currentText());
-    for (std::size_t i = 0; i < chkFont.size(); ++i)
-        font.*fontStyles[i] = chkFont[i]->isChecked();
-    text = mdTips::MakeFontString(font, color);
+    text = fontFields.Edited(text, cmbFontFace->currentText());
     drawFontSample();
 }
 
 void frmOptionSetting::drawFontSample() {
-    RasterDevice device(picFont->BlankSheet(), picFont->DotsPerInch());
-    const DeviceSize size = picFont->PixelSize();
-    ColorRef color = 0;
-    const FontObject font = mdTips::ParseFontString(styles.FontStrings[std::size_t(cmbFont->currentIndex())], color);
-    constexpr int middle = 5;
-    const Font old = mdTips::SelectFontFor(device, device, font, 0);
-    mdTips::DrawAnchoredText(device, size.Width / 2, size.Height / 2, u"AaBbあア亜"_s, middle);
-    mdTips::RestoreObject(device, old);
-    picFont->ShowSheet();
+    fontFields.DrawSample(styles.FontStrings[std::size_t(cmbFont->currentIndex())]);
 }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "app/ApplicationSettings.h"
-#include "app/mdTips.h"
+#include "app/windows/FontFields.h"
 #include "extensions/toolTable.h"
 #include "platform/widgets/FormBinding.h"
 
@@ -66,9 +66,7 @@ private:
     PictureBox* picLine = nullptr;
     QComboBox* cmbFont = nullptr;
     QComboBox* cmbFontFace = nullptr;
-    QComboBox* cmbFontSize = nullptr;
-    std::array<QCheckBox*, 4> chkFont{}; ///< bold, italic, underline, struck out
-    PictureBox* picFont = nullptr;
+    FontFields fontFields;
     ctlToolTable* toolPage = nullptr;
     std::array<QPushButton*, 2> Command1{}; ///< OK, cancel
 };

@@ -3,6 +3,7 @@
 #include "app/mdTipsDrawing.h"
 #include "extensions/windows/ctlToolTable.h"
 #include "extensions/windows/frmOptionSetting.h"
+#include "platform/device/Fonts.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/FormSupport.h"
 #include "platform/widgets/PictureBox.h"
@@ -10,7 +11,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,14 +29,6 @@ constexpr int lineTypes = 5;
 /// At least one tenth, in tenths of a millimetre.
 int lineWidth(const QString& text) {
     return Round(std::max(mdTips::Val(text), 0.1) * 10);
-}
-
-PictureBox* sampleBox(const QString& name, const QString& accessibleName, int lines) {
-    auto* box = Named(new PictureBox, name);
-    box->setAccessibleName(accessibleName);
-    box->setFocusPolicy(Qt::NoFocus);
-    box->setMinimumHeight(box->fontMetrics().height() * lines);
-    return box;
 }
 
 } // namespace
@@ -97,7 +89,7 @@ QWidget* frmOptionSetting::buildLineTab() {
     FormSupport::ReformatOnLeaving(
         *txtLineSize, [](const QString& text) { return NumberFormat::Format(lineWidth(text) * 0.1, u"0.0"); });
     cmdLineColor = Named(new ColorButton(u"色(&C)..."_s), u"cmdLineColor"_s);
-    picLine = sampleBox(u"picLine"_s, u"ラインのサンプル"_s, 3);
+    picLine = SampleBox(u"picLine"_s, u"ラインのサンプル"_s, 3);
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
     AddRow(*grid, 0, u"ライン(&L):"_s, cmbLine);
@@ -139,31 +131,21 @@ QWidget* frmOptionSetting::buildFontTab() {
     cmbFontFace = Named(new QComboBox, u"cmbFontFace"_s);
     cmbFontFace->setEditable(true);
     cmbFontFace->setInsertPolicy(QComboBox::NoInsert);
-    cmbFontFace->addItems(QFontDatabase::families());
+    cmbFontFace->addItems(Fonts::Faces());
     cmbFontFace->completer()->setCompletionMode(QCompleter::InlineCompletion);
     cmbFontFace->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbFontSize = Named(new QComboBox, u"cmbFontSize"_s);
-    cmbFontSize->setEditable(true);
-    cmbFontSize->setInsertPolicy(QComboBox::NoInsert);
-    cmbFontSize->setCompleter(nullptr);
-    for (const int size : {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72})
-        cmbFontSize->addItem(QString::number(size));
-    const std::array<QString, 4> captions{u"太字(&B)"_s, u"斜体(&I)"_s, u"下線(&U)"_s, u"取り消し線(&K)"_s};
     auto* checks = new QHBoxLayout;
-    for (int i = 0; i < int(chkFont.size()); ++i) {
-        chkFont[i] = Named(new QCheckBox(captions[i]), u"chkFont"_s, i);
-        checks->addWidget(chkFont[i]);
-    }
+    for (QCheckBox* box : fontFields.Styles)
+        checks->addWidget(box);
     checks->addStretch();
-    picFont = sampleBox(u"picFont"_s, u"フォントのサンプル"_s, 4);
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
     AddRow(*grid, 0, u"対象(&O):"_s, cmbFont);
     AddRow(*grid, 1, u"フォント名(&F):"_s, cmbFontFace);
-    AddRow(*grid, 2, u"サイズ(&S):"_s, cmbFontSize);
+    AddRow(*grid, 2, u"サイズ(&S):"_s, fontFields.Size);
     grid->addLayout(checks, 3, 1);
     grid->addWidget(new QLabel(u"サンプル:"_s), 4, 0, Qt::AlignTop);
-    grid->addWidget(picFont, 4, 1);
+    grid->addWidget(fontFields.Sample, 4, 1);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(5, 1);
     return tab;
@@ -190,11 +172,9 @@ void frmOptionSetting::connectControls() {
     });
     connect(cmbFont, &QComboBox::currentIndexChanged, this, &frmOptionSetting::showFont);
     connect(cmbFontFace, &QComboBox::currentTextChanged, this, &frmOptionSetting::readFont);
-    connect(cmbFontSize, &QComboBox::currentTextChanged, this, &frmOptionSetting::readFont);
-    for (QCheckBox* box : chkFont)
-        connect(box, &QCheckBox::toggled, this, &frmOptionSetting::readFont);
+    fontFields.OnChange(this, [this] { readFont(); });
     connect(picLine, &PictureBox::Resized, this, &frmOptionSetting::drawLineSample);
-    connect(picFont, &PictureBox::Resized, this, &frmOptionSetting::drawFontSample);
+    connect(fontFields.Sample, &PictureBox::Resized, this, &frmOptionSetting::drawFontSample);
     connect(Command1[0], &QPushButton::clicked, this, [this] {
         apply();
         Result = true;

@@ -39,7 +39,12 @@ frmPreview::frmPreview(QWidget* parent, Session& shown, Printers& printersToUse)
     constexpr int settlingMs = 40;
     redrawing.setSingleShot(true);
     redrawing.setInterval(settlingMs);
+    progressBefore = std::exchange(printers.Progress, [this](const QString& text) { lblStatus->setText(text); });
     FormSupport::PlaceOnScreen(*this, {900, 720});
+}
+
+frmPreview::~frmPreview() {
+    printers.Progress = progressBefore;
 }
 
 void frmPreview::buildControls() {

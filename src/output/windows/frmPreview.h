@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QTimer>
 #include <array>
+#include <functional>
 #include <optional>
 
 class PictureBox;
@@ -24,6 +25,7 @@ class frmPreview : public QDialog {
 public:
     /// Both must outlive the form; `session` has a file open, and its page settings may be changed by the user.
     frmPreview(QWidget* parent, Session& session, Printers& printers);
+    ~frmPreview() override;
 
     /// Takes up the printer of the page settings and shows the page; none when the printer can't be had.
     void FirstStep();
@@ -47,6 +49,7 @@ private:
 
     Session& session;
     Printers& printers;
+    std::function<void(const QString&)> progressBefore; ///< of the printers, which tell this form while it is there
     std::optional<PlotPrinter> printer;
     QImage sheet; ///< null while there is none to paint, and before the first
     bool painting = false;

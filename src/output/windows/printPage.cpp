@@ -4,6 +4,7 @@
 #include "app/windows/ShowMessage.h"
 #include "output/mdPage.h"
 #include "platform/base/NativePath.h"
+#include "platform/device/Printers.h"
 
 using mdApplication::ShowMessage;
 

@@ -1,5 +1,7 @@
 #include "platform/device/DocumentPlotter.h"
 
+#include "platform/device/Printers.h"
+
 #include <cmath>
 
 namespace {

@@ -4,9 +4,9 @@
 
 #include "platform/base/Rounding.h"
 #include "platform/device/DeviceContext.h"
-#include "platform/device/Printers.h"
 
 #include <functional>
+#include <optional>
 
 /// A rectangle of the world, single precision, X to the right and Y up: `Top` stands above `Bottom`, so `Height` is
 /// negative.
@@ -101,6 +101,10 @@ private:
     PlotDocument document;
     PlotConverter converter;
 };
+
+class PlotPrinter;
+class Printers;
+struct PrintResult;
 
 /// What a plotter asks of its owner; a call that is not set is not made.
 struct PlotEvents {

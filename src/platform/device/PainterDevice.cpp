@@ -1,6 +1,7 @@
 #include "platform/device/PainterDevice.h"
 
 #include "platform/base/Lists.h"
+#include "platform/device/DrawingStopped.h"
 #include "platform/device/Rings.h"
 #include "platform/device/VectorRules.h"
 
@@ -104,6 +105,8 @@ void PainterDevice::addLine(DevicePoint from, DevicePoint to) {
     // A line leaves out its end, so one without length is nothing; a round end would make it a dot.
     if (from == to || state.LinePen.Style == PenStyle::Null)
         return;
+    if (lines.elementCount() >= longestPath)
+        stopIfAsked();
     if (lines.elementCount() >= longestPath || linesPen != state.LinePen || enteredClip != state.Clip)
         flushLines();
     if (lines.isEmpty()) {
@@ -126,7 +129,13 @@ void PainterDevice::flushLines() {
     lines.clear();
 }
 
+void PainterDevice::stopIfAsked() const {
+    if (GoesOn && !GoesOn())
+        throw DrawingStopped();
+}
+
 void PainterDevice::startFigure() {
+    stopIfAsked();
     flushLines();
     enterClip();
     painter.setPen(outlinePen());

@@ -45,7 +45,8 @@ struct Units {
 
 constexpr double pointsPerInch = 72;
 
-PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QString& title, const Paint& paint) {
+PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QString& title, const Paint& paint,
+                      const std::function<bool()>& goesOn = {}) {
     DocumentOutput output;
     output.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     auto writer = std::make_unique<QPdfWriter>(&output);
@@ -57,6 +58,7 @@ PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QStri
     auto painter = std::make_unique<QPainter>(writer.get());
     try {
         PainterDevice device(*painter, measures);
+        device.GoesOn = goesOn;
         paint(device);
         device.Finish();
         painter->end();
@@ -83,10 +85,11 @@ PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
     return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint);
 }
 
-PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint) {
+PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint,
+                        const std::function<bool()>& goesOn) {
     constexpr double pointsPerMm = pointsPerInch / 25.4;
     const QSizeF points = QSizeF(printer.PaperWidthMm(), printer.PaperHeightMm()) * pointsPerMm;
-    return pdfOf(points, printer.Measures(), title, paint);
+    return pdfOf(points, printer.Measures(), title, paint, goesOn);
 }
 
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint) {

@@ -37,6 +37,7 @@ using PictureFormat = PictureEncoding (*)(const PictureFile&, const Paint&);
 
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint);
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint);
-/// The sheet of a printer, painted on a device of its measures.
-PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint);
+/// The sheet of a printer, painted on a device of its measures. Throws `DrawingStopped` soon after `goesOn` says no.
+PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint,
+                        const std::function<bool()>& goesOn = {});
 PictureEncoding TracePicture(const PictureFile& file, const Paint& paint);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/device/DeviceState.h"
+#include "platform/device/DrawingStopped.h"
 #include "platform/raster/FigurePainter.h"
 #include "platform/raster/GlyphCache.h"
 
@@ -12,9 +13,6 @@
 #include <QPainter>
 #include <optional>
 #include <vector>
-
-/// Thrown out of a drawing that is not to go on.
-struct DrawingStopped {};
 
 /// Draws into the caller's image of format RGB32 or ARGB32_Premultiplied and device pixel ratio 1; any other image
 /// stays as it is. Drawn pixels are opaque. The image must outlive the device and may be read between calls, but not be

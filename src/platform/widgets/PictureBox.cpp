@@ -197,3 +197,12 @@ void PictureBox::wheelEvent(QWheelEvent* event) {
         emit ZoomWheel(ToPixels(event->position()), steps);
     event->accept();
 }
+
+PictureBox* SampleBox(const QString& name, const QString& accessibleName, int lines) {
+    auto* box = new PictureBox;
+    box->setObjectName(name);
+    box->setAccessibleName(accessibleName);
+    box->setFocusPolicy(Qt::NoFocus);
+    box->setMinimumHeight(box->fontMetrics().height() * lines);
+    return box;
+}

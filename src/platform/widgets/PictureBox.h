@@ -81,3 +81,6 @@ private:
     bool leftHeld = false;
     int wheelRest = 0; ///< eighths of a degree not yet made into a step
 };
+
+/// A box of some lines of text in height that only shows something.
+PictureBox* SampleBox(const QString& name, const QString& accessibleName, int lines);

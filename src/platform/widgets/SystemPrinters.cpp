@@ -1,6 +1,7 @@
 #include "platform/widgets/SystemPrinters.h"
 
 #include "platform/base/WholeFile.h"
+#include "platform/device/DrawingStopped.h"
 #include "platform/widgets/CupsQueues.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
@@ -42,7 +43,7 @@ PrintResult SystemPrinters::printPage(const PlotPrinter& printer, const QString&
     PrintResult result{PrintResult::CalledOff};
     LongWork printing(u"印刷中... (Esc で中止)"_s, [this](const QString& text) { show(text); });
     const auto work = [&](const LongWork::Progress& goesOn) {
-        const PictureContent content = PdfPage(printer, title, paint)();
+        const PictureContent content = PdfPage(printer, title, paint, [&] { return goesOn(0, 0); })();
         if (!goesOn(0, 0))
             return;
         if (const auto problem = content.Problem ? content.Problem : take(content.Bytes))
@@ -52,6 +53,8 @@ PrintResult SystemPrinters::printPage(const PlotPrinter& printer, const QString&
     };
     try {
         printing.Run(work);
+    } catch (const DrawingStopped&) {
+        return result;
     } catch (const std::bad_alloc&) {
         result = {PrintResult::Refused, name + u"\r\nメモリが足りません。"_s};
     }

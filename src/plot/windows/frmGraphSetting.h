@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/ApplicationSettings.h"
+#include "app/windows/FontFields.h"
 #include "platform/widgets/FormBinding.h"
 #include "plot/clsPlot.h"
 
@@ -87,9 +88,7 @@ private:
     QComboBox* cmbFont = nullptr;
     QLineEdit* txtFontFace = nullptr;
     QListWidget* lvFontFace = nullptr;
-    QComboBox* cmbFontSize = nullptr;
-    std::array<QCheckBox*, 4> chkFont{};
-    PictureBox* picFont = nullptr;
+    FontFields fontFields;
     QListWidget* lstLegend = nullptr;
     std::array<QPushButton*, 2> cmdLegend{}; ///< add, delete
     QComboBox* cmbMarkerStyle = nullptr;

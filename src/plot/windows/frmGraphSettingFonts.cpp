@@ -1,11 +1,7 @@
 // The fonts of frmGraphSetting: one of four at a time, with a name that completes itself while it is typed.
-#include "app/NumberFormat.h"
-#include "app/mdTipsDrawing.h"
-#include "platform/raster/RasterDevice.h"
-#include "platform/widgets/PictureBox.h"
+#include "app/mdTips.h"
 #include "plot/windows/frmGraphSetting.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -13,10 +9,6 @@
 #include <QScopedValueRollback>
 
 namespace {
-
-/// The styles in the order of their boxes.
-constexpr bool FontObject::*fontStyles[] = {&FontObject::Bold, &FontObject::Italic, &FontObject::Underline,
-                                            &FontObject::StrikeThrough};
 
 /// The first of the list that begins with `text`, and null for none.
 QListWidgetItem* firstLike(const QListWidget& list, const QString& text, Qt::MatchFlags how) {
@@ -31,9 +23,7 @@ void frmGraphSetting::showFont() {
     const FontObject font = mdTips::ParseFontString(fonts[std::size_t(cmbFont->currentIndex())], unused);
     txtFontFace->setText(font.Name);
     lvFontFace->setCurrentItem(firstLike(*lvFontFace, font.Name, Qt::MatchFixedString));
-    cmbFontSize->setEditText(NumberFormat::Shortest(font.Size));
-    for (std::size_t i = 0; i < chkFont.size(); ++i)
-        chkFont[i]->setChecked(font.*fontStyles[i]);
+    fontFields.Show(font);
     drawFontSample();
 }
 
@@ -41,26 +31,12 @@ void frmGraphSetting::readFont() {
     if (Updating)
         return;
     QString& text = fonts[std::size_t(cmbFont->currentIndex())];
-    ColorRef color = 0;
-    FontObject font = mdTips::ParseFontString(text, color);
-    font.Name = txtFontFace->text();
-    font.Size = mdTips::Val(cmbFontSize->currentText());
-    for (std::size_t i = 0; i < chkFont.size(); ++i)
-        font.*fontStyles[i] = chkFont[i]->isChecked();
-    text = mdTips::MakeFontString(font, color);
+    text = fontFields.Edited(text, txtFontFace->text());
     drawFontSample();
 }
 
 void frmGraphSetting::drawFontSample() {
-    RasterDevice device(picFont->BlankSheet(), picFont->DotsPerInch());
-    const DeviceSize size = picFont->PixelSize();
-    ColorRef color = 0;
-    const FontObject font = mdTips::ParseFontString(fonts[std::size_t(cmbFont->currentIndex())], color);
-    constexpr int centre = 5;
-    const Font old = mdTips::SelectFontFor(device, device, font, 0);
-    mdTips::DrawAnchoredText(device, size.Width / 2, size.Height / 2, u"AaBbあア亜"_s, centre);
-    mdTips::RestoreObject(device, old);
-    picFont->ShowSheet();
+    fontFields.DrawSample(fonts[std::size_t(cmbFont->currentIndex())]);
 }
 
 void frmGraphSetting::completeFace(const QString& typed) {

@@ -35,14 +35,6 @@ QString positiveTenths(const QString& text) {
     return NumberFormat::Format(std::abs(mdTips::Val(text)), u"0.0");
 }
 
-PictureBox* sampleBox(const QString& name, const QString& accessibleName, int lines) {
-    auto* box = Named(new PictureBox, name);
-    box->setAccessibleName(accessibleName);
-    box->setFocusPolicy(Qt::NoFocus);
-    box->setMinimumHeight(box->fontMetrics().height() * lines);
-    return box;
-}
-
 } // namespace
 
 void frmGraphSetting::buildControls() {
@@ -62,12 +54,30 @@ void frmGraphSetting::buildControls() {
 }
 
 void frmGraphSetting::orderControls() {
-    FormSupport::TabOrder({SSTab1,        chkPlotLegend,  chkPlotGrid,  chkPlotScale, cmbLegendPos, txtSize[Marker],
-                           txtSize[Line], cmbScaleFormat, txtScaleMask, txtLabel[0],  txtLabel[1],  txtLabel[2],
-                           txtLabel[3],   txtLabel[4],    cmbFont,      txtFontFace,  lvFontFace,   cmbFontSize,
-                           chkFont[0],    chkFont[1],     chkFont[2],   chkFont[3]});
-    FormSupport::TabOrder({chkFont[3], lstLegend, cmdLegend[0], cmdLegend[1], cmbMarkerStyle, cmdColor[Marker],
-                           cmbLineStyle, cmdColor[Line], Command1[0], Command1[1]});
+    FormSupport::TabOrder({SSTab1,
+                           chkPlotLegend,
+                           chkPlotGrid,
+                           chkPlotScale,
+                           cmbLegendPos,
+                           txtSize[Marker],
+                           txtSize[Line],
+                           cmbScaleFormat,
+                           txtScaleMask,
+                           txtLabel[0],
+                           txtLabel[1],
+                           txtLabel[2],
+                           txtLabel[3],
+                           txtLabel[4],
+                           cmbFont,
+                           txtFontFace,
+                           lvFontFace,
+                           fontFields.Size,
+                           fontFields.Styles[0],
+                           fontFields.Styles[1],
+                           fontFields.Styles[2],
+                           fontFields.Styles[3]});
+    FormSupport::TabOrder({fontFields.Styles[3], lstLegend, cmdLegend[0], cmdLegend[1], cmbMarkerStyle,
+                           cmdColor[Marker], cmbLineStyle, cmdColor[Line], Command1[0], Command1[1]});
 }
 
 QWidget* frmGraphSetting::buildGeneralTab() {
@@ -134,13 +144,6 @@ QWidget* frmGraphSetting::buildFontTab() {
     lvFontFace = Named(new QListWidget, u"lvFontFace"_s);
     lvFontFace->setAccessibleName(tr("フォントの一覧"));
     lvFontFace->addItems(Fonts::Faces());
-    cmbFontSize = Named(new QComboBox, u"cmbFontSize"_s);
-    cmbFontSize->setEditable(true);
-    cmbFontSize->setCompleter(nullptr);
-    cmbFontSize->setInsertPolicy(QComboBox::NoInsert);
-    for (const int size : {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72})
-        cmbFontSize->addItem(QString::number(size));
-    const std::array<QString, 4> captions{tr("太字(&B)"), tr("斜体(&I)"), tr("下線(&U)"), tr("取り消し線(&T)")};
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
     auto* details = new QGridLayout;
@@ -150,16 +153,13 @@ QWidget* frmGraphSetting::buildFontTab() {
     faceCaption->setBuddy(txtFontFace);
     grid->addWidget(faceCaption, 1, 0);
     grid->addWidget(lvFontFace, 3, 0);
-    AddRow(*details, 0, tr("サイズ(&S):"), cmbFontSize);
-    for (int i = 0; i < int(chkFont.size()); ++i) {
-        chkFont[i] = Named(new QCheckBox(captions[i]), u"chkFont"_s, i);
-        details->addWidget(chkFont[i], i + 1, 0, 1, 2);
-    }
+    AddRow(*details, 0, tr("サイズ(&S):"), fontFields.Size);
+    for (int i = 0; i < int(fontFields.Styles.size()); ++i)
+        details->addWidget(fontFields.Styles[i], i + 1, 0, 1, 2);
     details->setRowStretch(5, 1);
     grid->addLayout(details, 2, 1, 2, 1);
-    picFont = sampleBox(u"picFont"_s, tr("フォントのサンプル"), 4);
     grid->addWidget(new QLabel(tr("サンプル:")), 4, 0);
-    grid->addWidget(picFont, 5, 0, 1, 2);
+    grid->addWidget(fontFields.Sample, 5, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     return tab;
 }
@@ -189,6 +189,8 @@ QWidget* frmGraphSetting::buildSeriesTab() {
         details->addWidget(colorCaption, 2 * i + 1, 0);
         details->addLayout(color, 2 * i + 1, 1);
     }
+    // Of mixed characters the label takes more room than it asks for.
+    details->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 18);
     details->setColumnStretch(1, 1);
     details->setRowStretch(4, 1);
     auto* buttons = new QHBoxLayout;
@@ -198,7 +200,7 @@ QWidget* frmGraphSetting::buildSeriesTab() {
     grid->addWidget(lstLegend, 1, 0);
     grid->addLayout(buttons, 2, 0);
     grid->addLayout(details, 1, 1);
-    picLegend = sampleBox(u"picLegend"_s, tr("系列のサンプル"), 3);
+    picLegend = SampleBox(u"picLegend"_s, tr("系列のサンプル"), 3);
     grid->addWidget(new QLabel(tr("サンプル:")), 3, 0);
     grid->addWidget(picLegend, 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
@@ -227,10 +229,8 @@ void frmGraphSetting::connectControls() {
     connect(lvFontFace, &QListWidget::itemSelectionChanged, this, &frmGraphSetting::chooseFace);
     connect(txtFontFace, &QLineEdit::textEdited, this, &frmGraphSetting::completeFace);
     connect(txtFontFace, &QLineEdit::textChanged, this, &frmGraphSetting::readFont);
-    connect(cmbFontSize, &QComboBox::currentTextChanged, this, &frmGraphSetting::readFont);
-    for (QCheckBox* box : chkFont)
-        connect(box, &QCheckBox::toggled, this, &frmGraphSetting::readFont);
-    connect(picFont, &PictureBox::Resized, this, &frmGraphSetting::drawFontSample);
+    fontFields.OnChange(this, [this] { readFont(); });
+    connect(fontFields.Sample, &PictureBox::Resized, this, &frmGraphSetting::drawFontSample);
     txtFontFace->installEventFilter(this);
 
     connect(lstLegend, &QListWidget::currentRowChanged, this, &frmGraphSetting::showStyle);
