@@ -1,13 +1,14 @@
 #include "app/helpPages.h"
 
 #include "platform/base/Literals.h"
+#include "platform/base/NativePath.h"
 
 #include <QDir>
 
 namespace {
-QString indexIn(const QDir& folder) {
-    const QStringList pages = folder.entryList({u"index.htm*"_s}, QDir::Files, QDir::Name);
-    return pages.isEmpty() ? QString() : folder.filePath(pages.constFirst());
+QString indexIn(const QString& folder) {
+    const QStringList pages = NativePath::Files(folder, {u"index.htm*"_s});
+    return pages.isEmpty() ? QString() : QDir::cleanPath(folder + u'/' + pages.constFirst());
 }
 } // namespace
 
@@ -17,7 +18,7 @@ QString helpPages::Index(const QString& chosen, const QString& programFolder, co
     for (const QString& name : {language, u"ja"_s, u"en"_s})
         folders += QDir::cleanPath(programFolder + u"/../share/velorin/help/"_s + name);
     for (const QString& folder : folders)
-        if (const QString page = indexIn(QDir(folder)); !page.isEmpty())
+        if (const QString page = indexIn(folder); !page.isEmpty())
             return page;
     return {};
 }

@@ -3,7 +3,6 @@
 #include "app/NumberFormat.h"
 #include "platform/base/NativePath.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -55,5 +54,5 @@ QString mdApplication::StartUpFailureText(int number, const QString& description
 }
 
 QString mdApplication::ProgramFolder() {
-    return QCoreApplication::applicationDirPath();
+    return NativePath::ProgramFolder();
 }

@@ -3,7 +3,6 @@
 #include "platform/base/NativePath.h"
 #include "platform/base/WholeFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <algorithm>
 
@@ -52,7 +51,7 @@ QString mdTips::RemoveTrailingChar(const QString& text, QChar trailing) {
 QString mdTips::ResolveRelativePath(const QString& relative, const QString& base, QChar separator) {
     QString path = relative;
     if (!isAbsolute(path))
-        path = (base.isEmpty() ? QDir::currentPath() : base) + u'/' + path;
+        path = (base.isEmpty() ? NativePath::CurrentFolder() : base) + u'/' + path;
 
     QStringList parts;
     for (const QString& part : path.replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts)) {

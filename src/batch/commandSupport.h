@@ -3,6 +3,7 @@
 
 #include "batch/commandLine.h"
 #include "platform/base/Literals.h"
+#include "platform/base/OneLine.h"
 #include "result/ResultModel.h"
 
 #include <QCommandLineParser>
@@ -45,10 +46,6 @@ private:
     QStringList declared;
     QCommandLineParser parser;
 };
-
-/// A text as it may stand on a terminal in a line of its own: control characters, which names may hold, are written as
-/// \n, \t, \u{1b} and the like.
-QString OneLine(const QString& text);
 
 /// Stops the command with the one line that says why `path` can't be used.
 [[noreturn]] void RefuseInput(const QString& path, const QString& reason);

@@ -6,7 +6,9 @@
 #include "platform/registry/RegistryText.h"
 
 #include <QFile>
-#include <QTemporaryDir>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
 
 namespace batch {
 
@@ -16,11 +18,13 @@ namespace {
 class BorrowedRegistry {
 public:
     BorrowedRegistry() {
-        if (!folder.isValid())
-            RefuseInput(folder.path(), folder.errorString());
-        qputenv(variable, QFile::encodeName(folder.path()));
+        if (!::mkdtemp(folder.data()))
+            RefuseInput(NativePath::Text(folder), QString::fromLocal8Bit(std::strerror(errno)));
+        qputenv(variable, folder);
     }
     ~BorrowedRegistry() {
+        std::error_code none;
+        std::filesystem::remove_all(folder.constData(), none);
         if (before.isNull())
             qunsetenv(variable);
         else
@@ -31,7 +35,7 @@ public:
 
 private:
     static constexpr const char* variable = "XDG_CONFIG_HOME";
-    const QTemporaryDir folder;
+    QByteArray folder = (NativePath::Of(NativePath::TemporaryFolder()) / "velorin-XXXXXX").c_str();
     const QByteArray before = qgetenv(variable);
 };
 

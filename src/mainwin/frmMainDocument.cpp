@@ -17,7 +17,6 @@
 #include "view/scene/Session.h"
 
 #include <QCloseEvent>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
@@ -165,8 +164,8 @@ bool frmMain::promptFileName(QString& path) {
         filter += u"%1(%2)|%2|"_s.arg(QStringView(reader.Name), QStringView(reader.Endings));
     filter += u"すべてのファイル(*.*)|*.*"_s;
     mdApplication::HideGraphWindows();
-    const auto chosen =
-        Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s, path.isEmpty() ? QDir::currentPath() : path, filter);
+    const auto chosen = Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s,
+                                              path.isEmpty() ? NativePath::CurrentFolder() : path, filter);
     mdApplication::ShowGraphWindows();
     path = chosen.value_or(path);
     return chosen.has_value();

@@ -3,9 +3,11 @@
 
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
+#include "platform/base/NativePath.h"
 #include "platform/base/Rounding.h"
 #include "platform/base/WholeFile.h"
 
+#include <QFile>
 #include <QImageReader>
 #include <variant>
 
@@ -145,9 +147,10 @@ void savePicture(const QImage& picture, const QString& path) {
 /// False, and `picture` stays, for what is no picture or a huge one. A pipe, which might never end, isn't opened.
 bool loadPicture(const QString& path, QImage& picture) {
     static const QList<QByteArray> formats{"bmp", "gif", "jpeg", "png"};
-    if (!mdApplication::FileExists(path))
+    QFile file;
+    if (!mdApplication::FileExists(path) || NativePath::OpenToRead(path, file))
         return false;
-    QImageReader reader(path);
+    QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     const QSize size = formats.contains(reader.format()) ? reader.size() : QSize();
     if (size.isEmpty() || qint64(size.width()) * size.height() > mostPixels)

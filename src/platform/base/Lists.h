@@ -4,6 +4,13 @@
 
 #include <QList>
 #include <algorithm>
+#include <new>
+
+/// Throws where there is not so much memory to be had at once: before calls of libraries that take it without looking.
+inline void requireMemory(std::size_t bytes) {
+    // A new-expression might be optimised away.
+    ::operator delete(::operator new(bytes));
+}
 
 /// `count` fresh entries, in just the memory that they take.
 template<class T>

@@ -1,8 +1,11 @@
 #include "platform/base/NativePath.h"
 
+#include "platform/base/Literals.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStringDecoder>
+#include <QUrl>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -68,9 +71,56 @@ QString NativePath::Shown(const QString& text) {
 }
 
 QString NativePath::Absolute(const QString& path) {
+    return QDir::cleanPath(path.startsWith(u'/') ? path : CurrentFolder() + u'/' + path);
+}
+
+QString NativePath::ProgramFolder() {
     std::error_code none;
-    const bool fromRoot = path.startsWith(u'/');
-    return QDir::cleanPath(fromRoot ? path : Text(std::filesystem::current_path(none).native()) + u'/' + path);
+    return Text(std::filesystem::read_symlink("/proc/self/exe", none).parent_path().native());
+}
+
+QString NativePath::CurrentFolder() {
+    std::error_code none;
+    return Text(std::filesystem::current_path(none).native());
+}
+
+QStringList NativePath::Files(const QString& folder, const QStringList& patterns) {
+    std::error_code problem;
+    QStringList names;
+    std::filesystem::directory_iterator entry(Of(folder), problem);
+    for (; !problem && entry != std::filesystem::directory_iterator(); entry.increment(problem))
+        if (std::error_code none; !entry->is_directory(none))
+            names += Text(entry->path().filename().native());
+    // A surrogate without its other half would fit nothing.
+    names.removeIf([&](const QString& name) { return !QDir::match(patterns, Shown(name)); });
+    names.sort();
+    return names;
+}
+
+QString NativePath::Environment(const char* name) {
+    return Text(qgetenv(name));
+}
+
+QString NativePath::ConfigurationFolder() {
+    const QString named = Environment("XDG_CONFIG_HOME");
+    return named.startsWith(u'/') ? named : Environment("HOME") + u"/.config"_s;
+}
+
+QString NativePath::TemporaryFolder() {
+    const QString named = Environment("TMPDIR");
+    return QDir::cleanPath(named.isEmpty() ? u"/tmp"_s : named);
+}
+
+QUrl NativePath::Url(const QString& path) {
+    const QByteArray bytes = QByteArray::fromStdString(Of(path).native());
+    return QUrl::fromEncoded("file://" + bytes.toPercentEncoding("/"));
+}
+
+QString NativePath::OfUrl(const QUrl& local) {
+    // The toolkit's own way to a path knows no name that is not UTF-8.
+    if (!local.host().isEmpty())
+        return local.toLocalFile();
+    return Text(QByteArray::fromPercentEncoding(local.path(QUrl::FullyEncoded).toLatin1()));
 }
 
 std::optional<QString> NativePath::OpenToRead(const QString& path, QFile& file) {

@@ -1,15 +1,19 @@
 #include "platform/device/Fonts.h"
 
+#include "platform/base/Lists.h"
+
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHash>
 #include <algorithm>
 #include <mutex>
-#include <new>
 
 namespace Fonts {
 namespace {
+/// As much as the system's library takes at once.
+constexpr std::size_t loadingTakes = 2 << 20;
+
 struct StandIn {
     QStringView Face;
     QStringView Family;
@@ -111,13 +115,6 @@ Fit fitTo(const Key& key) {
     fit.PixelSize = best;
     return fit;
 }
-
-/// Throws when there is less than the font library may take.
-void leaveRoom() {
-    constexpr std::size_t enough = 2 << 20;
-    // A new-expression might be optimised away.
-    ::operator delete(::operator new(enough));
-}
 } // namespace
 
 void InstallSubstitutions() {
@@ -146,11 +143,11 @@ const QStringList& Faces() {
 void LeaveRoomFor(const QString& text) {
     // Numbers are many, and nothing but their font is loaded for them.
     if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }))
-        leaveRoom();
+        requireMemory(loadingTakes);
 }
 
 QFont ToQFont(const Font& font) {
-    leaveRoom();
+    requireMemory(loadingTakes);
     // Only the sizes are kept: a QFont shared by threads would race for the engine that it keeps inside.
     static std::mutex guard;
     static QHash<Key, Fit> cache;

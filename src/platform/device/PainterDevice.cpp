@@ -1,5 +1,6 @@
 #include "platform/device/PainterDevice.h"
 
+#include "platform/base/Lists.h"
 #include "platform/device/DrawingStopped.h"
 #include "platform/device/Rings.h"
 #include "platform/device/VectorRules.h"
@@ -46,6 +47,9 @@ QBrush qBrush(const Brush& brush) {
     const bool hatched = brush.Hatch >= 0 && brush.Hatch < int(std::size(hatches));
     return QBrush(qColor(brush.Color), hatched ? hatches[brush.Hatch] : Qt::SolidPattern);
 }
+
+/// What a path that grows takes at most. It does not look whether it got it.
+constexpr std::size_t bytesAPoint = 100;
 
 } // namespace
 
@@ -105,8 +109,10 @@ void PainterDevice::addLine(DevicePoint from, DevicePoint to) {
         stopIfAsked();
     if (lines.elementCount() >= longestPath || linesPen != state.LinePen || enteredClip != state.Clip)
         flushLines();
-    if (lines.isEmpty())
+    if (lines.isEmpty()) {
         enterClip();
+        requireMemory(bytesAPoint * longestPath);
+    }
     if (lines.isEmpty() || linesEnd != from)
         lines.moveTo(qPoint(from));
     lines.lineTo(qPoint(to));
@@ -140,6 +146,7 @@ void PainterDevice::Polygon(std::span<const DevicePoint> points) {
     if (points.size() < 2)
         return;
     startFigure();
+    requireMemory(bytesAPoint * points.size());
     corners.clear();
     for (const DevicePoint& point : points)
         corners += qPoint(point);
@@ -147,6 +154,7 @@ void PainterDevice::Polygon(std::span<const DevicePoint> points) {
 }
 
 void PainterDevice::PolyPolygon(std::span<const DevicePoint> points, std::span<const int> counts) {
+    requireMemory(bytesAPoint * points.size());
     QPainterPath rings;
     rings.setFillRule(Qt::OddEvenFill);
     forEachRing(points, counts, [&](std::span<const DevicePoint> ring) {

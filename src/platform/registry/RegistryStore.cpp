@@ -1,18 +1,19 @@
 #include "platform/registry/RegistryStore.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QLockFile>
-#include <QStandardPaths>
+#include "platform/base/NativePath.h"
+
 #include <QThread>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <string>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace Registry {
 namespace {
-/// For a file that another program holds: programs hold it for milliseconds, or else hang.
-constexpr int longestWaitMs = 1000;
-constexpr int waitStepMs = 10;
-constexpr qint64 headerBytes = 512;
+namespace fs = std::filesystem;
+
+constexpr std::uintmax_t headerBytes = 512;
 
 constexpr const char* tables =
     "PRAGMA application_id = 0x56524547; PRAGMA user_version = 1;"
@@ -28,35 +29,65 @@ constexpr const char* tables =
     "INSERT OR IGNORE INTO keys(id, parent, name, folded) VALUES(1, NULL, '', '')";
 constexpr std::int64_t applicationId = 0x56524547;
 
+fs::path withEnding(const fs::path& path, const char* ending) {
+    return fs::path(path.native() + ending);
+}
+
+bool isThere(const fs::path& path) {
+    std::error_code none;
+    return fs::exists(path, none);
+}
+
+bool moveTo(const fs::path& from, const fs::path& to) {
+    std::error_code problem;
+    fs::rename(from, to, problem);
+    return !problem;
+}
+
 /// A name for the damaged file that nothing has yet; empty when there is no end of them.
-QString freeName(const QString& path) {
-    const QString plain = path + u".damaged"_s;
-    QString name = plain;
-    for (int n = 2; QFileInfo::exists(name) || QFileInfo::exists(name + u"-journal"_s); ++n) {
+fs::path freeName(const fs::path& path) {
+    const fs::path plain = withEnding(path, ".damaged");
+    fs::path name = plain;
+    for (int n = 2; isThere(name) || isThere(withEnding(name, "-journal")); ++n) {
         if (n > 99)
             return {};
-        name = plain + u'.' + QString::number(n);
+        name = withEnding(plain, ('.' + std::to_string(n)).c_str());
     }
     return name;
 }
+
+/// The damaged file, as long as no other program moves it aside.
+class MoverLock {
+public:
+    explicit MoverLock(const fs::path& path) : handle(::open(path.c_str(), O_RDWR | O_CLOEXEC)) {
+        constexpr int longestWaitMs = 1000, stepMs = 10;
+        for (int waited = 0; handle >= 0 && !held && waited <= longestWaitMs; waited += stepMs) {
+            held = ::flock(handle, LOCK_EX | LOCK_NB) == 0;
+            if (!held)
+                QThread::msleep(stepMs);
+        }
+    }
+    ~MoverLock() {
+        if (handle >= 0)
+            ::close(handle);
+    }
+    MoverLock(const MoverLock&) = delete;
+    MoverLock& operator=(const MoverLock&) = delete;
+    bool IsHeld() const { return held; }
+
+private:
+    int handle;
+    bool held = false;
+};
 } // namespace
 
 QString StorePath() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Ordvane/registry.db"_s;
+    return NativePath::ConfigurationFolder() + u"/Ordvane/registry.db"_s;
 }
 
 Store& Store::Instance() {
     static Store store;
     return store;
-}
-
-int Store::onHeld(void* store, int) {
-    int& left = static_cast<Store*>(store)->waitMs;
-    if (left <= 0)
-        return 0;
-    QThread::msleep(waitStepMs);
-    left -= waitStepMs;
-    return 1;
 }
 
 bool Store::isReadOnly() const {
@@ -65,18 +96,16 @@ bool Store::isReadOnly() const {
 
 bool Store::Open(Access access) {
     if (depth > 0)
-        return !spoilt && (writing || access == Access::Read);
-    wanted = access;
-    if (path != StorePath())
-        gaveUp = {}; // another file is another's to hold
-    waitMs = gaveUp[std::size_t(access)] ? 0 : longestWaitMs;
+        return allows(access);
+    const fs::path place = NativePath::Of(StorePath());
+    wait.Begin(place, access);
     // What couldn't be written a while ago may be writable now.
     const bool retries = access == Access::Write && isReadOnly();
-    if (database && (doubtful || retries || path != StorePath() || hasMoved()))
+    if (database && (doubtful || retries || path != place || hasMoved()))
         close();
     if (database)
         return true;
-    path = StorePath();
+    path = place;
     switch (connect(access)) {
     case Health::Good:
         return true;
@@ -91,9 +120,7 @@ bool Store::Open(Access access) {
     case Health::Unusable:
         break;
     }
-    // Who can't even read need not wait again for writing, nor the other way round.
-    if (held && waitMs <= 0)
-        gaveUp = {true, true};
+    wait.NoteShut();
     if (problem.isEmpty())
         problem = u"it is damaged"_s;
     close();
@@ -102,21 +129,22 @@ bool Store::Open(Access access) {
 
 Store::Health Store::connect(Access access) {
     close();
+    std::error_code none; // the opening tells
     if (access == Access::Write)
-        QDir().mkpath(QFileInfo(path).path());
+        fs::create_directories(path.parent_path(), none);
     const int flags = SQLITE_OPEN_READWRITE | (access == Access::Write ? SQLITE_OPEN_CREATE : 0);
     ++serial;
     doubtful = false;
-    held = false;
     problem.clear();
     // A file that can't be written is opened for reading, then.
-    if (note(sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr)) != SQLITE_OK)
+    if (note(sqlite3_open_v2(path.c_str(), &database, flags, nullptr)) != SQLITE_OK)
         return Health::Unusable;
     if (access == Access::Write && isReadOnly()) {
         problem = QString::fromLatin1(sqlite3_errstr(SQLITE_READONLY));
         return Health::Unusable;
     }
-    sqlite3_busy_handler(database, onHeld, this);
+    sqlite3_busy_handler(
+        database, [](void* held, int) { return static_cast<StoreWait*>(held)->GoOn() ? 1 : 0; }, &wait);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, int(MaxDataBytes) + (1 << 20));
     execute("PRAGMA foreign_keys = ON");
     // The parts of the check must see one state, or a file that is just being made looks half made.
@@ -136,7 +164,8 @@ Store::Health Store::check() {
         return Health::Unusable;
     if (objects.Integer(0) == 0 && id.Integer(0) == 0) {
         // A file too short for a header passes for a new one, but it is somebody's.
-        const qint64 size = QFileInfo(path).size();
+        std::error_code none;
+        const std::uintmax_t size = fs::file_size(path, none);
         return size == 0 || size >= headerBytes ? Health::Empty : Health::Damaged;
     }
     Statement keys("SELECT id, parent, name, folded FROM keys WHERE id = 1 AND parent IS NULL"),
@@ -155,17 +184,16 @@ bool Store::createTables() {
 }
 
 bool Store::replaceDamaged() {
-    QLockFile lock(path + u".lock"_s);
-    if (!lock.tryLock(longestWaitMs))
+    const MoverLock lock(path);
+    if (!lock.IsHeld())
         return false;
     // Another program may have replaced it by now.
     Health health = connect(Access::Write);
     if (health == Health::Damaged) {
         close();
-        const QString journal = path + u"-journal"_s, name = freeName(path);
+        const fs::path journal = withEnding(path, "-journal"), name = freeName(path);
         // The journal first: left behind, it would be taken for one of the new file.
-        if (name.isEmpty() || (QFileInfo::exists(journal) && !QFile::rename(journal, name + u"-journal"_s)) ||
-            !QFile::rename(path, name))
+        if (name.empty() || (isThere(journal) && !moveTo(journal, withEnding(name, "-journal"))) || !moveTo(path, name))
             return false;
         health = connect(Access::Write);
     }
@@ -187,14 +215,14 @@ void Store::close() {
 }
 
 bool Store::Begin(Access access) {
+    const bool writes = access == Access::Write;
     if (depth == 0) {
-        if (!Open(access) || !execute(access == Access::Write ? "BEGIN IMMEDIATE" : "BEGIN"))
+        if (!Open(access) || !execute(writes ? "BEGIN IMMEDIATE" : "BEGIN"))
             return false;
-        spoilt = false;
-        writing = access == Access::Write;
-        if (writing)
-            gaveUp = {};
-    } else if (spoilt || (access == Access::Write && !writing)) {
+        turn = writes ? Turn::Writing : Turn::Reading;
+        if (writes)
+            wait.NoteWritten();
+    } else if (!allows(access)) {
         return false;
     }
     ++depth;
@@ -203,15 +231,15 @@ bool Store::Begin(Access access) {
 
 bool Store::End(bool keep) {
     if (!keep)
-        spoilt = true;
+        turn = Turn::Spoilt;
     if (--depth > 0)
-        return !spoilt;
-    if (!spoilt && execute("COMMIT"))
-        return true;
+        return IsSound();
+    const bool kept = IsSound() && execute("COMMIT");
+    turn = Turn::None;
     // A full disk may have ended it already.
-    if (sqlite3_get_autocommit(database) == 0)
+    if (!kept && sqlite3_get_autocommit(database) == 0)
         execute("ROLLBACK");
-    return false;
+    return kept;
 }
 
 bool Store::execute(const char* sql) {
@@ -230,17 +258,19 @@ sqlite3_stmt* Store::prepare(const char* sql) {
 
 int Store::note(int result) {
     const int kind = result & 0xff;
-    // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
     const bool hasRead = kind == SQLITE_ROW || kind == SQLITE_DONE;
-    held = kind == SQLITE_BUSY || (held && !hasRead);
-    if ((kind == SQLITE_BUSY && waitMs <= 0) || (hasRead && wanted == Access::Read))
-        gaveUp[std::size_t(wanted)] = !hasRead;
+    if (kind == SQLITE_BUSY)
+        wait.NoteHeld();
+    else if (hasRead)
+        wait.NoteRead();
+    // A plain error is one of the text of a statement: the file no longer has the tables that it speaks of.
     if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_ERROR)
         doubtful = true;
-    if (kind != SQLITE_OK && kind != SQLITE_ROW && kind != SQLITE_DONE && kind != SQLITE_CONSTRAINT) {
-        spoilt = true;
-        problem = held ? u"another program holds it"_s : QString::fromLatin1(sqlite3_errstr(kind));
-    }
+    if (kind == SQLITE_OK || hasRead || kind == SQLITE_CONSTRAINT)
+        return result;
+    if (turn != Turn::None)
+        turn = Turn::Spoilt;
+    problem = IsHeld() ? u"another program holds it"_s : QString::fromLatin1(sqlite3_errstr(kind));
     return result;
 }
 
@@ -276,7 +306,7 @@ bool Statement::Next() {
 bool Statement::Run() {
     const bool done = statement && Store::Instance().note(sqlite3_step(statement)) == SQLITE_DONE;
     if (done && sqlite3_stmt_readonly(statement) == 0)
-        Store::Instance().gaveUp = {};
+        Store::Instance().wait.NoteWritten();
     return done;
 }
 

@@ -3,9 +3,10 @@
 #pragma once
 
 #include "platform/registry/Registry.h"
+#include "platform/registry/StoreWait.h"
 
 #include <QHash>
-#include <array>
+#include <filesystem>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -24,8 +25,8 @@ public:
     /// Ends the innermost transaction; true when it (or its part of the outer one) is kept.
     bool End(bool keep);
     /// False when the transaction that is open can no longer be kept.
-    bool IsSound() const { return !spoilt; }
-    bool IsHeld() const { return held; }
+    bool IsSound() const { return turn != Turn::Spoilt; }
+    bool IsHeld() const { return wait.IsHeld(); }
     const QString& Problem() const { return problem; }
     /// Changes whenever row numbers may no longer be those of before.
     int Serial() const { return serial; }
@@ -33,6 +34,8 @@ public:
 private:
     friend class Statement;
     enum class Health { Good, Empty, Damaged, Unusable };
+    /// What the transaction that is open may still do.
+    enum class Turn { None, Reading, Writing, Spoilt };
 
     Store() = default;
     Health connect(Access access);
@@ -46,21 +49,19 @@ private:
     /// Takes note of a statement's result: one that leaves a save incomplete spoils the whole transaction.
     int note(int result);
     bool isReadOnly() const;
-    /// Called when another program holds the file; 0 when it has been waited for long enough.
-    static int onHeld(void* store, int);
+    /// Whether what a turn is open for lets this be done.
+    bool allows(Access access) const {
+        return turn == Turn::Writing || (turn == Turn::Reading && access == Access::Read);
+    }
 
     sqlite3* database = nullptr;
-    QString path;
+    std::filesystem::path path;
     QHash<const char*, sqlite3_stmt*> statements; ///< by the address of their text
     int serial = 0;
-    int depth = 0;
-    bool writing = false; ///< the open transaction is a writing one
-    bool spoilt = false;
+    int depth = 0; ///< of the transactions inside each other
+    Turn turn = Turn::None;
+    StoreWait wait;
     bool doubtful = false; ///< the file has shown damage since it was checked
-    bool held = false;     ///< another program holds the file
-    int waitMs = 0;        ///< left to wait for it
-    Access wanted = Access::Read;
-    std::array<bool, 2> gaveUp{}; ///< by access: it was waited for in vain, and not had since
     QString problem;
 };
 

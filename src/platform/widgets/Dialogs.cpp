@@ -1,12 +1,12 @@
 #include "platform/widgets/Dialogs.h"
 
 #include "platform/base/NativePath.h"
+#include "platform/base/OneLine.h"
+#include "platform/widgets/FileDialog.h"
 #include "platform/widgets/FontDialog.h"
 
 #include <QApplication>
 #include <QColorDialog>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
@@ -95,54 +95,17 @@ int showBox(QWidget* parent, const QString& text, const QString& title, int flag
     return pressed < 0 ? buttons.last().Answer : buttons[pressed].Answer;
 }
 
-/// Pairs of description and patterns as Qt's list of name filters. "*.*" means every file, also one without a dot.
-QStringList nameFilters(const QString& filter) {
-    const QStringList parts = filter.split(u'|');
-    QStringList result;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QString description = parts[i];
-        if (const qsizetype bracket = description.lastIndexOf(u'('); bracket > 0)
-            description.truncate(bracket);
-        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
-        for (QString& pattern : patterns)
-            pattern = pattern.trimmed() == u"*.*" ? u"*"_s : pattern.trimmed();
-        result += description.trimmed() + u" ("_s + patterns.join(u' ') + u')';
-    }
-    return result;
-}
-
-/// Suffix of a name filter's first pattern, empty when that pattern leaves it open.
-QString suffixOf(const QString& nameFilter) {
-    const QString first = nameFilter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
-    const QString suffix = first.startsWith(u"*.") ? first.mid(2) : QString();
-    return suffix.contains(u'*') || suffix.contains(u'?') ? QString() : suffix;
-}
-
 FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, const QString& filter, bool save) {
     if (script().Running)
         return scriptedAnswer<FileAnswer>({save ? Testing::Kind::SaveFile : Testing::Kind::OpenFile, start, title, 0},
                                           std::nullopt);
     if (!hasWidgets())
         return std::nullopt;
-    QFileDialog dialog(parent, title);
-    dialog.setObjectName(u"fileDialog"_s);
-    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    const QStringList filters = nameFilters(filter);
-    if (!filters.isEmpty())
-        dialog.setNameFilters(filters);
-    if (save) {
-        dialog.setDefaultSuffix(suffixOf(filters.value(0)));
-        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
-                         [&dialog](const QString& chosen) { dialog.setDefaultSuffix(suffixOf(chosen)); });
-    }
-    const QFileInfo place(start);
-    dialog.setDirectory(place.isDir() ? start : place.absolutePath());
-    if (!start.isEmpty() && !place.isDir())
-        dialog.selectFile(NativePath::Shown(place.fileName()));
+    FileDialog dialog(parent, title, filter, save);
+    dialog.StartAt(start);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    return dialog.selectedFiles().value(0);
+    return dialog.Chosen();
 }
 } // namespace
 
@@ -164,7 +127,8 @@ int MessageBox(QWidget* parent, const QString& text, const QString& title, int f
     const qsizetype defaultButton = flags & MessageStyle::SecondDefault ? buttons.size() - 1 : 0;
     if (hasWidgets())
         return showBox(parent, NativePath::Shown(text), title, flags, defaultButton);
-    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    // The line ends are the program's own; what a name holds must not become one.
+    std::fprintf(stderr, "%s\n", OneLine(QString(text).replace(u"\r\n"_s, u": "_s)).toUtf8().constData());
     return buttons[defaultButton].Answer;
 }
 

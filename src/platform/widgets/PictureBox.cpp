@@ -12,18 +12,11 @@
 #include <cmath>
 
 namespace {
-/// The toolkit's own way to a path knows no name that is not UTF-8.
-QString pathOf(const QUrl& local) {
-    if (!local.host().isEmpty())
-        return local.toLocalFile();
-    return NativePath::Text(QByteArray::fromPercentEncoding(local.path(QUrl::FullyEncoded).toLatin1()));
-}
-
 QStringList localFiles(const QDropEvent& event) {
     QStringList paths;
     for (const QUrl& url : event.mimeData()->urls())
         if (url.isLocalFile())
-            paths.append(pathOf(url));
+            paths.append(NativePath::OfUrl(url));
     return paths;
 }
 } // namespace

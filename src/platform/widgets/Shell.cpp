@@ -1,8 +1,10 @@
 #include "platform/widgets/Shell.h"
 
+#include "platform/base/NativePath.h"
+
 #include <QDesktopServices>
 #include <QUrl>
 
 bool Shell::Open(const QString& path) {
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    return QDesktopServices::openUrl(NativePath::Url(path));
 }

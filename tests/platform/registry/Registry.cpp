@@ -9,6 +9,7 @@
 #include <QRandomGenerator>
 #include <QThread>
 #include <csignal>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -74,6 +75,15 @@ TEST(Registry, KeepsCaseAndOrderAndMeetsAnyCase) {
     EXPECT_TRUE(DeleteValue(inner, u"ZuLu"_s) && !DeleteValue(inner, u"ZuLu"_s));
     EXPECT_TRUE(DeleteKey(HKEY_CURRENT_USER, u"Software\\Ärger"_s));
     EXPECT_FALSE(SetValue(inner, {u"a"_s, REG_NONE, {}})) << "the key has gone";
+}
+
+TEST(Registry, StandsInAFolderOfAnyName) {
+    const ConfigurationFolder folder;
+    const QByteArray place = folder.Path().toUtf8() + "/\xe9\n";
+    qputenv("XDG_CONFIG_HOME", place);
+    EXPECT_TRUE(set(u"k"_s, {}, "1"));
+    std::error_code none;
+    EXPECT_EQ(std::filesystem::file_size(place.toStdString() + "/Ordvane/registry.db", none) % 4096, 0);
 }
 
 TEST(Registry, RefusesWhatIsBeyondItsLimits) {

@@ -1,6 +1,8 @@
 #include "platform/widgets/Dialogs.h"
 
 #include "TestFolder.h"
+#include "platform/base/NativePath.h"
+#include "platform/base/WholeFile.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -8,6 +10,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -48,6 +51,15 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
         static_cast<QDialog&>(dialog).accept();
     });
     EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter), existing);
+    const QString other = folder.Path({}) + NativePath::Text("/\xe9\n.vrf");
+    ASSERT_FALSE(WholeFile::Write(other, {}));
+    whenShown<QFileDialog>([](QFileDialog& dialog) {
+        auto* list = dialog.findChild<QListWidget*>(u"otherNames"_s);
+        ASSERT_TRUE(list && list->count() == 1 && list->isVisible());
+        list->setCurrentRow(0);
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter), other);
     const auto saveAs = [&](const QString& name, qsizetype filterIndex) {
         whenShown<QFileDialog>([=](QFileDialog& dialog) {
             dialog.selectNameFilter(dialog.nameFilters().at(filterIndex));
