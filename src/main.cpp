@@ -59,11 +59,13 @@ int EntryProcedure(QApplication& application, const QString& commandLine) {
         ShowMessage(StartUpFailureText(failure->number, failure->description), MessageStyle::Stop);
         return 1;
     }
-    if (Settings.Window.AutoInstall)
-        mdAddIn::AutoInstallAddins(Addins, mdAddIn::AddinFolders(ProgramFolder()), ShowMessage);
     const EndSignals endSignals;
     bool ended = false;
     QObject::connect(&endSignals, &EndSignals::Asked, window.get(), [&window, &ended] { End(*window, ended); });
+    if (Settings.Window.AutoInstall)
+        mdAddIn::AutoInstallAddins(Addins, mdAddIn::AddinFolders(ProgramFolder()), ShowMessage);
+    if (ended)
+        return 0;
     const QString notice = settingsStore::Notice();
     window->FirstStep(commandLine);
     if (ended)

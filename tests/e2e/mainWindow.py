@@ -157,10 +157,11 @@ class MainWindow(unittest.TestCase):
         self.assertIn("最小角の小さい要素", report.read_text("utf-8"))
 
     def test_the_end_does_not_wait_for_a_dialog(self):
-        self.start("/nowhere/none.vrf")
-        self.wait_window("Velorin")
-        self.velorin.terminate()
-        self.expect_end()
+        for new_addins in (False, True):
+            self.start("/nowhere/none.vrf", new_addins)
+            self.wait_window("Velorin")
+            self.velorin.terminate()
+            self.expect_end()
 
     def test_a_path_that_is_not_there_is_told(self):
         self.start("/nowhere/none.vrf")
