@@ -1,5 +1,6 @@
 #include "app/windows/GraphWindows.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QPointer>
 #include <QWindow>
@@ -45,11 +46,19 @@ void LowerGraphWindows(bool lower) {
 }
 
 void UnloadGraphWindows() {
-    GraphWindows();
     // One of them may take others along.
-    const QList<QPointer<QWidget>> windows = joined();
-    for (const QPointer<QWidget>& window : windows)
-        delete window;
+    const QList<QPointer<QWidget>> windows = std::exchange(joined(), {});
+    for (const QPointer<QWidget>& window : windows) {
+        if (!window)
+            continue;
+        // One that has a dialog open is waiting for it and goes when that has ended.
+        if (QApplication::activeModalWidget()) {
+            window->hide();
+            window->deleteLater();
+        } else {
+            delete window;
+        }
+    }
 }
 
 int runModal(QDialog& dialog) {

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QTimer>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -36,6 +37,21 @@ TEST(GraphWindows, MakeWayForDialogsAndMessages) {
     EXPECT_EQ(during + state(), u"shownshown on top"_s);
     mdApplication::UnloadGraphWindows();
     mdApplication::ShowGraphWindows(); // there are none any more
+}
+
+TEST(GraphWindows, OneWithAnOpenDialogGoesWhenThatHasEnded) {
+    const QPointer<QWidget> graph = new QWidget;
+    mdApplication::JoinGraphWindows(*graph);
+    QDialog dialog(graph);
+    QTimer::singleShot(0, &dialog, [&] {
+        mdApplication::UnloadGraphWindows();
+        dialog.done(5);
+    });
+    EXPECT_EQ(dialog.exec(), 5);
+    EXPECT_TRUE(graph && mdApplication::GraphWindows().isEmpty());
+    dialog.setParent(nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(graph);
 }
 
 TEST(clsLogger, OverwritesTheLogAndSaysWhenThereIsNoFolder) {
