@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 
@@ -100,6 +101,17 @@ void frmOptionSetting::readFont() {
     QString& text = styles.FontStrings[std::size_t(cmbFont->currentIndex())];
     text = fontFields.Edited(text, cmbFontFace->currentText());
     drawFontSample();
+}
+
+bool frmOptionSetting::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == cmbFontFace && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            cmbFontFace->lineEdit()->deselect();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void frmOptionSetting::drawFontSample() {

@@ -28,6 +28,10 @@ public:
     /// True after OK.
     bool Result = false;
 
+protected:
+    /// Enter in the box of the face ends its completion, not the dialog.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     // frmOptionSettingLayout.cpp
     void buildControls();

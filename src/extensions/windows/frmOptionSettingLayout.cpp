@@ -171,6 +171,7 @@ void frmOptionSetting::connectControls() {
         drawLineSample();
     });
     connect(cmbFont, &QComboBox::currentIndexChanged, this, &frmOptionSetting::showFont);
+    cmbFontFace->installEventFilter(this);
     connect(cmbFontFace, &QComboBox::currentTextChanged, this, &frmOptionSetting::readFont);
     fontFields.OnChange(this, [this] { readFont(); });
     connect(picLine, &PictureBox::Resized, this, &frmOptionSetting::drawLineSample);

@@ -181,6 +181,8 @@ TEST(Options, ChangeNothingBeforeOk) {
         find<QLineEdit>(form, u"txtLineSize"_s).setText(u"abc"_s);
         find<QComboBox>(form, u"cmbFont"_s).setCurrentIndex(1);
         find<QComboBox>(form, u"cmbFontFace"_s).setEditText(u"Nowhere"_s);
+        QTest::keyClick(&find<QComboBox>(form, u"cmbFontFace"_s), Qt::Key_Return);
+        EXPECT_TRUE(form.isVisible());
         find<QComboBox>(form, u"cmbFontSize"_s).setEditText(u"10.5"_s);
         find<QCheckBox>(form, u"chkFont_1"_s).toggle();
         click(form, u"cmdTool_1"_s);
