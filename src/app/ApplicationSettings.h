@@ -159,7 +159,8 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help; ///< the help folder, with its trailing separator
+    bool FollowFile = false; ///< the open file is read anew whenever somebody has written to it
+    QString Help;            ///< the help folder, with its trailing separator
     bool operator==(const WindowSettings&) const = default;
 };
 

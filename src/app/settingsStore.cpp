@@ -89,6 +89,22 @@ struct Writer {
     void number(int value) const { Key.SetRegValue(Name, Registry::REG_DWORD, value); }
 };
 
+struct Reader {
+    QVariant operator()(std::int32_t value) const { return value; }
+    QVariant operator()(const Words& field) const { return bytesOf(field); }
+    QVariant operator()(const auto* field) const { return QVariant::fromValue(*field); }
+};
+
+/// Whether a row that is seldom written stands there already, or has to now.
+template<class Record>
+bool isToBeWritten(const clsRegEdit& key, const Row<Record>& row, const Field& field) {
+    Record start;
+    int type = 0;
+    QVariant stored;
+    return !row.Seldom || std::visit(Reader{}, field) != std::visit(Reader{}, row.Of(start)) ||
+           key.GetRegValue(row.Name.toString(), type, stored);
+}
+
 /// Calls `take(lower-case name, value)` for every value of the open key, in the registry's order.
 template<class Take>
 void eachValue(const clsRegEdit& key, const Take& take) {
@@ -131,7 +147,8 @@ template<class Record>
 void write(clsRegEdit& key, std::span<const Row<Record>> rows, Record record) {
     for (const Row<Record>& row : rows) {
         const Field field = row.Written ? row.Written(record) : row.Of(record);
-        std::visit(Writer{key, row.Name.toString(), row.True}, field);
+        if (isToBeWritten(key, row, field))
+            std::visit(Writer{key, row.Name.toString(), row.True}, field);
     }
 }
 

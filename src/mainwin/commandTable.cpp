@@ -45,6 +45,8 @@ const CommandRow commandTable::commands[] = {
     {u"miViewToolBar", 2400, u"ツールバー(&T)", u"ツールバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Toolbar>},
     {u"miViewStatusBar", 2500, u"ステータスバー(&S)", u"ステータスバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Statusbar>},
     {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miViewReload", 2950, u"ファイルを読み直す(&L)", u"開いているファイルをもう一度読み込みます。", u"表示", u"Ctrl+R", Kind::Button, u"", Needs::ShowOff, &frmMain::reloadFile},
+    {u"miViewFollow", 2960, u"自動で読み直す(&U)", u"ファイルに書き込まれたステップを自動で読み込みます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::lookAtFile, setting<&S::Window, &WindowSettings::FollowFile>},
     {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Needs::ShowHalted, &frmMain::chooseStep},
     {u"miDrawDiff", 3500, u"差分設定(&F)...", u"基準ステップとの差分を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDifference},
     {u"miDrawValue", 3600, u"数値(&V)", u"節点または要素に数値を表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::ValueDisplay>},
@@ -108,9 +110,20 @@ constexpr const char16_t* pdDrawContourColor[] = {u"miContourColor1", u"miContou
 constexpr const char16_t* pbFile[] = {u"miFileOpen",  u"miFileSaveLayout", u"-", u"miFilePreview",
                                       u"miFilePrint", u"miFilePrinter",    u"-", u"miFileProperty",
                                       u"-",           u"miFileQuit"};
-constexpr const char16_t* pbView[] = {
-    u"miViewScale",   u"miViewMesh",      u"-", u"miViewZoomIn", u"miViewZoomOut", u"miViewZoomOff", u"-",
-    u"miViewToolBar", u"miViewStatusBar", u"-", u"miViewRefresh"};
+constexpr const char16_t* pbView[] = {u"miViewScale",
+                                      u"miViewMesh",
+                                      u"-",
+                                      u"miViewZoomIn",
+                                      u"miViewZoomOut",
+                                      u"miViewZoomOff",
+                                      u"-",
+                                      u"miViewToolBar",
+                                      u"miViewStatusBar",
+                                      u"-",
+                                      u"miViewRefresh",
+                                      u"-",
+                                      u"miViewReload",
+                                      u"miViewFollow"};
 constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawDiff",
                                       u"miDrawValue",

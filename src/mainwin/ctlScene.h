@@ -39,6 +39,8 @@ public:
     void Settled() { settling.stop(); }
     /// The step in the table of zooms, held within its range; paints.
     void SetZoom(int value);
+    /// The view is another one than was painted.
+    void ShowView() { finishZoom(); }
     /// The keyboard's way to what the right button does.
     void AskForPopup();
 

@@ -77,7 +77,11 @@ void frmMain::Tell(const QString& line) {
 
 void frmMain::forgetTold() {
     notice.clear();
-    panels[0]->clear();
+    showTold();
+}
+
+void frmMain::showTold() {
+    panels[0]->setText(notice.isEmpty() ? fileNote : notice);
 }
 
 void frmMain::buildPanels() {
@@ -102,6 +106,16 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
+    connect(&timFile, &QTimer::timeout, this, &frmMain::lookAtFile);
+    connect(&timWritten, &QTimer::timeout, this, &frmMain::lookAtFile);
+    // Who writes a file writes often, and is looked at a little later.
+    constexpr int afterWritingMs = 150;
+    timWritten.setSingleShot(true);
+    timWritten.setInterval(afterWritingMs);
+    connect(&watcher, &QFileSystemWatcher::fileChanged, this, [this] {
+        if (!timWritten.isActive())
+            timWritten.start();
+    });
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
@@ -123,7 +137,9 @@ void frmMain::connectEvents() {
 bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::StatusTip) {
         const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
-        panels[0]->setText(tip.isEmpty() ? notice : tip);
+        panels[0]->setText(tip);
+        if (tip.isEmpty())
+            showTold();
         return true;
     }
     return QMainWindow::event(event);
@@ -144,7 +160,7 @@ void frmMain::onPainted() {
     updatingUi = true;
     commandState::ShowChosen(*bars, facts());
     updatingUi = false;
-    panels[0]->setText(notice);
+    showTold();
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);

@@ -68,6 +68,12 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
     EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_s).split('\n'));
     EXPECT_TRUE(loaded().Window.Statusbar) << "comes back as the tool bar";
+    // What is seldom written: not before it has another value than at the start, and then for good.
+    for (const bool follow : {true, false}) {
+        saved.Window.FollowFile = follow;
+        settingsStore::SaveSettings(saved);
+        EXPECT_EQ(loaded().Window.FollowFile, follow);
+    }
     const FullDisk full(0);
     EXPECT_EQ(loaded().Page, saved.Page) << "what can't be written is read all the same";
 }

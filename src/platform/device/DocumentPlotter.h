@@ -27,6 +27,7 @@ public:
     void MoveTo(float newLeft, float newTop);
     void OffsetBy(float dx, float dy);
     void SetRect(float newLeft, float newTop, float newRight, float newBottom);
+    bool operator==(const PlotRect&) const = default;
 
 private:
     float left = 0, top = 0, width = 0, height = 0;

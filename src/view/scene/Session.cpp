@@ -46,6 +46,36 @@ void Session::TakeUp(const ResultModel& loaded, bool asLeft) {
     View.RefitPending = true;
 }
 
+void Session::TakeUpAnew(const ResultModel& reloaded) {
+    for (VectorItemSet& set : Settings.Vector.ItemSets) {
+        set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
+        set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
+    }
+    Model = reloaded;
+    ViewState fresh;
+    mdView::SetViewBounds(Model.Mesh, fresh);
+    if (fresh.WholeBounds == View.WholeBounds)
+        return;
+    mdView::SetViewBounds(Model.Mesh, View);
+    mdView::ApplyZoom(View.Zoom, View);
+    View.RefitPending = true;
+}
+
+Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress) {
+    ResultModel next = Model;
+    bool stopped = false;
+    const auto goesOn = [&](qint64 done, qint64 total) { return !(stopped = stopped || !progress(done, total)); };
+    mdVelorinResultModel::LoadStep(step, std::max(item, 0), next, false, Settings.Difference.StandardStep,
+                                   progress ? LoadProgress(goesOn) : LoadProgress());
+    if (stopped)
+        return StepLoad::Stopped;
+    for (const std::int32_t read : {step, Settings.Difference.StandardStep})
+        if (!mdVelorinResultModel::StillHolds(Model, read))
+            return StepLoad::Changed;
+    Model = std::move(next);
+    return StepLoad::Done;
+}
+
 bool Session::LoadStep(std::int32_t step, std::int32_t item) {
     // A file whose first load failed has no item, and would otherwise never load a step again.
     return mdVelorinResultModel::LoadStep(step, std::max(item, 0), Model, false, Settings.Difference.StandardStep);
