@@ -106,16 +106,7 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
-    connect(&timFile, &QTimer::timeout, this, &frmMain::lookAtFile);
-    connect(&timWritten, &QTimer::timeout, this, &frmMain::lookAtFile);
-    // Who writes a file writes often, and is looked at a little later.
-    constexpr int afterWritingMs = 150;
-    timWritten.setSingleShot(true);
-    timWritten.setInterval(afterWritingMs);
-    connect(&watcher, &QFileSystemWatcher::fileChanged, this, [this] {
-        if (!timWritten.isActive())
-            timWritten.start();
-    });
+    connect(&fileWatch, &FileWatch::Looked, this, &frmMain::onFileLooked);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);

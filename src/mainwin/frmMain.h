@@ -2,6 +2,7 @@
 // what the events do stands in a file per subject, and what the picture does by itself in its control.
 #pragma once
 
+#include "mainwin/FileWatch.h"
 #include "mainwin/RecentFiles.h"
 #include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
@@ -9,7 +10,6 @@
 #include "view/scene/Session.h"
 
 #include <QElapsedTimer>
-#include <QFileSystemWatcher>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -133,9 +133,10 @@ private:
     // frmMainReload.cpp
     enum class Reading { Done, Stopped, Refused };
     void followFile();
-    void lookAtFile();
+    void lookAtFile() { fileWatch.LookNow(); }
+    void onFileLooked();
     bool mayFollow() const;
-    void noteFileChange(FileChange change);
+    void noteFileChange();
     void reloadFile();
     void followGrowth();
     Reading readAnew(qint64 bytes, bool toTheEnd, ResultModel& fresh);
@@ -165,10 +166,7 @@ private:
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     QString fileNote;        ///< what has become of the open file; behind `notice`
-    FileFollower follower;
-    FileChange fileChange = FileChange::None;
-    QFileSystemWatcher watcher;
-    QTimer timFile, timWritten; ///< from time to time, and soon after the file was written to
+    FileWatch fileWatch;
     QElapsedTimer sinceReload;
     qint64 reloadMs = 0;     ///< what the last one took
     qint64 awaitedBytes = 0; ///< with fewer bytes of the file there is nothing new

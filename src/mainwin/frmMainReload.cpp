@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QStorageInfo>
 #include <new>
 
 using mdApplication::Current;
@@ -17,12 +16,6 @@ using mdApplication::Settings;
 using mdApplication::ShowMessage;
 
 namespace {
-
-bool isFarAway(const QString& path) {
-    const QByteArray kind = QStorageInfo(path).fileSystemType();
-    constexpr std::array<const char*, 7> far{"nfs", "cifs", "smb", "fuse.", "9p", "ceph", "afs"};
-    return std::ranges::any_of(far, [&](const char* name) { return kind.startsWith(name); });
-}
 
 /// The picked objects that a mesh of that size still has.
 void keepPicked(clsMouse& selection, const MeshData& mesh) {
@@ -46,45 +39,34 @@ QString frmMain::fileHasChanged() {
 
 /// Begins with the file as it is open, or ends it when none is.
 void frmMain::followFile() {
-    constexpr int everyMs = 1000, everyMsFarAway = 5000;
-    follower.Follow(Model.FileName, Model.Look);
-    fileChange = FileChange::None;
     fileNote.clear();
     awaitedBytes = 0;
     sinceReload.start();
-    if (!watcher.files().isEmpty())
-        watcher.removePaths(watcher.files());
-    if (!IsOpen()) {
-        timFile.stop();
-        return;
-    }
-    watcher.addPath(Model.FileName);
-    timFile.start(isFarAway(Model.FileName) ? everyMsFarAway : everyMs);
+    if (IsOpen())
+        fileWatch.Follow(Model.FileName, Model.Look);
+    else
+        fileWatch.Stop();
 }
 
-void frmMain::lookAtFile() {
+void frmMain::onFileLooked() {
     if (!IsOpen() || LongWork::IsRunning())
         return;
-    const FileChange change = follower.Look();
-    // A name that another file has got is no longer watched.
-    if (watcher.files().isEmpty() && change != FileChange::Gone)
-        watcher.addPath(Model.FileName);
-    noteFileChange(change);
+    noteFileChange();
     if (mayFollow())
         followGrowth();
 }
 
 bool frmMain::mayFollow() const {
     constexpr qint64 pauses = 4; // A file that is written all the time is not to take all the time.
-    return Settings.Window.FollowFile && (fileChange == FileChange::Grown || fileChange == FileChange::Replaced) &&
-           follower.SettledBytes() > 0 && follower.SettledBytes() >= awaitedBytes && !slideShow.IsOn() &&
-           !QApplication::activeModalWidget() && !QApplication::activePopupWidget() && !Current.View.Dragging &&
-           sinceReload.elapsed() >= pauses * reloadMs;
+    const bool isMoreOrElse = fileWatch.Change() == FileChange::Grown || fileWatch.Change() == FileChange::Replaced;
+    return Settings.Window.FollowFile && isMoreOrElse && fileWatch.SettledBytes() > 0 &&
+           fileWatch.SettledBytes() >= awaitedBytes && !slideShow.IsOn() && !QApplication::activeModalWidget() &&
+           !QApplication::activePopupWidget() && !Current.View.Dragging && sinceReload.elapsed() >= pauses * reloadMs;
 }
 
-void frmMain::noteFileChange(FileChange change) {
+void frmMain::noteFileChange() {
+    const FileChange change = fileWatch.Change();
     const bool follows = Settings.Window.FollowFile;
-    fileChange = change;
     QString note;
     if (change == FileChange::Grown && !follows)
         note = tr("計算結果ファイルに追加がありました。Ctrl+R で読み直します。");
@@ -150,7 +132,7 @@ void frmMain::followGrowth() {
     Reading reading = Reading::Refused;
     sinceReload.start();
     try {
-        reading = readAnew(follower.SettledBytes(), true, fresh);
+        reading = readAnew(fileWatch.SettledBytes(), true, fresh);
     } catch (const std::bad_alloc&) {
         fresh = {};
     }
@@ -161,7 +143,8 @@ void frmMain::followGrowth() {
         Tell(tr("自動で読み直すのをやめました。"));
         return;
     }
-    const bool isMore = fileChange == FileChange::Replaced ? fresh.StepCount > 0 : fresh.StepCount > Model.StepCount;
+    const bool isMore =
+        fileWatch.Change() == FileChange::Replaced ? fresh.StepCount > 0 : fresh.StepCount > Model.StepCount;
     if (reading == Reading::Done && isMore) {
         takeUpAnew(fresh);
         notice.clear();
