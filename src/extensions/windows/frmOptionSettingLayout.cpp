@@ -174,9 +174,10 @@ void frmOptionSetting::listFontFaces() {
         QIcon Picture;
         QString Name;
     };
-    const std::array<Kind, 3> kinds{{{QIcon(u":/icons/fontOutline.svg"_s), tr("アウトラインフォント")},
-                                     {QIcon(u":/icons/fontBitmap.svg"_s), tr("ビットマップフォント")},
-                                     {QIcon(u":/icons/fontStandIn.svg"_s), tr("代わりのフォントで表示")}}};
+    const std::array<Kind, 3> kinds{
+        {{FormSupport::RowIcon(u":/icons/fontOutline.svg"_s), tr("アウトラインフォント")},
+         {FormSupport::RowIcon(u":/icons/fontBitmap.svg"_s), tr("ビットマップフォント")},
+         {FormSupport::RowIcon(u":/icons/fontStandIn.svg"_s), tr("代わりのフォントで表示")}}};
     const clsHashTable& faces = fontFaces();
     for (int i = 0; i < faces.Count(); ++i) {
         QString face;

@@ -121,7 +121,7 @@ std::optional<QString> ctlDirTree::SetPath(const QString& folder) {
         }
         node->setExpanded(true);
         setCurrentItem(node);
-        scrollToItem(node);
+        scrollToItem(node, PositionAtCenter);
     }
     emit Change();
     return {};

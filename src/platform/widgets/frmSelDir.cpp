@@ -39,7 +39,7 @@ frmSelDir::frmSelDir(QWidget* parent) : QDialog(parent) {
     });
     connect(Command1[1], &QPushButton::clicked, this, &QDialog::reject);
     showPath();
-    constexpr int widthInCharacters = 64, heightInLines = 28;
+    constexpr int widthInCharacters = 76, heightInLines = 36;
     FormSupport::PlaceOnScreen(
         *this, {widthInCharacters * fontMetrics().averageCharWidth(), heightInLines * fontMetrics().height()});
 }
