@@ -159,8 +159,9 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    bool FollowFile = false; ///< the open file is read anew whenever somebody has written to it
-    QString Help;            ///< the help folder, with its trailing separator
+    QString Help;              ///< the help folder, with its trailing separator
+    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
+    bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
     bool operator==(const WindowSettings&) const = default;
 };
 

@@ -89,22 +89,6 @@ struct Writer {
     void number(int value) const { Key.SetRegValue(Name, Registry::REG_DWORD, value); }
 };
 
-struct Reader {
-    QVariant operator()(std::int32_t value) const { return value; }
-    QVariant operator()(const Words& field) const { return bytesOf(field); }
-    QVariant operator()(const auto* field) const { return QVariant::fromValue(*field); }
-};
-
-/// Whether a row that is seldom written stands there already, or has to now.
-template<class Record>
-bool isToBeWritten(const clsRegEdit& key, const Row<Record>& row, const Field& field) {
-    Record start;
-    int type = 0;
-    QVariant stored;
-    return !row.Seldom || std::visit(Reader{}, field) != std::visit(Reader{}, row.Of(start)) ||
-           key.GetRegValue(row.Name.toString(), type, stored);
-}
-
 /// Calls `take(lower-case name, value)` for every value of the open key, in the registry's order.
 template<class Take>
 void eachValue(const clsRegEdit& key, const Take& take) {
@@ -142,12 +126,27 @@ void load(QStringView section, std::span<const Row<Record>> rows, Record& record
         eachValue(key, [&](const QString& name, const QVariant& value) { take(rows, record, name, value); });
 }
 
+bool isSame(const Field& one, const Field& other) {
+    const auto compare = [&other]<class Kind>(Kind field) {
+        if constexpr (std::is_pointer_v<Kind>)
+            return *field == *std::get<Kind>(other);
+        else if constexpr (std::is_same_v<Kind, Words>)
+            return bytesOf(field) == bytesOf(std::get<Kind>(other));
+        else
+            return field == std::get<Kind>(other);
+    };
+    return std::visit(compare, one);
+}
+
 /// By value, since the tables speak of fields that can be changed.
 template<class Record>
 void write(clsRegEdit& key, std::span<const Row<Record>> rows, Record record) {
+    Record fresh;
     for (const Row<Record>& row : rows) {
         const Field field = row.Written ? row.Written(record) : row.Of(record);
-        if (isToBeWritten(key, row, field))
+        if (row.Optional && isSame(field, row.Of(fresh)))
+            Registry::DeleteValue(key.hCurrentKey(), row.Name.toString());
+        else
             std::visit(Writer{key, row.Name.toString(), row.True}, field);
     }
 }

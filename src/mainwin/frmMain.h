@@ -86,6 +86,9 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainView.cpp
+    void fitView();
+
     // frmMainGraph.cpp
     void createDistribution();
     void createHistory();
@@ -117,7 +120,8 @@ private:
     void showAtOnce();
     /// Does what reads of a file of so many bytes: large ones on another thread while the window is alive. False when
     /// that was stopped.
-    bool readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read);
+    bool readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
+                  bool givesWay = false);
     /// False, with the step that shows, when another one could not be had; the user is told why.
     bool load(const std::function<Session::StepLoad(const LoadProgress&)>& what);
     bool loadStep(int step, int item);
@@ -139,7 +143,7 @@ private:
     void noteFileChange();
     void reloadFile();
     void followGrowth();
-    Reading readAnew(qint64 bytes, bool toTheEnd, ResultModel& fresh);
+    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh);
     void takeUpAnew(const ResultModel& fresh);
     static QString fileHasChanged();
 

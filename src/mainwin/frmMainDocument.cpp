@@ -64,7 +64,8 @@ struct frmMain::Opening {
     int Step = -1, Item = -1, Reference = -1;
 };
 
-bool frmMain::readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read) {
+bool frmMain::readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
+                       bool givesWay) {
     constexpr qint64 bytesReadAtOnce = 16 << 20;
     if (bytes < bytesReadAtOnce) {
         read({});
@@ -72,6 +73,7 @@ bool frmMain::readWith(qint64 bytes, const QString& caption, const std::function
     }
     showAtOnce();
     LongWork work(caption + u" (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
+    work.SetGivesWay(givesWay);
     return work.Run(read);
 }
 
@@ -157,7 +159,7 @@ void frmMain::takeUpFile(const Opening& opening) {
         scene->FitUntilSettled();
     else
         scene->Settled();
-    SetZoom(0);
+    scene->Fit();
 }
 
 void frmMain::tellWhatIsMissing(int step) {

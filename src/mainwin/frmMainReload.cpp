@@ -81,8 +81,9 @@ void frmMain::noteFileChange() {
     showTold();
 }
 
-/// `fresh` is the file as far as its first `bytes` go, with the step that is to show.
-frmMain::Reading frmMain::readAnew(qint64 bytes, bool toTheEnd, ResultModel& fresh) {
+/// `fresh` is the file as far as its first `bytes` go, with the step that is to show. What nobody asked for gives way
+/// to input.
+frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fresh) {
     using namespace mdVelorinResultModel;
     bool good = false;
     fresh.Title = Model.Title;
@@ -90,12 +91,12 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool toTheEnd, ResultModel& fre
         constexpr int untilMesh = 60;
         if (!LoadSettledFile(Model.FileName, bytes, fresh, PartOf(progress, 0, untilMesh)))
             return;
-        const StepAndItem place = SamePlace(Model, fresh, toTheEnd);
+        const StepAndItem place = SamePlace(Model, fresh, following);
         LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
                  PartOf(progress, untilMesh, 100));
         good = StillHolds(fresh, fresh.StepCount - 1);
     };
-    if (!readWith(bytes, tr("読み直し中..."), read))
+    if (!readWith(bytes, tr("読み直し中..."), read, following))
         return Reading::Stopped;
     return good ? Reading::Done : Reading::Refused;
 }
@@ -137,12 +138,6 @@ void frmMain::followGrowth() {
         fresh = {};
     }
     reloadMs = sinceReload.restart();
-    if (reading == Reading::Stopped) {
-        Settings.Window.FollowFile = false;
-        updateCommandState();
-        Tell(tr("自動で読み直すのをやめました。"));
-        return;
-    }
     const bool isMore =
         fileWatch.Change() == FileChange::Replaced ? fresh.StepCount > 0 : fresh.StepCount > Model.StepCount;
     if (reading == Reading::Done && isMore) {

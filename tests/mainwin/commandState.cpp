@@ -68,7 +68,8 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     }
     facts.Zoom = 1;
     facts.ShowMoves = model.NoDisplacement = true;
-    EXPECT_EQ(disabled(all), u"miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep"_s);
+    EXPECT_EQ(disabled(all),
+              u"miViewFitDisplaced miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep"_s);
     facts.ShowMoves = model.NoDisplacement = false;
     model.LineElementsOnly = true;
     EXPECT_EQ(disabled(all), u"miDrawContourColor miDrawContourLegend miDrawContourValue miDrawContourValue"_s);
@@ -77,9 +78,10 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
               u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miViewReload"
-                  u" miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " +
-                  zooms + u" miDrawContourValue");
+                  u" miViewReload miViewFit miViewFitDisplaced miToolsDistribution miToolsHistory miToolsImageCopy "
+                  u"miToolsSlideShow "
+                  u"miFilePrint miFilePreview " +
+                  zooms + u" miDrawContourValue miViewFit");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {

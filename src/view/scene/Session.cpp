@@ -1,6 +1,7 @@
 #include "view/scene/Session.h"
 
 #include "property/propertyFile.h"
+#include "view/scene/sceneFit.h"
 
 #include <QScopeGuard>
 #include <utility>
@@ -41,6 +42,10 @@ void Session::TakeUp(const ResultModel& loaded, bool asLeft) {
     Model = loaded;
     if (asLeft)
         propertyFile::LoadPropertyFile(Settings, Model);
+    ShowAll();
+}
+
+void Session::ShowAll() {
     mdView::SetViewBounds(Model.Mesh, View);
     mdView::ApplyZoom(0, View);
     View.RefitPending = true;
@@ -51,10 +56,11 @@ void Session::TakeUpAnew(const ResultModel& reloaded) {
         set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
         set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
     }
+    ViewState before, now;
+    mdView::SetViewBounds(Model.Mesh, before);
+    mdView::SetViewBounds(reloaded.Mesh, now);
     Model = reloaded;
-    ViewState fresh;
-    mdView::SetViewBounds(Model.Mesh, fresh);
-    if (fresh.WholeBounds == View.WholeBounds)
+    if (before.WholeBounds == now.WholeBounds)
         return;
     mdView::SetViewBounds(Model.Mesh, View);
     mdView::ApplyZoom(View.Zoom, View);
@@ -74,6 +80,12 @@ Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, co
             return StepLoad::Changed;
     Model = std::move(next);
     return StepLoad::Done;
+}
+
+void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
+    ShowAll();
+    if (const auto bounds = mdScene::DisplacedBounds(CurrentScene(), size, dotsPerInch))
+        View.WholeBounds = View.ViewBounds = *bounds;
 }
 
 bool Session::LoadStep(std::int32_t step, std::int32_t item) {
