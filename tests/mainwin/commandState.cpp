@@ -88,7 +88,7 @@ TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
     commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
     EXPECT_EQ(marks(u"pdDrawContourColor"_s) + marks(u"pbDrawDispScale"_s), u"-x-------x"_s);
-    EXPECT_EQ(marks(u"pbView"_s), u"-----xx---"_s);
+    EXPECT_EQ(marks(u"pbView"_s), u"-----xx-----"_s);
     commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
     EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
     facts.FileOpen = false;
