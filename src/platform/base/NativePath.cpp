@@ -29,6 +29,18 @@ qsizetype characterLength(QByteArrayView bytes) {
             return length;
     return 0;
 }
+
+/// What stands in a folder, in its order: either the folders or all else.
+QStringList namesIn(const QString& folder, bool folders) {
+    std::error_code problem;
+    QStringList names;
+    std::filesystem::directory_iterator entry(NativePath::Of(folder), problem);
+    for (; !problem && entry != std::filesystem::directory_iterator(); entry.increment(problem))
+        if (std::error_code none; entry->is_directory(none) == folders)
+            names += NativePath::Text(entry->path().filename().native());
+    names.sort();
+    return names;
+}
 } // namespace
 
 QString NativePath::Text(QByteArrayView bytes) {
@@ -85,16 +97,14 @@ QString NativePath::CurrentFolder() {
 }
 
 QStringList NativePath::Files(const QString& folder, const QStringList& patterns) {
-    std::error_code problem;
-    QStringList names;
-    std::filesystem::directory_iterator entry(Of(folder), problem);
-    for (; !problem && entry != std::filesystem::directory_iterator(); entry.increment(problem))
-        if (std::error_code none; !entry->is_directory(none))
-            names += Text(entry->path().filename().native());
+    QStringList names = namesIn(folder, false);
     // A surrogate without its other half would fit nothing.
     names.removeIf([&](const QString& name) { return !QDir::match(patterns, Shown(name)); });
-    names.sort();
     return names;
+}
+
+QStringList NativePath::Folders(const QString& folder) {
+    return namesIn(folder, true);
 }
 
 QString NativePath::Environment(const char* name) {

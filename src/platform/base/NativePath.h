@@ -33,6 +33,8 @@ QString CurrentFolder();
 /// The names of what stands in a folder and fits any of the patterns with * and ?, in their order; none where there is
 /// no folder.
 QStringList Files(const QString& folder, const QStringList& patterns);
+/// The names of the folders in a folder, and of links to some, in their order.
+QStringList Folders(const QString& folder);
 
 /// Where the user's programs keep their settings, and where all keep what is soon to go; neither need be there.
 QString ConfigurationFolder();
