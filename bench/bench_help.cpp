@@ -3,6 +3,7 @@
 
 #include "extensions/helpSearch.h"
 #include "extensions/helpText.h"
+#include "platform/base/Literals.h"
 #include "platform/base/NativePath.h"
 
 #include <QDir>
