@@ -82,7 +82,9 @@ HelpTopic topicOf(const Page& page, const QString& word) {
 
 bool scan(const QString& word, const QString& folder, QList<HelpTopic>& topics, const helpSearch::Progress& progress) {
     QList<Page> pages;
-    bool going = Folders(progress).Collect(folder.endsWith(u'/') ? folder : folder + u'/', pages);
+    // No folder at all would be the root of all.
+    const bool going =
+        folder.isEmpty() || Folders(progress).Collect(folder.endsWith(u'/') ? folder : folder + u'/', pages);
     qint64 total = 0, done = 0;
     for (const Page& page : pages)
         total += page.Bytes;
