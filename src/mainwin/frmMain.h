@@ -90,6 +90,9 @@ private:
     void findHelp(int style);
     void showAbout();
 
+    // frmMainView.cpp
+    void fitView();
+
     // frmMainGraph.cpp
     void createDistribution();
     void createHistory();
