@@ -135,7 +135,7 @@ void frmKeyword::searchHelp() {
         txtWord->setFocus();
         return;
     }
-    if (std::error_code none; !std::filesystem::is_directory(NativePath::Of(HelpDir), none)) {
+    if (!NativePath::IsFolder(HelpDir)) {
         ShowMessage(cannotBeShown, MessageStyle::Stop);
         return;
     }
