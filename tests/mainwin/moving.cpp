@@ -13,7 +13,7 @@ namespace {
 struct FrmMainMovingTest : WindowTest {
     void SetUp() override {
         VrfBuilder file = twoSquares();
-        file.elements.assign(3000, {});
+        file.elements.assign(40, {});
         for (std::size_t e = 0; e < file.elements.size(); ++e)
             for (std::size_t k = 0; k < 100; ++k)
                 file.elements[e].push_back(qint32((e * k + k * k) % 6 + 1));
