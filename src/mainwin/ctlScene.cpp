@@ -183,11 +183,8 @@ void ctlScene::onResized() {
         settling.start();
     }
     session.Plotter.Viewport().SetWindow(picScreen->PixelSize());
-    if (isOnScreen()) {
-        Paint();
-        return;
-    }
-    // On its way to the screen the window would not come up before a paint that takes long has ended.
+    // Not before the layout is done: a paint that takes long lets others have their turn, which a window in the midst
+    // of its layout does not stand, and on its way to the screen it would not come up before the paint has ended.
     paintDue = true;
     QMetaObject::invokeMethod(
         this,

@@ -106,7 +106,8 @@ void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     ShownImage();
     QImage& shown = layered.isNull() ? image : layered;
-    if (shown.isNull() || shift != PictureShift())
+    const DeviceSize size = PixelSize();
+    if (shown.width() < size.Width || shown.height() < size.Height || shift != PictureShift())
         painter.fillRect(rect(), QColor(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
     if (shown.isNull())
         return;
