@@ -68,6 +68,10 @@ private:
     void onBandOpening(const QString& band);
     void onComboSelection(const QString& combo);
     void chooseStep();
+    /// The nearest one there is.
+    void goToStep(int step);
+    void showStepBefore();
+    void showStepAfter();
     void chooseVector();
     void chooseItem();
     void zoomIn() { SetZoom(Zoom() + 1); }
@@ -82,12 +86,24 @@ private:
     void editContourValue();
     void editDrawSettings();
     void showProperties();
-    void showHelpIndex();
-    void showAbout();
     void openRecentFile(int index);
 
+    // frmMainHelp.cpp
+    /// The first page of the manual; empty, and the user has been told, when there is none.
+    QString helpIndex();
+    void showHelpIndex();
+    void showHelpKeyword();
+    void showHelpSearch();
+    void findHelp(int style);
+    void showAbout();
+
     // frmMainView.cpp
+    void onZoomed();
+    void showZoom();
     void fitView();
+    void goBack();
+    void goForward();
+    void toggleFullScreen();
 
     // frmMainGraph.cpp
     void createDistribution();
@@ -167,6 +183,7 @@ private:
 
     static frmMain* instance;
     bool updatingUi = false;
+    QRect placeBefore;       ///< before the window filled the screen
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     QString fileNote;        ///< what has become of the open file; behind `notice`

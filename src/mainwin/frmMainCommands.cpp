@@ -1,17 +1,14 @@
 // What the commands do.
 #include "mainwin/frmMain.h"
 
-#include "app/helpPages.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
 #include "mainwin/commandState.h"
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
-#include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
 #include "platform/widgets/LongWork.h"
-#include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
 #include "result/windows/frmProperties.h"
 #include "view/windows/frmContourValue.h"
@@ -57,6 +54,8 @@ CommandFacts frmMain::facts() const {
             .Settings = Settings,
             .FileOpen = IsOpen(),
             .Zoom = Zoom(),
+            .HasViewBefore = scene->CanGoTo(-1),
+            .HasViewAfter = scene->CanGoTo(1),
             .PickedCount = Selection.Count(),
             .ShowOn = slideShow.IsOn(),
             .ShowMoves = timSlideShow.isActive()};
@@ -87,6 +86,19 @@ void frmMain::onComboSelection(const QString& combo) {
 
 void frmMain::chooseStep() {
     loadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+}
+
+void frmMain::goToStep(int step) {
+    const int last = bars->ListCount(u"miDrawStep"_s) - 1;
+    bars->SetListIndex(u"miDrawStep"_s, std::min(std::max(step, 0), last));
+}
+
+void frmMain::showStepBefore() {
+    goToStep(bars->ListIndex(u"miDrawStep"_s) - 1);
+}
+
+void frmMain::showStepAfter() {
+    goToStep(bars->ListIndex(u"miDrawStep"_s) + 1);
 }
 
 void frmMain::chooseVector() {
@@ -149,19 +161,6 @@ void frmMain::editDifference() {
     if (!loadStep(Model.CurrentStep, Model.CurrentItem))
         difference = before;
     repaint();
-}
-
-void frmMain::showHelpIndex() {
-    const QString page = helpPages::Index(Settings.Window.Help, mdApplication::ProgramFolder(), u"ja"_s);
-    if (page.isEmpty())
-        ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
-    else
-        Shell::Open(page);
-}
-
-void frmMain::showAbout() {
-    frmAbout dialog(this);
-    runModal(dialog);
 }
 
 void frmMain::editContourValue() {

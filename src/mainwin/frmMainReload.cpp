@@ -155,7 +155,8 @@ void frmMain::takeUpAnew(const ResultModel& fresh) {
         keepPicked(Selection, fresh.Mesh);
     else
         Selection.Clear();
-    Current.TakeUpAnew(fresh);
+    if (Current.TakeUpAnew(fresh))
+        scene->ForgetViews();
     followFile();
     updateCommandState();
     scene->ShowView();

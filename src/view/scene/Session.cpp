@@ -51,7 +51,7 @@ void Session::ShowAll() {
     View.RefitPending = true;
 }
 
-void Session::TakeUpAnew(const ResultModel& reloaded) {
+bool Session::TakeUpAnew(const ResultModel& reloaded) {
     for (VectorItemSet& set : Settings.Vector.ItemSets) {
         set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
         set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
@@ -61,10 +61,11 @@ void Session::TakeUpAnew(const ResultModel& reloaded) {
     mdView::SetViewBounds(reloaded.Mesh, now);
     Model = reloaded;
     if (before.WholeBounds == now.WholeBounds)
-        return;
+        return false;
     mdView::SetViewBounds(Model.Mesh, View);
     mdView::ApplyZoom(View.Zoom, View);
     View.RefitPending = true;
+    return true;
 }
 
 Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress) {

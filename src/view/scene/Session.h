@@ -39,7 +39,8 @@ public:
 
     /// Makes `reloaded`, which is the same file read anew with a step of it, the document, and keeps settings and view:
     /// items of vectors by their names, and of a mesh with other bounds all is shown at the same zoom.
-    void TakeUpAnew(const ResultModel& reloaded);
+    /// Whether it is such a one.
+    bool TakeUpAnew(const ResultModel& reloaded);
     /// Brings the whole mesh into view at 100 %, fitted anew in every scale mode.
     void ShowAll();
     /// Likewise with the mesh where its displacement takes it in a picture of this size.
