@@ -1,8 +1,12 @@
 #!/usr/bin/python3
 """The package for Python: what it writes it reads, and what it draws is what the companion draws. Usage:
 pythonPackage.py ROOT BATCH; 77 means skipped."""
+import contextlib
+import html
 import os
 import pathlib
+import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -108,6 +112,21 @@ class Package(unittest.TestCase):
         subprocess.run([BATCH, "render", DEMO, "-o", theirs, "--step", "3", "--item", "ミーゼス応力", "--size", "300x200",
                         "--zoom", "1", "--set", "displacement/fid=0", "--no-property"], check=True)
         self.assertEqual(ours.read_bytes(), theirs.read_bytes())
+
+    @unittest.skipUnless(meshio, "no meshio")
+    def test_the_manual_s_examples_run(self):
+        self.enterContext(contextlib.chdir(self.folder))
+        for name in ("plate.vrf", "model.vrf"):
+            shutil.copy(DEMO, name)
+        for language in ("ja", "en"):
+            page = (ROOT / f"help/{language}/python.html").read_text(encoding="utf-8")
+            meshio.write("case.msh", meshio.Mesh(np.eye(3) * [1.0, 1, 0], {"triangle": [[0, 1, 2]]},
+                                                 {"a": [1.0, 2, 3]}), file_format="gmsh")
+            names = {"print": lambda *_: None}
+            for code in re.findall(r"<pre><code>(.*?)</code></pre>", page, re.DOTALL):
+                exec(html.unescape(code), names)
+            for made in ("plate.png", "history.csv", "step-0010.png", "own.vrf", "case.vrf", "last.vtu", "first.vtu"):
+                pathlib.Path(made).unlink()
 
     @unittest.skipUnless(meshio, "no meshio")
     def test_meshio_takes_and_gives(self):

@@ -39,7 +39,8 @@ def read(path, step=-1):
             place = point_data if item.element_type is None else cell_values
             place[item.name] = result.values(step, item.name)
         cell_data = {name: [values[run] for _, run in blocks] for name, values in cell_values.items()}
-        return meshio.Mesh(np.array(result.nodes), cells, point_data, cell_data)
+        points = np.pad(result.nodes, ((0, 0), (0, 1)))  # most formats want them in space
+        return meshio.Mesh(points, cells, point_data, cell_data)
 
 
 def write(path, mesh, time=0.0):
