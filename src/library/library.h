@@ -4,6 +4,8 @@
 
 #include "result/ResultModel.h"
 
+#include <QByteArray>
+#include <functional>
 #include <velorin.h>
 
 /// Never changed once it is open; pictures are drawn of copies of the model, which share all.
