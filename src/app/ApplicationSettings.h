@@ -160,6 +160,7 @@ struct WindowSettings {
     bool AutoSave = true;
     bool AutoInstall = true;
     QString Help;              ///< the help folder, with its trailing separator
+    QString PictureFolder;     ///< that of the picture saved last; empty: beside the result file
     bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
     bool operator==(const WindowSettings&) const = default;
 };

@@ -106,6 +106,10 @@ private:
     void showPreview();
     void editPageLayout();
 
+    // frmMainPicture.cpp
+    void savePicture();
+    void copyPictureCommand();
+
     // frmMainDocument.cpp
     void openResultFile(const QString& path);
     bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);

@@ -76,11 +76,13 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     facts.FileOpen = false;
     facts.PickedCount = 0;
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
-    EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
-              u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miViewFit miViewFitDisplaced miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow "
-                  u"miFilePrint miFilePreview " +
-                  zooms + u" miDrawContourValue miViewFit");
+    EXPECT_EQ(
+        disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
+        u"miDraw miFileSaveLayout miFilePreview miFilePrint miFilePicture miFilePictureCommand miFileProperty miViewScale miViewMesh "_s +
+            zooms +
+            u" miViewFit miViewFitDisplaced miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow "
+            u"miFilePrint miFilePreview " +
+            zooms + u" miDrawContourValue miViewFit");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
