@@ -160,6 +160,7 @@ struct WindowSettings {
     bool AutoSave = true;
     bool AutoInstall = true;
     QString Help;              ///< the help folder, with its trailing separator
+    QString PictureFolder;     ///< that of the picture saved last; empty: beside the result file
     bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
     bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
     bool operator==(const WindowSettings&) const = default;

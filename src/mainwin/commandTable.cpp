@@ -33,6 +33,8 @@ const CommandRow commandTable::commands[] = {
     {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showPreview},
     {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, &frmMain::printOut},
     {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editPageLayout},
+    {u"miFilePicture", 1550, u"画像を保存(&G)...", u"表示中の図を PNG、SVG、PDF のファイルに保存します。", u"ファイル", u"Ctrl+Shift+S", Kind::Button, u"", Needs::File, &frmMain::savePicture},
+    {u"miFilePictureCommand", 1560, u"コマンドとしてコピー(&C)", u"表示中の図を作る velorin-batch のコマンドをクリップボードにコピーします。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::copyPictureCommand},
     {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showProperties},
     {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::quit},
     {u"miViewScale", 2800, u"スケールモード(&M)", u"", u"表示", u"", Kind::Popup, u"pbViewScale", Needs::File, nullptr},
@@ -114,9 +116,9 @@ constexpr const char16_t* pbDrawDispScale[] = {u"miDispNone", u"miDispOne", u"mi
 constexpr const char16_t* pbDrawVectorScale[] = {u"miVectorNone", u"miVectorOne", u"miVectorMax"};
 constexpr const char16_t* pdDrawContourColor[] = {u"miContourColor1", u"miContourColor2", u"miContourColor3",
                                                   u"miContourColor4", u"miContourColor5", u"miContourColor6"};
-constexpr const char16_t* pbFile[] = {u"miFileOpen",  u"miFileSaveLayout", u"-", u"miFilePreview",
-                                      u"miFilePrint", u"miFilePrinter",    u"-", u"miFileProperty",
-                                      u"-",           u"miFileQuit"};
+constexpr const char16_t* pbFile[] = {
+    u"miFileOpen",    u"miFileSaveLayout",     u"-", u"miFilePreview",  u"miFilePrint", u"miFilePrinter", u"-",
+    u"miFilePicture", u"miFilePictureCommand", u"-", u"miFileProperty", u"-",           u"miFileQuit"};
 constexpr const char16_t* pbView[] = {u"miViewScale",
                                       u"miViewMesh",
                                       u"-",

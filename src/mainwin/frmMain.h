@@ -125,6 +125,10 @@ private:
     void showPreview();
     void editPageLayout();
 
+    // frmMainPicture.cpp
+    void savePicture();
+    void copyPictureCommand();
+
     // frmMainDocument.cpp
     struct Opening;
     void openResultFile(const QString& path);

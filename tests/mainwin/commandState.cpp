@@ -84,7 +84,9 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(
         disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
-        u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
+        u"miDraw miFileSaveLayout miFilePreview miFilePrint miFilePicture miFilePictureCommand miFileProperty "
+        u"miViewScale miViewMesh " +
+            zooms +
             u" miViewReload miViewFit miViewFitDisplaced miViewBack miViewForward miToolsDistribution miToolsHistory "
             u"miToolsImageCopy miToolsSlideShow "
             u"miFilePrint miFilePreview " +
