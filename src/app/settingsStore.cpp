@@ -126,10 +126,31 @@ void load(QStringView section, std::span<const Row<Record>> rows, Record& record
         eachValue(key, [&](const QString& name, const QVariant& value) { take(rows, record, name, value); });
 }
 
+/// Whether two fields of a kind hold the same.
+bool same(const Field& one, const Field& other) {
+    const auto equal = [&other](const auto& field) {
+        using Kind = std::decay_t<decltype(field)>;
+        if constexpr (std::is_pointer_v<Kind>)
+            return *field == *std::get<Kind>(other);
+        else
+            return false;
+    };
+    return std::visit(equal, one);
+}
+
+bool has(const clsRegEdit& key, const QString& name) {
+    int type = 0;
+    QVariant value;
+    return key.GetRegValue(name, type, value);
+}
+
 /// By value, since the tables speak of fields that can be changed.
 template<class Record>
 void write(clsRegEdit& key, std::span<const Row<Record>> rows, Record record) {
+    Record start;
     for (const Row<Record>& row : rows) {
+        if (row.IsAddition && same(row.Of(record), row.Of(start)) && !has(key, row.Name.toString()))
+            continue;
         const Field field = row.Written ? row.Written(record) : row.Of(record);
         std::visit(Writer{key, row.Name.toString(), row.True}, field);
     }
@@ -273,6 +294,7 @@ void SavePageLabels(const PageSettings& page) {
 void LoadContourDefaults(ContourSettings& contour) {
     load(u"\\Settings\\Contour", Contour(), contour);
     contour.Automatic = true;
+    contour.Range = ContourRange::AsStands;
 }
 
 void LoadDisplacementDefaults(DisplacementSettings& displacement) {

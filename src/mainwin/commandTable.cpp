@@ -45,6 +45,8 @@ const CommandRow commandTable::commands[] = {
     {u"miViewToolBar", 2400, u"ツールバー(&T)", u"ツールバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Toolbar>},
     {u"miViewStatusBar", 2500, u"ステータスバー(&S)", u"ステータスバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Statusbar>},
     {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
+    {u"miViewPointTip", 2600, u"ポインタの値(&P)", u"ポインタの下の節点または要素の座標と値を表示します。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::hideTip, setting<&S::Window, &WindowSettings::PointTip>},
+    {u"miViewFadeMesh", 2910, u"細かいメッシュを薄く(&D)", u"３ピクセルより近い要素の辺を薄く表示します。", u"表示", u"", Kind::Button, u"", Needs::File, &frmMain::repaint, setting<&S::Window, &WindowSettings::FadeMesh>},
     {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Needs::ShowHalted, &frmMain::chooseStep},
     {u"miDrawDiff", 3500, u"差分設定(&F)...", u"基準ステップとの差分を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDifference},
     {u"miDrawValue", 3600, u"数値(&V)", u"節点または要素に数値を表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::ValueDisplay>},
@@ -72,6 +74,7 @@ const CommandRow commandTable::commands[] = {
     {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::repaint, setting<&S::Contour, &ContourSettings::Legend>},
     {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::editContourValue},
     {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDrawSettings},
+    {u"miDrawHeader", 3700, u"ヘッダー(&H)", u"ステップやアイテムの名前を図の左上に表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::HeaderDisplay>},
     {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createDistribution},
     {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createHistory},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
@@ -108,9 +111,20 @@ constexpr const char16_t* pdDrawContourColor[] = {u"miContourColor1", u"miContou
 constexpr const char16_t* pbFile[] = {u"miFileOpen",  u"miFileSaveLayout", u"-", u"miFilePreview",
                                       u"miFilePrint", u"miFilePrinter",    u"-", u"miFileProperty",
                                       u"-",           u"miFileQuit"};
-constexpr const char16_t* pbView[] = {
-    u"miViewScale",   u"miViewMesh",      u"-", u"miViewZoomIn", u"miViewZoomOut", u"miViewZoomOff", u"-",
-    u"miViewToolBar", u"miViewStatusBar", u"-", u"miViewRefresh"};
+constexpr const char16_t* pbView[] = {u"miViewScale",
+                                      u"miViewMesh",
+                                      u"-",
+                                      u"miViewZoomIn",
+                                      u"miViewZoomOut",
+                                      u"miViewZoomOff",
+                                      u"-",
+                                      u"miViewToolBar",
+                                      u"miViewStatusBar",
+                                      u"-",
+                                      u"miViewRefresh",
+                                      u"-",
+                                      u"miViewPointTip",
+                                      u"miViewFadeMesh"};
 constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawDiff",
                                       u"miDrawValue",
@@ -128,7 +142,9 @@ constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawContourLegend",
                                       u"miDrawContourValue",
                                       u"-",
-                                      u"miDrawSetting"};
+                                      u"miDrawSetting",
+                                      u"-",
+                                      u"miDrawHeader"};
 constexpr const char16_t* pbTools[] = {
     u"miToolsDistribution", u"miToolsHistory", u"-", u"miToolsImageCopy", u"miToolsSlideShow", u"-", u"miToolsOption"};
 constexpr const char16_t* pbAddIn[] = {u"miAddinManager"};

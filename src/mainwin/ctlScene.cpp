@@ -53,6 +53,7 @@ void ctlScene::buildControls() {
     connect(picScreen, &PictureBox::MouseMoved, this, &ctlScene::showMouseCoordinates);
     connect(picScreen, &PictureBox::ZoomWheel, this, &ctlScene::zoomAt);
     connectPicking();
+    connectTip();
 }
 
 void ctlScene::Paint(const std::function<void()>& meanwhile) {

@@ -41,6 +41,8 @@ public:
     void SetZoom(int value);
     /// The keyboard's way to what the right button does.
     void AskForPopup();
+    /// Takes away what is told of the place under the mouse.
+    void HideTip();
 
 signals:
     void Painted();
@@ -56,6 +58,8 @@ signals:
     void PopupWanted(QPoint globalPosition);
     /// A drop is over; no dialog is open.
     void FileDropped(const QString& path);
+    /// The mouse may have changed the selection.
+    void Picked();
 
 private:
     // ctlScene.cpp
@@ -80,6 +84,10 @@ private:
     bool takesMouse() const;
     int screenWidth() const;
 
+    // ctlSceneTip.cpp
+    void connectTip();
+    void showTip();
+
     Session& session;
     clsMouse& selection;
     bool paintDue = false;
@@ -87,4 +95,7 @@ private:
     std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
+    QTimer resting;  ///< runs while the mouse stands still and nothing is told yet
+    QPoint restsAt;
+    bool tipShown = false;
 };

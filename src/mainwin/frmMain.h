@@ -11,6 +11,7 @@
 #include <QTimer>
 
 class QLabel;
+class StartPage;
 class ctlScene;
 struct CommandFacts;
 struct ResultModel;
@@ -83,6 +84,14 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainReading.cpp
+    void hideTip();
+    void showPicked();
+    /// Finds the range of all steps if the contour has it and it is not known for the item. When that is stopped the
+    /// contour gets the range of the step.
+    void findRange(int item);
+    void offerFading();
+
     // frmMainGraph.cpp
     void createDistribution();
     void createHistory();
@@ -114,6 +123,7 @@ private:
     bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
+    void showRecentFiles();
     void updateCaption();
     void tellWhatIsMissing(int step);
     /// Whether the window is to change, which may take a while.
@@ -141,12 +151,15 @@ private:
 
     static frmMain* instance;
     bool updatingUi = false;
-    bool sizeToCome = false; ///< the window has not got its real size yet
-    QString notice;          ///< what the status bar says when nothing else has its first panel
+    bool sizeToCome = false;    ///< the window has not got its real size yet
+    bool fadingOffered = false; ///< since the start of the program
+    QString notice;             ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;
     SlideShow slideShow;
     QTimer timSlideShow;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
+    StartPage* startPage = nullptr;
     std::array<QLabel*, 4> panels{};
+    QLabel* pickedPanel = nullptr; ///< shown while something is picked
 };

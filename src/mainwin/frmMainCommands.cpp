@@ -166,8 +166,9 @@ void frmMain::editContourValue() {
     frmContourValue dialog(this, Model, Settings);
     dialog.ItemIndex(Model.CurrentItem);
     runModal(dialog);
-    if (dialog.Result)
-        repaint();
+    if (!dialog.Result || !load([&] { findRange(Model.CurrentItem); }))
+        return;
+    repaint();
 }
 
 void frmMain::editDrawSettings() {

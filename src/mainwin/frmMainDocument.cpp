@@ -5,6 +5,7 @@
 #include "app/settingsStore.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
+#include "mainwin/StartPage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "mainwin/windowPlace.h"
@@ -102,7 +103,7 @@ void frmMain::takeUpFile(const ResultModel& loaded) {
     if (!loadStep(std::max(step, 0), Model.CurrentItem))
         return;
     recentFiles.Add(Model.FileName);
-    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
+    showRecentFiles();
     if (!isVisible())
         show();
     updateCaption();
@@ -124,8 +125,18 @@ void frmMain::tellWhatIsMissing(int step) {
     Tell(lines.join(u' '));
 }
 
+void frmMain::showRecentFiles() {
+    const std::vector<FamilyEntry> entries = recentFiles.MenuEntries();
+    commandFamilies::Set(*bars, u"recent-"_s, entries);
+    startPage->Show(entries);
+    startPage->setVisible(!IsOpen());
+}
+
 bool frmMain::loadStep(int step, int item) {
-    return load([=] { Current.LoadStep(step, item); });
+    return load([=, this] {
+        findRange(std::max(item, 0));
+        Current.LoadStep(step, item);
+    });
 }
 
 bool frmMain::load(const std::function<void()>& what) {
@@ -149,7 +160,9 @@ void frmMain::dropFile(const QString& why) {
     ShowMessage(why, MessageStyle::Stop);
     for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
+    showPicked();
     scene->Clear();
+    showRecentFiles();
 }
 
 void frmMain::promptAndOpen() {

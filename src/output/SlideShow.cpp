@@ -27,6 +27,7 @@ void SlideShow::ApplySettings() {
     } else {
         FixContour(contour, savedContour.MaxValue, savedContour.MinValue, savedContour.Divide);
         contour.Automatic = savedContour.Automatic;
+        contour.Range = savedContour.Range;
     }
 }
 
@@ -39,6 +40,7 @@ void SlideShow::Stop() {
         contour = savedContour;
     } else {
         contour.Automatic = savedContour.Automatic;
+        contour.Range = savedContour.Range;
         contour.Divide = savedContour.Divide;
     }
     if (settings.RestoreStep)

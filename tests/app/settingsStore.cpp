@@ -72,6 +72,22 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     EXPECT_EQ(loaded().Page, saved.Page) << "what can't be written is read all the same";
 }
 
+TEST(settingsStore, AdditionsAreWrittenOnceTheyAreNoDefaults) {
+    const ConfigurationFolder folder;
+    ApplicationSettings settings = loaded();
+    settings.Contour.Reverse = true;
+    for (const bool changes : {false, true, false}) {
+        settings.Window.PointTip = !changes;
+        settings.Window.FadeMesh = settings.Contour.LegendName = settings.Contour.LegendRange = changes;
+        settings.Contour.Preset = changes ? ColorPreset::Cividis : ColorPreset::None;
+        settingsStore::SaveSettings(settings);
+        EXPECT_TRUE(settingsStore::SaveDrawingDefaults(settings));
+        ApplicationSettings read = loaded();
+        settingsStore::LoadContourDefaults(read.Contour);
+        EXPECT_EQ(read, settings);
+    }
+}
+
 TEST(settingsStore, AFirstStartHasDefaultsAndLeavesItsTrace) {
     const ConfigurationFolder folder;
     ApplicationSettings defaults;

@@ -20,7 +20,7 @@ TEST(DrawingElements, EachPathChangesASettingOfItsOwn) {
         EXPECT_FALSE(results.contains(one)) << path.toStdString();
         results.append(one);
     }
-    EXPECT_EQ(results.size(), 1 + 24);
+    EXPECT_EQ(results.size(), 1 + 29);
 }
 
 TEST(DrawingElements, NumbersAreHeldWithinTheirRangeAndItemSetsAddUp) {

@@ -121,6 +121,9 @@ bool PictureBox::event(QEvent* event) {
     case QEvent::ScreenChangeInternal:
         emit Resized();
         break;
+    case QEvent::Leave:
+        emit MouseGone();
+        break;
     case QEvent::FocusOut:
     case QEvent::WindowDeactivate:
     case QEvent::WindowBlocked:

@@ -53,6 +53,8 @@ signals:
     /// The release of the left button will not come, or is not to count: the mouse or the keyboard has gone to someone
     /// else, or Esc has been pressed.
     void MouseLost();
+    /// It has left the box.
+    void MouseGone();
     /// Ctrl and wheel at `pixel`: `steps` above 0 away from the user.
     void ZoomWheel(QPointF pixel, int steps);
     /// Local files have been dropped, at least one.
