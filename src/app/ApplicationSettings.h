@@ -177,9 +177,10 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help;          ///< the help folder, with its trailing separator
-    bool PointTip = true;  ///< tell what lies under the resting mouse
-    bool FadeMesh = false; ///< draw edges faintly where they lie close together
+    QString Help;              ///< the help folder, with its trailing separator
+    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
+    bool PointTip = true;      ///< tell what lies under the resting mouse
+    bool FadeMesh = false;     ///< draw edges faintly where they lie close together
     bool operator==(const WindowSettings&) const = default;
 };
 

@@ -93,8 +93,9 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"SS Header Vector", in<slides, &SlideShowSettings::HeaderVector>},
     {u"Scale Denominator", in<page, &PageSettings::ScaleDenominator>, 0},
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
-    {.Name = u"Point Tip", .Of = in<window, &WindowSettings::PointTip>, .IsAddition = true},
-    {.Name = u"Fade Mesh", .Of = in<window, &WindowSettings::FadeMesh>, .IsAddition = true},
+    {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
+    {.Name = u"Point Tip", .Of = in<window, &WindowSettings::PointTip>, .Optional = true},
+    {.Name = u"Fade Mesh", .Of = in<window, &WindowSettings::FadeMesh>, .Optional = true},
 };
 
 constexpr Row<GraphDefaults> graph[] = {
@@ -134,9 +135,9 @@ constexpr Row<ContourSettings> contour[] = {
     {.Name = u"Min Color", .Of = of<&ContourSettings::Colors, 0>, .Absent = 0},
     {.Name = u"Mid Color", .Of = of<&ContourSettings::Colors, 1>, .Absent = 0x808080},
     {.Name = u"Max Color", .Of = of<&ContourSettings::Colors, 2>, .Absent = 0xffffff},
-    {.Name = u"Preset", .Of = of<&ContourSettings::Preset>, .Least = 0, .Most = 3, .Absent = 0, .IsAddition = true},
-    {.Name = u"Legend Name", .Of = of<&ContourSettings::LegendName>, .Absent = false, .IsAddition = true},
-    {.Name = u"Legend Range", .Of = of<&ContourSettings::LegendRange>, .Absent = false, .IsAddition = true},
+    {.Name = u"Preset", .Of = of<&ContourSettings::Preset>, .Least = 0, .Most = 3, .Absent = 0, .Optional = true},
+    {.Name = u"Legend Name", .Of = of<&ContourSettings::LegendName>, .Absent = false, .Optional = true},
+    {.Name = u"Legend Range", .Of = of<&ContourSettings::LegendRange>, .Absent = false, .Optional = true},
 };
 
 constexpr Row<DisplacementSettings> displacement[] = {

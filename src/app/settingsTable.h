@@ -29,7 +29,7 @@ struct Row {
     std::optional<int> Absent = {};      ///< what the field gets before the key is read
     int True = 1;                        ///< how a boolean is written
     Field (*Written)(Record&) = nullptr; ///< where the written value comes from, if not from `Of`
-    bool IsAddition = false;             ///< a default that the registry has no value of is not written
+    bool Optional = false;               ///< kept only while it differs from what a new record has
 };
 
 std::span<const Row<ApplicationSettings>> General();

@@ -84,6 +84,9 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainView.cpp
+    void fitView();
+
     // frmMainReading.cpp
     void hideTip();
     void showPicked();

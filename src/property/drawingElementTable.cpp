@@ -19,7 +19,7 @@ constexpr Element elements[] = {
     {.Path = u"difference/cnt", .Value = [](S& s) -> bool& { return s.Difference.ApplyContour; }, .IsDigit = true},
     {.Path = u"difference/val", .Value = [](S& s) -> bool& { return s.Difference.ApplyValue; }, .IsDigit = true},
     {u"value/disp", [](S& s) -> bool& { return s.ValueDisplay; }},
-    {.Path = u"header/disp", .Value = [](S& s) -> bool& { return s.HeaderDisplay; }, .IsAddition = true},
+    {.Path = u"header/disp", .Value = [](S& s) -> bool& { return s.HeaderDisplay; }, .Optional = true},
     {u"displacement/legend", [](S& s) -> bool& { return s.Displacement.Legend; }},
     {u"displacement/orgmesh", [](S& s) -> bool& { return s.Displacement.Original; }},
     {u"displacement/fid", [](S& s) -> int& { return s.Displacement.Fiducial; }, {0, 2}, {0, 3}},
@@ -29,8 +29,8 @@ constexpr Element elements[] = {
     {u"vector/scale", [](S& s) -> int& { return s.Vector.Scale; }, atLeast0},
     {u"vector/items", [](S& s) -> VectorSettings& { return s.Vector; }},
     {u"contour/legend", [](S& s) -> bool& { return s.Contour.Legend; }},
-    {.Path = u"contour/legendname", .Value = [](S& s) -> bool& { return s.Contour.LegendName; }, .IsAddition = true},
-    {.Path = u"contour/legendrange", .Value = [](S& s) -> bool& { return s.Contour.LegendRange; }, .IsAddition = true},
+    {.Path = u"contour/legendname", .Value = [](S& s) -> bool& { return s.Contour.LegendName; }, .Optional = true},
+    {.Path = u"contour/legendrange", .Value = [](S& s) -> bool& { return s.Contour.LegendRange; }, .Optional = true},
     {u"contour/reverse", [](S& s) -> bool& { return s.Contour.Reverse; }},
     {u"contour/item", &ResultModel::CurrentItem},
     {u"contour/values/automatic", [](S& s) -> bool& { return s.Contour.Automatic; }},
@@ -40,7 +40,7 @@ constexpr Element elements[] = {
     {.Path = u"contour/values/range",
      .Value = [](S& s) -> int& { return s.Contour.Range; },
      .InFile = {0, 2},
-     .IsAddition = true},
+     .Optional = true},
     {u"contour/colors/index", [](S& s) -> int& { return s.Contour.ColorIndex; }, {0, 5}},
     {u"contour/colors/min", [](S& s) -> ColorRef& { return s.Contour.Colors[0]; }},
     {u"contour/colors/mid", [](S& s) -> ColorRef& { return s.Contour.Colors[1]; }},
@@ -48,7 +48,7 @@ constexpr Element elements[] = {
     {.Path = u"contour/colors/preset",
      .Value = [](S& s) -> int& { return s.Contour.Preset; },
      .InFile = {0, 3},
-     .IsAddition = true},
+     .Optional = true},
 };
 
 } // namespace

@@ -175,7 +175,7 @@ QString textOf(ApplicationSettings settings, ResultModel model) {
         bool isDefault = false;
         withDefault(element, settings, model,
                     [&](const auto& value, const auto& start) { isDefault = value == start; });
-        if (element.IsAddition && isDefault)
+        if (element.Optional && isDefault)
             continue;
         const QStringList path = QString(u"VRFPROPERTY/"_s + QStringView(element.Path)).split(u'/');
         const auto [differs, _] = std::mismatch(open.cbegin(), open.cend(), path.cbegin(), path.cend() - 1);
@@ -235,7 +235,7 @@ bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model) {
     if (!hasItsRoot(document))
         return true;
     for (const Element& element : Elements())
-        if (element.IsAddition)
+        if (element.Optional)
             withDefault(element, settings, model, [](auto& value, const auto& start) { value = start; });
     readSection(*document.lastChild(), {}, settings, model);
     return true;

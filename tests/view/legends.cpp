@@ -81,11 +81,11 @@ TEST_F(Legends, TheContourTellsItsItemAndWhoseRangeItHas) {
         const std::string legend = contourLegend();
         EXPECT_NE(legend.find("\"応力\"\n"), std::string::npos);
         EXPECT_NE(legend.find(std::string("\"範囲: ") + text + "\"\n"), std::string::npos);
-        EXPECT_EQ(rect.Top, 224 + 64) << "two lines lower";
+        EXPECT_EQ(rect.Top, 192 + 64) << "two lines lower";
     }
     contour.LegendName = contour.LegendRange = false;
     EXPECT_EQ(contourLegend(), plain);
-    EXPECT_EQ(rect.Top, 224);
+    EXPECT_EQ(rect.Top, 192);
 }
 
 TEST_F(Legends, HeaderHasThePartsThatAreOn) {

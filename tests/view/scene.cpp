@@ -1,6 +1,7 @@
 #include "DrawnScene.h"
 #include "Picture.h"
 
+#include "result/ValueBounds.h"
 #include "view/scene/Session.h"
 #include "view/scene/meshFade.h"
 
@@ -80,7 +81,7 @@ TEST_F(SceneTest, EdgesInTheirStylesAsFarAsTheMeshHasTheirNodes) {
 
 /// A grid of cells that grow narrower from left to right, with a value that rises along it.
 TEST_F(SceneTest, NarrowEdgesFadeToTheContourAndWideOnesStay) {
-    const int columns = 30;
+    const int columns = 90;
     VrfBuilder file;
     file.items = {{u"v"_s, -1, 0}};
     std::vector<double> values;
@@ -107,7 +108,7 @@ TEST_F(SceneTest, NarrowEdgesFadeToTheContourAndWideOnesStay) {
     const QRgb edge = qRgb(0, 0x80, 0);
     const QImage plain = drawn(false, false), faded = drawn(true, false);
     EXPECT_EQ(faded, drawn(true, true));
-    EXPECT_EQ(faded.copy(0, 0, 60, 100), plain.copy(0, 0, 60, 100)) << "cells of 5 pixels and more";
+    EXPECT_EQ(faded.copy(0, 0, 60, 100), plain.copy(0, 0, 60, 100)) << "cells of 3 pixels and more";
     int kept = 0, before = 0;
     for (int x = 150; x < 199; ++x) {
         before += plain.pixel(x, 25) == edge;

@@ -1,5 +1,6 @@
 // The dialog for the contour's range and number of bands. It paints nothing and looks for no range: that is up to the
-// caller, after it closed with `Result` true. frmContourValue form(this, Model, Settings); form.ItemIndex(Model.CurrentItem); form.exec();
+// caller, after it closed with `Result` true. frmContourValue form(this, Model, Settings);
+// form.ItemIndex(Model.CurrentItem); form.exec();
 #pragma once
 
 #include "app/ApplicationSettings.h"
