@@ -113,6 +113,7 @@ void frmMain::takeUpFile(const ResultModel& loaded) {
         scene->FitUntilSettled();
     else
         scene->Settled();
+    scene->ForgetViews();
     scene->Fit();
 }
 
@@ -229,7 +230,8 @@ bool frmMain::restoreWindow() {
 void frmMain::storeWindow() {
     Settings.Window.WindowState = isMinimized() ? Minimised : isMaximized() ? Maximised : Normal;
     constexpr int twips = windowPlace::TwipsPerPixel;
-    Settings.Window.WindowPos = {x() * twips, y() * twips, width() * twips, height() * twips};
+    const QRect place = isFullScreen() ? placeBefore : QRect(pos(), size());
+    Settings.Window.WindowPos = {place.x() * twips, place.y() * twips, place.width() * twips, place.height() * twips};
 }
 
 QSize frmMain::roomForFrame() const {

@@ -103,7 +103,6 @@ TEST_F(FrmMainTest, AllStepsGiveTheRangeAndADenseMeshIsTold) {
     EXPECT_FALSE(panel(1).contains(u"細かいメッシュを薄く"_s));
     Settings.Contour.Range = ContourRange::AllSteps;
     Settings.Contour.Automatic = false;
-    find<QComboBox>(u"miDrawContourItem@tbGeneral"_s)->setCurrentIndex(5);
     emit find<QComboBox>(u"miDrawContourItem@tbGeneral"_s)->activated(5);
     EXPECT_FALSE(mdApplication::Current.LacksRange(5));
     const float all = Settings.Contour.MaxValue;
@@ -124,6 +123,7 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
         {Qt::Key_Up, Qt::NoModifier, 0},           {Qt::Key_Down, Qt::NoModifier, 1},
         {Qt::Key_Down, Qt::ControlModifier, last}, {Qt::Key_Down, Qt::NoModifier, last},
         {Qt::Key_Up, Qt::NoModifier, last - 1},    {Qt::Key_Left, Qt::NoModifier, last - 1},
+        {Qt::Key_PageDown, Qt::NoModifier, last},  {Qt::Key_PageUp, Qt::NoModifier, last - 1},
         {Qt::Key_Up, Qt::ControlModifier, 0},      {Qt::Key_Down, Qt::AltModifier, 0},
         {Qt::Key_Down, Qt::ShiftModifier, 0}};
     for (const auto& [key, modifiers, step] : strokes) {

@@ -81,13 +81,12 @@ TEST_F(Contour, TheVisibleRangeIsThatOfTheElementsInThePicture) {
     settings.Contour = {.Divide = 7, .Range = ContourRange::Visible};
     for (int round = 0; round < 50; ++round) {
         const auto points = dice.Points(9, 0, 90);
-        std::vector<double> values(9);
-        for (double& value : values)
-            value = dice.Between(0, 19) ? dice.Between(-99, 99) : std::nan("");
-        std::vector<std::vector<qint32>> elements(4);
-        for (auto& element : elements)
-            for (int k = 0; k < 3; ++k)
-                element.push_back(dice.Between(1, 9));
+        std::vector<double> values(9, std::nan(""));
+        for (int i = 1; i < 9; ++i)
+            values[std::size_t(i)] = dice.Between(-99, 99);
+        std::vector<std::vector<qint32>> elements;
+        for (int e = 0; e < 4; ++e)
+            elements.push_back({dice.Between(1, 9), dice.Between(1, 9), dice.Between(1, 9)});
         make(elements, {points.begin(), points.end()}, values);
         ValueBounds bounds;
         for (const auto& element : elements) {

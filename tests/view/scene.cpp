@@ -109,12 +109,8 @@ TEST_F(SceneTest, NarrowEdgesFadeToTheContourAndWideOnesStay) {
     const QImage plain = drawn(false, false), faded = drawn(true, false);
     EXPECT_EQ(faded, drawn(true, true));
     EXPECT_EQ(faded.copy(0, 0, 60, 100), plain.copy(0, 0, 60, 100)) << "cells of 3 pixels and more";
-    int kept = 0, before = 0;
-    for (int x = 150; x < 199; ++x) {
-        before += plain.pixel(x, 25) == edge;
-        kept += faded.pixel(x, 25) == edge;
-    }
-    EXPECT_TRUE(before > 10 && kept == 0) << before << ' ' << kept;
+    for (int x = 150; x < 199; ++x)
+        EXPECT_NE(faded.pixel(x, 25), edge) << x;
     EXPECT_EQ(faded.pixel(175, 0), edge) << "the outline stays";
     EXPECT_TRUE(!IsMeshDense(model.Mesh, view, {0, 0, 30, 100}, 96));
     EXPECT_TRUE(IsMeshDense(model.Mesh, view, {0, 0, 200, 100}, 1920)) << "3 pixels of 1/96 inch are 60 dots";
@@ -129,17 +125,12 @@ TEST_F(SceneTest, PaintsWhatThereIs) {
     }
     model.NoDisplacement = true;
     EXPECT_FALSE(paint().contains("GeometricPen 1 1 "));
+    EXPECT_FALSE(paint().contains("STEP : 1"));
+    settings.HeaderDisplay = true;
+    EXPECT_TRUE(paint().contains("STEP : 1"));
     EXPECT_EQ(paint({5, 0, 5, 100}), "");
     window.SetRect(1, 1, 1, 0);
     EXPECT_EQ(paint(), "");
-}
-
-TEST_F(SceneTest, TheHeaderStandsWithoutAShow) {
-    open(twoSquares());
-    EXPECT_FALSE(paint().contains("STEP : 1"));
-    settings.HeaderDisplay = true;
-    settings.SlideShow.PaintHeader = false;
-    EXPECT_TRUE(paint().contains("STEP : 1"));
 }
 
 TEST(SessionRange, OfAllStepsFollowsItemAndReference) {
