@@ -179,6 +179,7 @@ struct WindowSettings {
     bool AutoInstall = true;
     QString Help;              ///< the help folder, with its trailing separator
     bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
+    bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
     bool PointTip = true;      ///< tell what lies under the resting mouse
     bool FadeMesh = false;     ///< draw edges faintly where they lie close together
     bool operator==(const WindowSettings&) const = default;

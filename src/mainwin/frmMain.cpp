@@ -68,8 +68,10 @@ void frmMain::SetZoom(int value) {
 }
 
 void frmMain::repaint() {
-    if (!updatingUi)
-        scene->Paint();
+    if (updatingUi)
+        return;
+    findRange();
+    scene->Paint();
 }
 
 void frmMain::Tell(const QString& line) {
@@ -79,7 +81,11 @@ void frmMain::Tell(const QString& line) {
 
 void frmMain::forgetTold() {
     notice.clear();
-    panels[0]->clear();
+    showTold();
+}
+
+void frmMain::showTold() {
+    panels[0]->setText(notice.isEmpty() ? fileNote : notice);
 }
 
 void frmMain::buildPanels() {
@@ -113,6 +119,7 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
+    connect(&fileWatch, &FileWatch::Looked, this, &frmMain::onFileLooked);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
@@ -136,7 +143,9 @@ void frmMain::connectEvents() {
 bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::StatusTip) {
         const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
-        panels[0]->setText(tip.isEmpty() ? notice : tip);
+        panels[0]->setText(tip);
+        if (tip.isEmpty())
+            showTold();
         return true;
     }
     return QMainWindow::event(event);
@@ -159,7 +168,7 @@ void frmMain::onPainted() {
     commandState::ShowChosen(*bars, facts());
     updatingUi = false;
     offerFading();
-    panels[0]->setText(notice);
+    showTold();
     showPicked();
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());

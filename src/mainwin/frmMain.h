@@ -2,11 +2,14 @@
 // what the events do stands in a file per subject, and what the picture does by itself in its control.
 #pragma once
 
+#include "mainwin/FileWatch.h"
 #include "mainwin/RecentFiles.h"
 #include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
+#include "view/scene/Session.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -14,7 +17,6 @@ class QLabel;
 class StartPage;
 class ctlScene;
 struct CommandFacts;
-struct ResultModel;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -59,6 +61,7 @@ private:
     bool takeStepKey(const QKeyEvent& event);
     void onPainted();
     void forgetTold();
+    void showTold();
 
     // frmMainCommands.cpp
     CommandFacts facts() const;
@@ -106,9 +109,9 @@ private:
     // frmMainReading.cpp
     void hideTip();
     void showPicked();
-    /// Finds the range of all steps if the contour has it and it is not known for the item. When that is stopped the
-    /// contour gets the range of the step.
-    void findRange(int item);
+    /// Finds the range of all steps if the contour has it and it is not known for the item. When that is stopped, or
+    /// there is no memory for it, the contour gets the range of the step.
+    void findRange();
     void offerFading();
 
     // frmMainGraph.cpp
@@ -132,13 +135,20 @@ private:
     void editPageLayout();
 
     // frmMainDocument.cpp
+    struct Opening;
     void openResultFile(const QString& path);
-    bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
-    void takeUpFile(const ResultModel& loaded);
+    void readResultFile(const QString& path, Opening& opening);
+    void takeUpFile(const Opening& opening);
     /// Gives the open file up and says why.
     void dropFile(const QString& why);
-    /// False without the memory for it; the file is then given up, since it would be half loaded.
-    bool load(const std::function<void()>& what);
+    /// Brings the window up before anything else is done.
+    void showAtOnce();
+    /// Does what reads of a file of so many bytes: large ones on another thread while the window is alive. False when
+    /// that was stopped.
+    bool readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
+                  bool givesWay = false);
+    /// False, with the step that shows, when another one could not be had; the user is told why.
+    bool load(const std::function<Session::StepLoad(const LoadProgress&)>& what);
     bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
@@ -149,6 +159,19 @@ private:
     bool restoreWindow();
     void storeWindow();
     QSize roomForFrame() const;
+
+    // frmMainReload.cpp
+    enum class Reading { Done, Stopped, Refused };
+    void followFile();
+    void lookAtFile() { fileWatch.LookNow(); }
+    void onFileLooked();
+    bool mayFollow() const;
+    void noteFileChange();
+    void reloadFile();
+    void followGrowth();
+    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh);
+    void takeUpAnew(const ResultModel& fresh);
+    static QString fileHasChanged();
 
     // frmMainSlideShow.cpp
     void toggleSlideShow();
@@ -174,6 +197,11 @@ private:
     bool sizeToCome = false;    ///< the window has not got its real size yet
     bool fadingOffered = false; ///< since the start of the program
     QString notice;             ///< what the status bar says when nothing else has its first panel
+    QString fileNote;           ///< what has become of the open file; behind `notice`
+    FileWatch fileWatch;
+    QElapsedTimer sinceReload;
+    qint64 reloadMs = 0;     ///< what the last one took
+    qint64 awaitedBytes = 0; ///< with fewer bytes of the file there is nothing new
     RecentFiles recentFiles;
     SlideShow slideShow;
     QTimer timSlideShow;

@@ -24,12 +24,18 @@ void frmMain::showPicked() {
     pickedPanel->setVisible(!text.isEmpty());
 }
 
-void frmMain::findRange(int item) {
-    if (!Current.LacksRange(item))
+void frmMain::findRange() {
+    if (!IsOpen() || LongWork::IsRunning() || !Current.LacksRange(Model.CurrentItem))
         return;
     LongWork work(u"全ステップの範囲を計算中... (Esc で中止)"_s,
                   [this](const QString& text) { panels[0]->setText(text); });
-    if (work.Run([item](const LongWork::Progress& progress) { Current.FindRange(item, progress); }))
+    bool found = false;
+    try {
+        work.Run([&](const LongWork::Progress& progress) { found = Current.FindRange(Model.CurrentItem, progress); });
+    } catch (const std::bad_alloc&) {
+        found = false;
+    }
+    if (found)
         return;
     Settings.Contour.Range = ContourRange::AsStands;
     Settings.Contour.Automatic = true;
