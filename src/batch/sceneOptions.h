@@ -18,7 +18,8 @@ struct SceneChoice {
     ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--item`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step, `--step`.
+/// Declares `--item`, `--mesh`, `--fade-mesh`, `--no-property`, `--set` and, for the commands that draw one step,
+/// `--step`.
 void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 
 /// Stops the command when an option makes no sense, before any file but that of `--settings` is opened. Without

@@ -54,6 +54,8 @@ const CommandRow commandTable::commands[] = {
     {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
     {u"miViewReload", 2950, u"ファイルを読み直す(&L)", u"開いているファイルをもう一度読み込みます。", u"表示", u"Ctrl+R", Kind::Button, u"", Needs::ShowOff, &frmMain::reloadFile},
     {u"miViewFollow", 2960, u"自動で読み直す(&U)", u"ファイルに書き込まれたステップを自動で読み込みます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::lookAtFile, setting<&S::Window, &WindowSettings::FollowFile>},
+    {u"miViewPointTip", 2600, u"ポインタの値(&P)", u"ポインタの下の節点または要素の座標と値を表示します。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::hideTip, setting<&S::Window, &WindowSettings::PointTip>},
+    {u"miViewFadeMesh", 2910, u"細かいメッシュを薄く(&Y)", u"３ピクセルより近い要素の辺を薄く表示します。", u"表示", u"", Kind::Button, u"", Needs::File, &frmMain::repaint, setting<&S::Window, &WindowSettings::FadeMesh>},
     {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Needs::ShowHalted, &frmMain::chooseStep},
     {u"miDrawStepBefore", 3110, u"前のステップ(&B)", u"一つ前の計算ステップを表示します。", u"描画", u"PgUp", Kind::Button, u"", Needs::File, &frmMain::showStepBefore},
     {u"miDrawStepAfter", 3120, u"次のステップ(&N)", u"一つ後の計算ステップを表示します。", u"描画", u"PgDown", Kind::Button, u"", Needs::File, &frmMain::showStepAfter},
@@ -83,6 +85,7 @@ const CommandRow commandTable::commands[] = {
     {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::repaint, setting<&S::Contour, &ContourSettings::Legend>},
     {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::editContourValue},
     {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDrawSettings},
+    {u"miDrawHeader", 3700, u"ヘッダー(&H)", u"ステップやアイテムの名前を図の左上に表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::HeaderDisplay>},
     {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createDistribution},
     {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createHistory},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
@@ -139,7 +142,10 @@ constexpr const char16_t* pbView[] = {u"miViewScale",
                                       u"miViewBack",
                                       u"miViewForward",
                                       u"-",
-                                      u"miViewFullScreen"};
+                                      u"miViewFullScreen",
+                                      u"-",
+                                      u"miViewPointTip",
+                                      u"miViewFadeMesh"};
 constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawDiff",
                                       u"miDrawValue",
@@ -160,7 +166,8 @@ constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawSetting",
                                       u"-",
                                       u"miDrawStepBefore",
-                                      u"miDrawStepAfter"};
+                                      u"miDrawStepAfter",
+                                      u"miDrawHeader"};
 constexpr const char16_t* pbTools[] = {
     u"miToolsDistribution", u"miToolsHistory", u"-", u"miToolsImageCopy", u"miToolsSlideShow", u"-", u"miToolsOption"};
 constexpr const char16_t* pbAddIn[] = {u"miAddinManager"};

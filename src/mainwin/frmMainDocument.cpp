@@ -5,6 +5,7 @@
 #include "app/settingsStore.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
+#include "mainwin/StartPage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "mainwin/windowPlace.h"
@@ -149,7 +150,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     }
     followFile();
     recentFiles.Add(Model.FileName);
-    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
+    showRecentFiles();
     if (!isVisible())
         show();
     updateCaption();
@@ -160,6 +161,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     else
         scene->Settled();
     scene->ForgetViews();
+    findRange();
     scene->Fit();
 }
 
@@ -170,6 +172,13 @@ void frmMain::tellWhatIsMissing(int step) {
     if (const int reference = Settings.Difference.StandardStep; reference >= Model.StepCount)
         lines.append(u"基準ステップ %1 はこのファイルにありません。"_s.arg(qint64(reference) + 1));
     Tell(lines.join(u' '));
+}
+
+void frmMain::showRecentFiles() {
+    const std::vector<FamilyEntry> entries = recentFiles.MenuEntries();
+    commandFamilies::Set(*bars, u"recent-"_s, entries);
+    startPage->Show(entries);
+    startPage->setVisible(!IsOpen());
 }
 
 bool frmMain::loadStep(int step, int item) {
@@ -202,7 +211,9 @@ void frmMain::dropFile(const QString& why) {
     ShowMessage(why, MessageStyle::Stop);
     for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
+    showPicked();
     scene->Clear();
+    showRecentFiles();
 }
 
 void frmMain::promptAndOpen() {

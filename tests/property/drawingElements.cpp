@@ -24,7 +24,7 @@ TEST(DrawingElements, EachPathChangesASettingOfItsOwn) {
             EXPECT_TRUE(Set(assignment.section(u'=', 0, 0), assignment.section(u'=', 1), again));
         EXPECT_EQ(again, one) << path.toStdString();
     }
-    EXPECT_EQ(results.size(), 1 + 24);
+    EXPECT_EQ(results.size(), 1 + 29);
 }
 
 TEST(DrawingElements, NumbersAreHeldWithinTheirRangeAndItemSetsAddUp) {

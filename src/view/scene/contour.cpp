@@ -4,13 +4,11 @@
 
 #include "app/mdTipsDrawing.h"
 #include "platform/base/Parallel.h"
-#include "result/mdVelorinResultModel.h"
 
 namespace mdScene {
 
 namespace {
 
-constexpr int automaticBandCount = 20;
 constexpr int polygonsPerPiece = 8192;
 
 /// The polygons of a stretch of one band's jobs.
@@ -36,7 +34,7 @@ public:
     BandColor(DeviceContext& onDevice, const ContourBands& bands, int band, const ContourSettings& settings)
         : device(onDevice) {
         const float step = 1 / float(bands.Count - 1);
-        const ColorRef color = ContourColor(step * float(band), settings);
+        const ColorRef color = ContourColor(step * float(band), settings, {bands.Lower, bands.Upper});
         oldPen = mdTips::SelectSolidPen(device, color, 1, PenStyle::Solid);
         oldBrush = mdTips::SelectBrush(device, color, -1);
     }
@@ -103,12 +101,9 @@ void drawEveryBand(DeviceContext& device, const ContourInput& input, const Conto
 
 void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context) {
     const ContourSettings& settings = scene.Settings.Contour;
-    const DifferenceSettings& difference = scene.Settings.Difference;
-    const ItemValues values =
-        mdVelorinResultModel::GetNodeValues(difference.StandardStep >= 0 && difference.ApplyContour, scene.Model.Mesh);
-    const float upper = settings.Automatic ? values.MaxValue : settings.MaxValue;
-    const float lower = settings.Automatic ? values.MinValue : settings.MinValue;
-    const int count = settings.Automatic ? automaticBandCount : settings.Divide;
+    const ItemValues values = ContourValues(scene);
+    const auto [ends, count] = ContourScaleOf(scene, values, context.Picture);
+    const auto [lower, upper] = ends;
     if (count < 2)
         return;
     context.ContourMax = upper;

@@ -29,11 +29,12 @@ void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
     device.SaveDC();
     PaintContext context;
     context.Printing = printing;
+    context.Picture = canvas.Document();
     context.BackBrush = printing ? stockBrush(Stock::WhiteBrush) : Brush{scene.WindowColor};
     ComputeDevicePoints(converter, canvas.Window(), scene, context);
     if (!scene.Model.LineElementsOnly)
         DrawContour(device, scene, context);
-    DrawMesh(device, converter, scene);
+    DrawMesh(device, converter, scene, context);
     const DisplacementSettings& displacement = scene.Settings.Displacement;
     if (displacement.Original && displacement.Fiducial != 0 && !scene.Model.NoDisplacement)
         DrawOriginalMesh(device, converter, scene);
@@ -42,8 +43,10 @@ void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene) {
     if (scene.Settings.ValueDisplay)
         DrawValues(device, reference, scene);
     DrawLegends(device, reference, converter, canvas.Document(), scene, context);
-    if (scene.SlideShow.SlideShowRunning && scene.Settings.SlideShow.PaintHeader)
-        DrawHeader(device, scene);
+    if (scene.Settings.HeaderDisplay)
+        DrawHeader(device, scene, {context.Picture.Left, context.Picture.Top});
+    else if (scene.SlideShow.SlideShowRunning && scene.Settings.SlideShow.PaintHeader)
+        DrawHeader(device, scene, {});
     device.RestoreDC();
 }
 

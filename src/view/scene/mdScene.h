@@ -11,6 +11,7 @@
 struct PaintContext {
     bool Printing = false;
     Brush BackBrush;              ///< behind legends
+    DeviceRect Picture;           ///< the part of the device that the world is drawn on
     double DisplacementScale = 0; ///< device units per unit of displacement
     double VectorScale = 0;       ///< device units per unit of the vector items
     float ContourMax = 0, ContourMin = 0;
@@ -45,7 +46,9 @@ void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window,
                          PaintContext& context);
 
 /// The edges at the displaced positions, each once, or the outline alone when `Mesh` is off; then the line elements.
-void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene);
+/// Edges that are to fade do so to the contour of `context`.
+void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene,
+              const PaintContext& context = {});
 
 /// The same edges before displacement, without the line elements.
 void DrawOriginalMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene);

@@ -4,6 +4,7 @@
 #include "app/mdTipsDrawing.h"
 #include "platform/base/Parallel.h"
 #include "view/scene/CommonSides.h"
+#include "view/scene/meshFade.h"
 
 namespace mdScene {
 
@@ -130,10 +131,14 @@ void drawEdges(DeviceContext& device, std::span<const DevicePoint> points, const
 
 } // namespace
 
-void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene) {
+void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene, const PaintContext& context) {
     const auto& styles = scene.Settings.Style.LineStyles;
     Pen old = SelectLineStyle(device, converter, styles[0]);
-    drawEdges(device, scene.View.NodePoints, scene);
+    if (scene.Settings.Window.Mesh && scene.Settings.Window.FadeMesh)
+        DrawFadingEdges(device, converter, styles[0], scene,
+                        {{context.ContourMin, context.ContourMax}, context.ContourDivide});
+    else
+        drawEdges(device, scene.View.NodePoints, scene);
     mdTips::RestoreObject(device, old);
     old = SelectLineStyle(device, converter, styles[3]);
     drawElements(device, scene.View.NodePoints, scene.Model.Mesh, collectLineElement);
