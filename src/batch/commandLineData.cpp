@@ -128,7 +128,7 @@ void writeValuesJson(QIODevice& device, const ItemValues& values) {
 Status RunInfo(const QStringList& arguments, const Streams& streams) {
     Options options(u"info"_s, u"Prints what a result file holds, as JSON."_s, u"FILE"_s);
     options.Parse(arguments, streams);
-    const ResultModel model = OpenFile(options.Operand());
+    const ResultModel model = OpenFile(options.Operand(), streams);
     JsonWriter json(streams.Output);
     json.BeginObject();
     json.Member("file", model.FileName);
@@ -155,7 +155,7 @@ Status RunMesh(const QStringList& arguments, const Streams& streams) {
     options.Value(u"step"_s, u"N"_s, u"Step that decides which elements exist; the first by default."_s);
     options.Parse(arguments, streams);
     const std::optional<int> step = options.Integer(u"step"_s, 1);
-    ResultModel model = OpenFile(options.Operand());
+    ResultModel model = OpenFile(options.Operand(), streams);
     if (step)
         RequireStep(model, options.Operand(), u"step"_s, *step);
     mdVelorinResultModel::LoadStep(step.value_or(1) - 1, 0, model, false, -1);
@@ -184,7 +184,7 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
         throw Stop{WrongUsage,
                    u"--query wants item, node, element, displacement-x or displacement-y, not \"%1\""_s.arg(kind)};
 
-    ResultModel model = OpenFile(options.Operand());
+    ResultModel model = OpenFile(options.Operand(), streams);
     const std::int32_t item = FindItem(options.Text(u"item"_s), model, options.Operand());
     RequireStep(model, options.Operand(), u"step"_s, *step);
     if (reference)

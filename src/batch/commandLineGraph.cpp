@@ -188,7 +188,7 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
         RefuseInput(job.style, u"無効なパラメータです。"_s);
 
     Fonts::InstallSubstitutions();
-    ResultModel model = OpenFile(job.input);
+    ResultModel model = OpenFile(job.input, streams);
     Graph graph = build(job, model);
     if (const std::optional<QString> problem = SaveContent(job.output, contentOf(job, model, graph)))
         RefuseInput(job.output, *problem);

@@ -72,7 +72,7 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     session.Plotter.SetScaleMode(job.scaleMode);
     mdView::ApplyZoom(job.zoom, session.View);
     StepRange range = job.range.value_or(StepRange());

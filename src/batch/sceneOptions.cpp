@@ -48,10 +48,10 @@ SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh) {
     return choice;
 }
 
-std::int32_t OpenScene(const SceneChoice& choice, Session& session) {
+std::int32_t OpenScene(const SceneChoice& choice, const Streams& streams, Session& session) {
     session.Settings = choice.Settings;
     // Without a file to read the store of drawing defaults isn't touched: many companions may run at once.
-    const ResultModel opened = OpenFile(choice.Input);
+    const ResultModel opened = OpenFile(choice.Input, streams);
     session.TakeUp(opened,
                    choice.WithPropertyFile && mdApplication::FileExists(propertyFile::PathFor(opened.FileName)));
     applySettings(choice.Assignments, session.Settings);

@@ -27,7 +27,7 @@ SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh = {
 
 /// Opens the file in `session`, with the property file's settings, if there is one and it counts, under those of the
 /// command line, and gives the chosen item. Stops the command when there is no such file or item.
-std::int32_t OpenScene(const SceneChoice& choice, Session& session);
+std::int32_t OpenScene(const SceneChoice& choice, const Streams& streams, Session& session);
 /// The chosen step of an open file, counted from 1. Stops the command when a step was chosen that there isn't.
 std::int64_t ChosenStep(const SceneChoice& choice, const ResultModel& model);
 

@@ -93,7 +93,8 @@ void frmMain::openResultFile(const QString& path) {
     if (good)
         takeUpFile(loaded);
     else // which gives the earlier file up too
-        dropFile(path + u"\r\nファイルの形式が不正です。"_s);
+        dropFile(path + u"\r\nファイルの形式が不正です。"_s +
+                 (loaded.Note.isEmpty() ? QString() : u"\r\n"_s + loaded.Note));
 }
 
 void frmMain::takeUpFile(const ResultModel& loaded) {
@@ -121,6 +122,8 @@ void frmMain::tellWhatIsMissing(int step) {
         lines.append(u"ステップ %1 はこのファイルにありません。"_s.arg(qint64(step) + 1));
     if (const int reference = Settings.Difference.StandardStep; reference >= Model.StepCount)
         lines.append(u"基準ステップ %1 はこのファイルにありません。"_s.arg(qint64(reference) + 1));
+    if (!Model.Note.isEmpty())
+        lines.append(Model.Note);
     Tell(lines.join(u' '));
 }
 

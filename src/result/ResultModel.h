@@ -80,6 +80,7 @@ struct ResultModel {
     std::int32_t FirstStepOffset = 0;
     std::shared_ptr<const StepSource> Source; ///< gives the values of the steps; shared too, null when no file is open
     QString Title;
+    QString Note; ///< a line for people: what of the file was left out, or of a refused one why; mostly empty
     std::int32_t StepCount = 0;
     QList<StepInfo> Steps;
     std::int32_t CurrentStep = -1;

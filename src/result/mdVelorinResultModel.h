@@ -15,7 +15,8 @@ bool CheckFileMagic(const QString& path, const QString& magic);
 bool IsResultFile(const QString& path);
 
 /// Reads mesh, items and the directory of steps, and leaves the file open. False, with the model untouched, for a file
-/// of another kind; false, with the model closed and its file name empty, for one that its reader cannot open or use.
+/// of another kind; false, with the model closed, its file name empty and the reason, if more than the format is known,
+/// in its note, for one that its reader cannot open or use.
 /// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
 bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
 

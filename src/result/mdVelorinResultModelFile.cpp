@@ -99,6 +99,7 @@ ResultModel modelOf(const ResultContent& content, const QString& earlierTitle) {
     model.FirstStepOffset = content.FirstStepOffset;
     model.Source = content.Source;
     model.Title = content.Title.value_or(earlierTitle);
+    model.Note = content.Note;
     model.StepCount = std::int32_t(content.Steps.size());
     model.Steps = content.Steps;
     model.ItemCount = std::int32_t(content.Items.size());
@@ -133,8 +134,10 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     model = {};
     model.Title = title;
     ResultContent content;
-    if (!reader->Open(path, content, progress))
+    if (!reader->Open(path, content, progress)) {
+        model.Note = content.Note;
         return false;
+    }
     model = modelOf(content, title);
     model.FileName = NativePath::Absolute(path);
     return true;

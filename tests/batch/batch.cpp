@@ -276,7 +276,7 @@ TEST_F(RenderTest, NamesAreBytes) {
         WholeFile::Write(start + u".style"_s, "[GENERAL]\r\nbackcolor=255\r\n");
         WholeFile::Write(start + u".reg"_s, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\bent]\r\n");
         EXPECT_EQ(json(u"info FILE"_s)[u"file"], NativePath::Shown(path));
-        ResultModel model = batch::OpenFile(path);
+        ResultModel model = batch::OpenFile(path, {outputBuffer, errorBuffer});
         ApplicationSettings settings;
         model.CurrentStep = 1;
         EXPECT_EQ(propertyFile::SavePropertyFile(settings, model), QString());

@@ -1,11 +1,13 @@
 #include "result/readers/readerTable.h"
 
 #include "app/mdApplication.h"
+#include "result/readers/LegacyVtkReader.h"
 #include "result/readers/VrfReader.h"
 
 std::span<const ResultReader> ResultReaders() {
     static constexpr ResultReader readers[] = {
         {u"Velorin 計算結果ファイル", u"*.vrf", VrfReader::Recognises, VrfReader::Open},
+        {u"VTK ファイル (旧形式)", u"*.vtk", LegacyVtkReader::Recognises, LegacyVtkReader::Open},
     };
     return readers;
 }
