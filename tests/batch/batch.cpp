@@ -1,4 +1,5 @@
 #include "BatchTest.h"
+#include "result/ForeignSample.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"
@@ -174,6 +175,18 @@ TEST_F(RenderTest, GoesOnWithoutSettingsThatAnotherProgramHoldsAndSaysSo) {
     ASSERT_TRUE(other.Does("ROLLBACK"));
     EXPECT_EQ(run(u"registry export "_s + file), 0);
     EXPECT_EQ(errors, store + ": 1 keys or values with impossible names are left out\n");
+}
+
+TEST_F(RenderTest, AConvertedResultGivesTheSamePicture) {
+    for (const QByteArray& bytes : {twoSquares().Bytes(), sample::legacyVtk(false, true)}) {
+        path = folder.Write(bytes, u"given"_s);
+        const QByteArray expected = traceOf({});
+        EXPECT_EQ(run(u"convert FILE "_s + folder.Path(u"made.vrf"_s)), 0);
+        EXPECT_EQ(errors,
+                  bytes.startsWith("VRF") ? QByteArray() : path.toUtf8() + ": 読まなかったもの: 点要素 1、線要素 1\n");
+        path = folder.Path(u"made.vrf"_s);
+        EXPECT_EQ(traceOf({}), expected);
+    }
 }
 
 TEST_F(BatchTest, WrongUsageIsTold) {

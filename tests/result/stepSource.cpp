@@ -194,10 +194,9 @@ TEST_F(StepSourceTest, WholeArraysGiveTheSame) {
         for (ForeignStep& step : result.Steps) {
             step.HasArray = {true, upTo(2) > 0};
             arrays.push_back({std::vector<float>(std::size_t(nodes * 3 - upTo(2))),
-                              std::vector<float>(std::size_t(cells * 2 - upTo(3)))});
-            for (float& value : arrays.back()[0])
-                value = float(upTo(999));
-            std::ranges::copy_n(arrays.back()[0].begin(), 1, arrays.back()[1].begin());
+                              std::vector<float>(std::size_t(cells * 2 - upTo(1)))});
+            for (std::vector<float>& all : arrays.back())
+                std::ranges::generate(all, [this] { return float(upTo(999)); });
             steps.push_back({std::vector<std::int32_t>(std::size_t(elements)), {}});
             for (std::int32_t i = 0; i < itemCount; ++i) {
                 const std::vector<float>& all = arrays.back()[i < 3 ? 0 : 1];

@@ -19,7 +19,11 @@ bool isLineEnd(char c) {
 } // namespace
 
 FileScanner::FileScanner(const ReadHandle& openFile, const LoadProgress& watch)
-    : file(openFile), progress(watch), buffer(bufferBytes) {}
+    : file(openFile), progress(watch), fileEnd(openFile.Size()), buffer(bufferBytes) {}
+
+FileScanner::FileScanner(const ReadHandle& openFile, qint64 position, qint64 end)
+    : file(openFile), fileEnd(std::min(end, openFile.Size())),
+      buffer(std::size_t(std::clamp(end - position, qint64(1), bufferBytes))), bufferStart(position) {}
 
 void FileScanner::Seek(qint64 position) {
     if (position >= bufferStart && position <= bufferStart + filled) {
@@ -38,7 +42,9 @@ bool FileScanner::refill() {
     bufferStart += next;
     filled -= next;
     next = 0;
-    const qint64 got = stopped ? 0 : file.ReadAt(bufferStart + filled, buffer.data() + filled, bufferBytes - filled);
+    const qint64 from = bufferStart + filled;
+    const qint64 wanted = std::min(std::ssize(buffer) - filled, fileEnd - from);
+    const qint64 got = stopped || wanted < 1 ? 0 : file.ReadAt(from, buffer.data() + filled, wanted);
     filled += got;
     return got > 0;
 }
@@ -103,6 +109,21 @@ bool FileScanner::SkipWords(qint64 count) {
             return false;
     }
     return true;
+}
+
+bool FileScanner::SkipTo(char wanted) {
+    for (; hasMore(); next = filled) {
+        const char* const start = buffer.data() + next;
+        if (const void* found = std::memchr(start, wanted, std::size_t(filled - next))) {
+            next += static_cast<const char*>(found) - start;
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<char> FileScanner::Byte() {
+    return hasMore() ? std::optional(buffer[std::size_t(next++)]) : std::nullopt;
 }
 
 bool FileScanner::ReadBytes(void* target, qint64 count) {

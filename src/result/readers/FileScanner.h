@@ -13,9 +13,11 @@ class FileScanner {
 public:
     /// `watch`, when given, is told of each piece that is read; once it says no, all reads as the file's end.
     explicit FileScanner(const ReadHandle& openFile, const LoadProgress& watch = {});
+    /// From `position` on, as if the file ended at `end`.
+    FileScanner(const ReadHandle& openFile, qint64 position, qint64 end);
 
     qint64 Position() const { return bufferStart + next; }
-    qint64 Remaining() const { return stopped ? 0 : std::max<qint64>(file.Size() - Position(), 0); }
+    qint64 Remaining() const { return stopped ? 0 : std::max<qint64>(fileEnd - Position(), 0); }
     bool WasStopped() const { return stopped; }
     void Seek(qint64 position);
 
@@ -26,6 +28,10 @@ public:
     /// What stands up to the next blank or line's end; empty at the file's end. Valid until the next call.
     std::string_view Word();
     bool SkipWords(qint64 count);
+    /// Goes to the next such byte, or to the file's end.
+    bool SkipTo(char wanted);
+    /// The next byte; nothing at the file's end.
+    std::optional<char> Byte();
     /// All `count` bytes or none.
     bool ReadBytes(void* target, qint64 count);
 
@@ -49,6 +55,7 @@ private:
 
     ReadHandle file;
     LoadProgress progress;
+    qint64 fileEnd;
     std::vector<char> buffer;
     qint64 bufferStart = 0; ///< file offset of the buffer's first byte
     qint64 filled = 0;

@@ -97,7 +97,6 @@ private:
     FileScanner in;
     std::string line; ///< the words of the last line stand in it
     bool isText = true;
-    int majorVersion = 0;
     vtkCells::Lists cells;
     std::vector<Block> blocks; ///< of the arrays
     enum { OfFile, OfPoints, OfCells } place = OfFile;
@@ -134,7 +133,9 @@ bool File::readHeader() {
     const auto first = in.Line();
     if (!first)
         return false;
-    majorVersion = first->size() > magic.size() ? (*first)[magic.size()] - '0' : 0;
+    double version = 0;
+    FileScanner::NumberOf(first->substr(std::min(magic.size(), first->size())), version);
+    Result.Version = std::int32_t(std::clamp(version, 0.0, 99.0) * 100);
     const auto title = in.Line();
     if (!title)
         return false;
@@ -215,9 +216,9 @@ bool File::readCells(const Words& words) {
     if (section == std::end(sections))
         return false;
     qint64 first = 0, second = 0;
-    constexpr int splitSince = 5;
+    constexpr std::int32_t splitSince = 500;
     if (!count(words, 1, first) || !count(words, 2, second) ||
-        !(majorVersion >= splitSince ? readNewCells(first, second) : readOldCells(first, second)))
+        !(Result.Version >= splitSince ? readNewCells(first, second) : readOldCells(first, second)))
         return false;
     if (section->second > 0)
         cells.Types.resize(cells.Ends.size(), section->second);

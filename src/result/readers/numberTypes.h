@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QtEndian>
-#include <bit>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
+#include <utility>
 
 enum class NumberType : std::uint8_t { Int8, UInt8, Int16, UInt16, Int32, UInt32, Int64, UInt64, Float32, Float64 };
 
@@ -13,15 +15,15 @@ constexpr qint64 BytesOf(NumberType type) {
     return bytes[std::size_t(type)];
 }
 
-/// A stored number as a T. What lies beyond T, or is no number where T is whole, is 0.
+/// A stored number as a T. Where T is whole, what lies beyond it or is no number gives the least T, which is no index.
 template<class T, class Stored>
 T NumberAs(Stored value) {
     if constexpr (std::is_floating_point_v<T>) {
         return T(value);
     } else if constexpr (std::is_floating_point_v<Stored>) {
-        return std::abs(value) < Stored(std::numeric_limits<T>::max()) ? T(value) : T(0);
+        return std::abs(value) < Stored(std::numeric_limits<T>::max()) ? T(value) : std::numeric_limits<T>::min();
     } else {
-        return std::in_range<T>(value) ? T(value) : T(0);
+        return std::in_range<T>(value) ? T(value) : std::numeric_limits<T>::min();
     }
 }
 
