@@ -159,7 +159,8 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help; ///< the help folder, with its trailing separator
+    QString Help;              ///< the help folder, with its trailing separator
+    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
     bool operator==(const WindowSettings&) const = default;
 };
 

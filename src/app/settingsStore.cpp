@@ -126,12 +126,28 @@ void load(QStringView section, std::span<const Row<Record>> rows, Record& record
         eachValue(key, [&](const QString& name, const QVariant& value) { take(rows, record, name, value); });
 }
 
+bool isSame(const Field& one, const Field& other) {
+    const auto compare = [&other]<class Kind>(Kind field) {
+        if constexpr (std::is_pointer_v<Kind>)
+            return *field == *std::get<Kind>(other);
+        else if constexpr (std::is_same_v<Kind, Words>)
+            return bytesOf(field) == bytesOf(std::get<Kind>(other));
+        else
+            return field == std::get<Kind>(other);
+    };
+    return std::visit(compare, one);
+}
+
 /// By value, since the tables speak of fields that can be changed.
 template<class Record>
 void write(clsRegEdit& key, std::span<const Row<Record>> rows, Record record) {
+    Record fresh;
     for (const Row<Record>& row : rows) {
         const Field field = row.Written ? row.Written(record) : row.Of(record);
-        std::visit(Writer{key, row.Name.toString(), row.True}, field);
+        if (row.Optional && isSame(field, row.Of(fresh)))
+            Registry::DeleteValue(key.hCurrentKey(), row.Name.toString());
+        else
+            std::visit(Writer{key, row.Name.toString(), row.True}, field);
     }
 }
 

@@ -93,6 +93,7 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"SS Header Vector", in<slides, &SlideShowSettings::HeaderVector>},
     {u"Scale Denominator", in<page, &PageSettings::ScaleDenominator>, 0},
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
+    {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
 };
 
 constexpr Row<GraphDefaults> graph[] = {

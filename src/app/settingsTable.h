@@ -29,6 +29,7 @@ struct Row {
     std::optional<int> Absent = {};      ///< what the field gets before the key is read
     int True = 1;                        ///< how a boolean is written
     Field (*Written)(Record&) = nullptr; ///< where the written value comes from, if not from `Of`
+    bool Optional = false;               ///< kept only while it differs from what a new record has
 };
 
 std::span<const Row<ApplicationSettings>> General();

@@ -42,6 +42,8 @@ const CommandRow commandTable::commands[] = {
     {u"miViewZoomIn", 2100, u"拡大(&I)", u"図を拡大します。", u"表示", u"", Kind::Button, u"", Needs::LargerZoom, &frmMain::zoomIn},
     {u"miViewZoomOut", 2200, u"縮小(&O)", u"図を縮小します。", u"表示", u"", Kind::Button, u"", Needs::SmallerZoom, &frmMain::zoomOut},
     {u"miViewZoomOff", 2300, u"全体表示(&A)", u"モデル全体を表示します。", u"表示", u"", Kind::Button, u"", Needs::OtherZoom, &frmMain::zoomOff},
+    {u"miViewFit", 2310, u"ウィンドウに合わせる(&W)", u"モデル全体がウィンドウに収まるように、縮尺を合わせ直します。", u"表示", u"Home", Kind::Button, u"", Needs::File, &frmMain::fitView},
+    {u"miViewFitDisplaced", 2320, u"変位を含める(&D)", u"ウィンドウに合わせるときに、変位を加えた形も収めます。", u"表示", u"", Kind::Button, u"", Needs::Displacement, &frmMain::fitView, setting<&S::Window, &WindowSettings::FitDisplaced>},
     {u"miViewToolBar", 2400, u"ツールバー(&T)", u"ツールバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Toolbar>},
     {u"miViewStatusBar", 2500, u"ステータスバー(&S)", u"ステータスバーの表示を切り替えます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::applyBarVisibility, setting<&S::Window, &WindowSettings::Statusbar>},
     {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
@@ -108,9 +110,20 @@ constexpr const char16_t* pdDrawContourColor[] = {u"miContourColor1", u"miContou
 constexpr const char16_t* pbFile[] = {u"miFileOpen",  u"miFileSaveLayout", u"-", u"miFilePreview",
                                       u"miFilePrint", u"miFilePrinter",    u"-", u"miFileProperty",
                                       u"-",           u"miFileQuit"};
-constexpr const char16_t* pbView[] = {
-    u"miViewScale",   u"miViewMesh",      u"-", u"miViewZoomIn", u"miViewZoomOut", u"miViewZoomOff", u"-",
-    u"miViewToolBar", u"miViewStatusBar", u"-", u"miViewRefresh"};
+constexpr const char16_t* pbView[] = {u"miViewScale",
+                                      u"miViewMesh",
+                                      u"-",
+                                      u"miViewZoomIn",
+                                      u"miViewZoomOut",
+                                      u"miViewZoomOff",
+                                      u"-",
+                                      u"miViewToolBar",
+                                      u"miViewStatusBar",
+                                      u"-",
+                                      u"miViewRefresh",
+                                      u"-",
+                                      u"miViewFit",
+                                      u"miViewFitDisplaced"};
 constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawDiff",
                                       u"miDrawValue",
@@ -133,9 +146,17 @@ constexpr const char16_t* pbTools[] = {
     u"miToolsDistribution", u"miToolsHistory", u"-", u"miToolsImageCopy", u"miToolsSlideShow", u"-", u"miToolsOption"};
 constexpr const char16_t* pbAddIn[] = {u"miAddinManager"};
 constexpr const char16_t* pbHelp[] = {u"miHelpIndex", u"miHelpKeyword", u"miHelpSearch", u"-", u"miHelpVersion"};
-constexpr const char16_t* pbPopup[] = {
-    u"miViewZoomIn",        u"miViewZoomOut",  u"miViewZoomOff",   u"-", u"miDrawSetting=描画設定(&T)...", u"-",
-    u"miToolsDistribution", u"miToolsHistory", u"miToolsImageCopy"};
+constexpr const char16_t* pbPopup[] = {u"miViewZoomIn",
+                                       u"miViewZoomOut",
+                                       u"miViewZoomOff",
+                                       u"-",
+                                       u"miDrawSetting=描画設定(&T)...",
+                                       u"-",
+                                       u"miToolsDistribution",
+                                       u"miToolsHistory",
+                                       u"miToolsImageCopy",
+                                       u"-",
+                                       u"miViewFit"};
 constexpr const char16_t* mbGeneral[] = {u"miFile", u"miView", u"miDraw", u"miTools", u"miAddIn", u"miHelp"};
 constexpr const char16_t* tbGeneral[] = {u"miFileOpen",
                                          u"miFilePrint",
@@ -149,7 +170,9 @@ constexpr const char16_t* tbGeneral[] = {u"miFileOpen",
                                          u"miDrawStep",
                                          u"miDrawVectorItem",
                                          u"miDrawContourItem",
-                                         u"miDrawContourValue"};
+                                         u"miDrawContourValue",
+                                         u"-",
+                                         u"miViewFit"};
 constexpr const char16_t* tbSlideShow[] = {u"miDrawStep",  u"-", u"miSlideRestart",  u"miSlidePause",
                                            u"miSlideStop", u"-", u"miSlideShowProp", u"miSlideExport"};
 

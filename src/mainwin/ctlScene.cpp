@@ -90,6 +90,20 @@ void ctlScene::Clear() {
     picScreen->ShowSheet();
 }
 
+void ctlScene::fitView() {
+    if (session.Settings.Window.FitDisplaced)
+        session.ShowAllDisplaced(picScreen->PixelSize(), picScreen->DotsPerInch());
+    else
+        session.ShowAll();
+}
+
+void ctlScene::Fit() {
+    if (!session.IsOpen())
+        return;
+    fitView();
+    finishZoom();
+}
+
 void ctlScene::SetZoom(int value) {
     mdView::ApplyZoom(value, session.View);
     finishZoom();
@@ -147,6 +161,8 @@ void ctlScene::FitUntilSettled() {
 void ctlScene::onResized() {
     if (settling.isActive()) {
         session.View.RefitPending = true;
+        if (session.Settings.Window.FitDisplaced && session.IsOpen())
+            fitView();
         settling.start();
     }
     session.Plotter.Viewport().SetWindow(picScreen->PixelSize());

@@ -37,6 +37,9 @@ public:
     void FitUntilSettled();
     /// The size is the real one.
     void Settled() { settling.stop(); }
+    /// Brings the whole mesh into view, displaced or not as the settings say, fitted anew whatever the scale mode;
+    /// paints.
+    void Fit();
     /// The step in the table of zooms, held within its range; paints.
     void SetZoom(int value);
     /// The keyboard's way to what the right button does.
@@ -61,6 +64,7 @@ private:
     // ctlScene.cpp
     void buildControls();
     bool isOnScreen() const;
+    void fitView();
     void finishZoom();
     void zoomAt(QPointF pixel, int steps);
     void updateScrollBars();

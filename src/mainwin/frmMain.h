@@ -83,6 +83,9 @@ private:
     void showAbout();
     void openRecentFile(int index);
 
+    // frmMainView.cpp
+    void fitView();
+
     // frmMainGraph.cpp
     void createDistribution();
     void createHistory();

@@ -113,7 +113,7 @@ void frmMain::takeUpFile(const ResultModel& loaded) {
         scene->FitUntilSettled();
     else
         scene->Settled();
-    SetZoom(0);
+    scene->Fit();
 }
 
 void frmMain::tellWhatIsMissing(int step) {

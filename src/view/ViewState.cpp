@@ -88,6 +88,14 @@ void ZoomAt(int value, float x, float y, ViewState& view) {
     rect.MoveTo(x - across * rect.Width(), y - down * rect.Height());
 }
 
+void MoveBy(double across, double down, ViewState& view) {
+    if (!view.CoordConverter)
+        return;
+    double x = 0, y = 0;
+    view.CoordConverter->DeviceWayToWorld(across, down, x, y);
+    view.ViewBounds.OffsetBy(float(-x), float(-y));
+}
+
 ScrollBarState ScrollState(const ViewState& view, ScrollBar bar) {
     ScrollBarState state;
     state.Enabled = view.Zoom >= 1;

@@ -13,7 +13,7 @@ constexpr int ZoomMin = -7;
 constexpr int ZoomMax = 9;
 
 struct ViewState {
-    PlotRect WholeBounds; ///< the mesh and its margin
+    PlotRect WholeBounds; ///< what 100 percent shows: the mesh, displaced if so wanted, and its margin
     PlotRect ViewBounds;  ///< the visible part, moved by zoom and scrolling
     int Zoom = 0;         ///< ZoomMin to ZoomMax, index relative to 100 percent
     /// Percentages by `Zoom` - ZoomMin.
@@ -50,6 +50,9 @@ void ApplyZoom(int value, ViewState& view);
 
 /// `ApplyZoom` by one step in or out, with the world point (x, y) staying at its place in the picture when zoomed in.
 void ZoomAt(int value, float x, float y, ViewState& view);
+
+/// Moves `ViewBounds` so that the world goes `across` and `down` by pixels of the latest paint; nothing before it.
+void MoveBy(double across, double down, ViewState& view);
 
 float ZoomPercent(const ViewState& view);
 

@@ -68,7 +68,8 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     }
     facts.Zoom = 1;
     facts.ShowMoves = model.NoDisplacement = true;
-    EXPECT_EQ(disabled(all), u"miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep"_s);
+    EXPECT_EQ(disabled(all),
+              u"miViewFitDisplaced miDrawStep miDrawDispScale miDrawDispLegend miDrawOrgMesh miDrawStep"_s);
     facts.ShowMoves = model.NoDisplacement = false;
     model.LineElementsOnly = true;
     EXPECT_EQ(disabled(all), u"miDrawContourColor miDrawContourLegend miDrawContourValue miDrawContourValue"_s);
@@ -77,15 +78,16 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
               u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow miFilePrint miFilePreview " +
-                  zooms + u" miDrawContourValue");
+                  u" miViewFit miViewFitDisplaced miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow "
+                  u"miFilePrint miFilePreview " +
+                  zooms + u" miDrawContourValue miViewFit");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
     commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
     EXPECT_EQ(marks(u"pdDrawContourColor"_s) + marks(u"pbDrawDispScale"_s), u"-x-------x"_s);
-    EXPECT_EQ(marks(u"pbView"_s), u"-----xx-"_s);
+    EXPECT_EQ(marks(u"pbView"_s), u"-----xx---"_s);
     commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
     EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
     facts.FileOpen = false;

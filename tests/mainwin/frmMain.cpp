@@ -135,8 +135,17 @@ TEST_F(FrmMainTest, ResizeKeepsOrFitsTheScaleAsTheModeSays) {
     resizeTo(900, 800);
     EXPECT_EQ(picture->Image().size(), picture->size() * picture->devicePixelRatioF());
     EXPECT_EQ(scale(), narrow) << "fixed";
+    trigger(u"miViewZoomOff"_s);
+    EXPECT_EQ(scale(), narrow) << "100 % is on already";
+    QTest::keyClick(picture, Qt::Key_Home);
+    const double fitted = scale();
+    EXPECT_GT(fitted, narrow);
+    trigger(u"miViewFitDisplaced"_s);
+    EXPECT_LT(scale(), fitted);
+    EXPECT_EQ(panel(4), u"100 %"_s);
+    trigger(u"miViewFitDisplaced"_s);
     window.FirstStep(platePath);
-    EXPECT_GT(scale(), narrow) << "fitted anew for a new file";
+    EXPECT_EQ(scale(), fitted) << "fitted anew for a new file";
     trigger(u"miViewScaleAutomatic"_s);
     resizeTo(600, 500);
     EXPECT_EQ(scale(), narrow) << "automatic";

@@ -43,13 +43,24 @@ void PlotDocument::SetWindow(DeviceSize pixels) {
     Bottom = pixels.Height;
 }
 
-PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& document, double scale,
-                             const DeviceContext& device)
+PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& document, double scale)
     : scaleX(window.Width() < 0 ? -scale : scale), scaleY(window.Height() > 0 ? scale : -scale),
       originX((double(document.Left) + document.Right) * 0.5 - double(window.CentreX()) * scaleX),
-      originY((double(document.Top) + document.Bottom) * 0.5 - double(window.CentreY()) * scaleY),
-      unitsPerMmX(device.GetDeviceCaps(DeviceCaps::LogPixelsX) / mmPerInch),
-      unitsPerMmY(device.GetDeviceCaps(DeviceCaps::LogPixelsY) / mmPerInch) {}
+      originY((double(document.Top) + document.Bottom) * 0.5 - double(window.CentreY()) * scaleY) {}
+
+PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& document, double scale,
+                             const DeviceContext& device)
+    : PlotConverter(window, document, scale) {
+    unitsPerMmX = device.GetDeviceCaps(DeviceCaps::LogPixelsX) / mmPerInch;
+    unitsPerMmY = device.GetDeviceCaps(DeviceCaps::LogPixelsY) / mmPerInch;
+}
+
+PlotConverter::PlotConverter(const PlotRect& window, const PlotDocument& document, double scale,
+                             const PlotConverter& device)
+    : PlotConverter(window, document, scale) {
+    unitsPerMmX = device.unitsPerMmX;
+    unitsPerMmY = device.unitsPerMmY;
+}
 
 void PlotConverter::WorldLengthToDevice(double lx, double ly, double& dx, double& dy) const {
     dx = lx * std::abs(scaleX);
@@ -59,6 +70,16 @@ void PlotConverter::WorldLengthToDevice(double lx, double ly, double& dx, double
 void PlotConverter::DeviceToWorld(int px, int py, float& x, float& y) const {
     x = float((px - originX) / scaleX);
     y = float((py - originY) / scaleY);
+}
+
+void PlotConverter::DeviceWayToWorld(double across, double down, double& x, double& y) const {
+    x = across / scaleX;
+    y = down / scaleY;
+}
+
+PictureShift PlotConverter::ShiftFrom(const PlotConverter& before) const {
+    const double scale = scaleX / before.scaleX;
+    return {scale, originX - scale * before.originX, originY - scale * before.originY};
 }
 
 void PlotConverter::PaperLengthToDevice(double lx, double ly, double& dx, double& dy) const {
@@ -111,6 +132,12 @@ void DocumentPlotter::Draw(DeviceContext& device) {
         return;
     PlotCanvas canvas(device, device, window, document, PlotConverter(window, document, scaleFor(document), device));
     events.Painting(canvas);
+}
+
+PlotConverter DocumentPlotter::ConverterNow(const PlotConverter& painted) {
+    if (events.Bounds)
+        window = events.Bounds();
+    return {window, viewport, scaleFor(viewport), painted};
 }
 
 std::optional<PlotPrinter> DocumentPlotter::OpenPrinter(const QString& name, int orientation, int paperSize) const {

@@ -27,6 +27,7 @@ public:
     void MoveTo(float newLeft, float newTop);
     void OffsetBy(float dx, float dy);
     void SetRect(float newLeft, float newTop, float newRight, float newBottom);
+    bool operator==(const PlotRect&) const = default;
 
 private:
     float left = 0, top = 0, width = 0, height = 0;
@@ -46,12 +47,19 @@ struct PlotDocument {
     operator DeviceRect() const { return {Left, Top, Right, Bottom}; }
 };
 
+/// How a picture lies that has been moved and scaled: its pixel p at `Scale` * p and the offset.
+struct PictureShift {
+    double Scale = 1, OffsetX = 0, OffsetY = 0;
+};
+
 /// World to device and back, for one paint; may be kept beyond it. Aspect ratio is kept: one scale for both directions.
 /// Device points are rounded to the nearest integer, a half to the even neighbour, and held within 32 bits.
 class PlotConverter {
 public:
     /// The centre of `window` falls on the centre of `document`; `scale` is in device units per world unit, above 0.
     PlotConverter(const PlotRect& window, const PlotDocument& document, double scale, const DeviceContext& device);
+    /// The same on the device of another converter.
+    PlotConverter(const PlotRect& window, const PlotDocument& document, double scale, const PlotConverter& device);
 
     /// Lengths only, always as positive as they came.
     void WorldLengthToDevice(double lx, double ly, double& dx, double& dy) const;
@@ -65,15 +73,21 @@ public:
         return point;
     }
     void DeviceToWorld(int px, int py, float& x, float& y) const;
+    /// What the way from one device point to another is in the world.
+    void DeviceWayToWorld(double across, double down, double& x, double& y) const;
+    /// How a picture painted with `before` lies under this one.
+    PictureShift ShiftFrom(const PlotConverter& before) const;
     /// Millimetres on paper; depends on the device's resolution, not on the view.
     void PaperLengthToDevice(double lx, double ly, double& dx, double& dy) const;
     void WorldArrayToDevice(int count, const float* xs, const float* ys, int* outX, int* outY) const;
 
 private:
+    PlotConverter(const PlotRect& window, const PlotDocument& document, double scale);
+
     /// Device units per world unit; `scaleY` is negative while world Y runs up, as it does in a window without height.
     double scaleX, scaleY;
     double originX, originY;
-    double unitsPerMmX, unitsPerMmY;
+    double unitsPerMmX = 0, unitsPerMmY = 0;
 };
 
 /// What the owner of a plotter gets to draw on.
@@ -136,6 +150,9 @@ public:
 
     /// Asks for the bounds and has the picture painted on `device`.
     void Draw(DeviceContext& device);
+    /// The converter that `Draw` would use now on the window, whose device is that of `painted`. Takes up the bounds
+    /// and the scale as `Draw` does.
+    PlotConverter ConverterNow(const PlotConverter& painted);
 
     /// What `OpenPrinter` and `PrintDocument` go by, without which there is no printer; must outlive the plotter.
     void SetPrinters(Printers* list) { printers = list; }

@@ -18,14 +18,22 @@ LongPaint::Outcome LongPaint::Paint(const std::function<void(DeviceContext&)>& d
         whole = paintSheet(draw, std::exchange(once, {}));
     painting = again = false;
     if (!whole)
-        return Outcome::Stopped;
+        return gaveWay ? Outcome::GaveWay : Outcome::Stopped;
     box.ShowSheet();
     return Outcome::Shown;
+}
+
+LongPaint::Outcome LongPaint::PaintAtRest(const std::function<void(DeviceContext&)>& draw) {
+    givesWay = !painting;
+    const Outcome outcome = Paint(draw);
+    givesWay = false;
+    return outcome;
 }
 
 /// False, with `whyStopped`, when the sheet is not whole.
 bool LongPaint::paintSheet(const std::function<void(DeviceContext&)>& draw, const std::function<void()>& beside) {
     try {
+        gaveWay = false;
         whyStopped = u"描画を中止しました。"_s;
         return drawSheet(draw, beside);
     } catch (const std::bad_alloc&) {
@@ -40,7 +48,8 @@ bool LongPaint::drawSheet(const std::function<void(DeviceContext&)>& draw, const
     if (sheet.isNull() && !box.size().isEmpty())
         throw std::bad_alloc();
     RasterDevice device(sheet, box.DotsPerInch());
-    return work.Run([&](const LongWork::Progress& progress) {
+    work.SetGivesWay(givesWay);
+    const bool whole = work.Run([&](const LongWork::Progress& progress) {
         device.GoesOn = [&progress] { return progress(0, 0); };
         parallelFor(beside ? 2 : 1, [&](int piece) {
             try {
@@ -50,4 +59,6 @@ bool LongPaint::drawSheet(const std::function<void(DeviceContext&)>& draw, const
             }
         });
     });
+    gaveWay = work.GaveWay();
+    return whole;
 }

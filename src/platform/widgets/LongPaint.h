@@ -12,6 +12,7 @@ public:
     enum class Outcome {
         Shown,
         Stopped, ///< by the user or for want of memory; the picture is still the one before
+        GaveWay, ///< stopped by input; the picture is still the one before
         Later    ///< one goes on already, and paints once more at its end
     };
 
@@ -22,6 +23,8 @@ public:
     /// Paints a picture of the box's size by `draw`, which is called on another thread, and again when the size changes
     /// meanwhile. `beside` runs on yet another thread, once.
     Outcome Paint(const std::function<void(DeviceContext&)>& draw, const std::function<void()>& beside = {});
+    /// Likewise, but gives way to input.
+    Outcome PaintAtRest(const std::function<void(DeviceContext&)>& draw);
     bool IsRunning() const { return painting; }
     /// What to tell the user of the last one that was stopped.
     const QString& WhyStopped() const { return whyStopped; }
@@ -34,4 +37,5 @@ private:
     std::function<void(const QString&)> show;
     QString whyStopped;
     bool painting = false, again = false;
+    bool givesWay = false, gaveWay = false;
 };

@@ -1,6 +1,7 @@
 #include "view/scene/Session.h"
 
 #include "property/propertyFile.h"
+#include "view/scene/sceneFit.h"
 
 #include <QScopeGuard>
 #include <utility>
@@ -41,9 +42,19 @@ void Session::TakeUp(const ResultModel& loaded, bool asLeft) {
     Model = loaded;
     if (asLeft)
         propertyFile::LoadPropertyFile(Settings, Model);
+    ShowAll();
+}
+
+void Session::ShowAll() {
     mdView::SetViewBounds(Model.Mesh, View);
     mdView::ApplyZoom(0, View);
     View.RefitPending = true;
+}
+
+void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
+    ShowAll();
+    if (const auto bounds = mdScene::DisplacedBounds(CurrentScene(), size, dotsPerInch))
+        View.WholeBounds = View.ViewBounds = *bounds;
 }
 
 bool Session::LoadStep(std::int32_t step, std::int32_t item) {

@@ -31,6 +31,11 @@ public:
     /// those of its property file, or what files start from; otherwise settings stay as they are. No step is loaded.
     void TakeUp(const ResultModel& loaded, bool asLeft = true);
 
+    /// Brings the whole mesh into view at 100 %, fitted anew in every scale mode.
+    void ShowAll();
+    /// Likewise with the mesh where its displacement takes it in a picture of this size.
+    void ShowAllDisplaced(DeviceSize size, int dotsPerInch);
+
     /// Loads a step with the reference step that the settings name; no item counts as the first one. False when there
     /// is no such step, and then none is loaded.
     bool LoadStep(std::int32_t step, std::int32_t item);

@@ -3,26 +3,12 @@
 
 #include "platform/base/Parallel.h"
 #include "platform/base/Rounding.h"
-#include "result/mdVelorinResultModel.h"
+#include "view/scene/displacement.h"
 #include "view/scene/valueScale.h"
 
 namespace mdScene {
 
 namespace {
-
-/// The displacement of every node; nodes beyond the values have none.
-struct Displacement {
-    ItemValues X, Y;
-
-    Displacement(const Scene& scene) {
-        const bool difference = scene.Settings.Difference.ApplyDisplacement;
-        X = mdVelorinResultModel::GetDisplacementX(scene.Model, difference);
-        Y = mdVelorinResultModel::GetDisplacementY(scene.Model, difference);
-        for (ItemValues* values : {&X, &Y})
-            if (values->Values.size() < scene.Model.Mesh.NodeCount)
-                values->Values.resize(scene.Model.Mesh.NodeCount);
-    }
-};
 
 /// `from` moved by `distance`, or `from` when that leads nowhere: a value that is no number moves nothing.
 std::int32_t moved(std::int32_t from, double distance) {
@@ -56,9 +42,9 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
         computeEach(points, [=](std::int32_t i) { return converter.WorldToDevice(x[i], y[i]); });
         return;
     }
-    const Displacement displacement(scene);
-    const float* dx = displacement.X.Values.constData();
-    const float* dy = displacement.Y.Values.constData();
+    const NodeDisplacement displacement(scene);
+    const float* dx = displacement.X();
+    const float* dy = displacement.Y();
     if (settings.Fiducial == 3) {
         double unused = 0;
         converter.WorldLengthToDevice(1.0, 0, context.DisplacementScale, unused);
@@ -67,13 +53,8 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     }
     double kx = 0, ky = 0;
     converter.PaperLengthToDevice(settings.Scale * 0.1, settings.Scale * 0.1, kx, ky);
-    ky *= signOf(window.Height());
-    if (settings.Fiducial == 2) {
-        const float largest = scene.SlideShow.SlideShowRunning ? scene.SlideShow.SlideMaxDisplacement
-                                                               : largestMagnitude(displacement.X, displacement.Y);
-        kx = largest != 0 ? double(float(kx / double(largest))) : 0;
-        ky = largest != 0 ? double(float(ky / double(largest))) : 0;
-    }
+    kx = displacement.PerUnit(kx);
+    ky = displacement.PerUnit(ky * signOf(window.Height()));
     context.DisplacementScale = kx;
     computeEach(points, [=](std::int32_t i) {
         const DevicePoint point = converter.WorldToDevice(x[i], y[i]);

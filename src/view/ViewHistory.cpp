@@ -1,0 +1,24 @@
+#include "view/ViewHistory.h"
+
+void ViewHistory::Note(const ViewState& view) {
+    const Seen now{view.WholeBounds, view.ViewBounds, view.Zoom};
+    if (at >= 0 && seen[std::size_t(at)] == now)
+        return;
+    constexpr std::size_t most = 100;
+    seen.resize(std::size_t(at + 1));
+    seen.push_back(now);
+    if (seen.size() > most)
+        seen.erase(seen.begin());
+    at = int(seen.size()) - 1;
+}
+
+bool ViewHistory::Go(int by, ViewState& view) {
+    if (!CanGo(by))
+        return false;
+    at += by;
+    const Seen& found = seen[std::size_t(at)];
+    view.WholeBounds = found.Whole;
+    view.ViewBounds = found.Shown;
+    view.Zoom = found.Zoom;
+    return true;
+}
