@@ -82,11 +82,26 @@ void RefuseNumber(const QString& path, const QString& option, const QString& kin
     RefuseInput(path, u"無効なパラメータです。 (--%1: no %2 %3 among %4)"_s.arg(option, kind).arg(number).arg(count));
 }
 
-ResultModel OpenFile(const QString& path, const Streams& streams) {
+void DeclareDerivedItems(Options& options) {
+    options.Value(u"derive"_s, u"mises,principal"_s,
+                  u"Items to be worked out of stresses such as \"S XX\": the equivalent and the principal ones."_s);
+}
+
+DerivedItems DerivedItemsFrom(const Options& options) {
+    DerivedItems derived;
+    for (const QString& name : options.Text(u"derive"_s).split(u',', Qt::SkipEmptyParts)) {
+        if (name != u"mises" && name != u"principal")
+            throw Stop{WrongUsage, u"--derive wants mises, principal or both, not \"%1\""_s.arg(name)};
+        (name == u"mises" ? derived.Mises : derived.Principal) = true;
+    }
+    return derived;
+}
+
+ResultModel OpenFile(const QString& path, const DerivedItems& derived, const Streams& streams) {
     ResultModel model;
     if (!mdApplication::FileExists(path))
         RefuseInput(path, u"無効なパラメータです。"_s);
-    if (!mdVelorinResultModel::LoadResultFile(path, model))
+    if (!mdVelorinResultModel::LoadResultFile(path, model, {}, derived))
         RefuseInput(path, u"ファイルの形式が不正です。 "_s.append(model.Note).trimmed());
     if (!model.Note.isEmpty())
         Warn(streams, path, model.Note);

@@ -5,6 +5,7 @@
 #include "platform/base/Literals.h"
 #include "platform/base/OneLine.h"
 #include "result/ResultModel.h"
+#include "result/readers/derivedItems.h"
 
 #include <QCommandLineParser>
 #include <limits>
@@ -55,9 +56,13 @@ void Warn(const Streams& streams, const QString& path, const QString& what);
 /// Stops the command with the one line that says why `path` can't be used.
 [[noreturn]] void RefuseInput(const QString& path, const QString& reason);
 
+/// Declares `--derive`.
+void DeclareDerivedItems(Options& options);
+DerivedItems DerivedItemsFrom(const Options& options);
+
 /// Opens the result file, and tells what of it was left out, or stops the command with the path and the program's
 /// message.
-ResultModel OpenFile(const QString& path, const Streams& streams);
+ResultModel OpenFile(const QString& path, const DerivedItems& derived, const Streams& streams);
 
 /// The same for a number that `option` gave, counted from 1, of a kind of which the file has fewer.
 [[noreturn]] void RefuseNumber(const QString& path, const QString& option, const QString& kind, std::int64_t number,

@@ -10,6 +10,7 @@ namespace batch {
 /// All that these options say.
 struct SceneChoice {
     QString Input;
+    DerivedItems Derived;
     QString Item;            ///< by number or name; empty when the file is to say
     std::optional<int> Step; ///< from 1; likewise
     bool WithPropertyFile = true;
@@ -18,7 +19,8 @@ struct SceneChoice {
     ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--item`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step, `--step`.
+/// Declares `--item`, `--derive`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step,
+/// `--step`.
 void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 
 /// Stops the command when an option makes no sense, before any file but that of `--settings` is opened. Without

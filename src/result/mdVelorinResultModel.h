@@ -2,6 +2,7 @@
 #pragma once
 
 #include "result/ResultModel.h"
+#include "result/readers/derivedItems.h"
 #include "result/readers/readerTable.h"
 
 namespace mdVelorinResultModel {
@@ -18,7 +19,9 @@ bool IsResultFile(const QString& path);
 /// of another kind; false, with the model closed, its file name empty and the reason, if more than the format is known,
 /// in its note, for one that its reader cannot open or use.
 /// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
-bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
+/// Items that `derived` wants stand behind those of the file.
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {},
+                    const DerivedItems& derived = {});
 
 void CloseResultFile(ResultModel& model);
 bool IsFileClosed(const ResultModel& model);

@@ -125,7 +125,8 @@ bool IsResultFile(const QString& path) {
     return ReaderFor(path) != nullptr;
 }
 
-bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress) {
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress,
+                    const DerivedItems& derived) {
     const ResultReader* reader = ReaderFor(path);
     if (!reader)
         return false;
@@ -138,6 +139,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
         model.Note = content.Note;
         return false;
     }
+    AddDerivedItems(derived, content);
     model = modelOf(content, title);
     model.FileName = NativePath::Absolute(path);
     return true;

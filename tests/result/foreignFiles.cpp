@@ -165,9 +165,8 @@ TEST_F(ForeignFileTest, ASeriesIsOfOneMeshAndOfItsOwnFolder) {
     };
     folder.Write(sample::xmlVtk({}), u"a.vtu"_s);
     folder.Write(sample::xmlVtk(zlib).replace("Name=\"E\"", "Name=\"F\""), u"b.vtu"_s);
-    folder.Write(
-        sample::xmlVtk({}).replace("Float64' Name=\"Points\"", "Int8' Name=\"Points\"").replace("2 0 0", "2 1 0"),
-        u"moved.vtu"_s);
+    const QByteArray points = "Points\" NumberOfComponents=\"3\" format=\"ascii\">\n";
+    folder.Write(sample::xmlVtk({}).replace(points + '0', points + '7'), u"moved.vtu"_s);
     ASSERT_TRUE(series("1a.vtu 2b.vtu 3none.vtu 4../a.vtu 5./b.vtu")) << model.Note.toStdString();
     EXPECT_EQ(model.Note, u"読まなかったもの: 点要素 1、線要素 1、見つからないファイル 1、フォルダの外のファイル 1"_s);
     EXPECT_EQ(model.StepCount, 3);
@@ -198,6 +197,45 @@ TEST_F(ForeignFileTest, ValuesAtTheNodesOfEachElementAreTheirMean) {
     EXPECT_EQ(model.ItemData.back().Values, (QList<float>{2, 4, 7, 6, 5, 8}));
     ASSERT_TRUE(LoadStep(0, 0, model, true, -1));
     EXPECT_EQ(model.ItemData.back().Count, 0) << "there is none in the first step";
+}
+
+TEST_F(ForeignFileTest, StressesGiveTheirEquivalentAndPrincipalOnes) {
+    VrfBuilder file = twoSquares();
+    const auto names =
+        u"S XX|S YY|S XY|Stress XX|Stress YY|Stress ZZ|Stress XY|Stress YZ|Stress XZ|E XX|E YY|E XY"_s.split(u'|');
+    file.items.clear();
+    for (const QString& name : names)
+        file.items.push_back({name, -1, 0});
+    // By hand: in the plane; turned about one axis after the other from 50, 20, -10; all alike; nothing.
+    const std::vector<std::vector<double>> columns{{100, 0, 0, 3},
+                                                   {0, 0, 0, 3},
+                                                   {0, 50, 0, 0},
+                                                   {42.5, 50, 7, 0},
+                                                   {-0.625, 20, 7, 0},
+                                                   {18.125, -10, 7, 0},
+                                                   {6.495190528383291, 0, 0, 0},
+                                                   {16.237976320958225, 0, 0, 0},
+                                                   {11.25, 0, 0, 0}};
+    file.steps.resize(1);
+    file.steps[0].values.assign(12, std::vector<double>(6));
+    for (std::size_t item = 0; item < columns.size(); ++item)
+        std::ranges::copy(columns[item], file.steps[0].values[item].begin());
+    ASSERT_TRUE(LoadResultFile(folder.Write(file.Bytes()), model, {}, {true, true}));
+    ASSERT_TRUE(LoadStep(0, 0, model, true, -1));
+    const std::pair<QString, std::array<float, 4>> rows[] = {{u"S Mises"_s, {100, 86.60254F, 0, 3}},
+                                                             {u"S P1"_s, {100, 50, 0, 3}},
+                                                             {u"S P2"_s, {0, -50, 0, 3}},
+                                                             {u"Stress Mises"_s, {51.96152F, 51.96152F, 0, 0}},
+                                                             {u"Stress P1"_s, {50, 50, 7, 0}},
+                                                             {u"Stress P2"_s, {20, 20, 7, 0}},
+                                                             {u"Stress P3"_s, {-10, -10, 7, 0}}};
+    ASSERT_EQ(model.ItemCount, 12 + std::ssize(rows)) << "none of strains";
+    for (std::size_t row = 0; row < std::size(rows); ++row) {
+        EXPECT_EQ(model.Items.at(qsizetype(12 + row)).Name, rows[row].first);
+        for (std::size_t node = 0; node < 4; ++node)
+            EXPECT_NEAR(model.ItemData.at(qsizetype(12 + row)).Values.at(qsizetype(node)), rows[row].second[node], 1e-4)
+                << rows[row].first.toStdString() << " at " << node;
+    }
 }
 
 TEST_F(ForeignFileTest, RefusalsSayWhy) {
