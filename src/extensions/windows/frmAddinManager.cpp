@@ -100,11 +100,7 @@ void frmAddinManager::addRow(const Row& row, const QString& state) {
                                                    u":/icons/addinRefused.svg"};
     rows.push_back(row);
     auto* item = new QTreeWidgetItem(lvModule, {row.Module.Name, state});
-    const QString picture = QString::fromUtf16(pictures[int(row.Kind)]);
-    QIcon icon(picture);
-    // Otherwise the toolkit would tint it with the colour of the row.
-    icon.addFile(picture, {}, QIcon::Selected);
-    item->setIcon(0, icon);
+    item->setIcon(0, FormSupport::RowIcon(QString::fromUtf16(pictures[int(row.Kind)])));
 }
 
 const frmAddinManager::Row* frmAddinManager::selected() const {

@@ -2,11 +2,12 @@
 
 #include "app/NumberFormat.h"
 #include "app/mdTipsDrawing.h"
+#include "app/windows/GraphWindows.h"
 #include "extensions/windows/ctlToolTable.h"
 #include "platform/raster/RasterDevice.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/widgets/FormSupport.h"
 #include "platform/widgets/PictureBox.h"
+#include "platform/widgets/frmSelDir.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -58,8 +59,11 @@ void frmOptionSetting::apply() {
 }
 
 void frmOptionSetting::chooseHelpFolder() {
-    if (const auto chosen = Dialogs::FolderName(this, u"ヘルプディレクトリ"_s, txtHelpDir->text()))
-        txtHelpDir->setText(withoutLastSeparator(*chosen));
+    frmSelDir form(this);
+    form.SetPath(txtHelpDir->text());
+    mdApplication::runModal(form);
+    if (form.Result)
+        txtHelpDir->setText(withoutLastSeparator(form.Path()));
 }
 
 LineStyle& frmOptionSetting::line() {
@@ -70,7 +74,7 @@ void frmOptionSetting::showLine() {
     const QScopedValueRollback filling(Updating, true);
     cmbLineType->setCurrentIndex(line().Style);
     txtLineSize->setText(NumberFormat::Format(line().Width * tenth, u"0.0"));
-    cmdLineColor->SetColor(line().Color);
+    picLineColor->SetColor(line().Color);
     drawLineSample();
 }
 

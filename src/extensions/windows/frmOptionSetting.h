@@ -39,6 +39,7 @@ private:
     QWidget* buildLineTab();
     QWidget* buildFontTab();
     void listLineTypes();
+    void listFontFaces();
     void connectControls();
 
     // frmOptionSetting.cpp
@@ -66,7 +67,8 @@ private:
     QComboBox* cmbLine = nullptr;
     QComboBox* cmbLineType = nullptr;
     QLineEdit* txtLineSize = nullptr;
-    ColorButton* cmdLineColor = nullptr;
+    ColorButton* picLineColor = nullptr;
+    QPushButton* cmdLineColor = nullptr;
     PictureBox* picLine = nullptr;
     QComboBox* cmbFont = nullptr;
     QComboBox* cmbFontFace = nullptr;

@@ -1,5 +1,6 @@
 // Layout of frmOptionSetting: its controls, what they offer and what they are connected to.
 #include "app/NumberFormat.h"
+#include "app/clsHashTable.h"
 #include "app/mdTipsDrawing.h"
 #include "extensions/windows/ctlToolTable.h"
 #include "extensions/windows/frmOptionSetting.h"
@@ -29,6 +30,17 @@ constexpr int lineTypes = 5;
 /// At least one tenth, in tenths of a millimetre.
 int lineWidth(const QString& text) {
     return Round(std::max(mdTips::Val(text), 0.1) * 10);
+}
+
+/// The faces and their kinds, as they were when they were first asked for.
+const clsHashTable& fontFaces() {
+    static const clsHashTable table = [] {
+        clsHashTable collected;
+        for (const QString& face : Fonts::Faces())
+            collected.Add(face, int(Fonts::KindOf(face)));
+        return collected;
+    }();
+    return table;
 }
 
 } // namespace
@@ -88,7 +100,11 @@ QWidget* frmOptionSetting::buildLineTab() {
     FormSupport::SelectAllOnFocus(*txtLineSize);
     FormSupport::ReformatOnLeaving(
         *txtLineSize, [](const QString& text) { return NumberFormat::Format(lineWidth(text) * 0.1, u"0.0"); });
-    cmdLineColor = Named(new ColorButton(u"色(&C)..."_s), u"cmdLineColor"_s);
+    // The button beside it is for the keyboard.
+    picLineColor = Named(new ColorButton({}), u"picLineColor"_s);
+    picLineColor->setAccessibleName(u"ラインの色"_s);
+    picLineColor->setFocusPolicy(Qt::NoFocus);
+    cmdLineColor = FormSupport::BrowseButton(u"cmdLineColor"_s, u"ラインの色の選択"_s);
     picLine = SampleBox(u"picLine"_s, u"ラインのサンプル"_s, 3);
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
@@ -96,7 +112,8 @@ QWidget* frmOptionSetting::buildLineTab() {
     AddRow(*grid, 1, u"種類(&T):"_s, cmbLineType);
     AddRow(*grid, 2, u"サイズ(&S):"_s, txtLineSize);
     grid->addWidget(new QLabel(u"mm"_s), 2, 2);
-    grid->addWidget(cmdLineColor, 3, 1);
+    AddRow(*grid, 3, u"色(&C):"_s, picLineColor)->setBuddy(cmdLineColor);
+    grid->addWidget(cmdLineColor, 3, 2);
     grid->addWidget(new QLabel(u"サンプル:"_s), 4, 0, Qt::AlignTop);
     grid->addWidget(picLine, 4, 1, 1, 2);
     grid->setColumnStretch(1, 1);
@@ -131,7 +148,7 @@ QWidget* frmOptionSetting::buildFontTab() {
     cmbFontFace = Named(new QComboBox, u"cmbFontFace"_s);
     cmbFontFace->setEditable(true);
     cmbFontFace->setInsertPolicy(QComboBox::NoInsert);
-    cmbFontFace->addItems(Fonts::Faces());
+    listFontFaces();
     cmbFontFace->completer()->setCompletionMode(QCompleter::InlineCompletion);
     cmbFontFace->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     auto* checks = new QHBoxLayout;
@@ -151,6 +168,28 @@ QWidget* frmOptionSetting::buildFontTab() {
     return tab;
 }
 
+/// Each face with a picture of its kind; in words for assistive tools and the mouse.
+void frmOptionSetting::listFontFaces() {
+    struct Kind {
+        QIcon Picture;
+        QString Name;
+    };
+    const std::array<Kind, 3> kinds{
+        {{FormSupport::RowIcon(u":/icons/fontOutline.svg"_s), tr("アウトラインフォント")},
+         {FormSupport::RowIcon(u":/icons/fontBitmap.svg"_s), tr("ビットマップフォント")},
+         {FormSupport::RowIcon(u":/icons/fontStandIn.svg"_s), tr("代わりのフォントで表示")}}};
+    const clsHashTable& faces = fontFaces();
+    for (int i = 0; i < faces.Count(); ++i) {
+        QString face;
+        QVariant kind;
+        faces.GetItem(i, face, kind);
+        const Kind& shown = kinds[std::size_t(kind.toInt())];
+        cmbFontFace->addItem(shown.Picture, face);
+        cmbFontFace->setItemData(i, shown.Name, Qt::AccessibleDescriptionRole);
+        cmbFontFace->setItemData(i, shown.Name, Qt::ToolTipRole);
+    }
+}
+
 void frmOptionSetting::connectControls() {
     connect(cmdHelpDir, &QPushButton::clicked, this, &frmOptionSetting::chooseHelpFolder);
     connect(cmbLine, &QComboBox::currentIndexChanged, this, &frmOptionSetting::showLine);
@@ -166,8 +205,9 @@ void frmOptionSetting::connectControls() {
         line().Width = lineWidth(text);
         drawLineSample();
     });
-    connect(cmdLineColor, &ColorButton::ColorChosen, this, [this] {
-        line().Color = cmdLineColor->Color();
+    connect(cmdLineColor, &QPushButton::clicked, picLineColor, &QPushButton::click);
+    connect(picLineColor, &ColorButton::ColorChosen, this, [this] {
+        line().Color = picLineColor->Color();
         drawLineSample();
     });
     connect(cmbFont, &QComboBox::currentIndexChanged, this, &frmOptionSetting::showFont);

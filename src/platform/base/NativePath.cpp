@@ -29,6 +29,14 @@ qsizetype characterLength(QByteArrayView bytes) {
             return length;
     return 0;
 }
+
+/// Shows what stands in a folder to `see`, as far as it can be read and as long as that answers true.
+void walk(const QString& folder, const std::function<bool(const std::filesystem::directory_entry&)>& see) {
+    std::error_code problem;
+    std::filesystem::directory_iterator entry(NativePath::Of(folder), problem);
+    while (!problem && entry != std::filesystem::directory_iterator() && see(*entry))
+        entry.increment(problem);
+}
 } // namespace
 
 QString NativePath::Text(QByteArrayView bytes) {
@@ -85,16 +93,41 @@ QString NativePath::CurrentFolder() {
 }
 
 QStringList NativePath::Files(const QString& folder, const QStringList& patterns) {
-    std::error_code problem;
     QStringList names;
-    std::filesystem::directory_iterator entry(Of(folder), problem);
-    for (; !problem && entry != std::filesystem::directory_iterator(); entry.increment(problem))
-        if (std::error_code none; !entry->is_directory(none))
-            names += Text(entry->path().filename().native());
+    walk(folder, [&](const std::filesystem::directory_entry& entry) {
+        if (std::error_code none; !entry.is_directory(none))
+            names += Text(entry.path().filename().native());
+        return true;
+    });
     // A surrogate without its other half would fit nothing.
     names.removeIf([&](const QString& name) { return !QDir::match(patterns, Shown(name)); });
     names.sort();
     return names;
+}
+
+QStringList NativePath::Folders(const QString& folder) {
+    QStringList names;
+    walk(folder, [&](const std::filesystem::directory_entry& entry) {
+        if (std::error_code none; entry.is_directory(none))
+            names += Text(entry.path().filename().native());
+        return true;
+    });
+    names.sort(Qt::CaseInsensitive);
+    return names;
+}
+
+bool NativePath::HasFolders(const QString& folder) {
+    bool found = false;
+    walk(folder, [&](const std::filesystem::directory_entry& entry) {
+        std::error_code none;
+        return !(found = entry.is_directory(none));
+    });
+    return found;
+}
+
+bool NativePath::IsFolder(const QString& path) {
+    std::error_code none;
+    return std::filesystem::is_directory(Of(path), none);
 }
 
 QString NativePath::Environment(const char* name) {

@@ -33,6 +33,11 @@ QString CurrentFolder();
 /// The names of what stands in a folder and fits any of the patterns with * and ?, in their order; none where there is
 /// no folder.
 QStringList Files(const QString& folder, const QStringList& patterns);
+/// The names of the folders in a folder, and of the links to folders; in their order without regard to case. None where
+/// there is no folder or it can't be read.
+QStringList Folders(const QString& folder);
+bool HasFolders(const QString& folder);
+bool IsFolder(const QString& path);
 
 /// Where the user's programs keep their settings, and where all keep what is soon to go; neither need be there.
 QString ConfigurationFolder();

@@ -140,6 +140,12 @@ const QStringList& Faces() {
     return faces;
 }
 
+FaceKind KindOf(const QString& face) {
+    if (!QFontDatabase::hasFamily(face))
+        return FaceKind::StandIn;
+    return QFontDatabase::isSmoothlyScalable(face) ? FaceKind::Outline : FaceKind::Bitmap;
+}
+
 void LeaveRoomFor(const QString& text) {
     // Numbers are many, and nothing but their font is loaded for them.
     if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }))

@@ -13,6 +13,10 @@ void InstallSubstitutions();
 /// The faces that a user can choose, sorted: those of the system and those that have a stand-in.
 const QStringList& Faces();
 
+/// What shows a face: its own outlines or bitmaps, or the outlines of its stand-in where the system lacks it.
+enum class FaceKind { Outline, Bitmap, StandIn };
+FaceKind KindOf(const QString& face);
+
 /// Greater fonts are drawn in this cell height: no page is higher, and what a font takes stays within bounds.
 inline constexpr int LargestHeight = 8192;
 

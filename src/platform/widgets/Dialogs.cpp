@@ -142,18 +142,6 @@ std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const
     return askFile(parent, title, start, filter, true);
 }
 
-std::optional<QString> FolderName(QWidget* parent, const QString& title, const QString& start) {
-    if (script().Running)
-        return scriptedAnswer<FileAnswer>({Testing::Kind::Folder, start, title, 0}, std::nullopt);
-    if (!hasWidgets())
-        return std::nullopt;
-    QFileDialog dialog(parent, title, start);
-    dialog.setObjectName(u"folderDialog"_s);
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
-    return dialog.exec() == QDialog::Accepted ? FileAnswer(dialog.selectedFiles().value(0)) : std::nullopt;
-}
-
 std::optional<ColorRef> ChooseColor(QWidget* parent, const QString& title, ColorRef initial) {
     const QColor first(redOf(initial), greenOf(initial), blueOf(initial));
     if (script().Running)

@@ -26,8 +26,6 @@ int MessageBox(QWidget* parent, const QString& text, const QString& title, int f
 std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
 /// Likewise; asks before an existing file is chosen, and adds the suffix of the selected patterns to a bare name.
 std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
-/// A folder that is there.
-std::optional<QString> FolderName(QWidget* parent, const QString& title, const QString& start);
 
 /// The chosen colour, none after Cancel (and in a program without widgets). The dialog starts from `initial`.
 std::optional<ColorRef> ChooseColor(QWidget* parent, const QString& title, ColorRef initial);
@@ -48,7 +46,7 @@ std::optional<FontChoice> ChooseFont(QWidget* parent, const QString& title, cons
 /// Scripted answers. Between `Start` and `Stop` nothing is shown: each question takes the next answer of its kind's
 /// form from the queue; without one it is counted as unexpected and answered as Esc would.
 namespace Testing {
-enum class Kind { MessageBox, OpenFile, SaveFile, Folder, Color, Font };
+enum class Kind { MessageBox, OpenFile, SaveFile, Color, Font };
 
 struct Question {
     Dialogs::Testing::Kind Kind;
@@ -61,7 +59,7 @@ struct Question {
 void Start();
 void Stop();
 void QueueAnswer(int answer);
-void QueueFile(const std::optional<QString>& path); ///< or a folder; none: Cancel
+void QueueFile(const std::optional<QString>& path); ///< none: Cancel
 void QueueColor(std::optional<ColorRef> color);     ///< likewise
 void QueueFont(const std::optional<FontChoice>& font);
 /// Everything asked since `Start`, expected or not.

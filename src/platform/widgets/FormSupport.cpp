@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -76,6 +77,12 @@ QPushButton* BrowseButton(const QString& name, const QString& accessibleName) {
     button->setAutoDefault(false);
     button->setFixedWidth(button->sizeHint().height() * 2);
     return button;
+}
+
+QIcon RowIcon(const QString& picture) {
+    QIcon icon(picture);
+    icon.addFile(picture, {}, QIcon::Selected);
+    return icon;
 }
 
 void MakeReadOnly(QLineEdit& box) {

@@ -9,6 +9,7 @@
 
 class QGridLayout;
 class QHBoxLayout;
+class QIcon;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -27,6 +28,9 @@ QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* cont
 
 /// A small button "..." that asks for what stands beside it; it never becomes the dialog's default.
 QPushButton* BrowseButton(const QString& name, const QString& accessibleName);
+
+/// A picture that stays as it is in a selected row, where the toolkit would tint it with the colour of the row.
+QIcon RowIcon(const QString& picture);
 
 /// Shows text to look at and to copy; the Tab key passes it by.
 void MakeReadOnly(QLineEdit& box);

@@ -6,6 +6,7 @@
 #include "extensions/windows/frmOptionSetting.h"
 #include "extensions/windows/toolPictures.h"
 #include "platform/widgets/Dialogs.h"
+#include "platform/widgets/frmSelDir.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -160,6 +161,8 @@ TEST(Options, ChangeNothingBeforeOk) {
     const Answers answers;
     ApplicationSettings settings;
     settings.Window.Help = u"/help/"_s;
+    const TestFolder help;
+    help.Write("", u"index.html"_s);
     std::vector<ToolEntry> tools{{u"a"_s, {}, u"/bin/true"_s, 0, {}, false, false}};
     const ApplicationSettings before = settings;
     const auto work = [&](const QString& end) {
@@ -168,7 +171,12 @@ TEST(Options, ChangeNothingBeforeOk) {
         EXPECT_EQ(find<QLineEdit>(form, u"txtHelpDir"_s).text(), u"/help"_s);
         EXPECT_EQ(find<QComboBox>(form, u"cmbRealFormat"_s).currentText(), u"0.000"_s);
         find<QCheckBox>(form, u"Check1_2"_s).toggle();
-        Dialogs::Testing::QueueFile(u"/other/"_s);
+        QTimer::singleShot(0, [&] {
+            auto& chooser = *qobject_cast<frmSelDir*>(QApplication::activeModalWidget());
+            EXPECT_EQ(chooser.Path(), QString());
+            chooser.SetPath(help.Path(u"."_s));
+            click(chooser, u"Command1_0"_s);
+        });
         click(form, u"cmdHelpDir"_s);
         find<QComboBox>(form, u"cmbRealFormat"_s).setEditText(u"0.0x"_s);
         find<QComboBox>(form, u"cmbLine"_s).setCurrentIndex(3);
@@ -195,7 +203,7 @@ TEST(Options, ChangeNothingBeforeOk) {
     EXPECT_TRUE(tools.empty());
     ApplicationSettings expected = before;
     expected.Window.AutoInstall = !before.Window.AutoInstall;
-    expected.Window.Help = u"/other/"_s;
+    expected.Window.Help = help.Path(u"."_s).chopped(1);
     expected.Style.RealFormat = u"0.0x"_s;
     expected.Style.LineStyles[3] = {13, 2, 0x123456};
     expected.Style.LineStyles[0].Width = 1;
