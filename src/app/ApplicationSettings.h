@@ -159,8 +159,9 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help;              ///< the help folder, with its trailing separator
-    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
+    QString Help;                ///< the help folder, with its trailing separator
+    bool FitDisplaced = false;   ///< fitting the picture counts the displaced mesh
+    bool DeriveStresses = false; ///< opened files get equivalent and principal stresses
     bool operator==(const WindowSettings&) const = default;
 };
 

@@ -56,12 +56,15 @@ void frmMain::FirstStep(const QString& commandLine) {
 
 bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
     constexpr qint64 bytesReadAtOnce = 16 << 20;
-    if (ReadHandle::Open(path).Size() < bytesReadAtOnce)
-        return mdVelorinResultModel::LoadResultFile(path, loaded);
+    const bool derives = Settings.Window.DeriveStresses;
+    const DerivedItems derived{derives, derives};
+    // A series is as large as the files that it names.
+    if (ReadHandle::Open(path).Size() < bytesReadAtOnce && !path.endsWith(u".pvd", Qt::CaseInsensitive))
+        return mdVelorinResultModel::LoadResultFile(path, loaded, {}, derived);
     bool good = false;
     LongWork work(u"読み込み中... (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
     stopped = !work.Run([&](const LongWork::Progress& progress) {
-        good = mdVelorinResultModel::LoadResultFile(path, loaded, progress);
+        good = mdVelorinResultModel::LoadResultFile(path, loaded, progress, derived);
     });
     return good;
 }
@@ -167,8 +170,10 @@ bool frmMain::promptFileName(QString& path) {
         filter += u"%1(%2)|%2|"_s.arg(QStringView(reader.Name), QStringView(reader.Endings));
     filter += u"すべてのファイル(*.*)|*.*"_s;
     mdApplication::HideGraphWindows();
+    Dialogs::FileSwitch derive{tr("応力からミーゼス応力と主応力を求める(&M)"), Settings.Window.DeriveStresses};
     const auto chosen = Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s,
-                                              path.isEmpty() ? NativePath::CurrentFolder() : path, filter);
+                                              path.isEmpty() ? NativePath::CurrentFolder() : path, filter, &derive);
+    Settings.Window.DeriveStresses = derive.On;
     mdApplication::ShowGraphWindows();
     path = chosen.value_or(path);
     return chosen.has_value();

@@ -166,7 +166,7 @@ TEST_F(ForeignFileTest, ASeriesIsOfOneMeshAndOfItsOwnFolder) {
     folder.Write(sample::xmlVtk({}), u"a.vtu"_s);
     folder.Write(sample::xmlVtk(zlib).replace("Name=\"E\"", "Name=\"F\""), u"b.vtu"_s);
     const QByteArray points = "Points\" NumberOfComponents=\"3\" format=\"ascii\">\n";
-    folder.Write(sample::xmlVtk({}).replace(points + '0', points + '7'), u"moved.vtu"_s);
+    folder.Write(sample::xmlVtk({}).replace(QByteArray(points + '0'), QByteArray(points + '7')), u"moved.vtu"_s);
     ASSERT_TRUE(series("1a.vtu 2b.vtu 3none.vtu 4../a.vtu 5./b.vtu")) << model.Note.toStdString();
     EXPECT_EQ(model.Note, u"読まなかったもの: 点要素 1、線要素 1、見つからないファイル 1、フォルダの外のファイル 1"_s);
     EXPECT_EQ(model.StepCount, 3);

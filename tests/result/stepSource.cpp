@@ -192,7 +192,7 @@ TEST_F(StepSourceTest, WholeArraysGiveTheSame) {
         std::vector<std::vector<std::vector<float>>> arrays;
         Steps steps;
         for (ForeignStep& step : result.Steps) {
-            step.HasArray = {true, upTo(2) > 0};
+            step.Arrays = upTo(2) > 0 ? std::vector<std::int32_t>{0, 1} : std::vector<std::int32_t>{0};
             arrays.push_back({std::vector<float>(std::size_t(nodes * 3 - upTo(2))),
                               std::vector<float>(std::size_t(cells * 2 - upTo(1)))});
             for (std::vector<float>& all : arrays.back())
@@ -200,7 +200,7 @@ TEST_F(StepSourceTest, WholeArraysGiveTheSame) {
             steps.push_back({std::vector<std::int32_t>(std::size_t(elements)), {}});
             for (std::int32_t i = 0; i < itemCount; ++i) {
                 const std::vector<float>& all = arrays.back()[i < 3 ? 0 : 1];
-                MemorySteps::Block block{i < 3 ? nodes : step.HasArray[1] ? elements : 0, {}};
+                MemorySteps::Block block{i < 3 ? nodes : step.Arrays.size() > 1 ? elements : 0, {}};
                 for (std::size_t place = 0; place < std::size_t(block.told); ++place) {
                     const std::size_t at = i < 3 ? place * 3 + std::size_t(i) : place / 2 * 2 + std::size_t(i - 3);
                     block.values.push_back(at < all.size() ? all[at] : 0);

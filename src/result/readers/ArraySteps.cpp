@@ -18,11 +18,10 @@ qint64 ArraySteps::typesAt(std::int32_t, qint64, std::span<std::int32_t> types) 
 }
 
 std::int32_t ArraySteps::countOf(std::int32_t step, std::int32_t item) const {
-    const auto array = std::size_t(items[std::size_t(item)].Array);
-    const std::vector<bool>& there = steps[std::size_t(step)].HasArray;
-    if (array >= there.size() || !there[array])
+    const std::int32_t array = items[std::size_t(item)].Array;
+    if (!std::ranges::binary_search(steps[std::size_t(step)].Arrays, array))
         return 0;
-    return arrays[array].OnCells ? elementCount : pointCount;
+    return arrays[std::size_t(array)].OnCells ? elementCount : pointCount;
 }
 
 qint64 ArraySteps::valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const {

@@ -96,19 +96,28 @@ std::string_view FileScanner::Word() {
 }
 
 bool FileScanner::SkipWords(qint64 count) {
+    constexpr qint64 stretchBytes = 4096;
     bool inWord = false;
-    for (; count > 0; --count) {
-        // To the word's first character, then past its last.
-        for (inWord = false; hasMore(); ++next) {
-            const bool blank = isBlank(buffer[std::size_t(next)]);
-            if (inWord && blank)
-                break;
-            inWord = !blank;
+    while (count > 0 && hasMore()) {
+        const char* const text = buffer.data() + next;
+        const qint64 stretch = std::min(filled - next, stretchBytes);
+        if (stretch / 2 + 1 < count) {
+            // The words can't come to their end within the stretch: it's enough to count those that begin there.
+            std::int32_t begun = !inWord && !isBlank(text[0]);
+            for (qint64 i = 1; i < stretch; ++i)
+                begun += !isBlank(text[i]) & isBlank(text[i - 1]);
+            count -= begun;
+            inWord = !isBlank(text[stretch - 1]);
+            next += stretch;
+            continue;
         }
-        if (!inWord)
+        for (; inWord && hasMore(); ++next)
+            inWord = !isBlank(buffer[std::size_t(next)]);
+        if (Word().empty())
             return false;
+        --count;
     }
-    return true;
+    return count == 0;
 }
 
 bool FileScanner::SkipTo(char wanted) {
@@ -122,11 +131,11 @@ bool FileScanner::SkipTo(char wanted) {
     return false;
 }
 
-std::optional<char> FileScanner::Byte() {
-    return hasMore() ? std::optional(buffer[std::size_t(next++)]) : std::nullopt;
+std::string_view FileScanner::Ahead() {
+    return hasMore() ? std::string_view(buffer.data() + next, std::size_t(filled - next)) : std::string_view();
 }
 
-bool FileScanner::ReadBytes(void* target, qint64 count) {
+bool FileScanner::readAcross(void* target, qint64 count) {
     if (count > Remaining())
         return false;
     auto* out = static_cast<char*>(target);

@@ -31,9 +31,19 @@ public:
     /// Goes to the next such byte, or to the file's end.
     bool SkipTo(char wanted);
     /// The next byte; nothing at the file's end.
-    std::optional<char> Byte();
+    std::optional<char> Byte() { return hasMore() ? std::optional(buffer[std::size_t(next++)]) : std::nullopt; }
+    /// Some of the bytes that come next, none only at the file's end; `Pass` goes on behind the first of them.
+    std::string_view Ahead();
+    void Pass(qint64 count) { next += count; }
     /// All `count` bytes or none.
-    bool ReadBytes(void* target, qint64 count);
+    bool ReadBytes(void* target, qint64 count) {
+        // Binary meshes are read number by number.
+        if (count > filled - next)
+            return readAcross(target, count);
+        std::memcpy(target, buffer.data() + next, std::size_t(count));
+        next += count;
+        return true;
+    }
 
     /// The next word as a number.
     template<class T>
@@ -51,6 +61,7 @@ public:
 
 private:
     bool refill();
+    bool readAcross(void* target, qint64 count);
     bool hasMore() { return next < filled || refill(); }
 
     ReadHandle file;

@@ -21,7 +21,7 @@ struct Extent {
         High = value > High ? value : High;
     }
     double Length() const { return High > Low ? High - Low : 0; }
-    double Farthest() const { return std::abs(Low) > std::abs(High) ? Low : High; }
+    double Farthest() const { return High < Low ? 0 : std::abs(Low) > std::abs(High) ? Low : High; }
 };
 
 using Counts = std::array<std::int32_t, CellShape::Volume + 1>;
@@ -48,16 +48,15 @@ std::optional<Plane> planeOf(const ForeignResult& result, const Counts& counts, 
                 for (std::size_t axis = 0; axis < 3; ++axis)
                     extents[axis].Take(result.Points[std::size_t(node) * 3 + axis]);
     int out = 2;
-    double longest = 0, farthest = 0;
+    double longest = 0;
     for (int axis = 2; axis >= 0; --axis) {
-        const Extent& extent = extents[std::size_t(axis)];
-        out = extent.Length() < extents[std::size_t(out)].Length() ? axis : out;
-        longest = std::max(longest, extent.Length());
-        farthest = std::max(farthest, std::abs(extent.Farthest()));
+        const double length = extents[std::size_t(axis)].Length();
+        out = length < extents[std::size_t(out)].Length() ? axis : out;
+        longest = std::max(longest, length);
     }
     // Coordinates may be written with seven digits.
     const Extent& outside = extents[std::size_t(out)];
-    if (outside.Length() > 1e-6 * longest + 2e-7 * (std::isfinite(farthest) ? farthest : 0)) {
+    if (outside.Length() > 1e-6 * longest + 2e-7 * std::abs(outside.Farthest())) {
         problem = u"平面のモデルではありません。(面外の座標の最大 %1 = %2)"_s.arg(QChar(u"XYZ"[out]))
                       .arg(outside.Farthest(), 0, 'g', 7);
         return {};

@@ -45,7 +45,7 @@ using ReadArray = std::function<std::vector<float>(std::int32_t step, std::int32
 
 struct ForeignStep {
     double Time = 0;
-    std::vector<bool> HasArray; ///< an entry for each of the first arrays; those beyond it doesn't have
+    std::vector<std::int32_t> Arrays; ///< those that it has, ascending
 };
 
 struct ForeignResult {

@@ -6,6 +6,7 @@
 #include "result/readers/numberTypes.h"
 
 #include <limits>
+#include <map>
 
 namespace {
 
@@ -109,14 +110,14 @@ private:
     bool readValues(std::string_view header);
     bool readComponents(std::string_view nameLine, ForeignArray& array);
     bool skipBlock(const Block& block);
-    std::size_t arrayOf(const ForeignArray& array);
+    std::int32_t arrayOf(const ForeignArray& array);
 
     ReadHandle file;
     FileScanner in;
     std::vector<std::int64_t> ids;
     IdIndex nodes;
-    std::vector<std::vector<Block>> blocks; ///< of each step and array; without entries where there is none
-    std::int64_t stepNumber = 0;            ///< of the last step, as the file counts them
+    std::map<std::pair<std::int32_t, std::int32_t>, Block> blocks; ///< by step and array
+    std::int64_t stepNumber = 0;                                   ///< of the last step, as the file counts them
 };
 
 std::optional<Form> formAt(std::string_view line, qint64 first, qint64 width) {
@@ -266,11 +267,11 @@ bool File::skipBlock(const Block& block) {
     return line && isKey(*line, "-3");
 }
 
-std::size_t File::arrayOf(const ForeignArray& array) {
+std::int32_t File::arrayOf(const ForeignArray& array) {
     const auto known = std::ranges::find_if(Result.Arrays, [&array](const ForeignArray& candidate) {
         return candidate.Name == array.Name && candidate.ComponentNames == array.ComponentNames;
     });
-    const auto index = std::size_t(known - Result.Arrays.begin());
+    const auto index = std::int32_t(known - Result.Arrays.begin());
     if (known == Result.Arrays.end())
         Result.Arrays.push_back(array);
     return index;
@@ -288,16 +289,15 @@ bool File::readValues(std::string_view header) {
         return false;
     if (in.Remaining() == 0)
         return false;
-    const std::size_t index = arrayOf(array);
-    const bool isThere = !blocks.empty() && index < blocks.back().size() && blocks.back()[index].Entries > 0;
-    if (blocks.empty() || isThere || Result.Steps.back().Time != time || stepNumber != number) {
-        blocks.emplace_back();
+    const std::int32_t index = arrayOf(array);
+    const auto lastStep = [this] { return std::int32_t(Result.Steps.size()) - 1; };
+    if (Result.Steps.empty() || blocks.contains({lastStep(), index}) || Result.Steps.back().Time != time ||
+        stepNumber != number) {
         Result.Steps.push_back({time, {}});
         stepNumber = number;
     }
-    blocks.back().resize(std::max(blocks.back().size(), index + 1));
     const Block block{*form, entries, array.Components, in.Position()};
-    blocks.back()[index] = block;
+    blocks.emplace(std::pair(lastStep(), index), block);
     return skipBlock(block);
 }
 
@@ -323,12 +323,11 @@ bool File::Read() {
         }
     if (in.WasStopped() || ids.empty() || Result.Points.size() != ids.size() * 3)
         return false;
-    for (std::size_t step = 0; step < blocks.size(); ++step)
-        for (const Block& block : blocks[step])
-            Result.Steps[step].HasArray.push_back(block.Entries > 0);
+    for (const auto& [place, block] : blocks)
+        Result.Steps[std::size_t(place.first)].Arrays.push_back(place.second);
     Result.Read = [openFile = file, index = std::move(nodes), points = ids.size(),
                    all = std::move(blocks)](std::int32_t step, std::int32_t array) {
-        const Block& block = all[std::size_t(step)][std::size_t(array)];
+        const Block& block = all.at({step, array});
         std::vector<float> values(points * std::size_t(block.Components));
         FileScanner reader(openFile);
         readBlock(reader, block, [&](std::int64_t id, std::span<const double> reals) {

@@ -86,7 +86,8 @@ bool GmshMesh::readNodes4(GmshNumbers& in) {
     Points.reserve(std::size_t(count) * 3);
     for (; blocks > 0; --blocks) {
         std::int64_t dimension = 0, isParametric = 0, here = 0;
-        if (!in.Int(dimension) || !in.Int(ignored) || !in.Int(isParametric) || !in.Size(here) || here > count)
+        if (!in.Int(dimension) || !in.Int(ignored) || !in.Int(isParametric) || !in.Size(here) || here < 0 ||
+            here > count)
             return false;
         count -= here;
         for (std::int64_t i = 0; i < here; ++i) {
@@ -162,7 +163,7 @@ bool GmshMesh::readElements4(GmshNumbers& in) {
         return false;
     for (; blocks > 0; --blocks) {
         std::int64_t type = 0, here = 0;
-        if (!in.Int(ignored) || !in.Int(ignored) || !in.Int(type) || !in.Size(here) || here > count)
+        if (!in.Int(ignored) || !in.Int(ignored) || !in.Int(type) || !in.Size(here) || here < 0 || here > count)
             return false;
         const bool isKnown = typeOf(type).Nodes > 0;
         if (!isKnown && !in.IsText)

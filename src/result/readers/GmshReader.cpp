@@ -236,13 +236,15 @@ void File::finish() {
     Result.Points = std::move(mesh.Points);
     Result.Cells = std::move(mesh.Cells);
     for (const auto& [number, time] : times) {
-        ForeignStep& step = Result.Steps.emplace_back();
-        step.Time = time;
-        step.HasArray.resize(Result.Arrays.size());
-        for (const DataSection& section : data.Sections)
-            if (section.Step == number)
-                step.HasArray[section.Array] = true;
+        Result.Steps.push_back({time, {}});
         data.Steps.push_back(number);
+    }
+    std::ranges::stable_sort(data.Sections, {}, &DataSection::Array);
+    for (const DataSection& section : data.Sections) {
+        const auto step = std::ranges::lower_bound(data.Steps, section.Step) - data.Steps.begin();
+        std::vector<std::int32_t>& there = Result.Steps[std::size_t(step)].Arrays;
+        if (there.empty() || there.back() != std::int32_t(section.Array))
+            there.push_back(std::int32_t(section.Array));
     }
     Result.Read = [all = std::make_shared<const DataFile>(std::move(data)),
                    arrays = Result.Arrays](std::int32_t step, std::int32_t array) {

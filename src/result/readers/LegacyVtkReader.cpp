@@ -351,7 +351,8 @@ bool File::Read() {
         }
     if (in.WasStopped() || Result.Points.empty() || !vtkCells::BuildCells(std::move(cells), Result.Cells))
         return false;
-    Result.Steps.front().HasArray.assign(blocks.size(), true);
+    for (std::size_t a = 0; a < blocks.size(); ++a)
+        Result.Steps.front().Arrays.push_back(std::int32_t(a));
     Result.Read = [openFile = file, text = isText, all = std::move(blocks)](std::int32_t, std::int32_t array) {
         const Block& block = all[std::size_t(array)];
         FileScanner reader(openFile);

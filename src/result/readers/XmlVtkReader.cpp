@@ -5,26 +5,29 @@
 #include "result/readers/vtkCells.h"
 
 #include <filesystem>
-#include <limits>
+#include <map>
 
 namespace {
 
-/// A step of a series, or the only one: the files whose pieces make it up. Their handles are closed where there are
-/// many, and opened when they are asked.
-struct Step {
-    double Time = 0;
-    std::vector<std::pair<QString, VtkXmlFile>> Files;
+/// A file with pieces of a grid. Where there are many its handle is closed, and it is opened when it is asked.
+struct GridFile {
+    QString Path;
+    VtkXmlFile Content;
+
+    ReadHandle Handle() const { return Content.File.IsOpen() ? Content.File : ReadHandle::Open(Path); }
 };
 
-ReadHandle handleOf(const std::pair<QString, VtkXmlFile>& file) {
-    return file.second.File.IsOpen() ? file.second.File : ReadHandle::Open(file.first);
-}
+/// A step of a series, or the only one, and the files that make it up.
+struct Step {
+    double Time = 0;
+    std::vector<std::shared_ptr<const GridFile>> Files;
+};
 
 template<class Use>
 bool forEachPiece(const Step& step, const Use& use) {
     for (const auto& file : step.Files) {
-        const ReadHandle handle = handleOf(file);
-        for (const VtkXmlFile::Piece& piece : file.second.Pieces)
+        const ReadHandle handle = file->Handle();
+        for (const VtkXmlFile::Piece& piece : file->Content.Pieces)
             if (!use(handle, piece))
                 return false;
     }
@@ -57,7 +60,9 @@ bool readMesh(const Step& step, std::vector<double>& points, vtkCells::Lists& ce
 /// Whether all steps have the mesh of the first. Where the bytes are the same nothing need be read as numbers.
 bool haveSameMesh(const Step& first, const Step& other) {
     const auto sameBytes = [](const auto& fileA, const auto& fileB) {
-        const ReadHandle handleA = handleOf(fileA), handleB = handleOf(fileB);
+        if (fileA == fileB)
+            return true;
+        const ReadHandle handleA = fileA->Handle(), handleB = fileB->Handle();
         const auto samePiece = [&](const VtkXmlFile::Piece& a, const VtkXmlFile::Piece& b) {
             return a.Points == b.Points && a.Cells == b.Cells &&
                    HaveSameBytes(handleA, a.Coordinates, handleB, b.Coordinates) &&
@@ -65,7 +70,7 @@ bool haveSameMesh(const Step& first, const Step& other) {
                    HaveSameBytes(handleA, a.Offsets, handleB, b.Offsets) &&
                    HaveSameBytes(handleA, a.Connectivity, handleB, b.Connectivity);
         };
-        return std::ranges::equal(fileA.second.Pieces, fileB.second.Pieces, samePiece);
+        return std::ranges::equal(fileA->Content.Pieces, fileB->Content.Pieces, samePiece);
     };
     if (std::ranges::equal(first.Files, other.Files, sameBytes))
         return true;
@@ -83,24 +88,21 @@ bool isOf(const ForeignArray& array, const VtkXmlFile::NamedArray& candidate) {
 
 /// The arrays of all steps, each under its name once.
 void collectArrays(const std::vector<Step>& steps, ForeignResult& result) {
+    const auto indexOf = [&result](const VtkXmlFile::NamedArray& array) {
+        const auto known = std::ranges::find_if(
+            result.Arrays, [&array](const ForeignArray& candidate) { return isOf(candidate, array); });
+        const auto index = std::int32_t(known - result.Arrays.begin());
+        if (known == result.Arrays.end())
+            result.Arrays.push_back({array.Data.Name, array.Data.Components, array.Data.ComponentNames, array.OnCells});
+        return index;
+    };
     for (const Step& step : steps) {
         ForeignStep& target = result.Steps.emplace_back();
         target.Time = step.Time;
-        target.HasArray.resize(result.Arrays.size());
-        forEachPiece(step, [&](const ReadHandle&, const VtkXmlFile::Piece& piece) {
-            for (const VtkXmlFile::NamedArray& array : piece.Arrays) {
-                const auto known = std::ranges::find_if(
-                    result.Arrays, [&array](const ForeignArray& candidate) { return isOf(candidate, array); });
-                const auto index = std::size_t(known - result.Arrays.begin());
-                if (known == result.Arrays.end()) {
-                    result.Arrays.push_back(
-                        {array.Data.Name, array.Data.Components, array.Data.ComponentNames, array.OnCells});
-                    target.HasArray.push_back(false);
-                }
-                target.HasArray[index] = true;
-            }
-            return true;
-        });
+        for (const auto& file : step.Files)
+            for (const VtkXmlFile::Piece& piece : file->Content.Pieces)
+                std::ranges::transform(piece.Arrays, std::back_inserter(target.Arrays), indexOf);
+        std::ranges::sort(target.Arrays);
     }
 }
 
@@ -148,40 +150,69 @@ std::optional<QString> pathOfMember(const QString& path, const QString& name) {
     return NativePath::Text(QByteArray::fromStdString(member.native()));
 }
 
-/// The steps of a series, in the order of its file; what can't be had of it is counted.
-bool readSeries(const QString& path, const VtkXmlFile& series, const LoadProgress& progress, std::vector<Step>& steps,
-                ForeignResult& result, QString& problem) {
-    std::int32_t missing = 0, outside = 0;
+/// The files of a series, each of which is read once.
+class Series {
+public:
+    Series(const QString& seriesPath, const LoadProgress& whileReading) : path(seriesPath), progress(whileReading) {}
+
+    /// The steps in their order; false, with the reason in `Problem`, when they don't make a result.
+    bool Read(const VtkXmlFile& series, std::vector<Step>& steps);
+
+    std::int32_t Missing = 0, Outside = 0;
+    QString Problem;
+
+private:
+    std::shared_ptr<const GridFile> fileOf(const VtkXmlFile::Member& member);
+
+    const QString& path;
+    const LoadProgress& progress;
+    std::map<QString, std::shared_ptr<const GridFile>> known;
+};
+
+/// Null for one that can't be had or, with a problem, not used.
+std::shared_ptr<const GridFile> Series::fileOf(const VtkXmlFile::Member& member) {
+    const auto memberPath = pathOfMember(path, member.File);
+    if (!memberPath) {
+        ++Outside;
+        return {};
+    }
+    if (const auto found = known.find(*memberPath); found != known.end())
+        return found->second;
+    const ReadHandle handle = ReadHandle::Open(*memberPath);
+    if (!handle.IsOpen()) {
+        ++Missing;
+        return {};
+    }
+    auto file = std::make_shared<GridFile>();
+    file->Path = *memberPath;
+    QString why;
+    if (!ReadVtkXml(handle, progress, file->Content, why) || !requireGrid(file->Content, why)) {
+        Problem = NativePath::Shown(member.File) + u": "_s + (why.isEmpty() ? u"ファイルの形式が不正です。"_s : why);
+        return {};
+    }
+    file->Content.File.Close();
+    known.emplace(*memberPath, file);
+    return file;
+}
+
+bool Series::Read(const VtkXmlFile& series, std::vector<Step>& steps) {
     for (const VtkXmlFile::Member& member : series.Members) {
-        const auto memberPath = pathOfMember(path, member.File);
-        const ReadHandle handle = memberPath ? ReadHandle::Open(*memberPath) : ReadHandle();
-        if (!handle.IsOpen()) {
-            ++(memberPath ? missing : outside);
-            continue;
-        }
-        VtkXmlFile file;
-        if (!ReadVtkXml(handle, progress, file, problem) || !requireGrid(file, problem)) {
-            problem = NativePath::Shown(member.File) + u": "_s +
-                      (problem.isEmpty() ? u"ファイルの形式が不正です。"_s : problem);
+        const std::shared_ptr<const GridFile> file = fileOf(member);
+        if (!Problem.isEmpty())
             return false;
-        }
-        file.File.Close();
+        if (!file)
+            continue;
         if (steps.empty() || steps.back().Time != member.Time)
             steps.push_back({member.Time, {}});
-        steps.back().Files.emplace_back(*memberPath, std::move(file));
+        if (std::ranges::find(steps.back().Files, file) == steps.back().Files.end())
+            steps.back().Files.push_back(file);
     }
-    if (missing > 0)
-        result.LeftOut.append(u"見つからないファイル %1"_s.arg(missing));
-    if (outside > 0)
-        result.LeftOut.append(u"フォルダの外のファイル %1"_s.arg(outside));
     if (steps.empty())
-        problem = u"系列のファイルがありません。(%1)"_s.arg(result.LeftOut.join(u"、"));
-    for (const Step& step : steps)
-        if (!haveSameMesh(steps.front(), step)) {
-            problem = u"ステップによってメッシュが異なります。"_s;
-            break;
-        }
-    return problem.isEmpty();
+        Problem = u"系列のファイルがありません。"_s;
+    for (std::size_t step = 1; step < steps.size() && Problem.isEmpty(); ++step)
+        if (!haveSameMesh(steps.front(), steps[step]))
+            Problem = u"ステップによってメッシュが異なります。"_s;
+    return Problem.isEmpty();
 }
 
 } // namespace
@@ -202,14 +233,21 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     if (!ReadVtkXml(ReadHandle::Open(path), progress, file, content.Note))
         return false;
     if (file.Kind == u"Collection") {
-        if (!readSeries(path, file, progress, steps, result, content.Note))
+        Series series(path, progress);
+        const bool good = series.Read(file, steps);
+        if (series.Missing > 0)
+            result.LeftOut.append(u"見つからないファイル %1"_s.arg(series.Missing));
+        if (series.Outside > 0)
+            result.LeftOut.append(u"フォルダの外のファイル %1"_s.arg(series.Outside));
+        if (!good) {
+            content.Note = QString(series.Problem + u' ' + result.LeftOut.join(u"、")).trimmed();
             return false;
+        }
     } else {
         if (!requireGrid(file, content.Note))
             return false;
         const double time = timeOf(file);
-        steps.push_back({time, {}});
-        steps.back().Files.emplace_back(path, file);
+        steps.push_back({time, {std::make_shared<const GridFile>(GridFile{path, file})}});
     }
     result.Magic = u"VTK XML"_s;
     result.Version = std::int32_t(std::clamp(file.Version.toDouble(), 0.0, 99.0) * 100);
