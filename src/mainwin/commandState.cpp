@@ -32,6 +32,10 @@ bool isMet(Needs needs, const CommandFacts& facts) {
         return facts.FileOpen && facts.Zoom > ZoomMin;
     case Needs::OtherZoom:
         return facts.FileOpen && facts.Zoom != 0;
+    case Needs::ViewBefore:
+        return facts.FileOpen && facts.HasViewBefore;
+    case Needs::ViewAfter:
+        return facts.FileOpen && facts.HasViewAfter;
     case Needs::Picked:
         return facts.PickedCount > 0;
     case Needs::ShowOff:

@@ -11,6 +11,7 @@ struct CommandFacts {
     const ApplicationSettings& Settings;
     bool FileOpen = false;
     int Zoom = 0;
+    bool HasViewBefore = false, HasViewAfter = false; ///< among the views seen
     int PickedCount = 0;
     bool ShowOn = false;    ///< a slide show is going on
     bool ShowMoves = false; ///< its timer runs

@@ -14,6 +14,8 @@ enum class Needs {
     LargerZoom,   ///< an open file that can be zoomed into further; likewise the next two
     SmallerZoom,
     OtherZoom,
+    ViewBefore, ///< a view to go back to; likewise the next one
+    ViewAfter,
     // These two are looked at when a band with the command opens, and not before.
     Picked,  ///< a selection
     Picture, ///< an open file

@@ -1,8 +1,8 @@
 #include "mainwin/ctlScene.h"
 
-#include "platform/widgets/LongPaint.h"
 #include "platform/widgets/PictureBox.h"
 
+#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QWindow>
@@ -51,28 +51,50 @@ void ctlScene::buildControls() {
     }
     connect(picScreen, &PictureBox::Resized, this, &ctlScene::onResized);
     connect(picScreen, &PictureBox::MouseMoved, this, &ctlScene::showMouseCoordinates);
-    connect(picScreen, &PictureBox::ZoomWheel, this, &ctlScene::zoomAt);
     connectPicking();
+    connectMoving();
 }
 
 void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     paintDue = false;
-    const auto draw = [this](DeviceContext& device) { session.Draw(device); };
-    const LongPaint::Outcome outcome = paint->Paint(draw, meanwhile);
-    if (outcome == LongPaint::Outcome::Shown)
-        emit Painted();
-    if (outcome != LongPaint::Outcome::Stopped)
+    QElapsedTimer clock;
+    clock.start();
+    const auto outcome = paint->Paint([this](DeviceContext& device) { session.Draw(device); }, meanwhile);
+    constexpr int quickMs = 12;
+    isQuick = clock.elapsed() <= quickMs;
+    takeUp(outcome);
+}
+
+void ctlScene::takeUp(LongPaint::Outcome outcome) {
+    using enum LongPaint::Outcome;
+    ViewState& view = session.View;
+    if (outcome == Later)
         return;
-    session.View.CoordConverter.reset();
-    session.View.NodePoints.clear();
-    session.View.ElementCentres.clear();
+    isMoved = outcome == GaveWay;
+    if (outcome == Shown) {
+        painted = view.CoordConverter;
+        noteView();
+        emit Painted();
+        return;
+    }
+    // Positions of a picture that is not shown are nobody's.
+    view.NodePoints.clear();
+    view.ElementCentres.clear();
+    if (outcome == GaveWay) {
+        view.CoordConverter = session.Plotter.ConverterNow(*painted);
+        resting.start();
+        return;
+    }
+    view.CoordConverter.reset();
+    painted.reset();
     picScreen->RefreshLayer();
     emit PaintStopped(paint->WhyStopped());
 }
 
-const QImage& ctlScene::Picture() const {
+const QImage& ctlScene::Picture() {
+    paintExactly();
     return picScreen->Image();
 }
 
@@ -85,6 +107,8 @@ int ctlScene::DotsPerInch() const {
 }
 
 void ctlScene::Clear() {
+    ForgetViews();
+    painted.reset();
     session.View.CoordConverter.reset();
     picScreen->BlankSheet();
     picScreen->ShowSheet();
@@ -106,16 +130,6 @@ void ctlScene::Fit() {
 
 void ctlScene::SetZoom(int value) {
     mdView::ApplyZoom(value, session.View);
-    finishZoom();
-}
-
-void ctlScene::zoomAt(QPointF pixel, int steps) {
-    ViewState& view = session.View;
-    if (!session.IsOpen() || !view.CoordConverter)
-        return;
-    float x = 0, y = 0;
-    view.CoordConverter->DeviceToWorld(qRound(pixel.x()), qRound(pixel.y()), x, y);
-    mdView::ZoomAt(view.Zoom + steps, x, y, view);
     finishZoom();
 }
 
@@ -141,7 +155,10 @@ void ctlScene::updateScrollBars() {
 
 void ctlScene::onScroll(ScrollBar bar, int value) {
     mdView::Scroll(session.View, bar, value);
-    Paint();
+    if (scrScroll[std::size_t(bar)]->isSliderDown())
+        follow();
+    else
+        Paint();
 }
 
 void ctlScene::showMouseCoordinates(QPoint pixel) {
@@ -166,11 +183,8 @@ void ctlScene::onResized() {
         settling.start();
     }
     session.Plotter.Viewport().SetWindow(picScreen->PixelSize());
-    if (isOnScreen()) {
-        Paint();
-        return;
-    }
-    // On its way to the screen the window would not come up before a paint that takes long has ended.
+    // Not before the layout is done: a paint that takes long lets others have their turn, which a window in the midst
+    // of its layout does not stand, and on its way to the screen it would not come up before the paint has ended.
     paintDue = true;
     QMetaObject::invokeMethod(
         this,

@@ -1,7 +1,9 @@
-// The picture of a session's open file with its scroll bars: paints, zooms and scrolls it, picks with the mouse and
-// marks what is picked. Bars, panels and what is to be picked for are its owner's business.
+// The picture of a session's open file with its scroll bars: paints, zooms and moves it, goes back to views seen, picks
+// with the mouse and marks what is picked. Bars, panels and what is to be picked for are its owner's business.
 #pragma once
 
+#include "platform/widgets/LongPaint.h"
+#include "view/ViewHistory.h"
 #include "view/clsMouse.h"
 #include "view/scene/Session.h"
 
@@ -9,7 +11,6 @@
 #include <QWidget>
 #include <memory>
 
-class LongPaint;
 class PictureBox;
 class QScrollBar;
 
@@ -25,8 +26,8 @@ public:
     /// done on another thread at the same time, and is over when the call is; it may only read the session, and may be
     /// left out.
     void Paint(const std::function<void()>& meanwhile = {});
-    /// The picture as it was painted, without marks and band.
-    const QImage& Picture() const;
+    /// The picture as it is painted, without marks and band; painted first where one that is moved is shown.
+    const QImage& Picture();
     /// What the picture's size is to be, and how fine it is.
     DeviceSize PixelSize() const;
     int DotsPerInch() const;
@@ -42,6 +43,11 @@ public:
     void Fit();
     /// The step in the table of zooms, held within its range; paints.
     void SetZoom(int value);
+    /// Whether a view was seen `by` places on, or back below 0, since the file was opened; and goes there.
+    bool CanGoTo(int by) const { return seen.CanGo(by); }
+    void GoTo(int by);
+    /// What has been seen was of another file.
+    void ForgetViews();
     /// The keyboard's way to what the right button does.
     void AskForPopup();
 
@@ -51,7 +57,7 @@ signals:
     void Progress(const QString& text);
     /// The picture before stays, and nothing can be picked in it.
     void PaintStopped(const QString& why);
-    /// Zoom and scroll bars have changed; the picture follows.
+    /// Zoom, scroll bars or the views seen have changed; the picture follows.
     void Zoomed();
     /// The world coordinates under the mouse, as text.
     void MouseAt(const QString& coordinates);
@@ -60,17 +66,33 @@ signals:
     /// A drop is over; no dialog is open.
     void FileDropped(const QString& path);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     // ctlScene.cpp
     void buildControls();
+    void takeUp(LongPaint::Outcome outcome);
     bool isOnScreen() const;
     void fitView();
     void finishZoom();
-    void zoomAt(QPointF pixel, int steps);
     void updateScrollBars();
     void onScroll(ScrollBar bar, int value);
     void showMouseCoordinates(QPoint pixel);
     void onResized();
+
+    // ctlSceneMoving.cpp
+    void connectMoving();
+    bool isMovable() const;
+    void zoomAt(QPointF pixel, int steps);
+    void follow();
+    void comeToRest();
+    void paintExactly();
+    void noteView();
+    void beginMove(QPoint pixel, Qt::MouseButton button);
+    void moveTo(QPoint pixel, Qt::MouseButtons held);
+    void endMove();
+    void showCursor();
 
     // ctlScenePicking.cpp
     void connectPicking();
@@ -91,4 +113,18 @@ private:
     std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
+
+    /// A drag that moves the picture.
+    struct Move {
+        QPoint From;
+        PlotRect Bounds; ///< in view when it began
+        Qt::MouseButton Button;
+    };
+    std::optional<Move> move;
+    bool spaceHeld = false;
+    ViewHistory seen;
+    std::optional<PlotConverter> painted; ///< of the picture that is shown, moved or not
+    bool isMoved = false;                 ///< the exact picture is still to be painted
+    bool isQuick = false;                 ///< the latest paint took no longer than a picture is shown
+    QTimer resting;                       ///< runs from a change of the view until it counts as at rest
 };

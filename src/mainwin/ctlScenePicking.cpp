@@ -1,7 +1,6 @@
 // The mouse on the picture: picks by click and drag, the marks of what is picked, dropped files.
 #include "mainwin/ctlScene.h"
 
-#include "platform/widgets/LongPaint.h"
 #include "platform/widgets/PictureBox.h"
 #include "view/picking.h"
 
@@ -56,8 +55,12 @@ int ctlScene::screenWidth() const {
 }
 
 void ctlScene::onMousePressed(QPoint pixel, Qt::MouseButton button) {
-    if (button == Qt::LeftButton && takesMouse())
+    if (button == Qt::MiddleButton || (button == Qt::LeftButton && spaceHeld)) {
+        beginMove(pixel, button);
+    } else if (button == Qt::LeftButton && takesMouse() && !move) {
+        paintExactly();
         beginDrag(toPoint(pixel));
+    }
 }
 
 void ctlScene::onMouseReleased(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {

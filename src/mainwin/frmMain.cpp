@@ -106,7 +106,7 @@ void frmMain::connectEvents() {
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::Tell);
-    connect(scene, &ctlScene::Zoomed, this, [this] { commandState::EnableCommands(*bars, facts()); });
+    connect(scene, &ctlScene::Zoomed, this, &frmMain::onZoomed);
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
     connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });
     connect(scene, &ctlScene::FileDropped, this, &frmMain::FirstStep);
@@ -133,6 +133,7 @@ void frmMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() != QEvent::WindowStateChange)
         return;
+    bars->SetChecked(u"miViewFullScreen"_s, isFullScreen());
     if (isMinimized())
         mdApplication::HideGraphWindows();
     else
@@ -147,7 +148,7 @@ void frmMain::onPainted() {
     panels[0]->setText(notice);
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
-    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);
+    showZoom();
     bars->SetNote(u"tbSlideShow"_s, slideShowNote());
 }
 
@@ -171,12 +172,12 @@ bool frmMain::takeStepKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     if ((event.key() != Qt::Key_Up && event.key() != Qt::Key_Down) || modifiers & ~Qt::ControlModifier)
         return false;
-    const QString combo = u"miDrawStep"_s;
+    const int step = bars->ListIndex(u"miDrawStep"_s);
+    const int last = bars->ListCount(u"miDrawStep"_s) - 1;
     const bool toEnd = modifiers != Qt::NoModifier;
-    const int last = bars->ListCount(combo) - 1;
     if (event.key() == Qt::Key_Up)
-        bars->SetListIndex(combo, toEnd ? std::min(0, last) : std::min(std::max(bars->ListIndex(combo) - 1, 0), last));
+        goToStep(toEnd ? 0 : step - 1);
     else
-        bars->SetListIndex(combo, toEnd ? last : std::min(bars->ListIndex(combo) + 1, last));
+        goToStep(toEnd ? last : step + 1);
     return true;
 }

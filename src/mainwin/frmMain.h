@@ -65,6 +65,10 @@ private:
     void onBandOpening(const QString& band);
     void onComboSelection(const QString& combo);
     void chooseStep();
+    /// The nearest one there is.
+    void goToStep(int step);
+    void showStepBefore();
+    void showStepAfter();
     void chooseVector();
     void chooseItem();
     void zoomIn() { SetZoom(Zoom() + 1); }
@@ -84,7 +88,12 @@ private:
     void openRecentFile(int index);
 
     // frmMainView.cpp
+    void onZoomed();
+    void showZoom();
     void fitView();
+    void goBack();
+    void goForward();
+    void toggleFullScreen();
 
     // frmMainGraph.cpp
     void createDistribution();
@@ -144,6 +153,7 @@ private:
 
     static frmMain* instance;
     bool updatingUi = false;
+    QRect placeBefore;       ///< before the window filled the screen
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
     RecentFiles recentFiles;

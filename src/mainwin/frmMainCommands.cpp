@@ -57,6 +57,8 @@ CommandFacts frmMain::facts() const {
             .Settings = Settings,
             .FileOpen = IsOpen(),
             .Zoom = Zoom(),
+            .HasViewBefore = scene->CanGoTo(-1),
+            .HasViewAfter = scene->CanGoTo(1),
             .PickedCount = Selection.Count(),
             .ShowOn = slideShow.IsOn(),
             .ShowMoves = timSlideShow.isActive()};
@@ -87,6 +89,19 @@ void frmMain::onComboSelection(const QString& combo) {
 
 void frmMain::chooseStep() {
     loadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+}
+
+void frmMain::goToStep(int step) {
+    const int last = bars->ListCount(u"miDrawStep"_s) - 1;
+    bars->SetListIndex(u"miDrawStep"_s, std::min(std::max(step, 0), last));
+}
+
+void frmMain::showStepBefore() {
+    goToStep(bars->ListIndex(u"miDrawStep"_s) - 1);
+}
+
+void frmMain::showStepAfter() {
+    goToStep(bars->ListIndex(u"miDrawStep"_s) + 1);
 }
 
 void frmMain::chooseVector() {

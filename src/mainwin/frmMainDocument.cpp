@@ -116,6 +116,7 @@ void frmMain::takeUpFile(const ResultModel& loaded) {
         scene->FitUntilSettled();
     else
         scene->Settled();
+    scene->ForgetViews();
     scene->Fit();
 }
 
@@ -224,7 +225,8 @@ bool frmMain::restoreWindow() {
 void frmMain::storeWindow() {
     Settings.Window.WindowState = isMinimized() ? Minimised : isMaximized() ? Maximised : Normal;
     constexpr int twips = windowPlace::TwipsPerPixel;
-    Settings.Window.WindowPos = {x() * twips, y() * twips, width() * twips, height() * twips};
+    const QRect place = isFullScreen() ? placeBefore : QRect(pos(), size());
+    Settings.Window.WindowPos = {place.x() * twips, place.y() * twips, place.width() * twips, place.height() * twips};
 }
 
 QSize frmMain::roomForFrame() const {

@@ -7,8 +7,8 @@ class ViewHistory {
 public:
     void Forget() { *this = {}; }
     /// What is in view counts as seen, behind the view where the history stands and in place of all that came behind
-    /// it. The oldest are forgotten. Nothing when it is that view still.
-    void Note(const ViewState& view);
+    /// it. The oldest are forgotten. False, and nothing happens, when it is that view still.
+    bool Note(const ViewState& view);
     /// Whether there is a view `by` places on, or back below 0.
     bool CanGo(int by) const { return at + by >= 0 && at + by < int(seen.size()); }
     /// Brings that view back; false when there is none.

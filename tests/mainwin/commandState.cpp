@@ -55,7 +55,13 @@ struct CommandStateTest : testing::Test {
     CommandBars& bars = *new CommandBars(window);
     ResultModel model;
     ApplicationSettings settings;
-    CommandFacts facts{.Model = model, .Settings = settings, .FileOpen = true, .Zoom = 1, .PickedCount = 1};
+    CommandFacts facts{.Model = model,
+                       .Settings = settings,
+                       .FileOpen = true,
+                       .Zoom = 1,
+                       .HasViewBefore = true,
+                       .HasViewAfter = true,
+                       .PickedCount = 1};
 };
 
 TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
@@ -78,7 +84,8 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
     EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
               u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-                  u" miViewFit miViewFitDisplaced miToolsDistribution miToolsHistory miToolsImageCopy miToolsSlideShow "
+                  u" miViewFit miViewFitDisplaced miViewBack miViewForward miToolsDistribution miToolsHistory "
+                  u"miToolsImageCopy miToolsSlideShow "
                   u"miFilePrint miFilePreview " +
                   zooms + u" miDrawContourValue miViewFit");
 }
@@ -87,7 +94,7 @@ TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
     commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
     EXPECT_EQ(marks(u"pdDrawContourColor"_s) + marks(u"pbDrawDispScale"_s), u"-x-------x"_s);
-    EXPECT_EQ(marks(u"pbView"_s), u"-----xx---"_s);
+    EXPECT_EQ(marks(u"pbView"_s), u"-----xx------"_s);
     commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
     EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
     facts.FileOpen = false;

@@ -89,6 +89,7 @@ TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {
         {Qt::Key_Up, Qt::NoModifier, 0},           {Qt::Key_Down, Qt::NoModifier, 1},
         {Qt::Key_Down, Qt::ControlModifier, last}, {Qt::Key_Down, Qt::NoModifier, last},
         {Qt::Key_Up, Qt::NoModifier, last - 1},    {Qt::Key_Left, Qt::NoModifier, last - 1},
+        {Qt::Key_PageDown, Qt::NoModifier, last},  {Qt::Key_PageUp, Qt::NoModifier, last - 1},
         {Qt::Key_Up, Qt::ControlModifier, 0},      {Qt::Key_Down, Qt::AltModifier, 0},
         {Qt::Key_Down, Qt::ShiftModifier, 0}};
     for (const auto& [key, modifiers, step] : strokes) {

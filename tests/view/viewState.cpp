@@ -1,4 +1,4 @@
-#include "view/ViewState.h"
+#include "view/ViewHistory.h"
 
 #include "platform/device/TraceDevice.h"
 
@@ -69,6 +69,51 @@ TEST(Zoom, KeepsTheCentreInsideTheLeftAndTopEdgesOnly) {
     EXPECT_EQ(edgesOf(view.ViewBounds), (Edges{30, 32.5f, 55, 20})) << "both points stayed where they were";
     ZoomAt(-99, 55, 20, view);
     EXPECT_TRUE(ZoomPercent(view) == 8.33f && view.ViewBounds.CentreX() == 50 && view.ViewBounds.CentreY() == 25);
+}
+
+TEST(ViewHistory, GoesBackAndForthAndForgetsWhatComesBehindANewView) {
+    ViewHistory seen;
+    ViewState view = wideWorld();
+    for (const int zoom : {0, 0, 1, 2, 3}) {
+        ApplyZoom(zoom, view);
+        seen.Note(view);
+    }
+    const PlotRect last = view.ViewBounds;
+    EXPECT_TRUE(seen.Go(-2, view) && view.Zoom == 1);
+    EXPECT_TRUE(seen.CanGo(-1) && !seen.CanGo(-2) && seen.CanGo(2));
+    EXPECT_TRUE(seen.Go(2, view) && view.ViewBounds == last);
+    EXPECT_TRUE(seen.Go(-3, view));
+    ApplyZoom(5, view);
+    EXPECT_TRUE(seen.Note(view) && !seen.Note(view) && !seen.Go(1, view) && seen.Go(-1, view) && view.Zoom == 0);
+    for (int i = 0; i < 1000; ++i)
+        view.ViewBounds.OffsetBy(1, 0), seen.Note(view);
+    EXPECT_TRUE(seen.CanGo(-99) && !seen.CanGo(-100));
+}
+
+TEST(MoveBy, MovesTheWorldWithThePixelsAndAPictureLiesWhereItsPointsDo) {
+    DocumentPlotter plotter;
+    plotter.Viewport().SetWindow({200, 100});
+    ViewState view = wideWorld();
+    plotter.SetEventSink({[&view] { return view.ViewBounds; }, {}, {}});
+    MoveBy(5, 5, view);
+    EXPECT_TRUE(view.ViewBounds == view.WholeBounds) << "nothing is painted yet";
+    const PlotConverter painted(view.ViewBounds, {0, 0, 200, 100}, 2, TraceDevice(200, 100));
+    view.CoordConverter = painted;
+    MoveBy(30, -10, view);
+    EXPECT_EQ(edgesOf(view.ViewBounds), (Edges{-15, 45, 85, -5}));
+    const PictureShift moved = plotter.ConverterNow(painted).ShiftFrom(painted);
+    EXPECT_EQ(moved, (PictureShift{1, 30, -10}));
+    ApplyZoom(percent200, view);
+    const PlotConverter now = plotter.ConverterNow(painted);
+    const PictureShift zoomed = now.ShiftFrom(painted);
+    const DevicePoint before = painted.WorldToDevice(20, 30), after = now.WorldToDevice(20, 30);
+    EXPECT_EQ(zoomed.Scale, 2);
+    EXPECT_NEAR(before.X * zoomed.Scale + zoomed.OffsetX, after.X, 1e-9);
+    EXPECT_NEAR(before.Y * zoomed.Scale + zoomed.OffsetY, after.Y, 1e-9);
+    double across = 0, onPaper = 0, unused = 0;
+    now.PaperLengthToDevice(25.4, 0, across, unused);
+    painted.PaperLengthToDevice(25.4, 0, onPaper, unused);
+    EXPECT_EQ(across, onPaper);
 }
 
 TEST(ScrollBars, TellThePlaceInPercentOfTheFreeTravel) {

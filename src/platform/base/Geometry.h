@@ -32,6 +32,12 @@ struct DeviceSize {
     bool operator==(const DeviceSize&) const = default;
 };
 
+/// How a picture lies that has been moved and scaled: its pixel p at `Scale` * p and the offset.
+struct PictureShift {
+    double Scale = 1, OffsetX = 0, OffsetY = 0;
+    bool operator==(const PictureShift&) const = default;
+};
+
 /// Corners in device units; what is drawn in it leaves out `Right` and `Bottom` themselves.
 struct DeviceRect {
     std::int32_t Left = 0;

@@ -47,11 +47,6 @@ struct PlotDocument {
     operator DeviceRect() const { return {Left, Top, Right, Bottom}; }
 };
 
-/// How a picture lies that has been moved and scaled: its pixel p at `Scale` * p and the offset.
-struct PictureShift {
-    double Scale = 1, OffsetX = 0, OffsetY = 0;
-};
-
 /// World to device and back, for one paint; may be kept beyond it. Aspect ratio is kept: one scale for both directions.
 /// Device points are rounded to the nearest integer, a half to the even neighbour, and held within 32 bits.
 class PlotConverter {

@@ -52,7 +52,13 @@ QImage& PictureBox::BlankSheet() {
     return sheet;
 }
 
+void PictureBox::ShowMoved(const PictureShift& newShift) {
+    shift = newShift;
+    update();
+}
+
 void PictureBox::ShowSheet() {
+    shift = {};
     layered = QImage();
     std::swap(image, sheet);
     RefreshLayer();
@@ -100,10 +106,13 @@ void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     ShownImage();
     QImage& shown = layered.isNull() ? image : layered;
-    if (shown.isNull()) {
+    const DeviceSize size = PixelSize();
+    if (shown.width() < size.Width || shown.height() < size.Height || shift != PictureShift())
         painter.fillRect(rect(), QColor(redOf(BackColor), greenOf(BackColor), blueOf(BackColor)));
+    if (shown.isNull())
         return;
-    }
+    painter.translate(QPointF(shift.OffsetX, shift.OffsetY) / devicePixelRatioF());
+    painter.scale(shift.Scale, shift.Scale);
     // The ratio is set only while it is shown: whoever draws into the picture counts its pixels.
     shown.setDevicePixelRatio(devicePixelRatioF());
     painter.drawImage(QPointF(0, 0), shown);
@@ -120,6 +129,9 @@ bool PictureBox::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::ScreenChangeInternal:
         emit Resized();
+        break;
+    case QEvent::NativeGesture:
+        takeGesture(static_cast<QNativeGestureEvent&>(*event));
         break;
     case QEvent::FocusOut:
     case QEvent::WindowDeactivate:
@@ -186,16 +198,33 @@ void PictureBox::dropEvent(QDropEvent* event) {
 }
 
 void PictureBox::wheelEvent(QWheelEvent* event) {
-    if (!(event->modifiers() & Qt::ControlModifier)) {
+    const bool zooms = event->modifiers() & Qt::ControlModifier;
+    if (!zooms && !takesWheel) {
         event->ignore();
         return;
     }
-    wheelRest += event->angleDelta().y();
-    const int steps = wheelRest / QWheelEvent::DefaultDeltasPerStep;
-    wheelRest -= steps * QWheelEvent::DefaultDeltasPerStep;
-    if (steps != 0)
-        emit ZoomWheel(ToPixels(event->position()), steps);
     event->accept();
+    // Only fingers come in phases: they move the picture, as they move a page. Where they come without, they turn it.
+    if (!zooms && event->phase() != Qt::NoScrollPhase && !event->pixelDelta().isNull())
+        emit Panned(ToPixels(event->pixelDelta()));
+    else
+        turn(event->position(), wheelRest, event->angleDelta().y(), QWheelEvent::DefaultDeltasPerStep);
+}
+
+void PictureBox::takeGesture(const QNativeGestureEvent& gesture) {
+    constexpr int thousandthsPerStep = 250;
+    if (gesture.gestureType() == Qt::ZoomNativeGesture)
+        turn(gesture.position(), pinchRest, Round(gesture.value() * 1000), thousandthsPerStep);
+    else if (gesture.gestureType() == Qt::PanNativeGesture && takesWheel)
+        emit Panned(ToPixels(gesture.delta()));
+}
+
+void PictureBox::turn(QPointF position, int& rest, int by, int perStep) {
+    rest += by;
+    const int steps = rest / perStep;
+    rest -= steps * perStep;
+    if (steps != 0)
+        emit ZoomWheel(ToPixels(position), steps);
 }
 
 PictureBox* SampleBox(const QString& name, const QString& accessibleName, int lines) {

@@ -10,6 +10,7 @@
 #include <functional>
 
 class DeviceContext;
+class QNativeGestureEvent;
 
 class PictureBox : public QWidget {
     Q_OBJECT
@@ -22,6 +23,10 @@ public:
     QImage& BlankSheet();
     void ShowSheet();
     const QImage& Image() const { return image; }
+    /// Shows the picture and its layer moved and scaled until the next sheet is shown.
+    void ShowMoved(const PictureShift& shift);
+    /// Whether the wheel zooms also without Ctrl. Otherwise it is left to what the box stands on.
+    void SetTakesWheel(bool value) { takesWheel = value; }
 
     /// Draws on a copy of the picture, which is shown in its place; not called while there is no picture. When it draws
     /// nothing, nothing is copied.
@@ -53,8 +58,10 @@ signals:
     /// The release of the left button will not come, or is not to count: the mouse or the keyboard has gone to someone
     /// else, or Esc has been pressed.
     void MouseLost();
-    /// Ctrl and wheel at `pixel`: `steps` above 0 away from the user.
+    /// The wheel, or two fingers that part, at `pixel`: `steps` above 0 away from the user.
     void ZoomWheel(QPointF pixel, int steps);
+    /// Two fingers on a touchpad go this way, in pixels; only where the wheel is taken.
+    void Panned(QPointF way);
     /// Local files have been dropped, at least one.
     void FilesDropped(QStringList paths);
 
@@ -73,13 +80,18 @@ protected:
 private:
     void drawLayer(const std::function<void(DeviceContext&)>& draw);
     void giveUpLeftButton();
+    void takeGesture(const QNativeGestureEvent& gesture);
+    void turn(QPointF position, int& rest, int by, int perStep);
 
     QImage image;
     QImage sheet;            ///< of the next picture
     QImage layered;          ///< the picture with its layer; null while the layer has drawn nothing
     bool layerStale = false; ///< the layer is to be drawn anew before it is shown
     bool leftHeld = false;
+    bool takesWheel = false;
+    PictureShift shift;
     int wheelRest = 0; ///< eighths of a degree not yet made into a step
+    int pinchRest = 0; ///< likewise in thousandths of the size
 };
 
 /// A box of some lines of text in height that only shows something.

@@ -122,6 +122,22 @@ TEST(PictureBox, MouseEventsComeInPixelsAndALostReleaseIsTold) {
         EXPECT_EQ(event.isAccepted(), keys != Qt::NoModifier);
     }
     expect({u"zoom 15,30 2 0"_s, u"zoom 15,30 1 0"_s, u"zoom 15,30 -1 0"_s});
+    box.SetTakesWheel(true);
+    QObject::connect(&box, &PictureBox::Panned, [&](QPointF way) { note(u"pan"_s)(way, 0); });
+    // A wheel, and fingers on a touchpad.
+    for (const auto& [phase, keys] : {std::pair(Qt::NoScrollPhase, Qt::NoModifier),
+                                      {Qt::ScrollUpdate, Qt::NoModifier},
+                                      {Qt::ScrollUpdate, Qt::ControlModifier}}) {
+        QWheelEvent event({10, 20}, {10, 20}, {4, -6}, {0, 130}, Qt::NoButton, keys, phase, false);
+        QApplication::sendEvent(&box, &event);
+    }
+    for (const double part : {0.2, 0.1, -0.3, -0.25}) {
+        QNativeGestureEvent event(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, {10, 20},
+                                  {10, 20}, {10, 20}, part, {});
+        QApplication::sendEvent(&box, &event);
+    }
+    expect({u"zoom 15,30 1 0"_s, u"pan 6,-9 0 0"_s, u"zoom 15,30 1 0"_s, u"zoom 15,30 1 0"_s, u"zoom 15,30 -1 0"_s,
+            u"zoom 15,30 -1 0"_s});
 }
 
 } // namespace
