@@ -167,8 +167,12 @@ void frmMain::promptAndOpen() {
 
 bool frmMain::promptFileName(QString& path) {
     QString filter;
-    for (const ResultReader& reader : ResultReaders())
+    QStringList endings;
+    for (const ResultReader& reader : ResultReaders()) {
         filter += u"%1(%2)|%2|"_s.arg(QStringView(reader.Name), QStringView(reader.Endings));
+        endings += QStringView(reader.Endings).toString();
+    }
+    filter += tr("開けるファイル(%1)|%1|").arg(endings.join(u';'));
     filter += u"すべてのファイル(*.*)|*.*"_s;
     mdApplication::HideGraphWindows();
     Dialogs::FileSwitch derive{tr("応力からミーゼス応力と主応力を求める(&M)"), Settings.Window.DeriveStresses};

@@ -289,8 +289,8 @@ inline QByteArray frd(int form) {
         const auto column = [&](int number) { return padded(QByteArray::number(number), 5); };
         out += " -4  " + name.leftJustified(8, ' ') + column(components + 1) + column(1) + '\n';
         for (int c = 0; c <= components; ++c)
-            out += " -5  " + QByteArray("C" + QByteArray::number(c + 1)).leftJustified(8, ' ') + column(1) + column(kind) +
-                   column(c + 1) + column(0) + (c == components ? "    1ALL" : "") + '\n';
+            out += " -5  " + QByteArray("C" + QByteArray::number(c + 1)).leftJustified(8, ' ') + column(1) +
+                   column(kind) + column(c + 1) + column(0) + (c == components ? "    1ALL" : "") + '\n';
         block(values, std::size_t(components));
     };
     array("DISP", displacement, 2, 3);
