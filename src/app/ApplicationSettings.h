@@ -162,6 +162,7 @@ struct WindowSettings {
     QString Help;                ///< the help folder, with its trailing separator
     bool FitDisplaced = false;   ///< fitting the picture counts the displaced mesh
     bool DeriveStresses = false; ///< opened files get equivalent and principal stresses
+    bool FollowFile = false;     ///< the open file is read anew whenever somebody has written to it
     bool operator==(const WindowSettings&) const = default;
 };
 

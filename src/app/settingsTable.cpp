@@ -95,6 +95,7 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
     {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
     {.Name = u"Derive Stresses", .Of = in<window, &WindowSettings::DeriveStresses>, .Optional = true},
+    {.Name = u"Follow File", .Of = in<window, &WindowSettings::FollowFile>, .Optional = true},
 };
 
 constexpr Row<GraphDefaults> graph[] = {

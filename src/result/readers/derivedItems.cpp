@@ -68,6 +68,7 @@ private:
     std::int32_t countOf(std::int32_t step, std::int32_t item) const override {
         return source->ValueCount(step, item < itemsThere ? item : derivedAt(item).Of.Items[XX]);
     }
+    qint64 endOf(std::int32_t step) const override { return source->EndOf(step); }
     qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const override {
         if (item < itemsThere) {
             source->ReadValues(step, item, first, values);
