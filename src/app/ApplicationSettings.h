@@ -177,12 +177,13 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help;              ///< the help folder, with its trailing separator
-    QString PictureFolder;     ///< that of the picture saved last; empty: beside the result file
-    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
-    bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
-    bool PointTip = true;      ///< tell what lies under the resting mouse
-    bool FadeMesh = false;     ///< draw edges faintly where they lie close together
+    QString Help;                ///< the help folder, with its trailing separator
+    QString PictureFolder;       ///< that of the picture saved last; empty: beside the result file
+    bool FitDisplaced = false;   ///< fitting the picture counts the displaced mesh
+    bool FollowFile = false;     ///< the open file is read anew whenever somebody has written to it
+    bool PointTip = true;        ///< tell what lies under the resting mouse
+    bool FadeMesh = false;       ///< draw edges faintly where they lie close together
+    bool DeriveStresses = false; ///< opened files get equivalent and principal stresses
     bool operator==(const WindowSettings&) const = default;
 };
 

@@ -95,6 +95,7 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
     {.Name = u"Picture Folder", .Of = in<window, &WindowSettings::PictureFolder>, .Optional = true},
     {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
+    {.Name = u"Derive Stresses", .Of = in<window, &WindowSettings::DeriveStresses>, .Optional = true},
     {.Name = u"Follow File", .Of = in<window, &WindowSettings::FollowFile>, .Optional = true},
     {.Name = u"Point Tip", .Of = in<window, &WindowSettings::PointTip>, .Optional = true},
     {.Name = u"Fade Mesh", .Of = in<window, &WindowSettings::FadeMesh>, .Optional = true},

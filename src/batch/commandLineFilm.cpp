@@ -194,7 +194,7 @@ Status RunFilm(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     const StepRange steps = framesOf(job, session.Model);
     FilmFile film(job.output, job.film);
     if (film.Failure())

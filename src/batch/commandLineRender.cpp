@@ -115,7 +115,7 @@ Status render(const Options& options, const Options& typed) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     session.Plotter.SetScaleMode(job.scaleMode);
     mdView::ApplyZoom(job.zoom, session.View);
     takeOptions(options, typed, job.picture, session);

@@ -1,4 +1,5 @@
 #include "BatchTest.h"
+#include "result/ForeignSample.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"
@@ -199,11 +200,24 @@ TEST_F(RenderTest, WhatAPictureSaysOfItselfIsNotTrusted) {
     expectUnusable(render + u"none.png"_s, u"none.png"_s, "");
 }
 
+TEST_F(RenderTest, AConvertedResultGivesTheSamePicture) {
+    for (const QByteArray& bytes : {twoSquares().Bytes(), sample::legacyVtk(false, true)}) {
+        path = folder.Write(bytes, u"given"_s);
+        const QByteArray expected = traceOf({});
+        EXPECT_EQ(run(u"convert FILE "_s + folder.Path(u"made.vrf"_s)), 0);
+        EXPECT_EQ(errors,
+                  bytes.startsWith("VRF") ? QByteArray() : path.toUtf8() + ": 読まなかったもの: 点要素 1、線要素 1\n");
+        path = folder.Path(u"made.vrf"_s);
+        EXPECT_EQ(traceOf({}), expected);
+    }
+}
+
 TEST_F(BatchTest, WrongUsageIsTold) {
     const QString out = folder.Path(u"o.png"_s);
     QStringList wrong = u"|draw FILE|info FILE FILE|info FILE --json|mesh FILE --step 0|values FILE --step 1|"
                         "graph FILE -o o.bmp --type history --item 1 --nodes 1|values FILE --step 1 --item 1 "
-                        "--reference x|values none.vrf --step 1 --item 1 --query x|render FILE|"
+                        "--reference x|values none.vrf --step 1 --item 1 --query x|info FILE --derive max|convert "
+                        "FILE|convert FILE a.vtu|render FILE|"
                         "render FILE -o o.bmp"_s.split(u'|');
     const QString options = u"size 0x10|size 40000x10|steps 1:2|steps 1:2:0|mesh yes|scale-mode 1|zoom 10|"
                             "dpi 2000000000|set contour/legend|set contour/legends=1|view 1,2,3|view 1,2,-3,4|scale 0|"
@@ -300,7 +314,7 @@ TEST_F(RenderTest, NamesAreBytes) {
         WholeFile::Write(start + u".style"_s, "[GENERAL]\r\nbackcolor=255\r\n");
         WholeFile::Write(start + u".reg"_s, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\bent]\r\n");
         EXPECT_EQ(json(u"info FILE"_s)[u"file"], NativePath::Shown(path));
-        ResultModel model = batch::OpenFile(path);
+        ResultModel model = batch::OpenFile(path, {}, {outputBuffer, errorBuffer});
         ApplicationSettings settings;
         model.CurrentStep = 1;
         EXPECT_EQ(propertyFile::SavePropertyFile(settings, model), QString());
