@@ -83,9 +83,16 @@ private:
     void editContourValue();
     void editDrawSettings();
     void showProperties();
-    void showHelpIndex();
-    void showAbout();
     void openRecentFile(int index);
+
+    // frmMainHelp.cpp
+    /// The first page of the manual; empty, and the user has been told, when there is none.
+    QString helpIndex();
+    void showHelpIndex();
+    void showHelpKeyword();
+    void showHelpSearch();
+    void findHelp(int style);
+    void showAbout();
 
     // frmMainView.cpp
     void onZoomed();

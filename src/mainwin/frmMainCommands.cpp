@@ -1,17 +1,14 @@
 // What the commands do.
 #include "mainwin/frmMain.h"
 
-#include "app/helpPages.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
 #include "mainwin/commandState.h"
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
-#include "mainwin/frmAbout.h"
 #include "mainwin/globals.h"
 #include "platform/widgets/LongWork.h"
-#include "platform/widgets/Shell.h"
 #include "property/propertyFile.h"
 #include "result/windows/frmProperties.h"
 #include "view/windows/frmContourValue.h"
@@ -162,19 +159,6 @@ void frmMain::editDifference() {
     dialog.Bindings().Read(difference);
     loadStep(Model.CurrentStep, Model.CurrentItem);
     repaint();
-}
-
-void frmMain::showHelpIndex() {
-    const QString page = helpPages::Index(Settings.Window.Help, mdApplication::ProgramFolder(), u"ja"_s);
-    if (page.isEmpty())
-        ShowMessage(u"ヘルプドキュメントが見つかりません。"_s, MessageStyle::Stop);
-    else
-        Shell::Open(page);
-}
-
-void frmMain::showAbout() {
-    frmAbout dialog(this);
-    runModal(dialog);
 }
 
 void frmMain::editContourValue() {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Checks the manual: well-formed pages with titles, links and pictures that lead somewhere, a way to every page, the
-same pages in all languages, one line from the first page to the last, and every command of the window with its key.
+same pages in all languages, and every command of the window with its key.
 
 Usage: checkHelp.py ROOT
 """
@@ -19,7 +19,7 @@ class Page(html.parser.HTMLParser):
     def __init__(self, path):
         super().__init__()
         self.problems, self.open, self.ids = [], [], set()
-        self.links, self.files, self.along, self.rows, self.title = [], [], {}, [], ""
+        self.links, self.files, self.rows, self.title = [], [], [], ""
         self.feed(path.read_text(encoding="utf-8"))
         self.close()
         self.problems += [f"<{tag}> is never closed" for tag in self.open]
@@ -34,7 +34,6 @@ class Page(html.parser.HTMLParser):
             self.ids.add(attributes["id"])
         if tag == "a":
             self.links.append(attributes["href"])
-            self.along |= {attributes["rel"]: attributes["href"]} if "rel" in attributes else {}
         if tag == "img" and not attributes.get("alt"):
             self.problems.append(f"{attributes['src']} has no text in its place")
         if tag in ("img", "link"):
@@ -82,19 +81,6 @@ def unreachable(pages):
     return [f"{name}: no way leads here from {INDEX}" for name in sorted(set(pages) - seen)]
 
 
-def broken_line(pages):
-    """From the index each page leads to the next and back, until all have been seen once."""
-    seen, name = [], INDEX
-    while name and name not in seen:
-        seen.append(name)
-        following = pages[name].along.get("next")
-        if following and pages[following].along.get("prev") != name:
-            yield f"{following}: does not lead back to {name}"
-        name = following
-    if sorted(seen) != sorted(pages):
-        yield f"the line of pages ends after {seen}"
-
-
 def missing_commands(table, pages):
     """Commands that stand on a menu or bar have a row of their own in the manual, and their keys too."""
     commands = re.findall(r'\{u"(mi\w+)", \d+, u"([^"]*)", u"[^"]*", u"[^"]*", u"([^"]*)", Kind::\w+, u"(\w*)"', table)
@@ -119,7 +105,7 @@ def main():
     for language, pages in languages.items():
         folder = root / "help" / language
         own = [f"{name}: {problem}" for name, page in pages.items() for problem in page.problems]
-        own += [*wrong_links(folder, pages), *unreachable(pages), *broken_line(pages)]
+        own += [*wrong_links(folder, pages), *unreachable(pages)]
         own += [f"{name}: is not in every language" for other in languages.values() for name in set(pages) - set(other)]
         used |= {(folder / file).resolve() for page in pages.values() for file in page.files}
         found += [f"{language}: {problem}" for problem in own]
