@@ -102,16 +102,9 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
             at = *end;
             return;
         }
-        run([&, part = surface, pixel = penInk.Pixel](DevicePoint to) {
-            const DevicePoint from = at.Point;
+        run([&, plot = copyPlot(surface, penInk)](DevicePoint to) {
+            ThinLine::Draw(surface, at.Point, to, plot);
             at.Point = to;
-            if (!part.Contains(from) || !part.Contains(to) || ThinLine::Length(from, to) > 1) {
-                ThinLine::Draw(part, from, to, copyPlot(part, penInk));
-                return;
-            }
-            // Whether so short a line has any pixel is best not guessed.
-            std::uint32_t& present = *part.Pixel(from.X, from.Y);
-            present = from == to ? present : pixel;
         });
     } else {
         SurfaceLines lines(surface, penInk);

@@ -28,6 +28,37 @@ void forEachCrossing(DevicePoint start, DevicePoint end, int left, int top, cons
     }
 }
 
+/// The pixels of a side of a tiny polygon as bits, a row in each byte, from the left top of the side on.
+struct TinySide {
+    std::uint64_t Line = 0;      ///< its end left out
+    std::uint64_t Crossings = 0; ///< where it crosses the rows
+};
+
+constexpr int tinyReach = 7;
+using TinySides = std::array<std::array<TinySide, 2 * tinyReach + 1>, 2 * tinyReach + 1>;
+
+/// By its rows and its columns, both from -`tinyReach` on.
+const TinySides& tinySides() {
+    static const TinySides sides = [] {
+        constexpr int size = tinyReach + 1;
+        const PixelSurface area{nullptr, size, 0, 0, size, size};
+        TinySides made;
+        for (int dy = -tinyReach; dy <= tinyReach; ++dy)
+            for (int dx = -tinyReach; dx <= tinyReach; ++dx) {
+                TinySide& side = made[std::size_t(dy + tinyReach)][std::size_t(dx + tinyReach)];
+                const DevicePoint from{std::max(-dx, 0), std::max(-dy, 0)}, to{from.X + dx, from.Y + dy};
+                ThinLine::Draw(area, from, to, [&side](std::ptrdiff_t offset, std::int64_t) {
+                    side.Line |= std::uint64_t(1) << offset;
+                });
+                forEachCrossing(from, to, 0, 0, [&side](int row, int column) {
+                    side.Crossings |= std::uint64_t(1) << (row * size + column);
+                });
+            }
+        return made;
+    }();
+    return sides;
+}
+
 /// The numbers of `size` from `first` up to, without, `last`, as far as there are such.
 std::uint64_t bitsBetween(std::int64_t first, std::int64_t last, int size) {
     const auto below = [size](std::int64_t end) {
@@ -44,28 +75,25 @@ bool FigurePainter::isTiny(const Bounds& bounds) const {
            (brush.Hollow || !brushInk.Pattern);
 }
 
-/// With few branches that depend on the figure: which of a million little ones goes which way nobody can guess.
+/// Without branches that depend on the figure: which of a million little ones goes which way nobody can guess.
 void FigurePainter::tinyPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
     const bool open = surface.Contains({bounds.Left, bounds.Top}) && surface.Contains({bounds.Right, bounds.Bottom});
-    const PixelSurface area{nullptr, tinySize, bounds.Left, bounds.Top, bounds.Right + 1, bounds.Bottom + 1};
-    std::uint64_t outline = 0, inside = 0;
-    const auto turn = [&inside](int row, int column) {
-        inside ^= std::uint64_t(0xff << column & 0xff) << (row * tinySize);
-    };
+    const auto& sides = tinySides();
+    std::uint64_t outline = bounds.Width() == 1 && bounds.Height() == 1 ? 1 : 0, inside = 0;
     DevicePoint previous = points.back();
     for (const DevicePoint point : points) {
-        outline |= std::uint64_t(1) << area.Offset(point.X, point.Y);
-        const int dx = point.X - previous.X, dy = point.Y - previous.Y;
-        if (unsigned(dx + 1) > 2u || unsigned(dy + 1) > 2u) {
-            ThinLine::Draw(area, previous, point,
-                           [&outline](std::ptrdiff_t offset, std::int64_t) { outline |= std::uint64_t(1) << offset; });
-            forEachCrossing(previous, point, bounds.Left, bounds.Top, turn);
-        } else if (dy != 0) {
-            const DevicePoint upper = dy > 0 ? previous : point;
-            turn(upper.Y - bounds.Top, upper.X - bounds.Left);
-        }
+        const TinySide& side =
+            sides[std::size_t(point.Y - previous.Y + tinyReach)][std::size_t(point.X - previous.X + tinyReach)];
+        const int place =
+            (std::min(point.Y, previous.Y) - bounds.Top) * tinySize + std::min(point.X, previous.X) - bounds.Left;
+        outline |= side.Line << place;
+        inside ^= side.Crossings << place;
         previous = point;
     }
+    // Each crossing turns all that is right of it in its row.
+    inside ^= inside << 1 & 0xfefefefefefefefe;
+    inside ^= inside << 2 & 0xfcfcfcfcfcfcfcfc;
+    inside ^= inside << 4 & 0xf0f0f0f0f0f0f0f0;
     constexpr std::uint64_t everyRow = 0x0101010101010101;
     const std::uint64_t columns =
         bitsBetween(std::int64_t(surface.Left) - bounds.Left, std::int64_t(surface.Right) - bounds.Left, tinySize);

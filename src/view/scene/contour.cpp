@@ -11,7 +11,7 @@ namespace mdScene {
 namespace {
 
 constexpr int automaticBandCount = 20;
-constexpr std::size_t mostPolygonsPerPiece = 65536;
+constexpr std::size_t fewestPolygonsPerPiece = 4096, mostPolygonsPerPiece = 65536;
 
 /// The polygons of a stretch of one band's jobs.
 struct PolygonBatch {
@@ -59,7 +59,8 @@ private:
 
 void paintBand(DeviceContext& device, const ContourInput& input, std::span<const BandJob> jobs,
                std::vector<PolygonBatch>& batches) {
-    const std::size_t perPiece = std::clamp<std::size_t>(jobs.size() / batches.size() + 1, 1, mostPolygonsPerPiece);
+    const std::size_t perPiece =
+        std::clamp(jobs.size() / batches.size() + 1, fewestPolygonsPerPiece, mostPolygonsPerPiece);
     for (auto rest = jobs; !rest.empty();) {
         const std::size_t pieces = std::min(batches.size(), (rest.size() + perPiece - 1) / perPiece);
         parallelFor(int(pieces), [&](int piece) {
@@ -75,7 +76,8 @@ void paintBand(DeviceContext& device, const ContourInput& input, std::span<const
 /// Only bands that are seen, and of those in one element only the ones that stay to be seen.
 void drawTouchedBands(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
     const std::vector<BandJob> jobs = FindBandJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
-    std::vector<PolygonBatch> batches{std::size_t(coreCount())};
+    const auto pieces = std::size_t(coreCount());
+    std::vector<PolygonBatch> batches(pieces);
     for (std::size_t first = 0; first < jobs.size();) {
         std::size_t last = first;
         while (last < jobs.size() && jobs[last].band == jobs[first].band)
