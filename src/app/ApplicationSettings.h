@@ -161,6 +161,7 @@ struct WindowSettings {
     bool AutoInstall = true;
     QString Help;              ///< the help folder, with its trailing separator
     bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
+    bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
     bool operator==(const WindowSettings&) const = default;
 };
 

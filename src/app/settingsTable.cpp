@@ -94,6 +94,7 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"Scale Denominator", in<page, &PageSettings::ScaleDenominator>, 0},
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
     {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
+    {.Name = u"Follow File", .Of = in<window, &WindowSettings::FollowFile>, .Optional = true},
 };
 
 constexpr Row<GraphDefaults> graph[] = {

@@ -43,6 +43,8 @@ public:
     void Fit();
     /// The step in the table of zooms, held within its range; paints.
     void SetZoom(int value);
+    /// The view is another one than was painted.
+    void ShowView() { finishZoom(); }
     /// Whether a view was seen `by` places on, or back below 0, since the file was opened; and goes there.
     bool CanGoTo(int by) const { return seen.CanGo(by); }
     void GoTo(int by);

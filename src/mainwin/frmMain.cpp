@@ -77,7 +77,11 @@ void frmMain::Tell(const QString& line) {
 
 void frmMain::forgetTold() {
     notice.clear();
-    panels[0]->clear();
+    showTold();
+}
+
+void frmMain::showTold() {
+    panels[0]->setText(notice.isEmpty() ? fileNote : notice);
 }
 
 void frmMain::buildPanels() {
@@ -102,6 +106,7 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
+    connect(&fileWatch, &FileWatch::Looked, this, &frmMain::onFileLooked);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
@@ -123,7 +128,9 @@ void frmMain::connectEvents() {
 bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::StatusTip) {
         const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
-        panels[0]->setText(tip.isEmpty() ? notice : tip);
+        panels[0]->setText(tip);
+        if (tip.isEmpty())
+            showTold();
         return true;
     }
     return QMainWindow::event(event);
@@ -145,7 +152,7 @@ void frmMain::onPainted() {
     updatingUi = true;
     commandState::ShowChosen(*bars, facts());
     updatingUi = false;
-    panels[0]->setText(notice);
+    showTold();
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     showZoom();

@@ -2,18 +2,20 @@
 // what the events do stands in a file per subject, and what the picture does by itself in its control.
 #pragma once
 
+#include "mainwin/FileWatch.h"
 #include "mainwin/RecentFiles.h"
 #include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
 #include "view/clsMouse.h"
+#include "view/scene/Session.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
 class QLabel;
 class ctlScene;
 struct CommandFacts;
-struct ResultModel;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -58,6 +60,7 @@ private:
     bool takeStepKey(const QKeyEvent& event);
     void onPainted();
     void forgetTold();
+    void showTold();
 
     // frmMainCommands.cpp
     CommandFacts facts() const;
@@ -123,13 +126,20 @@ private:
     void editPageLayout();
 
     // frmMainDocument.cpp
+    struct Opening;
     void openResultFile(const QString& path);
-    bool readResultFile(const QString& path, ResultModel& loaded, bool& stopped);
-    void takeUpFile(const ResultModel& loaded);
+    void readResultFile(const QString& path, Opening& opening);
+    void takeUpFile(const Opening& opening);
     /// Gives the open file up and says why.
     void dropFile(const QString& why);
-    /// False without the memory for it; the file is then given up, since it would be half loaded.
-    bool load(const std::function<void()>& what);
+    /// Brings the window up before anything else is done.
+    void showAtOnce();
+    /// Does what reads of a file of so many bytes: large ones on another thread while the window is alive. False when
+    /// that was stopped.
+    bool readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
+                  bool givesWay = false);
+    /// False, with the step that shows, when another one could not be had; the user is told why.
+    bool load(const std::function<Session::StepLoad(const LoadProgress&)>& what);
     bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
@@ -139,6 +149,19 @@ private:
     bool restoreWindow();
     void storeWindow();
     QSize roomForFrame() const;
+
+    // frmMainReload.cpp
+    enum class Reading { Done, Stopped, Refused };
+    void followFile();
+    void lookAtFile() { fileWatch.LookNow(); }
+    void onFileLooked();
+    bool mayFollow() const;
+    void noteFileChange();
+    void reloadFile();
+    void followGrowth();
+    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh);
+    void takeUpAnew(const ResultModel& fresh);
+    static QString fileHasChanged();
 
     // frmMainSlideShow.cpp
     void toggleSlideShow();
@@ -163,6 +186,11 @@ private:
     QRect placeBefore;       ///< before the window filled the screen
     bool sizeToCome = false; ///< the window has not got its real size yet
     QString notice;          ///< what the status bar says when nothing else has its first panel
+    QString fileNote;        ///< what has become of the open file; behind `notice`
+    FileWatch fileWatch;
+    QElapsedTimer sinceReload;
+    qint64 reloadMs = 0;     ///< what the last one took
+    qint64 awaitedBytes = 0; ///< with fewer bytes of the file there is nothing new
     RecentFiles recentFiles;
     SlideShow slideShow;
     QTimer timSlideShow;

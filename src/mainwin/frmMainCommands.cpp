@@ -111,9 +111,9 @@ void frmMain::chooseItem() {
     };
     const int item = bars->ListIndex(u"miDrawContourItem"_s);
     // What was picked for one kind of object means nothing for another.
-    if (typeOf(item) != typeOf(Model.CurrentItem))
+    const bool sameKind = typeOf(item) == typeOf(Model.CurrentItem);
+    if (loadStep(Model.CurrentStep, item) && !sameKind)
         Selection.Clear();
-    loadStep(Model.CurrentStep, item);
 }
 
 void frmMain::applyScaleMode() {
@@ -156,8 +156,10 @@ void frmMain::editDifference() {
     runModal(dialog);
     if (!dialog.Result)
         return;
+    const DifferenceSettings before = difference;
     dialog.Bindings().Read(difference);
-    loadStep(Model.CurrentStep, Model.CurrentItem);
+    if (!loadStep(Model.CurrentStep, Model.CurrentItem))
+        difference = before;
     repaint();
 }
 

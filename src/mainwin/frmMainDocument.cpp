@@ -17,10 +17,12 @@
 #include "view/scene/Session.h"
 
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
 #include <QStyle>
+#include <QWindow>
 
 using mdApplication::Current;
 using mdApplication::Model;
@@ -54,33 +56,71 @@ void frmMain::FirstStep(const QString& commandLine) {
         ShowMessage(u"無効なパラメータです。"_s, MessageStyle::Stop);
 }
 
-bool frmMain::readResultFile(const QString& path, ResultModel& loaded, bool& stopped) {
+/// A file on its way into the window, with the step that it opens with.
+struct frmMain::Opening {
+    ResultModel Loaded;
+    bool Good = false, Stopped = false;
+    // As its property file wants them.
+    int Step = -1, Item = -1, Reference = -1;
+};
+
+bool frmMain::readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
+                       bool givesWay) {
     constexpr qint64 bytesReadAtOnce = 16 << 20;
-    if (ReadHandle::Open(path).Size() < bytesReadAtOnce)
-        return mdVelorinResultModel::LoadResultFile(path, loaded);
-    bool good = false;
-    LongWork work(u"読み込み中... (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
-    stopped = !work.Run([&](const LongWork::Progress& progress) {
-        good = mdVelorinResultModel::LoadResultFile(path, loaded, progress);
+    if (bytes < bytesReadAtOnce) {
+        read({});
+        return true;
+    }
+    showAtOnce();
+    LongWork work(caption + u" (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
+    work.SetGivesWay(givesWay);
+    return work.Run(read);
+}
+
+void frmMain::showAtOnce() {
+    constexpr int patienceMs = 500, intervalMs = 20;
+    if (isVisible())
+        return;
+    show();
+    QElapsedTimer elapsed;
+    for (elapsed.start(); !windowHandle()->isExposed() && elapsed.elapsed() < patienceMs;)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, intervalMs);
+}
+
+void frmMain::readResultFile(const QString& path, Opening& opening) {
+    using namespace mdVelorinResultModel;
+    ApplicationSettings asLeft = Settings;
+    ResultModel& loaded = opening.Loaded;
+    ResultModel named;
+    named.FileName = NativePath::Absolute(path);
+    propertyFile::LoadPropertyFile(asLeft, named);
+    opening.Step = named.CurrentStep;
+    opening.Item = named.CurrentItem;
+    opening.Reference = asLeft.Difference.StandardStep;
+    opening.Stopped = !readWith(ReadHandle::Open(path).Size(), tr("読み込み中..."), [&](const LoadProgress& progress) {
+        // Of the time until the picture, about.
+        constexpr int untilMesh = 60;
+        opening.Good = LoadResultFile(path, loaded, PartOf(progress, 0, untilMesh));
+        if (opening.Good)
+            LoadStep(std::max(opening.Step, 0), std::max(opening.Item, 0), loaded, false, opening.Reference,
+                     PartOf(progress, untilMesh, 100));
     });
-    return good;
 }
 
 void frmMain::openResultFile(const QString& path) {
     if (LongWork::IsRunning())
         return;
     // Read into a model of its own, so that a load that is stopped leaves everything as it was.
-    ResultModel loaded;
-    loaded.Title = Model.Title;
-    bool stopped = false, good = false;
+    Opening opening;
+    opening.Loaded.Title = Model.Title;
     try {
-        good = readResultFile(path, loaded, stopped);
+        readResultFile(path, opening);
     } catch (const std::bad_alloc&) {
-        loaded = {};
+        opening = {};
         ShowMessage(path + noMemory, MessageStyle::Stop);
         return;
     }
-    if (stopped)
+    if (opening.Stopped)
         return;
     forgetTold();
     // What a show holds fixed is not the file's own, and must not be saved with it.
@@ -90,17 +130,24 @@ void frmMain::openResultFile(const QString& path) {
         Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
     mdApplication::UnloadGraphWindows();
-    if (good)
-        takeUpFile(loaded);
+    if (opening.Good)
+        takeUpFile(opening);
     else // which gives the earlier file up too
         dropFile(path + u"\r\nファイルの形式が不正です。"_s);
 }
 
-void frmMain::takeUpFile(const ResultModel& loaded) {
-    Current.TakeUp(loaded);
+void frmMain::takeUpFile(const Opening& opening) {
+    Current.TakeUp(opening.Loaded);
     const int step = Model.CurrentStep;
-    if (!loadStep(std::max(step, 0), Model.CurrentItem))
-        return;
+    // What is saved of a file that opens again may want another step than before.
+    if (step == opening.Step && Model.CurrentItem == opening.Item &&
+        Settings.Difference.StandardStep == opening.Reference) {
+        Model.CurrentStep = opening.Loaded.CurrentStep;
+        Model.CurrentItem = opening.Loaded.CurrentItem;
+    } else {
+        loadStep(std::max(step, 0), Model.CurrentItem);
+    }
+    followFile();
     recentFiles.Add(Model.FileName);
     commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
     if (!isVisible())
@@ -126,23 +173,28 @@ void frmMain::tellWhatIsMissing(int step) {
 }
 
 bool frmMain::loadStep(int step, int item) {
-    return load([=] { Current.LoadStep(step, item); });
+    return load([=](const LoadProgress& progress) { return Current.ExchangeStep(step, item, progress); });
 }
 
-bool frmMain::load(const std::function<void()>& what) {
+bool frmMain::load(const std::function<Session::StepLoad(const LoadProgress&)>& what) {
     try {
-        what();
-        return true;
+        Session::StepLoad outcome = Session::StepLoad::Done;
+        readWith(Model.Look.Size(), tr("ステップを読み込み中..."),
+                 [&](const LoadProgress& progress) { outcome = what(progress); });
+        if (outcome == Session::StepLoad::Stopped)
+            Tell(tr("読み込みを中止しました。"));
+        if (outcome == Session::StepLoad::Changed)
+            Tell(fileHasChanged());
+        return outcome == Session::StepLoad::Done;
     } catch (const std::bad_alloc&) {
-        const QString path = Model.FileName;
-        Model = {};
-        dropFile(path + noMemory);
+        ShowMessage(Model.FileName + noMemory, MessageStyle::Stop);
         return false;
     }
 }
 
 void frmMain::dropFile(const QString& why) {
     mdVelorinResultModel::CloseResultFile(Model);
+    followFile();
     if (slideShow.IsOn())
         endSlideShow();
     updateCaption();

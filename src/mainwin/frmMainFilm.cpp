@@ -7,6 +7,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "output/windows/frmFilmCodec.h"
+#include "platform/device/DrawingStopped.h"
 #include "platform/raster/RasterDevice.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
@@ -46,6 +47,8 @@ void frmMain::exportSlideShow() {
                          .RenderScene =
                              [&film](int frame, PlotCanvas& plot) {
                                  film.LoadStep(frame, film.Model.CurrentItem);
+                                 if (!mdVelorinResultModel::StillHolds(film.Model, frame))
+                                     throw DrawingStopped();
                                  mdScene::PaintScene(plot, false, film.CurrentScene());
                              },
                          .ChooseCodec =
@@ -71,6 +74,9 @@ void frmMain::exportSlideShow() {
         ok = writer.Export({});
     } catch (const std::bad_alloc&) {
         Tell(u"メモリが足りないため、中止しました。"_s);
+        return;
+    } catch (const DrawingStopped&) {
+        ShowMessage(fileHasChanged(), MessageStyle::Stop);
         return;
     }
     // The last step that was painted is the one that shows from now on.

@@ -32,6 +32,10 @@ void frmMain::createGraphFromSelection(int graphType) {
             Tell(u"グラフの作成を中止しました。"_s);
             return;
         }
+        if (!mdVelorinResultModel::StillHolds(Model, Model.StepCount - 1)) {
+            Tell(fileHasChanged());
+            return;
+        }
     } catch (const std::bad_alloc&) {
         graph.reset();
         mdApplication::ShowMessage(u"メモリが不足しています。"_s, MessageStyle::Stop);
@@ -47,8 +51,14 @@ void frmMain::createGraphFromSelection(int graphType) {
 void frmMain::showGraphPoint(int step, int objectType, int object) {
     if (Current.SlideShow.SlideShowRunning || LongWork::IsRunning())
         return;
+    const int objects = objectType == PickedKind::Nodes ? Model.Mesh.NodeCount : Model.Mesh.ElementCount;
+    if (step >= Model.StepCount || object >= objects) {
+        Tell(tr("読み直したファイルにこの点はありません。"));
+        return;
+    }
+    if (!loadStep(step, Model.CurrentItem))
+        return;
     Selection.Clear();
     Selection.Add(object, objectType);
-    if (loadStep(step, Model.CurrentItem))
-        repaint();
+    repaint();
 }

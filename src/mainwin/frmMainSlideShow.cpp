@@ -33,14 +33,20 @@ void frmMain::beginSlideShow() {
     const auto compute = [&](const LongWork::Progress& progress) {
         range = ComputeItemRange(Model.CurrentItem, Model, Settings.Vector, progress);
     };
-    if (!load([&] { whole = work.Run(compute); }))
-        return;
+    try {
+        whole = work.Run(compute);
+    } catch (const std::bad_alloc&) {
+        whole = false;
+    }
     if (!whole || !range) {
         Tell(u"スライドショーを中止しました。"_s);
         return;
     }
-    if (!load([&] { slideShow.Start(*range); }))
+    if (!mdVelorinResultModel::StillHolds(Model, Model.StepCount - 1)) {
+        Tell(fileHasChanged());
         return;
+    }
+    load([&](const LoadProgress& progress) { return slideShow.Start(*range, progress); });
     Selection.Clear();
     showSlideShowState();
     repaint();
@@ -48,7 +54,7 @@ void frmMain::beginSlideShow() {
 
 void frmMain::endSlideShow() {
     timSlideShow.stop();
-    load([&] { slideShow.Stop(); });
+    load([&](const LoadProgress& progress) { return slideShow.Stop(progress); });
     showSlideShowState();
 }
 
@@ -82,8 +88,10 @@ void frmMain::pauseSlideShow() {
 void frmMain::showNextSlide() {
     if (LongWork::IsRunning())
         return;
-    if (load([&] { slideShow.ShowNext(); }))
+    if (load([&](const LoadProgress& progress) { return slideShow.ShowNext(progress); }))
         scene->Paint([this] { slideShow.ReadAhead(); });
+    else
+        pauseSlideShow();
 }
 
 void frmMain::editSlideShow() {

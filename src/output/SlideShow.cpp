@@ -5,7 +5,7 @@
 
 SlideShow::SlideShow(Session& ofSession) : session(ofSession) {}
 
-void SlideShow::Start(const ShowRange& computed) {
+Session::StepLoad SlideShow::Start(const ShowRange& computed, const LoadProgress& progress) {
     range = computed;
     savedStep = session.Model.CurrentStep;
     savedContour = session.Settings.Contour;
@@ -15,8 +15,7 @@ void SlideShow::Start(const ShowRange& computed) {
         FixContour(session.Settings.Contour, range.Maximum, range.Minimum, settings.ContourDivide);
     else
         session.Settings.Contour.Automatic = false;
-    if (settings.AtFirst)
-        loadStep(0);
+    return settings.AtFirst ? loadStep(0, progress) : Session::StepLoad::Done;
 }
 
 void SlideShow::ApplySettings() {
@@ -30,7 +29,7 @@ void SlideShow::ApplySettings() {
     }
 }
 
-void SlideShow::Stop() {
+Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
     ForgetAhead();
     session.SlideShow = {};
     const SlideShowSettings& settings = session.Settings.SlideShow;
@@ -41,8 +40,7 @@ void SlideShow::Stop() {
         contour.Automatic = savedContour.Automatic;
         contour.Divide = savedContour.Divide;
     }
-    if (settings.RestoreStep)
-        loadStep(savedStep);
+    return settings.RestoreStep ? loadStep(savedStep, progress) : Session::StepLoad::Done;
 }
 
 std::int32_t SlideShow::nextStep() const {
@@ -56,13 +54,13 @@ bool SlideShow::isAhead(std::int32_t step) const {
            ahead.CurrentItem == shown.CurrentItem && ahead.ReferenceStep == shown.ReferenceStep;
 }
 
-void SlideShow::ShowNext() {
+Session::StepLoad SlideShow::ShowNext(const LoadProgress& progress) {
     const std::int32_t step = nextStep();
     // The two change places, so that each has its own memory to write the values to in which nobody else has a share.
-    if (isAhead(step))
-        std::swap(session.Model, ahead);
-    else
-        loadStep(step);
+    if (!isAhead(step))
+        return loadStep(step, progress);
+    std::swap(session.Model, ahead);
+    return Session::StepLoad::Done;
 }
 
 void SlideShow::ReadAhead() noexcept {
@@ -71,6 +69,8 @@ void SlideShow::ReadAhead() noexcept {
             ahead = session.Model;
         mdVelorinResultModel::LoadStep(nextStep(), std::max(session.Model.CurrentItem, 0), ahead, false,
                                        session.Settings.Difference.StandardStep);
+        if (!mdVelorinResultModel::StillHolds(ahead, nextStep()))
+            ForgetAhead();
     } catch (const std::exception&) {
         // Without memory for a second step the show goes on with one.
         ForgetAhead();

@@ -12,17 +12,19 @@ public:
     SlideShow(const SlideShow&) = delete;
     SlideShow& operator=(const SlideShow&) = delete;
 
+    // Where a step that can't be had is asked for, the one that shows stays, and all else is done.
+
     bool IsOn() const { return session.SlideShow.SlideShowRunning; }
     /// Begins a show with what `ComputeItemRange` gives of the current item: holds the contour as the settings say and
     /// goes to the first step if they say so.
-    void Start(const ShowRange& computed);
+    Session::StepLoad Start(const ShowRange& computed, const LoadProgress& progress = {});
     /// Takes up settings of the show that have changed while it is on.
     void ApplySettings();
     /// Puts the contour back as the settings say now, and the step if they say so.
-    void Stop();
+    Session::StepLoad Stop(const LoadProgress& progress = {});
 
     /// Goes to the next step, behind the last one to the first.
-    void ShowNext();
+    Session::StepLoad ShowNext(const LoadProgress& progress = {});
     /// Reads the step that comes next into a place of its own. May be called on another thread while the session is
     /// only read; what it can't do, `ShowNext` does.
     void ReadAhead() noexcept;
@@ -31,7 +33,9 @@ public:
 
 private:
     std::int32_t nextStep() const;
-    void loadStep(std::int32_t step) { session.LoadStep(step, session.Model.CurrentItem); }
+    Session::StepLoad loadStep(std::int32_t step, const LoadProgress& progress) {
+        return session.ExchangeStep(step, session.Model.CurrentItem, progress);
+    }
     bool isAhead(std::int32_t step) const;
 
     Session& session;

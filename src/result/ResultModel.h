@@ -5,6 +5,7 @@
 // side changes it. Indexes count from 0, -1 means none. Reals are single precision.
 #pragma once
 
+#include "result/FileLook.h"
 #include "result/readers/ResultContent.h"
 
 #include <span>
@@ -77,6 +78,7 @@ struct ResultModel {
     QString Magic;
     std::int32_t Version = 0; ///< times 100
     ReadHandle FileHandle;    ///< shared by the copies of a model; closed for what is read from no single file
+    FileLook Look;            ///< of the file when it was opened
     std::int32_t FirstStepOffset = 0;
     std::shared_ptr<const StepSource> Source; ///< gives the values of the steps; shared too, null when no file is open
     QString Title;
@@ -91,6 +93,7 @@ struct ResultModel {
     MeshData Mesh;
     QList<ItemValues> ItemData;
     std::int32_t ReferenceStep = -1;
+    std::int32_t ReferenceItem = -1; ///< whose values stand in `ReferenceValue`
     QList<ItemValues> ReferenceItemData;
     bool LineElementsOnly = false;
     bool NoDisplacement = false;

@@ -19,6 +19,25 @@ bool IsResultFile(const QString& path);
 /// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
 bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
 
+/// The same for a file that is being written: only the first `bytes` of it count, and steps that end behind them are
+/// left out. False too when the mesh does, or when the file has become another one meanwhile.
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress = {});
+
+/// Whether what was read of a step is what the file held when it was opened: it has not changed since, or it has only
+/// grown and the step was whole already.
+bool StillHolds(const ResultModel& model, std::int32_t step);
+
+/// The item of `after` with the name, and if possible the kind, of an item of `before`; -1 when there is none.
+std::int32_t ItemLike(const ResultModel& before, std::int32_t item, const ResultModel& after);
+
+/// Where to go on in a file that has been read anew.
+struct StepAndItem {
+    std::int32_t Step = -1, Item = -1;
+};
+/// The step of the same number as in `before`, or the last one when there are fewer, and the item of the same name, or
+/// the first one. With `toTheEnd` the last step when the last one was shown.
+StepAndItem SamePlace(const ResultModel& before, const ResultModel& after, bool toTheEnd);
+
 void CloseResultFile(ResultModel& model);
 bool IsFileClosed(const ResultModel& model);
 
@@ -26,12 +45,12 @@ bool IsFileClosed(const ResultModel& model);
 
 /// Loads `step` with `item` spread onto the nodes, and before it `referenceStep` (-1: none) as the reference. False
 /// when no file is open or there is no such step; `CurrentStep` is then -1. `keepNeighbours` leaves the neighbours as
-/// they are.
-bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours,
-              std::int32_t referenceStep);
+/// they are. False too when `progress`, which may be called from any thread, says no; the model is then half loaded.
+bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours, std::int32_t referenceStep,
+              const LoadProgress& progress = {});
 
 /// Reads a step's element types and item values. `item` is only tested for being 0 or more.
-bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model);
+bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model, const LoadProgress& progress = {});
 
 /// Spreads an item of the loaded step onto the nodes: per node as it is, per element as the mean over the node's
 /// elements that exist in the step. An item that is not there gives zeros and `CurrentItem` -1.
@@ -45,8 +64,8 @@ void KeepReference(ResultModel& model);
 /// For each edge of each element the element on its other side, from the element types of the loaded step. Only
 /// elements that exist take part. An edge of more than two elements joins each further element with the first, and the
 /// first with the last. The first edge of the first existing element has no neighbour by definition. Nothing is done
-/// when the same elements exist as at the last call.
-void BuildElementNeighbours(MeshData& mesh);
+/// when the same elements exist as at the last call. False, with some neighbours, when `progress` says no.
+bool BuildElementNeighbours(MeshData& mesh, const LoadProgress& progress = {});
 
 // Queries: all return a fresh record and change nothing.
 

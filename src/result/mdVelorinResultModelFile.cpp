@@ -25,8 +25,9 @@ bool isNodeOf(const MeshData& mesh, std::int32_t node) {
     return node >= 0 && node < mesh.NodeCount;
 }
 
-/// Element centres, and the way back from each node to its elements.
-void deriveFromElements(MeshData& mesh) {
+/// Element centres, and the way back from each node to its elements. False when `progress` says no.
+bool deriveFromElements(MeshData& mesh, const LoadProgress& progress) {
+    constexpr std::int32_t progressStride = 65536;
     ElementTable& elements = mesh.Elements;
     NodeTable& nodes = mesh.Nodes;
     const std::int32_t* nodeIndex = elements.NodeIndex.constData();
@@ -49,6 +50,8 @@ void deriveFromElements(MeshData& mesh) {
     float* centreX = elements.CentreX.data();
     float* centreY = elements.CentreY.data();
     for (std::int32_t e = 0; e < mesh.ElementCount; ++e) {
+        if (e % progressStride == 0 && progress && !progress(e, mesh.ElementCount))
+            return false;
         const std::int32_t first = elements.FirstCorner.at(e);
         const std::int32_t count = elements.NodeCount(e);
         float sumX = 0, sumY = 0;
@@ -65,6 +68,7 @@ void deriveFromElements(MeshData& mesh) {
         centreX[e] = count > 0 ? sumX / float(count) : 0;
         centreY[e] = count > 0 ? sumY / float(count) : 0;
     }
+    return true;
 }
 
 bool hasLineElementsOnly(const MeshData& mesh) {
@@ -91,8 +95,8 @@ void takeOverMesh(const ResultContent& content, MeshData& mesh) {
     elements.Neighbour = listOf(elements.NodeIndex.size(), -1);
 }
 
-ResultModel modelOf(const ResultContent& content, const QString& earlierTitle) {
-    ResultModel model;
+bool takeOver(const ResultContent& content, const QString& earlierTitle, ResultModel& model,
+              const LoadProgress& progress) {
     model.Magic = content.Magic;
     model.Version = content.Version;
     model.FileHandle = content.FileHandle;
@@ -105,9 +109,8 @@ ResultModel modelOf(const ResultContent& content, const QString& earlierTitle) {
     model.Items = content.Items;
     findDisplacementItems(model);
     takeOverMesh(content, model.Mesh);
-    deriveFromElements(model.Mesh);
     model.LineElementsOnly = hasLineElementsOnly(model.Mesh);
-    return model;
+    return deriveFromElements(model.Mesh, progress);
 }
 
 } // namespace
@@ -130,14 +133,64 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
         return false;
     // The earlier file's title is all that a file can take over; the rest goes before the new mesh asks for memory.
     const QString title = model.Title;
+    const FileLook look(ReadHandle::Open(path));
     model = {};
     model.Title = title;
     ResultContent content;
-    if (!reader->Open(path, content, progress))
+    // Reading takes most of the time, and this much of it.
+    constexpr int untilRead = 75;
+    if (!reader->Open(path, content, PartOf(progress, 0, untilRead)))
         return false;
-    model = modelOf(content, title);
+    if (!takeOver(content, title, model, PartOf(progress, untilRead, 100))) {
+        model = {};
+        model.Title = title;
+        return false;
+    }
     model.FileName = NativePath::Absolute(path);
+    model.Look = look;
     return true;
+}
+
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
+    const FileLook look(ReadHandle::Open(path), bytes);
+    if (!LoadResultFile(path, model, progress) || model.FirstStepOffset > bytes)
+        return false;
+    model.Look = look;
+    while (model.StepCount > 0 && model.Source->EndOf(model.StepCount - 1) > bytes) {
+        model.Steps.removeLast();
+        --model.StepCount;
+    }
+    return StillHolds(model, model.StepCount - 1);
+}
+
+bool StillHolds(const ResultModel& model, std::int32_t step) {
+    const FileChange change = model.Look.ChangeInPlace();
+    if (change != FileChange::Grown)
+        return change == FileChange::None;
+    return !model.Source || model.Source->EndOf(step) <= model.Look.Size();
+}
+
+std::int32_t ItemLike(const ResultModel& before, std::int32_t item, const ResultModel& after) {
+    if (item < 0 || item >= before.ItemCount)
+        return -1;
+    // A name may stand twice, for one kind of objects and for another.
+    const ItemInfo& wanted = before.Items.at(item);
+    std::int32_t like = -1;
+    for (std::int32_t i = after.ItemCount - 1; i >= 0; --i) {
+        const ItemInfo& other = after.Items.at(i);
+        const bool sameKind = other.ElementType == wanted.ElementType;
+        if (other.Name == wanted.Name &&
+            (sameKind || like < 0 || after.Items.at(like).ElementType != wanted.ElementType))
+            like = i;
+    }
+    return like;
+}
+
+StepAndItem SamePlace(const ResultModel& before, const ResultModel& after, bool toTheEnd) {
+    const bool wasLast = before.CurrentStep == before.StepCount - 1;
+    const std::int32_t last = after.StepCount - 1;
+    const std::int32_t step = toTheEnd && wasLast ? last : std::min(std::max(before.CurrentStep, 0), last);
+    return {step, std::max(ItemLike(before, before.CurrentItem, after), 0)};
 }
 
 void CloseResultFile(ResultModel& model) {

@@ -151,11 +151,11 @@ QList<std::uint64_t> existenceOf(const MeshData& mesh) {
 
 } // namespace
 
-void BuildElementNeighbours(MeshData& mesh) {
+bool BuildElementNeighbours(MeshData& mesh, const LoadProgress& progress) {
     const QList<std::uint64_t> existence = existenceOf(mesh);
     if (existence.isEmpty() || existence == mesh.NeighbourBasis)
-        return;
-    mesh.NeighbourBasis = existence;
+        return true;
+    mesh.NeighbourBasis.clear();
     ElementTable& elements = mesh.Elements;
     elements.Neighbour = listOf(elements.NodeIndex.size(), -1);
 
@@ -176,7 +176,11 @@ void BuildElementNeighbours(MeshData& mesh) {
         }
 
     constexpr std::int32_t nodesPerPiece = 16384;
-    parallelFor((mesh.NodeCount + nodesPerPiece - 1) / nodesPerPiece, [&](int piece) {
+    const std::int32_t pieces = (mesh.NodeCount + nodesPerPiece - 1) / nodesPerPiece;
+    SharedProgress shared(progress, pieces);
+    parallelFor(pieces, [&](int piece) {
+        if (!shared.GoesOn())
+            return;
         std::vector<EdgeUse> uses;
         const std::int32_t last = std::min(mesh.NodeCount, (piece + 1) * nodesPerPiece);
         for (std::int32_t node = piece * nodesPerPiece; node < last; ++node)
@@ -186,6 +190,9 @@ void BuildElementNeighbours(MeshData& mesh) {
     // above.
     if (mesh.Nodes.ElementIndex.size() != elements.NodeIndex.size())
         joinEdgesWithoutNode(topology, mesh.ElementCount);
+    if (!shared.IsStopped())
+        mesh.NeighbourBasis = existence;
+    return !shared.IsStopped();
 }
 
 } // namespace mdVelorinResultModel

@@ -50,12 +50,16 @@ std::vector<Piece> layOutItems(std::int32_t step, ResultModel& model) {
     return pieces;
 }
 
-void readItems(std::int32_t step, ResultModel& model) {
+/// False when `progress` says no.
+bool readItems(std::int32_t step, ResultModel& model, const LoadProgress& progress) {
     std::vector<Piece> pieces = layOutItems(step, model);
+    SharedProgress shared(progress, qint64(pieces.size()));
     std::vector<float*> targets;
     for (ItemValues& item : model.ItemData)
         targets.push_back(item.Values.data());
     parallelFor(int(pieces.size()), [&](int i) {
+        if (!shared.GoesOn())
+            return;
         Piece& piece = pieces[std::size_t(i)];
         const std::span<float> values{targets[std::size_t(piece.item)] + piece.first, std::size_t(piece.count)};
         model.Source->ReadValues(step, piece.item, piece.first, values);
@@ -67,6 +71,7 @@ void readItems(std::int32_t step, ResultModel& model) {
     for (std::int32_t i = 0; i < model.ItemCount; ++i)
         if (model.ItemData.at(i).Count > 0)
             bounds[std::size_t(i)].StoreIn(model.ItemData[i]);
+    return !shared.IsStopped();
 }
 
 bool allElementsExist(const MeshData& mesh) {
@@ -93,7 +98,7 @@ void findActiveNodes(MeshData& mesh) {
 
 } // namespace
 
-bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
+bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model, const LoadProgress& progress) {
     if (step < 0 || item < 0 || step >= model.StepCount || IsFileClosed(model)) {
         model.CurrentStep = -1;
         return false;
@@ -101,9 +106,9 @@ bool ReadStepData(std::int32_t step, std::int32_t item, ResultModel& model) {
     QList<std::int32_t>& types = model.Mesh.Elements.ElementType;
     model.Source->ReadTypes(step, 0, {ownData(types), std::size_t(types.size())});
     findActiveNodes(model.Mesh);
-    readItems(step, model);
-    model.CurrentStep = step;
-    return true;
+    const bool whole = readItems(step, model, progress);
+    model.CurrentStep = whole ? step : -1;
+    return whole;
 }
 
 void ApplyItemToNodes(std::int32_t item, ResultModel& model) {
@@ -155,26 +160,54 @@ void KeepReference(ResultModel& model) {
     model.Mesh.Nodes.ReferenceValue = model.Mesh.Nodes.Value;
     model.ReferenceItemData = model.ItemData;
     model.ReferenceStep = model.CurrentStep;
+    model.ReferenceItem = model.CurrentItem;
 }
 
-bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours,
-              std::int32_t referenceStep) {
+namespace {
+
+/// Whether the reference that stands in the model is what reading it again before a step would give.
+bool hasReference(std::int32_t step, std::int32_t item, const ResultModel& model) {
+    if (step < 0 || step != model.ReferenceStep || item != model.ReferenceItem)
+        return false;
+    // Of nodes without a value the earlier steps decide.
+    return model.Items.at(item).ElementType >= 0 ||
+           model.ReferenceItemData.at(item).Values.size() == model.Mesh.NodeCount;
+}
+
+/// False when `progress` says no.
+bool loadReference(std::int32_t step, std::int32_t item, ResultModel& model, const LoadProgress& progress) {
+    if (step < 0 || step >= model.StepCount || item < 0) {
+        ClearReference(model);
+        return true;
+    }
+    if (!ReadStepData(step, item, model, progress))
+        return false;
+    ApplyItemToNodes(item, model);
+    KeepReference(model);
+    return true;
+}
+
+} // namespace
+
+bool LoadStep(std::int32_t step, std::int32_t item, ResultModel& model, bool keepNeighbours, std::int32_t referenceStep,
+              const LoadProgress& progress) {
     if (IsFileClosed(model))
         return false;
-    const bool wantsReference = referenceStep >= 0 && referenceStep < model.StepCount;
-    if (wantsReference && ReadStepData(referenceStep, item, model)) {
-        ApplyItemToNodes(item, model);
-        KeepReference(model);
-    } else {
-        ClearReference(model);
+    // Of the time that a step takes, about.
+    constexpr int untilReference = 35, untilStep = 75;
+    const bool isThere = step >= 0 && step < model.StepCount;
+    if (isThere && hasReference(referenceStep, item, model))
+        model.Mesh.Nodes.Value = model.Mesh.Nodes.ReferenceValue;
+    else if (!loadReference(referenceStep, item, model, PartOf(progress, 0, untilReference)))
+        return false;
+    if (!ReadStepData(step, item, model, PartOf(progress, untilReference, untilStep)))
+        return false;
+    if (!keepNeighbours && !BuildElementNeighbours(model.Mesh, PartOf(progress, untilStep, 100))) {
+        model.CurrentStep = -1;
+        return false;
     }
-    const bool ok = ReadStepData(step, item, model);
-    if (ok) {
-        if (!keepNeighbours)
-            BuildElementNeighbours(model.Mesh);
-        ApplyItemToNodes(item, model);
-    }
-    return ok;
+    ApplyItemToNodes(item, model);
+    return true;
 }
 
 } // namespace mdVelorinResultModel

@@ -32,7 +32,7 @@ QByteArray exported() {
 /// Every field that the registry keeps, in the order of the records, each with a value of its own.
 ApplicationSettings changed() {
     ApplicationSettings s;
-    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s, true};
+    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s, true, true};
     s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}},
               2.5,       2};
     s.Style.LineStyles = {LineStyle{2, 3, 4}, {5, 1, 6}, {7, 2, 8}, {9, 4, 0xffffff}};
@@ -64,7 +64,7 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     saved.Displacement = {false, 150, 1, true};
     saved.Vector = {1, 0, {{u"v"_s, 1, 2}}, false, 50, 0};
     saved.Window.Toolbar = saved.Window.Mesh = true;
-    saved.Window.FitDisplaced = false; // which leaves no trace
+    saved.Window.FitDisplaced = saved.Window.FollowFile = false; // which leaves no trace
     settingsStore::SaveSettings(saved);
     EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
     EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_s).split('\n'));

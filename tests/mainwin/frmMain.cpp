@@ -233,7 +233,8 @@ TEST_F(FrmMainTest, WithoutMemoryThePictureBeforeStaysAndTheNextOneComes) {
     const LittleMemory limit;
     expectMessage(Model.FileName + u"\r\nメモリが不足しています。"_s,
                   [this] { QTest::keyClick(&window, Qt::Key_Down); });
-    EXPECT_FALSE(window.IsOpen());
+    EXPECT_TRUE(window.IsOpen());
+    EXPECT_EQ(Model.CurrentStep, 0);
 }
 #endif
 

@@ -84,8 +84,9 @@ TEST_F(ShowTest, AStepReadAheadIsTheStepLoaded) {
     VrfBuilder file = twoSquares();
     file.steps.push_back({2, {}, {1, 2}, {{9, 8, 7, 6, 5, 4}, {3}}});
     Session plain;
+    const QString path = folder.Write(file.Bytes());
     for (Session* each : {&session, &plain}) {
-        ASSERT_TRUE(each->Open(folder.Write(file.Bytes())));
+        ASSERT_TRUE(each->Open(path));
         each->Settings.Difference.StandardStep = 0;
         each->LoadStep(1, 0);
     }

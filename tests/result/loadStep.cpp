@@ -1,5 +1,7 @@
 #include "ModelTest.h"
 
+#include <random>
+
 using namespace mdVelorinResultModel;
 
 namespace {
@@ -43,6 +45,27 @@ TEST_F(LoadStepTest, NodeItemsAreTakenAndElementItemsAveragedWithTheZerosOfOther
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{7, 7, 7, 8, 10, 12})) << "the rest keeps what it had";
     ASSERT_TRUE(step(0, 1));
     EXPECT_EQ(model.Mesh.Nodes.Value, (QList<float>{4, 2, 0, 4, 2, 0}));
+}
+
+TEST_F(LoadStepTest, AKeptReferenceIsWhatReadingItAgainGives) {
+    VrfBuilder file = twoSquares();
+    file.steps.push_back({2, {}, {-1, 2}, {{9, 8, 7}, {5}}});
+    file.steps.push_back({3, {}, {2, 2}, {{1, 0, 1, 0, 1, 0, 1}, {6, 7}}});
+    open(file);
+    ResultModel plain = model;
+    std::minstd_rand random(1);
+    for (int i = 0; i < 300; ++i) {
+        const auto upTo = [&random](unsigned most) { return std::int32_t(random() % (most + 1)); };
+        const std::int32_t number = upTo(4), item = upTo(1),
+                           reference = upTo(8) > 0 ? model.ReferenceStep : upTo(5) - 1;
+        plain.ReferenceItem = -1;
+        ASSERT_EQ(step(number, item, reference), LoadStep(number, item, plain, false, reference));
+        for (const auto column : {&NodeTable::Value, &NodeTable::ReferenceValue})
+            ASSERT_EQ(model.Mesh.Nodes.*column, plain.Mesh.Nodes.*column) << i;
+        ASSERT_EQ(model.Mesh.MaxValue, plain.Mesh.MaxValue);
+        for (const bool difference : {false, true})
+            ASSERT_EQ(GetItemValues(item, model, difference).Values, GetItemValues(item, plain, difference).Values);
+    }
 }
 
 TEST_F(LoadStepTest, ReferenceIsReadFirstAndTheStepAfterIt) {

@@ -38,6 +38,15 @@ qint64 ReadHandle::Size() const {
     return descriptor ? descriptor->size : 0;
 }
 
+std::optional<FileStamp> ReadHandle::Stamp() const {
+    struct stat status = {};
+    if (!descriptor || ::fstat(descriptor->number, &status) != 0)
+        return {};
+    constexpr qint64 nsPerSecond = 1'000'000'000;
+    return FileStamp{quint64(status.st_dev), quint64(status.st_ino), qint64(status.st_size),
+                     qint64(status.st_mtim.tv_sec) * nsPerSecond + status.st_mtim.tv_nsec};
+}
+
 qint64 ReadHandle::ReadAt(qint64 offset, void* target, qint64 count) const {
     qint64 done = 0;
     while (descriptor && done < count) {
@@ -73,7 +82,7 @@ bool SequentialReader::ReadBytes(void* target, qint64 count) {
         return true;
     }
     if (Remaining() < count) {
-        Skip(Remaining());
+        Skip(count);
         return false;
     }
     auto* out = static_cast<char*>(target);
@@ -95,6 +104,7 @@ bool SequentialReader::ReadBytes(void* target, qint64 count) {
 }
 
 void SequentialReader::Skip(qint64 count) {
+    missed += std::max<qint64>(count - Remaining(), 0);
     count = std::min(count, Remaining());
     if (count <= 0)
         return;

@@ -4,6 +4,15 @@
 #include <QString>
 #include <cstring>
 #include <memory>
+#include <optional>
+
+/// What the system tells of a file: the same again as long as nobody writes to it or puts another in its place.
+struct FileStamp {
+    quint64 Device = 0, Number = 0; ///< which file it is
+    qint64 Size = 0;
+    qint64 ModifiedNs = 0;
+    bool operator==(const FileStamp&) const = default;
+};
 
 class ReadHandle {
 public:
@@ -16,6 +25,8 @@ public:
     void Close() { descriptor.reset(); }
     /// The file's size in bytes when it was opened; 0 when closed.
     qint64 Size() const;
+    /// Of the open file as it is now, whatever name it has by now; nothing when closed.
+    std::optional<FileStamp> Stamp() const;
     /// Reads up to `count` bytes from `offset` on; the number read, less than `count` only at the file's end or on an
     /// error. May be called from several threads at once.
     qint64 ReadAt(qint64 offset, void* target, qint64 count) const;
@@ -37,6 +48,8 @@ public:
 
     qint64 Position() const { return bufferStart + next; }
     qint64 Remaining() const { return file.Size() - Position(); }
+    /// How many bytes were to be read or skipped that the file does not have.
+    qint64 Missed() const { return missed; }
     bool ReadInt32(std::int32_t& value) { return read(value); }
     bool ReadDouble(double& value) { return read(value); }
     /// All `count` bytes or none.
@@ -61,4 +74,5 @@ private:
     qint64 bufferStart; ///< file offset of the buffer's first byte
     qint64 filled = 0;
     qint64 next = 0; ///< first unread byte of the buffer
+    qint64 missed = 0;
 };

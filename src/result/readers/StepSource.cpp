@@ -25,6 +25,10 @@ std::int32_t StepSource::ValueCount(std::int32_t step, std::int32_t item) const 
     return isBelow(step, sizes.Steps) && isBelow(item, sizes.Items) ? countOf(step, item) : 0;
 }
 
+qint64 StepSource::EndOf(std::int32_t step) const {
+    return isBelow(step, sizes.Steps) ? endOf(step) : 0;
+}
+
 void StepSource::ReadValues(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const {
     fill(values, first, ValueCount(step, item),
          [&](std::span<float> inside) { return valuesAt(step, item, first, inside); });

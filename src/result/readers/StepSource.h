@@ -28,6 +28,9 @@ public:
     /// packed per element of the item's type.
     void ReadValues(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const;
 
+    /// Where a step ends in the file: beyond the file's own end when it is cut short. 0 for formats that cannot tell.
+    qint64 EndOf(std::int32_t step) const;
+
 protected:
     explicit StepSource(const Sizes& sourceSizes) : sizes(sourceSizes) {}
 
@@ -36,6 +39,7 @@ protected:
     virtual qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const = 0;
     virtual std::int32_t countOf(std::int32_t step, std::int32_t item) const = 0;
     virtual qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const = 0;
+    virtual qint64 endOf(std::int32_t) const { return 0; }
 
 private:
     const Sizes sizes;

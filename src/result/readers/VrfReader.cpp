@@ -147,7 +147,7 @@ bool scanSteps(SequentialReader& reader, ResultContent& content, const LoadProgr
         reader.ReadDouble(time);
         step.Time = float(time);
         if (!readText(reader, step.Name))
-            reader.Skip(reader.Remaining());
+            reader.Skip(reader.Remaining() + 1);
         if (step.Name.isEmpty())
             step.Name = u"Time : "_s + mdApplication::FormatAutoNumber(time, 3, false);
         content.Steps.append(step);
@@ -156,6 +156,7 @@ bool scanSteps(SequentialReader& reader, ResultContent& content, const LoadProgr
         for (qsizetype i = 0; i < content.Items.size(); ++i)
             directory.Blocks.push_back(scanBlock(reader, mostInMesh));
     }
+    directory.End = reader.Position() + reader.Missed();
     const StepSource::Sizes sizes{std::int32_t(content.Steps.size()), std::int32_t(content.Items.size()),
                                   std::int32_t(elementCount)};
     content.Source = std::make_shared<const VrfSteps>(content.FileHandle, sizes, std::move(directory));

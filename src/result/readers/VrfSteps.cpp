@@ -11,6 +11,13 @@ qint64 VrfSteps::typesAt(std::int32_t step, qint64 first, std::span<std::int32_t
     return file.ReadAt(offset, types.data(), bytes) / typeBytes;
 }
 
+qint64 VrfSteps::endOf(std::int32_t step) const {
+    if (std::size_t(step) + 1 == directory.TypeOffsets.size())
+        return directory.End;
+    const Block& last = blockOf(step, std::int32_t(itemCount) - 1);
+    return last.Offset + std::max(last.Count, 0) * qint64(sizeof(double));
+}
+
 qint64 VrfSteps::valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const {
     constexpr qint64 valueBytes = sizeof(double);
     // So many stay in the processor's cache until they are narrowed.

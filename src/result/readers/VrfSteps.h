@@ -16,6 +16,7 @@ public:
     struct Directory {
         std::vector<std::int32_t> TypeOffsets; ///< in the file, of each step's element types
         std::vector<Block> Blocks;             ///< of each step as many as there are items
+        qint64 End = 0;                        ///< of the last step, as told
     };
 
     VrfSteps(const ReadHandle& openFile, const Sizes& stepSizes, Directory stepDirectory);
@@ -24,6 +25,7 @@ private:
     qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const override;
     std::int32_t countOf(std::int32_t step, std::int32_t item) const override { return blockOf(step, item).Count; }
     qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const override;
+    qint64 endOf(std::int32_t step) const override;
     const Block& blockOf(std::int32_t step, std::int32_t item) const {
         return directory.Blocks[std::size_t(step) * itemCount + std::size_t(item)];
     }

@@ -1,13 +1,10 @@
 // The formats of result files: a row each, and the choice among them. A new format is a pair of files and a row.
 #pragma once
 
+#include "result/readers/LoadProgress.h"
 #include "result/readers/ResultContent.h"
 
 #include <QByteArrayView>
-#include <functional>
-
-/// Told how many of a file's bytes have been dealt with; false ends the work.
-using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
 
 struct ResultReader {
     // For people who look for a file.

@@ -51,6 +51,38 @@ void Session::ShowAll() {
     View.RefitPending = true;
 }
 
+bool Session::TakeUpAnew(const ResultModel& reloaded) {
+    for (VectorItemSet& set : Settings.Vector.ItemSets) {
+        set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
+        set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
+    }
+    ViewState before, now;
+    mdView::SetViewBounds(Model.Mesh, before);
+    mdView::SetViewBounds(reloaded.Mesh, now);
+    Model = reloaded;
+    if (before.WholeBounds == now.WholeBounds)
+        return false;
+    mdView::SetViewBounds(Model.Mesh, View);
+    mdView::ApplyZoom(View.Zoom, View);
+    View.RefitPending = true;
+    return true;
+}
+
+Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress) {
+    ResultModel next = Model;
+    bool stopped = false;
+    const auto goesOn = [&](qint64 done, qint64 total) { return !(stopped = stopped || !progress(done, total)); };
+    mdVelorinResultModel::LoadStep(step, std::max(item, 0), next, false, Settings.Difference.StandardStep,
+                                   progress ? LoadProgress(goesOn) : LoadProgress());
+    if (stopped)
+        return StepLoad::Stopped;
+    for (const std::int32_t read : {step, Settings.Difference.StandardStep})
+        if (!mdVelorinResultModel::StillHolds(Model, read))
+            return StepLoad::Changed;
+    Model = std::move(next);
+    return StepLoad::Done;
+}
+
 void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
     ShowAll();
     if (const auto bounds = mdScene::DisplacedBounds(CurrentScene(), size, dotsPerInch))

@@ -7,6 +7,12 @@
 
 class Session {
 public:
+    /// What came of a step that was asked for.
+    enum class StepLoad {
+        Done,    ///< it shows, or there is no such step
+        Stopped, ///< on request
+        Changed  ///< the file no longer holds what it held when it was opened
+    };
     /// Paints what is wanted of the scene on a canvas; the background is already there.
     using Painter = std::function<void(PlotCanvas&, const Scene&)>;
 
@@ -31,6 +37,10 @@ public:
     /// those of its property file, or what files start from; otherwise settings stay as they are. No step is loaded.
     void TakeUp(const ResultModel& loaded, bool asLeft = true);
 
+    /// Makes `reloaded`, which is the same file read anew with a step of it, the document, and keeps settings and view:
+    /// items of vectors by their names, and of a mesh with other bounds all is shown at the same zoom.
+    /// Whether it is such a one.
+    bool TakeUpAnew(const ResultModel& reloaded);
     /// Brings the whole mesh into view at 100 %, fitted anew in every scale mode.
     void ShowAll();
     /// Likewise with the mesh where its displacement takes it in a picture of this size.
@@ -39,6 +49,8 @@ public:
     /// Loads a step with the reference step that the settings name; no item counts as the first one. False when there
     /// is no such step, and then none is loaded.
     bool LoadStep(std::int32_t step, std::int32_t item);
+    /// The same beside the step that shows: whatever else comes of it, and without the memory for it, that one stays.
+    StepLoad ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress = {});
     /// The step and the item that the document names, the first ones if it names none.
     bool LoadStep() { return LoadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem); }
 
