@@ -58,6 +58,37 @@ TEST_F(SceneTest, AnElementThatComesAgainLeavesAllLinesInPlace) {
     }
 }
 
+TEST_F(SceneTest, APartOfTheMeshIsPaintedAsIfAllOfItWere) {
+    VrfBuilder file = squaresWith({}, std::vector<qint32>(144, 1));
+    constexpr qint32 across = 13;
+    file.nodes.clear();
+    for (qint32 i = 0; i < across * across; ++i)
+        file.nodes.push_back({i % across * 0.17, i / across * 0.17});
+    for (qint32 e = 1; e < across * (across - 1); ++e)
+        if (e % across > 0)
+            file.elements.push_back({e, e + 1, e + across + 1, e + across});
+    file.steps[0].values[0].clear();
+    for (std::size_t i = 0; i < file.nodes.size(); ++i)
+        file.steps[0].values[0].push_back(double(i * i % 31));
+    open(file);
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        Dice dice(seed);
+        settings.Window.Mesh = seed % 3 > 0;
+        settings.Style.LineStyles[0].Width = dice.Between(0, 1) * 40;
+        const float left = float(dice.Between(-20, 210)) / 100, top = float(dice.Between(-20, 220)) / 100;
+        window.SetRect(left, top, left + 0.4f, top - 0.2f);
+        const PlotConverter zoomed(window, {0, 0, 200, 100}, 500, TraceDevice(200, 100));
+        Picture usual(200, 100, 4), every(200, 100);
+        EveryCall everyDevice(every.Image);
+        for (DeviceContext* device :
+             {static_cast<DeviceContext*>(&usual.Device), static_cast<DeviceContext*>(&everyDevice)}) {
+            PlotCanvas canvas(*device, *device, window, {0, 0, 200, 100}, zoomed);
+            PaintScene(canvas, false, scene());
+        }
+        EXPECT_EQ(usual.Image, every.Image) << seed;
+    }
+}
+
 TEST_F(SceneTest, EdgesInTheirStylesAsFarAsTheMeshHasTheirNodes) {
     const auto expectMesh = [this](const std::string& edges, const std::string& lineElements) {
         compute();

@@ -6,6 +6,7 @@
 #include "platform/device/DocumentPlotter.h"
 #include "result/ResultModel.h"
 #include "view/ViewState.h"
+#include "view/scene/VisibleElements.h"
 
 /// What the layers of one paint hand on to each other.
 struct PaintContext {
@@ -16,6 +17,7 @@ struct PaintContext {
     double VectorScale = 0;       ///< device units per unit of the vector items
     float ContourMax = 0, ContourMin = 0;
     int ContourDivide = 0;
+    VisibleElements Visible; ///< its area is to be set before the positions are computed, which finds the elements
 };
 
 /// A slide show as far as its pictures differ from those of a step.
@@ -41,7 +43,7 @@ namespace mdScene {
 void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene);
 
 /// Device positions of all nodes, displaced as the settings say, and of the element centres (the mean of the displaced
-/// corners). Writes `DisplacementScale` of `context`.
+/// corners). Writes `DisplacementScale` and the elements that may be seen to `context`.
 void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
                          PaintContext& context);
 
