@@ -103,7 +103,7 @@ void takeOptions(const Options& options, const Options& typed, const PictureFile
                     throw Stop{WrongUsage, u"--%1 wants %2, not \"%3\""_s.arg(name, textOf(option.ValueName), text)};
 }
 
-Status render(const Options& options, const Options& typed) {
+Status render(const Options& options, const Options& typed, const Streams& streams) {
     const Job job = jobFrom(options);
     {
         // Tried out here, so that a wrong one is told before the file is opened.
@@ -146,8 +146,8 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     };
     const auto typed = parsed(arguments);
     if (!typed->IsSet(u"like"_s))
-        return render(*typed, *typed);
-    return render(*parsed(wordsIn(typed->Text(u"like"_s)) + arguments), *typed);
+        return render(*typed, *typed, streams);
+    return render(*parsed(wordsIn(typed->Text(u"like"_s)) + arguments), *typed, streams);
 }
 
 } // namespace batch

@@ -32,10 +32,23 @@ QByteArray exported() {
 /// Every field that the registry keeps, in the order of the records, each with a value of its own.
 ApplicationSettings changed() {
     ApplicationSettings s;
-    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s};
-    s.Window.PictureFolder = u"/pictures/"_s;
-    s.Window.FitDisplaced = s.Window.FollowFile = s.Window.FadeMesh = true;
-    s.Window.PointTip = false;
+    s.Window = {.Toolbar = false,
+                .Statusbar = false,
+                .ScaleMode = 1,
+                .Mesh = false,
+                .RestoreWindowStatus = false,
+                .WindowState = 2,
+                .WindowPos = {-1, 2, 3, 4},
+                .RestoreLastFile = true,
+                .AutoSave = false,
+                .AutoInstall = false,
+                .Help = u"/help/日本/"_s,
+                .PictureFolder = u"/pictures/"_s,
+                .FitDisplaced = true,
+                .FollowFile = true,
+                .PointTip = false,
+                .FadeMesh = true,
+                .DeriveStresses = true};
     s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}},
               2.5,       2};
     s.Style.LineStyles = {LineStyle{2, 3, 4}, {5, 1, 6}, {7, 2, 8}, {9, 4, 0xffffff}};
@@ -68,7 +81,7 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     saved.Vector = {1, 0, {{u"v"_s, 1, 2}}, false, 50, 0};
     saved.Window.Toolbar = saved.Window.Mesh = true;
     // What leaves no trace.
-    saved.Window.FitDisplaced = saved.Window.FollowFile = saved.Window.FadeMesh = false;
+    saved.Window.FitDisplaced = saved.Window.FollowFile = saved.Window.FadeMesh = saved.Window.DeriveStresses = false;
     saved.Window.PointTip = true;
     saved.Window.PictureFolder.clear();
     settingsStore::SaveSettings(saved);

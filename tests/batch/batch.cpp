@@ -314,7 +314,8 @@ TEST_F(RenderTest, NamesAreBytes) {
         WholeFile::Write(start + u".style"_s, "[GENERAL]\r\nbackcolor=255\r\n");
         WholeFile::Write(start + u".reg"_s, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\bent]\r\n");
         EXPECT_EQ(json(u"info FILE"_s)[u"file"], NativePath::Shown(path));
-        ResultModel model = batch::OpenFile(path, {}, {outputBuffer, errorBuffer});
+        ResultModel model;
+        ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(path, model));
         ApplicationSettings settings;
         model.CurrentStep = 1;
         EXPECT_EQ(propertyFile::SavePropertyFile(settings, model), QString());
