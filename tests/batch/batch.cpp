@@ -1,5 +1,5 @@
 #include "BatchTest.h"
-#include "result/ForeignSample.h"
+#include "result/mdVelorinResultModel.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"
@@ -10,6 +10,7 @@
 #include "platform/device/PictureNote.h"
 #include "platform/raster/PngFile.h"
 #include "property/propertyFile.h"
+#include "result/mdVelorinResultModel.h"
 
 #include <QDir>
 #include <QFileInfo>
