@@ -89,7 +89,7 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
     fresh.Title = Model.Title;
     const auto read = [&](const LoadProgress& progress) {
         constexpr int untilMesh = 60;
-        if (!LoadSettledFile(Model.FileName, bytes, fresh, PartOf(progress, 0, untilMesh)))
+        if (!LoadSettledFile(Model.FileName, bytes, fresh, PartOf(progress, 0, untilMesh), Model.Derived))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
         LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
@@ -159,5 +159,6 @@ void frmMain::takeUpAnew(const ResultModel& fresh) {
         scene->ForgetViews();
     followFile();
     updateCommandState();
+    findRange();
     scene->ShowView();
 }
