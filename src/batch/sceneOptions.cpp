@@ -26,6 +26,7 @@ void DeclareSceneOptions(Options& options, bool ofOneStep) {
     options.Value(u"item"_s, u"K"_s, u"The item, by number or name; the first by default."_s);
     DeclareDerivedItems(options);
     options.Value(u"mesh"_s, u"on|off"_s, u"Draw all edges, or the outline alone."_s);
+    options.Flag(u"fade-mesh"_s, u"Fade edges that lie closer than 3 pixels, a pixel being 1/96 inch."_s);
     options.Flag(u"no-property"_s, u"Leave the drawing property file beside the result file unread."_s);
     options.Value(u"set"_s, u"PATH=VALUE"_s,
                   u"Set a drawing setting; may be given again. Paths: "_s + drawingElements::Paths().join(u", "));
@@ -43,6 +44,7 @@ SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh) {
     choice.Settings = SettingsFrom(options);
     bool& drawsMesh = choice.Settings.Window.Mesh;
     drawsMesh = options.IsFirst(u"mesh"_s, u"on"_s, u"off"_s, mesh.value_or(drawsMesh));
+    choice.Settings.Window.FadeMesh |= options.IsSet(u"fade-mesh"_s);
     // Tried out here, so that a wrong one is told before the file is opened.
     ApplicationSettings trial;
     applySettings(choice.Assignments, trial);

@@ -19,7 +19,8 @@ struct SceneChoice {
     ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--item`, `--derive`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step,
+/// Declares `--item`, `--derive`, `--mesh`, `--fade-mesh`, `--no-property`, `--set` and, for the commands that draw one
+/// step,
 /// `--step`.
 void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 

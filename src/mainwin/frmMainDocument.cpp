@@ -5,6 +5,7 @@
 #include "app/settingsStore.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
+#include "mainwin/StartPage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "mainwin/windowPlace.h"
@@ -155,7 +156,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     }
     followFile();
     recentFiles.Add(Model.FileName);
-    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
+    showRecentFiles();
     if (!isVisible())
         show();
     updateCaption();
@@ -166,6 +167,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     else
         scene->Settled();
     scene->ForgetViews();
+    findRange();
     scene->Fit();
 }
 
@@ -178,6 +180,13 @@ void frmMain::tellWhatIsMissing(int step) {
     if (!Model.Note.isEmpty())
         lines.append(Model.Note);
     Tell(lines.join(u' '));
+}
+
+void frmMain::showRecentFiles() {
+    const std::vector<FamilyEntry> entries = recentFiles.MenuEntries();
+    commandFamilies::Set(*bars, u"recent-"_s, entries);
+    startPage->Show(entries);
+    startPage->setVisible(!IsOpen());
 }
 
 bool frmMain::loadStep(int step, int item) {
@@ -210,7 +219,9 @@ void frmMain::dropFile(const QString& why) {
     ShowMessage(why, MessageStyle::Stop);
     for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
+    showPicked();
     scene->Clear();
+    showRecentFiles();
 }
 
 void frmMain::promptAndOpen() {

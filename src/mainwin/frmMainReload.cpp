@@ -159,5 +159,6 @@ void frmMain::takeUpAnew(const ResultModel& fresh) {
         scene->ForgetViews();
     followFile();
     updateCommandState();
+    findRange();
     scene->ShowView();
 }
