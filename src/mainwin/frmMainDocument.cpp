@@ -24,6 +24,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QWindow>
+#include <limits>
 
 using mdApplication::Current;
 using mdApplication::Model;
