@@ -1,4 +1,5 @@
 #include "BatchTest.h"
+#include "result/ForeignSample.h"
 #include "result/mdVelorinResultModel.h"
 
 #include "ConfigurationFolder.h"
