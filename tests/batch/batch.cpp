@@ -1,6 +1,5 @@
 #include "BatchTest.h"
 #include "result/ForeignSample.h"
-#include "result/mdVelorinResultModel.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"
