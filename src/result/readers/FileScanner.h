@@ -40,7 +40,8 @@ public:
         // Binary meshes are read number by number.
         if (count > filled - next)
             return readAcross(target, count);
-        std::memcpy(target, buffer.data() + next, std::size_t(count));
+        if (count > 0) // nothing may have no target
+            std::memcpy(target, buffer.data() + next, std::size_t(count));
         next += count;
         return true;
     }
