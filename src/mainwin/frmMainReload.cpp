@@ -89,7 +89,9 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
     fresh.Title = Model.Title;
     const auto read = [&](const LoadProgress& progress) {
         constexpr int untilMesh = 60;
-        if (!LoadSettledFile(Model.FileName, bytes, fresh, PartOf(progress, 0, untilMesh)))
+        const LoadProgress meshProgress = PartOf(progress, 0, untilMesh);
+        const bool extended = following && ExtendSettledFile(Model, bytes, fresh, meshProgress);
+        if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
         LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,

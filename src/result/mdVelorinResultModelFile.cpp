@@ -151,16 +151,38 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     return true;
 }
 
-bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
-    const FileLook look(ReadHandle::Open(path), bytes);
-    if (!LoadResultFile(path, model, progress) || model.FirstStepOffset > bytes)
-        return false;
+namespace {
+
+/// Of an open file only its first `bytes` count: steps that end behind them are left out. False when it no longer holds
+/// what `look` saw.
+bool keepSettled(const FileLook& look, qint64 bytes, ResultModel& model) {
     model.Look = look;
     while (model.StepCount > 0 && model.Source->EndOf(model.StepCount - 1) > bytes) {
         model.Steps.removeLast();
         --model.StepCount;
     }
     return StillHolds(model, model.StepCount - 1);
+}
+
+} // namespace
+
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
+    const FileLook look(ReadHandle::Open(path), bytes);
+    return LoadResultFile(path, model, progress) && model.FirstStepOffset <= bytes && keepSettled(look, bytes, model);
+}
+
+bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
+    const ReadHandle file = ReadHandle::Open(before.FileName);
+    const FileLook look(file, bytes);
+    if (IsFileClosed(before) || before.Look.ChangeTo(file) != FileChange::Grown)
+        return false;
+    model = before;
+    model.Source = before.Source->Extended(file, model.Steps, progress);
+    if (!model.Source)
+        return false;
+    model.FileHandle = file;
+    model.StepCount = std::int32_t(model.Steps.size());
+    return keepSettled(look, bytes, model);
 }
 
 bool StillHolds(const ResultModel& model, std::int32_t step) {
