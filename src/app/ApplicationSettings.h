@@ -65,6 +65,20 @@ struct DisplacementSettings {
     bool operator==(const DisplacementSettings&) const = default;
 };
 
+/// Whose range a contour has.
+namespace ContourRange {
+enum : int {
+    AsStands = 0, ///< that of the step in view when `Automatic`, otherwise the one that stands in the settings
+    AllSteps = 1, ///< likewise; what stands there has been found over all steps of the file
+    Visible = 2   ///< that of what is to be seen in the picture
+};
+}
+
+/// Published colour maps that take the place of the user's three colours.
+namespace ColorPreset {
+enum : int { None = 0, Viridis = 1, Cividis = 2, Diverging = 3 };
+}
+
 struct ContourSettings {
     int ColorIndex = 4;                                    ///< colour scheme, 0 to 5
     std::array<ColorRef, 3> Colors{0, 0x808080, 0xffffff}; ///< of the minimum, the middle and the maximum
@@ -74,6 +88,10 @@ struct ContourSettings {
     float MinValue = 0; ///< counts when `Automatic` is false
     int Divide = 20;    ///< number of bands
     bool Automatic = true;
+    int Range = ContourRange::AsStands;
+    int Preset = ColorPreset::None; ///< counts when `ColorIndex` is the user's scheme
+    bool LegendName = false;        ///< the legend names the item
+    bool LegendRange = false;       ///< and tells whose range it shows
     bool operator==(const ContourSettings&) const = default;
 };
 
@@ -159,15 +177,20 @@ struct WindowSettings {
     bool RestoreLastFile = false;
     bool AutoSave = true;
     bool AutoInstall = true;
-    QString Help;              ///< the help folder, with its trailing separator
-    bool FitDisplaced = false; ///< fitting the picture counts the displaced mesh
-    bool FollowFile = false;   ///< the open file is read anew whenever somebody has written to it
+    QString Help;                ///< the help folder, with its trailing separator
+    QString PictureFolder;       ///< that of the picture saved last; empty: beside the result file
+    bool FitDisplaced = false;   ///< fitting the picture counts the displaced mesh
+    bool FollowFile = false;     ///< the open file is read anew whenever somebody has written to it
+    bool PointTip = true;        ///< tell what lies under the resting mouse
+    bool FadeMesh = false;       ///< draw edges faintly where they lie close together
+    bool DeriveStresses = false; ///< opened files get equivalent and principal stresses
     bool operator==(const WindowSettings&) const = default;
 };
 
 struct ApplicationSettings {
     PageSettings Page;
-    bool ValueDisplay = false; ///< draw the item's values at the nodes or elements
+    bool ValueDisplay = false;  ///< draw the item's values at the nodes or elements
+    bool HeaderDisplay = false; ///< draw the header also without a slide show
     VectorSettings Vector;
     DisplacementSettings Displacement;
     ContourSettings Contour;

@@ -289,6 +289,7 @@ void SavePageLabels(const PageSettings& page) {
 void LoadContourDefaults(ContourSettings& contour) {
     load(u"\\Settings\\Contour", Contour(), contour);
     contour.Automatic = true;
+    contour.Range = ContourRange::AsStands;
 }
 
 void LoadDisplacementDefaults(DisplacementSettings& displacement) {

@@ -93,8 +93,12 @@ constexpr Row<ApplicationSettings> general[] = {
     {u"SS Header Vector", in<slides, &SlideShowSettings::HeaderVector>},
     {u"Scale Denominator", in<page, &PageSettings::ScaleDenominator>, 0},
     {u"Scale Unit", in<page, &PageSettings::ScaleUnit>, 0, 2},
+    {.Name = u"Picture Folder", .Of = in<window, &WindowSettings::PictureFolder>, .Optional = true},
     {.Name = u"Fit Displaced", .Of = in<window, &WindowSettings::FitDisplaced>, .Optional = true},
+    {.Name = u"Derive Stresses", .Of = in<window, &WindowSettings::DeriveStresses>, .Optional = true},
     {.Name = u"Follow File", .Of = in<window, &WindowSettings::FollowFile>, .Optional = true},
+    {.Name = u"Point Tip", .Of = in<window, &WindowSettings::PointTip>, .Optional = true},
+    {.Name = u"Fade Mesh", .Of = in<window, &WindowSettings::FadeMesh>, .Optional = true},
 };
 
 constexpr Row<GraphDefaults> graph[] = {
@@ -134,6 +138,9 @@ constexpr Row<ContourSettings> contour[] = {
     {.Name = u"Min Color", .Of = of<&ContourSettings::Colors, 0>, .Absent = 0},
     {.Name = u"Mid Color", .Of = of<&ContourSettings::Colors, 1>, .Absent = 0x808080},
     {.Name = u"Max Color", .Of = of<&ContourSettings::Colors, 2>, .Absent = 0xffffff},
+    {.Name = u"Preset", .Of = of<&ContourSettings::Preset>, .Least = 0, .Most = 3, .Absent = 0, .Optional = true},
+    {.Name = u"Legend Name", .Of = of<&ContourSettings::LegendName>, .Absent = false, .Optional = true},
+    {.Name = u"Legend Range", .Of = of<&ContourSettings::LegendRange>, .Absent = false, .Optional = true},
 };
 
 constexpr Row<DisplacementSettings> displacement[] = {

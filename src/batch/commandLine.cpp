@@ -17,6 +17,7 @@ constexpr Command commands[] = {
     {u"info", u"what a result file holds, as JSON", RunInfo},
     {u"mesh", u"its nodes and elements, as JSON", RunMesh},
     {u"values", u"the values of an item at a step, as CSV or JSON", RunValues},
+    {u"convert", u"the same result as a file of our own format (.vrf)", RunConvert},
     {u"render", u"the picture of a step as PNG, SVG, PDF or text", RunRender, true},
     {u"page", u"the printed page of a step as PDF, SVG, PNG or text", RunPage, true},
     {u"graph", u"values over time or place as PNG, SVG, PDF or text, or their numbers", RunGraph, true},

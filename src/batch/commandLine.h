@@ -30,6 +30,7 @@ Status Run(const QStringList& arguments, const Streams& streams);
 Status RunInfo(const QStringList& arguments, const Streams& streams);
 Status RunMesh(const QStringList& arguments, const Streams& streams);
 Status RunValues(const QStringList& arguments, const Streams& streams);
+Status RunConvert(const QStringList& arguments, const Streams& streams);
 Status RunRender(const QStringList& arguments, const Streams& streams);
 Status RunPage(const QStringList& arguments, const Streams& streams);
 Status RunGraph(const QStringList& arguments, const Streams& streams);

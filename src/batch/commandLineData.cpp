@@ -127,8 +127,9 @@ void writeValuesJson(QIODevice& device, const ItemValues& values) {
 
 Status RunInfo(const QStringList& arguments, const Streams& streams) {
     Options options(u"info"_s, u"Prints what a result file holds, as JSON."_s, u"FILE"_s);
+    DeclareDerivedItems(options);
     options.Parse(arguments, streams);
-    const ResultModel model = OpenFile(options.Operand());
+    const ResultModel model = OpenFile(options.Operand(), DerivedItemsFrom(options), streams);
     JsonWriter json(streams.Output);
     json.BeginObject();
     json.Member("file", model.FileName);
@@ -155,7 +156,7 @@ Status RunMesh(const QStringList& arguments, const Streams& streams) {
     options.Value(u"step"_s, u"N"_s, u"Step that decides which elements exist; the first by default."_s);
     options.Parse(arguments, streams);
     const std::optional<int> step = options.Integer(u"step"_s, 1);
-    ResultModel model = OpenFile(options.Operand());
+    ResultModel model = OpenFile(options.Operand(), {}, streams);
     if (step)
         RequireStep(model, options.Operand(), u"step"_s, *step);
     mdVelorinResultModel::LoadStep(step.value_or(1) - 1, 0, model, false, -1);
@@ -170,6 +171,7 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
     Options options(u"values"_s, u"Prints the values of one item at one step, as CSV."_s, u"FILE"_s);
     options.Value(u"step"_s, u"N"_s, u"The step."_s);
     options.Value(u"item"_s, u"K"_s, u"The item, by number or name."_s);
+    DeclareDerivedItems(options);
     options.Value(u"reference"_s, u"R"_s, u"Give the difference from this step."_s);
     options.Value(u"query"_s, u"KIND"_s, u"item (default), node, element, displacement-x or displacement-y."_s);
     options.Flag(u"json"_s, u"Print JSON with count and bounds instead."_s);
@@ -184,7 +186,7 @@ Status RunValues(const QStringList& arguments, const Streams& streams) {
         throw Stop{WrongUsage,
                    u"--query wants item, node, element, displacement-x or displacement-y, not \"%1\""_s.arg(kind)};
 
-    ResultModel model = OpenFile(options.Operand());
+    ResultModel model = OpenFile(options.Operand(), DerivedItemsFrom(options), streams);
     const std::int32_t item = FindItem(options.Text(u"item"_s), model, options.Operand());
     RequireStep(model, options.Operand(), u"step"_s, *step);
     if (reference)

@@ -3,11 +3,12 @@
 #include "batch/pictureOptions.h"
 #include "batch/sceneOptions.h"
 #include "batch/stepRange.h"
-#include "output/ShowRange.h"
 #include "output/filmFrames.h"
 #include "platform/device/Fonts.h"
 #include "platform/raster/RasterDevice.h"
+#include "result/ShowRange.h"
 #include "view/scene/Session.h"
+#include "view/scene/contour.h"
 
 #include <QIODevice>
 
@@ -148,11 +149,10 @@ void holdRange(const ContourChoice& choice, std::int32_t item, Session& session)
 /// The range of the step that is loaded, in as many bands as the drawing settings say.
 void takeRangeOfStep(Session& session) {
     ContourSettings& contour = session.Settings.Contour;
-    const DifferenceSettings& difference = session.Settings.Difference;
+    contour.Range = ContourRange::AsStands;
     if (contour.Automatic)
         return;
-    const ItemValues values = mdVelorinResultModel::GetNodeValues(
-        difference.StandardStep >= 0 && difference.ApplyContour, session.Model.Mesh);
+    const ItemValues values = mdScene::ContourValues(session.CurrentScene());
     FixContour(contour, values.MaxValue, values.MinValue, contour.Divide);
 }
 
@@ -194,13 +194,15 @@ Status RunFilm(const QStringList& arguments, const Streams& streams) {
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     const StepRange steps = framesOf(job, session.Model);
     FilmFile film(job.output, job.film);
     if (film.Failure())
         refuse(job.output, *film.Failure());
     holdRange(job.contour, item, session);
     session.Settings.SlideShow.PaintHeader = job.header;
+    if (!job.header)
+        session.Settings.HeaderDisplay = false;
     filmFrames::Write(film, job.film, steps.Count(), [&](int frame, QImage& sheet) {
         session.LoadStep(std::int32_t(steps.At(frame) - 1), item);
         if (job.contour.Whose == ContourChoice::Of::Step)

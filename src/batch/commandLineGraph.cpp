@@ -26,6 +26,7 @@ struct Job {
     PictureFormat format = nullptr; ///< null for numbers
     int type = GraphType::History;
     QString item;
+    DerivedItems derived;
     int objectType = PickedKind::Nodes;
     std::vector<NumberRange> objects;
     std::optional<int> reference;
@@ -40,6 +41,7 @@ void declare(Options& options) {
     options.Value(u"type"_s, u"history|distribution"_s,
                   u"The value of each object over time, or the values along the objects at each step."_s);
     options.Value(u"item"_s, u"K"_s, u"The item, by number or name."_s);
+    DeclareDerivedItems(options);
     options.Value(u"nodes"_s, u"LIST"_s, u"Of these nodes; numbers and ranges, such as 1,5,10-20."_s);
     options.Value(u"elements"_s, u"LIST"_s, u"Of these elements."_s);
     options.Value(u"reference"_s, u"R"_s, u"Show the difference from this step."_s);
@@ -64,6 +66,7 @@ Job jobFrom(const Options& options) {
     job.type = options.IsFirst(u"type"_s, u"history"_s, u"distribution"_s, true) ? GraphType::History
                                                                                  : GraphType::Distribution;
     job.item = options.Text(u"item"_s);
+    job.derived = DerivedItemsFrom(options);
     const QString listed = options.IsSet(u"nodes"_s) ? u"nodes"_s : u"elements"_s;
     job.objectType = listed == u"nodes" ? PickedKind::Nodes : PickedKind::Elements;
     job.objects = ParseNumberList(listed, options.Text(listed));
@@ -188,7 +191,7 @@ Status RunGraph(const QStringList& arguments, const Streams& streams) {
         RefuseInput(job.style, u"無効なパラメータです。"_s);
 
     Fonts::InstallSubstitutions();
-    ResultModel model = OpenFile(job.input);
+    ResultModel model = OpenFile(job.input, job.derived, streams);
     Graph graph = build(job, model);
     if (const std::optional<QString> problem = SaveContent(job.output, contentOf(job, model, graph)))
         RefuseInput(job.output, *problem);

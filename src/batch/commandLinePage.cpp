@@ -212,10 +212,6 @@ PictureContent contentOf(const Job& job, const PlotPrinter& printer, const Docum
     return job.format(file, paint)();
 }
 
-void warn(const Streams& streams, const QString& path, const QString& what) {
-    streams.Errors.write((OneLine(path + u": " + what) + u'\n').toUtf8());
-}
-
 } // namespace
 
 Status RunPage(const QStringList& arguments, const Streams& streams) {
@@ -232,16 +228,16 @@ Status RunPage(const QStringList& arguments, const Streams& streams) {
     Fonts::InstallSubstitutions();
     Session session;
     mdPage::Serve(session);
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     // In a file without steps the mesh is shown.
     session.LoadStep(std::int32_t(ChosenStep(job.scene, session.Model) - 1), item);
     mdPage::SetUp(job.page, printer, session.Plotter);
     if (const std::optional<QString> problem = SaveContent(job.output, contentOf(job, printer, session.Plotter)))
         RefuseInput(job.output, *problem);
     if (!job.isPaperKnown)
-        warn(streams, options.Text(u"settings"_s), u"paper %1 is not known, the page is A4"_s.arg(job.page.PaperSize));
+        Warn(streams, options.Text(u"settings"_s), u"paper %1 is not known, the page is A4"_s.arg(job.page.PaperSize));
     if (job.page.ScaleDenominator > 0 && !mdPage::Holds(job.page, printer, session.Model.Mesh, session.View.ViewBounds))
-        warn(streams, job.scene.Input, u"the model does not fit on the page at 1:%1"_s.arg(job.page.ScaleDenominator));
+        Warn(streams, job.scene.Input, u"the model does not fit on the page at 1:%1"_s.arg(job.page.ScaleDenominator));
     return Done;
 }
 

@@ -5,7 +5,10 @@
 #include "batch/stepRange.h"
 #include "platform/base/NativePath.h"
 #include "platform/device/Fonts.h"
+#include "platform/device/PictureNote.h"
+#include "view/scene/pictureCommand.h"
 
+#include <QFile>
 #include <QRegularExpression>
 
 namespace batch {
@@ -23,6 +26,10 @@ struct Job {
     std::optional<StepRange> range;
 };
 
+QString textOf(const char16_t* literal) {
+    return QString::fromUtf16(literal);
+}
+
 void declare(Options& options) {
     options.Value(u"o"_s, u"OUT"_s, u"The picture: .png, .svg, .pdf or .trace; %d or %04d in it is the step."_s);
     DeclareStepRange(options, u"One picture for each step from A to B, every S-th."_s);
@@ -30,6 +37,11 @@ void declare(Options& options) {
     DeclarePictureOptions(options);
     options.Value(u"scale-mode"_s, u"fixed|automatic"_s, u"How the scale follows the size."_s);
     options.Value(u"zoom"_s, u"Z"_s, u"Zoom step from -7 to 9; 0 shows all."_s);
+    for (const pictureCommand::Option& option : pictureCommand::Options())
+        if (option.Take)
+            options.Value(textOf(option.Name), textOf(option.ValueName), textOf(option.Purpose));
+    options.Value(u"like"_s, u"PICTURE"_s,
+                  u"Draw as the options say that a picture saved by the window carries; those given here go before."_s);
 }
 
 Job jobFrom(const Options& options) {
@@ -60,21 +72,53 @@ std::optional<QString> numberedName(const QString& output, std::int64_t step) {
     return output.left(match.capturedStart()) + number + output.mid(match.capturedEnd());
 }
 
-} // namespace
+/// The options that a picture carries. What it holds is not trusted: they are parsed as if typed, and none of them
+/// names a file.
+QStringList wordsIn(const QString& picture) {
+    QFile file;
+    if (const std::optional<QString> problem = NativePath::OpenToRead(picture, file))
+        RefuseInput(picture, *problem);
+    const std::optional<QString> note = PictureNote::In(file.read(PictureNote::WithinBytes));
+    if (!note)
+        RefuseInput(picture, u"it does not tell how it was made"_s);
+    const auto [words, problem] = pictureCommand::Take(*note);
+    if (!problem.isEmpty())
+        RefuseInput(picture, problem);
+    return words;
+}
 
-Status RunRender(const QStringList& arguments, const Streams& streams) {
-    Options options(u"render"_s, u"Writes the picture of a step."_s, u"FILE"_s);
-    declare(options);
-    options.Parse(arguments, streams);
+/// An option goes before one of the picture that stands for the same thing in another way.
+bool isOverruled(const Options& typed, const QString& name) {
+    if (typed.IsSet(name))
+        return false;
+    return (name == u"view" && typed.IsSet(u"zoom"_s)) ||
+           (name == u"scale" && (typed.IsSet(u"zoom"_s) || typed.IsSet(u"size"_s)));
+}
+
+void takeOptions(const Options& options, const Options& typed, const PictureFile& picture, Session& session) {
+    for (const pictureCommand::Option& option : pictureCommand::Options())
+        if (const QString name = textOf(option.Name); option.Take && !isOverruled(typed, name))
+            for (const QString& text : options.Texts(name))
+                if (!option.Take(text, picture, session))
+                    throw Stop{WrongUsage, u"--%1 wants %2, not \"%3\""_s.arg(name, textOf(option.ValueName), text)};
+}
+
+Status render(const Options& options, const Options& typed, const Streams& streams) {
     const Job job = jobFrom(options);
+    {
+        // Tried out here, so that a wrong one is told before the file is opened.
+        Session trial;
+        takeOptions(options, typed, job.picture, trial);
+    }
     if (job.range && job.range->first != job.range->last && !numberedName(job.output, 1))
         throw Stop{WrongUsage, u"-o wants %d in the name when there is more than one step"_s};
 
     Fonts::InstallSubstitutions();
     Session session;
-    const std::int32_t item = OpenScene(job.scene, session);
+    const std::int32_t item = OpenScene(job.scene, streams, session);
     session.Plotter.SetScaleMode(job.scaleMode);
     mdView::ApplyZoom(job.zoom, session.View);
+    takeOptions(options, typed, job.picture, session);
     StepRange range = job.range.value_or(StepRange());
     if (!job.range)
         range.first = range.last = ChosenStep(job.scene, session.Model);
@@ -89,6 +133,21 @@ Status RunRender(const QStringList& arguments, const Streams& streams) {
     }
     writer.Finish();
     return Done;
+}
+
+} // namespace
+
+Status RunRender(const QStringList& arguments, const Streams& streams) {
+    const auto parsed = [&](const QStringList& words) {
+        auto options = std::make_unique<Options>(u"render"_s, u"Writes the picture of a step."_s, u"FILE"_s);
+        declare(*options);
+        options->Parse(words, streams);
+        return options;
+    };
+    const auto typed = parsed(arguments);
+    if (!typed->IsSet(u"like"_s))
+        return render(*typed, *typed, streams);
+    return render(*parsed(wordsIn(typed->Text(u"like"_s)) + arguments), *typed, streams);
 }
 
 } // namespace batch

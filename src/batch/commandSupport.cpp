@@ -9,10 +9,16 @@
 namespace batch {
 
 Options::Options(const QString& command, const QString& purpose, const QString& operand, const QString& kind)
-    : commandName(command), operandKind(kind) {
+    : commandName(command) {
     parser.setApplicationDescription(purpose);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsCompactedShortOptions);
     parser.addOption({u"help"_s, u"Show this help."_s});
+    Operand(operand, kind);
+}
+
+void Options::Operand(const QString& operand, const QString& kind) {
+    operands.append(operand);
+    operandKinds.append(kind);
     parser.addPositionalArgument(operand.toLower(), u"The "_s + kind + u'.', operand);
 }
 
@@ -31,16 +37,15 @@ void Options::Parse(const QStringList& arguments, const Streams& streams) {
     if (parser.isSet(u"help"_s)) {
         // The parser's own first line names the program alone.
         const QString help = parser.helpText();
-        streams.Output.write(
-            (u"Usage: velorin-batch "_s + commandName + u" FILE [OPTION]...\n"_s + help.mid(help.indexOf(u'\n') + 1))
-                .toUtf8());
+        streams.Output.write((u"Usage: velorin-batch %1 %2 [OPTION]...\n"_s.arg(commandName, operands.join(u' ')) +
+                              help.mid(help.indexOf(u'\n') + 1))
+                                 .toUtf8());
         throw Stop{Done, {}};
     }
     if (!understood)
         throw Stop{WrongUsage, parser.errorText()};
-    if (parser.positionalArguments().size() != 1)
-        throw Stop{WrongUsage,
-                   u"one %1 is wanted, %2 given"_s.arg(operandKind).arg(parser.positionalArguments().size())};
+    if (const qsizetype given = parser.positionalArguments().size(); given != operands.size())
+        throw Stop{WrongUsage, u"one %1 is wanted, %2 given"_s.arg(operandKinds.join(u" and one "_s)).arg(given)};
 }
 
 std::optional<int> Options::Integer(const QString& name, int lowest, int highest) const {
@@ -64,6 +69,10 @@ bool Options::IsFirst(const QString& name, const QString& first, const QString& 
     return word == first;
 }
 
+void Warn(const Streams& streams, const QString& path, const QString& what) {
+    streams.Errors.write((OneLine(path + u": "_s + what) + u'\n').toUtf8());
+}
+
 void RefuseInput(const QString& path, const QString& reason) {
     throw Stop{UnusableInput, path + u": "_s + reason};
 }
@@ -73,12 +82,29 @@ void RefuseNumber(const QString& path, const QString& option, const QString& kin
     RefuseInput(path, u"無効なパラメータです。 (--%1: no %2 %3 among %4)"_s.arg(option, kind).arg(number).arg(count));
 }
 
-ResultModel OpenFile(const QString& path) {
+void DeclareDerivedItems(Options& options) {
+    options.Value(u"derive"_s, u"mises,principal"_s,
+                  u"Items to be worked out of stresses such as \"S XX\": the equivalent and the principal ones."_s);
+}
+
+DerivedItems DerivedItemsFrom(const Options& options) {
+    DerivedItems derived;
+    for (const QString& name : options.Text(u"derive"_s).split(u',', Qt::SkipEmptyParts)) {
+        if (name != u"mises" && name != u"principal")
+            throw Stop{WrongUsage, u"--derive wants mises, principal or both, not \"%1\""_s.arg(name)};
+        (name == u"mises" ? derived.Mises : derived.Principal) = true;
+    }
+    return derived;
+}
+
+ResultModel OpenFile(const QString& path, const DerivedItems& derived, const Streams& streams) {
     ResultModel model;
     if (!mdApplication::FileExists(path))
         RefuseInput(path, u"無効なパラメータです。"_s);
-    if (!mdVelorinResultModel::LoadResultFile(path, model))
-        RefuseInput(path, u"ファイルの形式が不正です。"_s);
+    if (!mdVelorinResultModel::LoadResultFile(path, model, {}, derived))
+        RefuseInput(path, u"ファイルの形式が不正です。 "_s.append(model.Note).trimmed());
+    if (!model.Note.isEmpty())
+        Warn(streams, path, model.Note);
     return model;
 }
 

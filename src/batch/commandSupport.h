@@ -5,6 +5,7 @@
 #include "platform/base/Literals.h"
 #include "platform/base/OneLine.h"
 #include "result/ResultModel.h"
+#include "result/readers/derivedItems.h"
 
 #include <QCommandLineParser>
 #include <limits>
@@ -21,10 +22,12 @@ struct Stop {
 /// The options of one command. Ends the command when they make no sense, or when help was asked for.
 class Options {
 public:
-    /// `operand` is the one argument without a name, such as "FILE", and `kind` what it is.
+    /// `operand` is the first argument without a name, such as "FILE", and `kind` what it is.
     Options(const QString& command, const QString& purpose, const QString& operand,
             const QString& kind = u"result file"_s);
 
+    /// One more argument without a name, behind those that were declared.
+    void Operand(const QString& operand, const QString& kind);
     void Flag(const QString& name, const QString& purpose);
     void Value(const QString& name, const QString& valueName, const QString& purpose);
     void Parse(const QStringList& arguments, const Streams& streams);
@@ -38,20 +41,28 @@ public:
     /// Whether the option is the first of two words rather than the second, in large or small letters; `fallback` when
     /// it is not given.
     bool IsFirst(const QString& name, const QString& first, const QString& second, bool fallback) const;
-    QString Operand() const { return parser.positionalArguments().constFirst(); }
+    QString Operand(int index = 0) const { return parser.positionalArguments().at(index); }
 
 private:
     QString commandName;
-    QString operandKind;
+    QStringList operands, operandKinds;
     QStringList declared;
     QCommandLineParser parser;
 };
 
+/// Tells a line about `path` on the error stream; the command goes on.
+void Warn(const Streams& streams, const QString& path, const QString& what);
+
 /// Stops the command with the one line that says why `path` can't be used.
 [[noreturn]] void RefuseInput(const QString& path, const QString& reason);
 
-/// Opens the result file or stops the command with the path and the program's message.
-ResultModel OpenFile(const QString& path);
+/// Declares `--derive`.
+void DeclareDerivedItems(Options& options);
+DerivedItems DerivedItemsFrom(const Options& options);
+
+/// Opens the result file, and tells what of it was left out, or stops the command with the path and the program's
+/// message.
+ResultModel OpenFile(const QString& path, const DerivedItems& derived, const Streams& streams);
 
 /// The same for a number that `option` gave, counted from 1, of a kind of which the file has fewer.
 [[noreturn]] void RefuseNumber(const QString& path, const QString& option, const QString& kind, std::int64_t number,

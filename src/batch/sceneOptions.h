@@ -10,6 +10,7 @@ namespace batch {
 /// All that these options say.
 struct SceneChoice {
     QString Input;
+    DerivedItems Derived;
     QString Item;            ///< by number or name; empty when the file is to say
     std::optional<int> Step; ///< from 1; likewise
     bool WithPropertyFile = true;
@@ -18,7 +19,9 @@ struct SceneChoice {
     ApplicationSettings Settings; ///< what the pictures start from, `--mesh` included
 };
 
-/// Declares `--item`, `--mesh`, `--no-property`, `--set` and, for the commands that draw one step, `--step`.
+/// Declares `--item`, `--derive`, `--mesh`, `--fade-mesh`, `--no-property`, `--set` and, for the commands that draw one
+/// step,
+/// `--step`.
 void DeclareSceneOptions(Options& options, bool ofOneStep = true);
 
 /// Stops the command when an option makes no sense, before any file but that of `--settings` is opened. Without
@@ -27,7 +30,7 @@ SceneChoice SceneChoiceFrom(const Options& options, std::optional<bool> mesh = {
 
 /// Opens the file in `session`, with the property file's settings, if there is one and it counts, under those of the
 /// command line, and gives the chosen item. Stops the command when there is no such file or item.
-std::int32_t OpenScene(const SceneChoice& choice, Session& session);
+std::int32_t OpenScene(const SceneChoice& choice, const Streams& streams, Session& session);
 /// The chosen step of an open file, counted from 1. Stops the command when a step was chosen that there isn't.
 std::int64_t ChosenStep(const SceneChoice& choice, const ResultModel& model);
 

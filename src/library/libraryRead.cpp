@@ -6,7 +6,7 @@
 #include "result/StepSampler.h"
 #include "result/mdVelorinResultModel.h"
 
-#include <QFile>
+#include <unistd.h>
 
 using library::Failure;
 using library::guarded;
@@ -38,6 +38,16 @@ void readValues(const ResultModel& model, std::int32_t step, std::int32_t item, 
     QList<float> packed = listOf<float>(count);
     source.ReadValues(step, item, 0, std::span(packed.data(), std::size_t(count)));
     spread(std::span(packed), std::span(types), type, values);
+}
+
+/// In the system's words, for a file that could not be opened.
+QString whyUnreadable(const QString& name) {
+    std::error_code problem;
+    const std::filesystem::path path = NativePath::Of(name);
+    const bool isRegular = std::filesystem::is_regular_file(path, problem);
+    if (isRegular && ::access(path.c_str(), R_OK) != 0)
+        problem = std::error_code(errno, std::generic_category());
+    return problem ? QString::fromLocal8Bit(problem.message()) : u"no regular file that can be opened"_s;
 }
 
 /// Which of some elements have the type of an item, and so a value. All places of an item per node do.
@@ -73,9 +83,8 @@ private:
 int velorin_open(const char* path, velorin_progress progress, void* context, velorin_result** result) {
     return guarded([&] {
         const QString name = NativePath::Text(path);
-        QFile readable;
-        if (const auto why = NativePath::OpenToRead(name, readable))
-            throw Failure{VELORIN_UNREADABLE, *why};
+        if (!ReadHandle::Open(name).IsOpen())
+            throw Failure{VELORIN_UNREADABLE, whyUnreadable(name)};
         auto opened = std::make_unique<velorin_result>();
         bool stopped = false;
         const auto ask = library::progressOf(progress, context);

@@ -33,6 +33,8 @@ const CommandRow commandTable::commands[] = {
     {u"miFilePreview", 1300, u"印刷プレビュー(&V)", u"印刷の結果を画面で確かめます。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showPreview},
     {u"miFilePrint", 1400, u"印刷(&P)", u"表示中の図を印刷します。", u"ファイル", u"Ctrl+P", Kind::Button, u"", Needs::File, &frmMain::printOut},
     {u"miFilePrinter", 1500, u"ページ設定(&U)...", u"プリンタ、用紙、余白、ラベルを設定します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editPageLayout},
+    {u"miFilePicture", 1550, u"画像を保存(&G)...", u"表示中の図を PNG、SVG、PDF のファイルに保存します。", u"ファイル", u"Ctrl+Shift+S", Kind::Button, u"", Needs::File, &frmMain::savePicture},
+    {u"miFilePictureCommand", 1560, u"コマンドとしてコピー(&C)", u"表示中の図を作る velorin-batch のコマンドをクリップボードにコピーします。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::copyPictureCommand},
     {u"miFileProperty", 1600, u"プロパティ(&I)...", u"計算結果ファイルの内容を表示します。", u"ファイル", u"", Kind::Button, u"", Needs::File, &frmMain::showProperties},
     {u"miFileQuit", 1999, u"終了(&X)", u"プログラムを終了します。", u"ファイル", u"", Kind::Button, u"", Needs::Nothing, &frmMain::quit},
     {u"miViewScale", 2800, u"スケールモード(&M)", u"", u"表示", u"", Kind::Popup, u"pbViewScale", Needs::File, nullptr},
@@ -52,6 +54,8 @@ const CommandRow commandTable::commands[] = {
     {u"miViewRefresh", 2999, u"最新の情報に更新(&R)", u"図を描き直します。", u"表示", u"F5", Kind::Button, u"", Needs::Nothing, &frmMain::repaint},
     {u"miViewReload", 2950, u"ファイルを読み直す(&L)", u"開いているファイルをもう一度読み込みます。", u"表示", u"Ctrl+R", Kind::Button, u"", Needs::ShowOff, &frmMain::reloadFile},
     {u"miViewFollow", 2960, u"自動で読み直す(&U)", u"ファイルに書き込まれたステップを自動で読み込みます。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::lookAtFile, setting<&S::Window, &WindowSettings::FollowFile>},
+    {u"miViewPointTip", 2600, u"ポインタの値(&P)", u"ポインタの下の節点または要素の座標と値を表示します。", u"表示", u"", Kind::Button, u"", Needs::Nothing, &frmMain::hideTip, setting<&S::Window, &WindowSettings::PointTip>},
+    {u"miViewFadeMesh", 2910, u"細かいメッシュを薄く(&Y)", u"３ピクセルより近い要素の辺を薄く表示します。", u"表示", u"", Kind::Button, u"", Needs::File, &frmMain::repaint, setting<&S::Window, &WindowSettings::FadeMesh>},
     {u"miDrawStep", 3100, u"ステップ(&S)", u"表示する計算ステップを選びます。", u"描画", u"", Kind::Combo, u"", Needs::ShowHalted, &frmMain::chooseStep},
     {u"miDrawStepBefore", 3110, u"前のステップ(&B)", u"一つ前の計算ステップを表示します。", u"描画", u"PgUp", Kind::Button, u"", Needs::File, &frmMain::showStepBefore},
     {u"miDrawStepAfter", 3120, u"次のステップ(&N)", u"一つ後の計算ステップを表示します。", u"描画", u"PgDown", Kind::Button, u"", Needs::File, &frmMain::showStepAfter},
@@ -81,6 +85,7 @@ const CommandRow commandTable::commands[] = {
     {u"miDrawContourLegend", 3430, u"コンタ凡例(&E)", u"コンタの凡例を表示します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::repaint, setting<&S::Contour, &ContourSettings::Legend>},
     {u"miDrawContourValue", 3440, u"コンタ値設定(&A)...", u"コンタの範囲と分割数を設定します。", u"描画", u"", Kind::Button, u"", Needs::Areas, &frmMain::editContourValue},
     {u"miDrawSetting", 3999, u"設定(&T)...", u"変位、ベクトル、コンタの描画を設定します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::editDrawSettings},
+    {u"miDrawHeader", 3700, u"ヘッダー(&H)", u"ステップやアイテムの名前を図の左上に表示します。", u"描画", u"", Kind::Button, u"", Needs::Nothing, &frmMain::repaint, setting<&S::HeaderDisplay>},
     {u"miToolsDistribution", 7100, u"分布図(&D)...", u"選択したオブジェクトの分布図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createDistribution},
     {u"miToolsHistory", 7200, u"時系列図(&H)...", u"選択したオブジェクトの時系列図を作成します。", u"ツール", u"", Kind::Button, u"", Needs::Picked, &frmMain::createHistory},
     {u"miToolsImageCopy", 7300, u"イメージコピー(&C)", u"表示中の図をクリップボードにコピーします。", u"ツール", u"", Kind::Button, u"", Needs::Picture, &frmMain::copyImage},
@@ -114,9 +119,9 @@ constexpr const char16_t* pbDrawDispScale[] = {u"miDispNone", u"miDispOne", u"mi
 constexpr const char16_t* pbDrawVectorScale[] = {u"miVectorNone", u"miVectorOne", u"miVectorMax"};
 constexpr const char16_t* pdDrawContourColor[] = {u"miContourColor1", u"miContourColor2", u"miContourColor3",
                                                   u"miContourColor4", u"miContourColor5", u"miContourColor6"};
-constexpr const char16_t* pbFile[] = {u"miFileOpen",  u"miFileSaveLayout", u"-", u"miFilePreview",
-                                      u"miFilePrint", u"miFilePrinter",    u"-", u"miFileProperty",
-                                      u"-",           u"miFileQuit"};
+constexpr const char16_t* pbFile[] = {
+    u"miFileOpen",    u"miFileSaveLayout",     u"-", u"miFilePreview",  u"miFilePrint", u"miFilePrinter", u"-",
+    u"miFilePicture", u"miFilePictureCommand", u"-", u"miFileProperty", u"-",           u"miFileQuit"};
 constexpr const char16_t* pbView[] = {u"miViewScale",
                                       u"miViewMesh",
                                       u"-",
@@ -137,7 +142,10 @@ constexpr const char16_t* pbView[] = {u"miViewScale",
                                       u"miViewBack",
                                       u"miViewForward",
                                       u"-",
-                                      u"miViewFullScreen"};
+                                      u"miViewFullScreen",
+                                      u"-",
+                                      u"miViewPointTip",
+                                      u"miViewFadeMesh"};
 constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawDiff",
                                       u"miDrawValue",
@@ -158,7 +166,8 @@ constexpr const char16_t* pbDraw[] = {u"miDrawStep",
                                       u"miDrawSetting",
                                       u"-",
                                       u"miDrawStepBefore",
-                                      u"miDrawStepAfter"};
+                                      u"miDrawStepAfter",
+                                      u"miDrawHeader"};
 constexpr const char16_t* pbTools[] = {
     u"miToolsDistribution", u"miToolsHistory", u"-", u"miToolsImageCopy", u"miToolsSlideShow", u"-", u"miToolsOption"};
 constexpr const char16_t* pbAddIn[] = {u"miAddinManager"};

@@ -52,6 +52,7 @@ void ctlScene::buildControls() {
     connect(picScreen, &PictureBox::Resized, this, &ctlScene::onResized);
     connect(picScreen, &PictureBox::MouseMoved, this, &ctlScene::showMouseCoordinates);
     connectPicking();
+    connectTip();
     connectMoving();
 }
 

@@ -52,6 +52,8 @@ public:
     void ForgetViews();
     /// The keyboard's way to what the right button does.
     void AskForPopup();
+    /// Takes away what is told of the place under the mouse.
+    void HideTip();
 
 signals:
     void Painted();
@@ -67,6 +69,8 @@ signals:
     void PopupWanted(QPoint globalPosition);
     /// A drop is over; no dialog is open.
     void FileDropped(const QString& path);
+    /// The mouse may have changed the selection.
+    void Picked();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -108,6 +112,10 @@ private:
     bool takesMouse() const;
     int screenWidth() const;
 
+    // ctlSceneTip.cpp
+    void connectTip();
+    void showTip();
+
     Session& session;
     clsMouse& selection;
     bool paintDue = false;
@@ -115,6 +123,9 @@ private:
     std::unique_ptr<LongPaint> paint;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
+    QTimer tipWait;  ///< runs while the mouse stands still and nothing is told yet
+    QPoint tipAt;
+    bool tipShown = false;
 
     /// A drag that moves the picture.
     struct Move {

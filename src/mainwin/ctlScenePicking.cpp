@@ -115,6 +115,7 @@ void ctlScene::endDrag(DevicePoint corner, Qt::KeyboardModifiers modifiers) {
     else
         mdPicking::PickRectangle(session.Model, session.View, selection, mode, session.View.RubberBand, tolerance);
     picScreen->RefreshLayer();
+    emit Picked();
 }
 
 void ctlScene::cancelDrag() {

@@ -3,6 +3,7 @@
 #include "app/NumberFormat.h"
 #include "app/mdApplication.h"
 #include "app/windows/GraphWindows.h"
+#include "mainwin/StartPage.h"
 #include "mainwin/commandState.h"
 #include "mainwin/commandTable.h"
 #include "mainwin/ctlScene.h"
@@ -33,6 +34,7 @@ frmMain::frmMain() : slideShow(mdApplication::Current) {
     DocPlotter().SetScaleMode(PlotScaleMode::Fixed);
     scene = new ctlScene(mdApplication::Current, Selection, this);
     setCentralWidget(scene);
+    startPage = new StartPage(*scene->focusProxy());
     buildPanels();
     bars = new CommandBars(*this);
     commandTable::Build(*bars);
@@ -45,7 +47,7 @@ frmMain::frmMain() : slideShow(mdApplication::Current) {
     recentFiles.Load();
     updateCaption();
     updateCommandState();
-    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
+    showRecentFiles();
 }
 
 frmMain::~frmMain() {
@@ -66,8 +68,10 @@ void frmMain::SetZoom(int value) {
 }
 
 void frmMain::repaint() {
-    if (!updatingUi)
-        scene->Paint();
+    if (updatingUi)
+        return;
+    findRange();
+    scene->Paint();
 }
 
 void frmMain::Tell(const QString& line) {
@@ -98,6 +102,15 @@ void frmMain::buildPanels() {
         panels[i]->setMinimumWidth(panels[i]->fontMetrics().horizontalAdvance(widest[i]));
         stbStatus->addWidget(panels[i], i == 0 ? 1 : 0);
     }
+    pickedPanel = new QLabel(stbStatus);
+    pickedPanel->setObjectName(u"stbStatus_5"_s);
+    pickedPanel->setToolTip(u"選択中のオブジェクト"_s);
+    pickedPanel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    pickedPanel->hide();
+    stbStatus->insertWidget(1, pickedPanel);
+    // What these two say may be long, and must not hold the window wide.
+    for (QLabel* panel : {panels[0], pickedPanel})
+        panel->setMinimumWidth(1);
 }
 
 void frmMain::connectEvents() {
@@ -112,9 +125,11 @@ void frmMain::connectEvents() {
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::Tell);
     connect(scene, &ctlScene::Zoomed, this, &frmMain::onZoomed);
+    connect(scene, &ctlScene::Picked, this, &frmMain::showPicked);
     connect(scene, &ctlScene::MouseAt, panels[1], &QLabel::setText);
     connect(scene, &ctlScene::PopupWanted, this, [this](QPoint place) { bars->ShowPopup(u"pbPopup"_s, place); });
     connect(scene, &ctlScene::FileDropped, this, &frmMain::FirstStep);
+    connect(startPage, &StartPage::Chosen, this, &frmMain::ExecuteCommand);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             mdApplication::ShowGraphWindows();
@@ -152,7 +167,9 @@ void frmMain::onPainted() {
     updatingUi = true;
     commandState::ShowChosen(*bars, facts());
     updatingUi = false;
+    offerFading();
     showTold();
+    showPicked();
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();
     panels[2]->setText(hasStep ? NumberFormat::Shortest(model.Steps.at(model.CurrentStep).Time) : QString());
     showZoom();

@@ -14,6 +14,7 @@
 #include <QTimer>
 
 class QLabel;
+class StartPage;
 class ctlScene;
 struct CommandFacts;
 
@@ -105,6 +106,14 @@ private:
     void goForward();
     void toggleFullScreen();
 
+    // frmMainReading.cpp
+    void hideTip();
+    void showPicked();
+    /// Finds the range of all steps if the contour has it and it is not known for the item. When that is stopped, or
+    /// there is no memory for it, the contour gets the range of the step.
+    void findRange();
+    void offerFading();
+
     // frmMainGraph.cpp
     void createDistribution();
     void createHistory();
@@ -125,6 +134,10 @@ private:
     void showPreview();
     void editPageLayout();
 
+    // frmMainPicture.cpp
+    void savePicture();
+    void copyPictureCommand();
+
     // frmMainDocument.cpp
     struct Opening;
     void openResultFile(const QString& path);
@@ -143,6 +156,7 @@ private:
     bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
+    void showRecentFiles();
     void updateCaption();
     void tellWhatIsMissing(int step);
     /// Whether the window is to change, which may take a while.
@@ -183,10 +197,11 @@ private:
 
     static frmMain* instance;
     bool updatingUi = false;
-    QRect placeBefore;       ///< before the window filled the screen
-    bool sizeToCome = false; ///< the window has not got its real size yet
-    QString notice;          ///< what the status bar says when nothing else has its first panel
-    QString fileNote;        ///< what has become of the open file; behind `notice`
+    QRect placeBefore;          ///< before the window filled the screen
+    bool sizeToCome = false;    ///< the window has not got its real size yet
+    bool fadingOffered = false; ///< since the start of the program
+    QString notice;             ///< what the status bar says when nothing else has its first panel
+    QString fileNote;           ///< what has become of the open file; behind `notice`
     FileWatch fileWatch;
     QElapsedTimer sinceReload;
     qint64 reloadMs = 0;     ///< what the last one took
@@ -196,5 +211,7 @@ private:
     QTimer timSlideShow;
     CommandBars* bars = nullptr;
     ctlScene* scene = nullptr;
+    StartPage* startPage = nullptr;
     std::array<QLabel*, 4> panels{};
+    QLabel* pickedPanel = nullptr; ///< shown while something is picked
 };

@@ -5,6 +5,7 @@
 #include "app/settingsStore.h"
 #include "app/windows/GraphWindows.h"
 #include "app/windows/ShowMessage.h"
+#include "mainwin/StartPage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "mainwin/windowPlace.h"
@@ -97,10 +98,14 @@ void frmMain::readResultFile(const QString& path, Opening& opening) {
     opening.Step = named.CurrentStep;
     opening.Item = named.CurrentItem;
     opening.Reference = asLeft.Difference.StandardStep;
-    opening.Stopped = !readWith(ReadHandle::Open(path).Size(), tr("読み込み中..."), [&](const LoadProgress& progress) {
+    const bool derives = Settings.Window.DeriveStresses;
+    // A series is as large as the files that it names.
+    const bool isSeries = path.endsWith(u".pvd", Qt::CaseInsensitive);
+    const qint64 bytes = isSeries ? std::numeric_limits<qint64>::max() : ReadHandle::Open(path).Size();
+    opening.Stopped = !readWith(bytes, tr("読み込み中..."), [&](const LoadProgress& progress) {
         // Of the time until the picture, about.
         constexpr int untilMesh = 60;
-        opening.Good = LoadResultFile(path, loaded, PartOf(progress, 0, untilMesh));
+        opening.Good = LoadResultFile(path, loaded, PartOf(progress, 0, untilMesh), {derives, derives});
         if (opening.Good)
             LoadStep(std::max(opening.Step, 0), std::max(opening.Item, 0), loaded, false, opening.Reference,
                      PartOf(progress, untilMesh, 100));
@@ -133,7 +138,8 @@ void frmMain::openResultFile(const QString& path) {
     if (opening.Good)
         takeUpFile(opening);
     else // which gives the earlier file up too
-        dropFile(path + u"\r\nファイルの形式が不正です。"_s);
+        dropFile(path + u"\r\nファイルの形式が不正です。"_s +
+                 (opening.Loaded.Note.isEmpty() ? QString() : u"\r\n"_s + opening.Loaded.Note));
 }
 
 void frmMain::takeUpFile(const Opening& opening) {
@@ -149,7 +155,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     }
     followFile();
     recentFiles.Add(Model.FileName);
-    commandFamilies::Set(*bars, u"recent-"_s, recentFiles.MenuEntries());
+    showRecentFiles();
     if (!isVisible())
         show();
     updateCaption();
@@ -160,6 +166,7 @@ void frmMain::takeUpFile(const Opening& opening) {
     else
         scene->Settled();
     scene->ForgetViews();
+    findRange();
     scene->Fit();
 }
 
@@ -169,7 +176,16 @@ void frmMain::tellWhatIsMissing(int step) {
         lines.append(u"ステップ %1 はこのファイルにありません。"_s.arg(qint64(step) + 1));
     if (const int reference = Settings.Difference.StandardStep; reference >= Model.StepCount)
         lines.append(u"基準ステップ %1 はこのファイルにありません。"_s.arg(qint64(reference) + 1));
+    if (!Model.Note.isEmpty())
+        lines.append(Model.Note);
     Tell(lines.join(u' '));
+}
+
+void frmMain::showRecentFiles() {
+    const std::vector<FamilyEntry> entries = recentFiles.MenuEntries();
+    commandFamilies::Set(*bars, u"recent-"_s, entries);
+    startPage->Show(entries);
+    startPage->setVisible(!IsOpen());
 }
 
 bool frmMain::loadStep(int step, int item) {
@@ -202,7 +218,9 @@ void frmMain::dropFile(const QString& why) {
     ShowMessage(why, MessageStyle::Stop);
     for (QLabel* panel : std::span(panels).subspan(1))
         panel->clear();
+    showPicked();
     scene->Clear();
+    showRecentFiles();
 }
 
 void frmMain::promptAndOpen() {
@@ -213,12 +231,18 @@ void frmMain::promptAndOpen() {
 
 bool frmMain::promptFileName(QString& path) {
     QString filter;
-    for (const ResultReader& reader : ResultReaders())
+    QStringList endings;
+    for (const ResultReader& reader : ResultReaders()) {
         filter += u"%1(%2)|%2|"_s.arg(QStringView(reader.Name), QStringView(reader.Endings));
+        endings += QStringView(reader.Endings).toString();
+    }
+    filter += tr("開けるファイル(%1)|%1|").arg(endings.join(u';'));
     filter += u"すべてのファイル(*.*)|*.*"_s;
     mdApplication::HideGraphWindows();
+    Dialogs::FileSwitch derive{tr("応力からミーゼス応力と主応力を求める(&M)"), Settings.Window.DeriveStresses};
     const auto chosen = Dialogs::OpenFileName(this, u"計算結果ファイルを開く"_s,
-                                              path.isEmpty() ? NativePath::CurrentFolder() : path, filter);
+                                              path.isEmpty() ? NativePath::CurrentFolder() : path, filter, &derive);
+    Settings.Window.DeriveStresses = derive.On;
     mdApplication::ShowGraphWindows();
     path = chosen.value_or(path);
     return chosen.has_value();

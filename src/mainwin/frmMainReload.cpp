@@ -91,7 +91,7 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
         constexpr int untilMesh = 60;
         const LoadProgress meshProgress = PartOf(progress, 0, untilMesh);
         const bool extended = following && ExtendSettledFile(Model, bytes, fresh, meshProgress);
-        if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress))
+        if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress, Model.Derived))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
         LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
@@ -161,5 +161,6 @@ void frmMain::takeUpAnew(const ResultModel& fresh) {
         scene->ForgetViews();
     followFile();
     updateCommandState();
+    findRange();
     scene->ShowView();
 }

@@ -26,6 +26,7 @@ void SlideShow::ApplySettings() {
     } else {
         FixContour(contour, savedContour.MaxValue, savedContour.MinValue, savedContour.Divide);
         contour.Automatic = savedContour.Automatic;
+        contour.Range = savedContour.Range;
     }
 }
 
@@ -38,6 +39,7 @@ Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
         contour = savedContour;
     } else {
         contour.Automatic = savedContour.Automatic;
+        contour.Range = savedContour.Range;
         contour.Divide = savedContour.Divide;
     }
     return settings.RestoreStep ? loadStep(savedStep, progress) : Session::StepLoad::Done;

@@ -2,7 +2,7 @@
 // comes next, which can be read beforehand. It paints nothing and knows no time.
 #pragma once
 
-#include "output/ShowRange.h"
+#include "result/ShowRange.h"
 #include "view/scene/Session.h"
 
 class SlideShow {

@@ -27,8 +27,9 @@ struct Element {
     Field Value;
     Held InFile = {};
     Held OnCommandLine = InFile;
-    int Shift = 0;        ///< the text's number less the value
-    bool IsDigit = false; ///< a boolean that the file holds as 1 or 0, not as a word
+    int Shift = 0;         ///< the text's number less the value
+    bool IsDigit = false;  ///< a boolean that the file holds as 1 or 0, not as a word
+    bool Optional = false; ///< at its default it is not in the file, and not in the file it is at its default
 };
 
 /// In the order in which the property file has them, each section in one piece.

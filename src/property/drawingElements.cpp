@@ -1,5 +1,6 @@
 #include "property/drawingElements.h"
 
+#include "app/NumberFormat.h"
 #include "app/mdTips.h"
 #include "property/drawingElementTable.h"
 
@@ -18,11 +19,16 @@ bool readInt(const QString& text, const Held& held, int& target) {
 }
 
 bool addItemSet(const QString& text, VectorSettings& vector) {
-    const QStringList fields = text.split(u',');
     VectorItemSet set;
-    if (fields.size() != 3 || !readInt(fields[1], {0}, set.Horz) || !readInt(fields[2], {0}, set.Vert))
+    if (text.count(u',') < 2 || !readInt(text.section(u',', -2, -2), {0}, set.Horz) ||
+        !readInt(text.section(u',', -1), {0}, set.Vert))
         return false;
-    set.Name = fields[0];
+    set.Name = text.section(u',', 0, -3);
+    if (set.Name.contains(u',')) {
+        if (!set.Name.startsWith(u'"') || !set.Name.endsWith(u'"'))
+            return false;
+        set.Name = set.Name.sliced(1).chopped(1);
+    }
     --set.Horz;
     --set.Vert;
     vector.ItemSets.append(set);
@@ -63,6 +69,23 @@ struct Reader {
     bool operator()(VectorSettings& vector) const { return addItemSet(Text, vector); }
 };
 
+/// The text that `Reader` makes the value of.
+struct Writer {
+    const Element& What;
+
+    QString operator()(int value) const { return QString::number(value + What.Shift); }
+    QString operator()(bool value) const { return value ? u"True"_s : u"False"_s; }
+    QString operator()(float value) const { return NumberFormat::Shortest(value); }
+    QString operator()(ColorRef value) const { return u"0x"_s + QString::number(value, 16); }
+    QString operator()(const VectorSettings& vector) const {
+        if (vector.DefaultItemSet < 0 || vector.DefaultItemSet >= vector.ItemSets.size())
+            return {};
+        const auto& [name, horz, vert] = vector.ItemSets.at(vector.DefaultItemSet);
+        const QString quote = name.contains(u',') ? u"\""_s : QString();
+        return quote + name + quote + u',' + QString::number(horz + 1) + u',' + QString::number(vert + 1);
+    }
+};
+
 bool isOfModel(const Element& element) {
     return std::holds_alternative<std::int32_t ResultModel::*>(element.Value);
 }
@@ -89,6 +112,26 @@ bool Set(const QString& path, const QString& text, ApplicationSettings& settings
         return std::visit(read, element.Value);
     }
     return false;
+}
+
+QStringList Assignments(const ApplicationSettings& settings) {
+    ApplicationSettings from, to = settings;
+    QStringList assignments;
+    for (const Element& element : Elements()) {
+        const auto text = [&](ApplicationSettings& record) {
+            return std::visit(
+                [&](auto field) {
+                    if constexpr (std::is_member_pointer_v<decltype(field)>)
+                        return QString();
+                    else
+                        return Writer{element}(field(record));
+                },
+                element.Value);
+        };
+        if (const QString value = text(to); value != text(from))
+            assignments += pathOf(element) + u'=' + value;
+    }
+    return assignments;
 }
 
 QStringList Paths() {

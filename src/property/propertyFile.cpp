@@ -150,6 +150,18 @@ struct Writer {
     }
 };
 
+/// Calls `use` with an element's value and with what the program starts with in its place.
+template<class Use>
+void withDefault(const Element& element, ApplicationSettings& settings, ResultModel& model, const Use& use) {
+    ApplicationSettings defaults;
+    withValue(element, settings, model, [&](auto& value) {
+        withValue(element, defaults, model, [&](auto& start) {
+            if constexpr (std::is_same_v<decltype(value), decltype(start)>)
+                use(value, start);
+        });
+    });
+}
+
 /// The whole file. The records come as copies of their own: the table reaches into what may be changed.
 QString textOf(ApplicationSettings settings, ResultModel model) {
     Lines lines;
@@ -160,6 +172,11 @@ QString textOf(ApplicationSettings settings, ResultModel model) {
             lines.Close(open.takeLast());
     };
     for (const Element& element : Elements()) {
+        bool isDefault = false;
+        withDefault(element, settings, model,
+                    [&](const auto& value, const auto& start) { isDefault = value == start; });
+        if (element.Optional && isDefault)
+            continue;
         const QStringList path = QString(u"VRFPROPERTY/"_s + QStringView(element.Path)).split(u'/');
         const auto [differs, _] = std::mismatch(open.cbegin(), open.cend(), path.cbegin(), path.cend() - 1);
         closeTo(differs - open.cbegin());
@@ -203,7 +220,7 @@ void ResetDrawingSettings(ApplicationSettings& settings, ResultModel& model) {
     settings.Vector.DefaultItemSet = -1;
     settings.Vector.ItemSets.clear();
     settings.Difference = {};
-    settings.ValueDisplay = false;
+    settings.ValueDisplay = settings.HeaderDisplay = false;
     settingsStore::LoadDisplacementDefaults(settings.Displacement);
     settingsStore::LoadVectorDefaults(settings.Vector);
     settingsStore::LoadContourDefaults(settings.Contour);
@@ -215,8 +232,12 @@ bool LoadPropertyFile(ApplicationSettings& settings, ResultModel& model) {
     clsXML document;
     if (!mdApplication::FileExists(model.FileName) || !mdApplication::FileExists(path) || !document.Load(path))
         return false;
-    if (hasItsRoot(document))
-        readSection(*document.lastChild(), {}, settings, model);
+    if (!hasItsRoot(document))
+        return true;
+    for (const Element& element : Elements())
+        if (element.Optional)
+            withDefault(element, settings, model, [](auto& value, const auto& start) { value = start; });
+    readSection(*document.lastChild(), {}, settings, model);
     return true;
 }
 

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "result/FileLook.h"
-#include "result/readers/ResultContent.h"
+#include "result/readers/derivedItems.h"
 
 #include <span>
 
@@ -78,10 +78,12 @@ struct ResultModel {
     QString Magic;
     std::int32_t Version = 0; ///< times 100
     ReadHandle FileHandle;    ///< shared by the copies of a model; closed for what is read from no single file
+    DerivedItems Derived;     ///< asked for when it was opened
     FileLook Look;            ///< of the file when it was opened
     std::int32_t FirstStepOffset = 0;
     std::shared_ptr<const StepSource> Source; ///< gives the values of the steps; shared too, null when no file is open
     QString Title;
+    QString Note; ///< a line for people: what of the file was left out, or of a refused one why; mostly empty
     std::int32_t StepCount = 0;
     QList<StepInfo> Steps;
     std::int32_t CurrentStep = -1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "result/ResultModel.h"
+#include "result/readers/derivedItems.h"
 #include "result/readers/readerTable.h"
 
 namespace mdVelorinResultModel {
@@ -15,13 +16,17 @@ bool CheckFileMagic(const QString& path, const QString& magic);
 bool IsResultFile(const QString& path);
 
 /// Reads mesh, items and the directory of steps, and leaves the file open. False, with the model untouched, for a file
-/// of another kind; false, with the model closed and its file name empty, for one that its reader cannot open or use.
+/// of another kind; false, with the model closed, its file name empty and the reason, if more than the format is known,
+/// in its note, for one that its reader cannot open or use.
 /// `progress` may be called from time to time; when it says no, the load ends as for a file that could not be opened.
-bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {});
+/// Items that `derived` wants stand behind those of the file.
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress = {},
+                    const DerivedItems& derived = {});
 
 /// The same for a file that is being written: only the first `bytes` of it count, and steps that end behind them are
 /// left out. False too when the mesh does, or when the file has become another one meanwhile.
-bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress = {});
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress = {},
+                     const DerivedItems& derived = {});
 
 /// The same for a file that has only grown, without reading its mesh again; `before` is the file as it was. False too
 /// where the format can't do that.

@@ -103,6 +103,7 @@ bool takeOver(const ResultContent& content, const QString& earlierTitle, ResultM
     model.FirstStepOffset = content.FirstStepOffset;
     model.Source = content.Source;
     model.Title = content.Title.value_or(earlierTitle);
+    model.Note = content.Note;
     model.StepCount = std::int32_t(content.Steps.size());
     model.Steps = content.Steps;
     model.ItemCount = std::int32_t(content.Items.size());
@@ -127,7 +128,8 @@ bool IsResultFile(const QString& path) {
     return ReaderFor(path) != nullptr;
 }
 
-bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress) {
+bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress& progress,
+                    const DerivedItems& derived) {
     const ResultReader* reader = ReaderFor(path);
     if (!reader)
         return false;
@@ -139,8 +141,11 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     ResultContent content;
     // Reading takes most of the time, and this much of it.
     constexpr int untilRead = 75;
-    if (!reader->Open(path, content, PartOf(progress, 0, untilRead)))
+    if (!reader->Open(path, content, PartOf(progress, 0, untilRead))) {
+        model.Note = content.Note;
         return false;
+    }
+    AddDerivedItems(derived, content);
     if (!takeOver(content, title, model, PartOf(progress, untilRead, 100))) {
         model = {};
         model.Title = title;
@@ -148,6 +153,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     }
     model.FileName = NativePath::Absolute(path);
     model.Look = look;
+    model.Derived = derived;
     return true;
 }
 
@@ -166,9 +172,11 @@ bool keepSettled(const FileLook& look, qint64 bytes, ResultModel& model) {
 
 } // namespace
 
-bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress,
+                     const DerivedItems& derived) {
     const FileLook look(ReadHandle::Open(path), bytes);
-    return LoadResultFile(path, model, progress) && model.FirstStepOffset <= bytes && keepSettled(look, bytes, model);
+    return LoadResultFile(path, model, progress, derived) && model.FirstStepOffset <= bytes &&
+           keepSettled(look, bytes, model);
 }
 
 bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress) {

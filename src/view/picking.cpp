@@ -173,6 +173,15 @@ bool IsInPolygon(std::span<const DevicePoint> polygon, DevicePoint point) {
     return inside;
 }
 
+std::int32_t ObjectAt(const ResultModel& model, const ViewState& view, DevicePoint point, int tolerance) {
+    const std::optional<std::int32_t> type = pickedType(model);
+    if (!type || mdVelorinResultModel::IsFileClosed(model))
+        return -1;
+    const std::int64_t reach = std::int64_t(tolerance) * 2;
+    return *type < 0 ? nearestNode(model.Mesh, view.NodePoints, point, double(reach))
+                     : firstElementAt(model.Mesh, view.NodePoints, *type, point, reach);
+}
+
 void PickPoint(const ResultModel& model, const ViewState& view, clsMouse& selection, int mode, DevicePoint point,
                int tolerance) {
     const std::optional<std::int32_t> type = beginPick(model, selection, mode);
@@ -182,9 +191,7 @@ void PickPoint(const ResultModel& model, const ViewState& view, clsMouse& select
     Flags flags = flagsOf(selection, std::max(mesh.NodeCount, mesh.ElementCount));
     selection.Clear();
     const bool isNode = *type < 0;
-    const std::int64_t reach = std::int64_t(tolerance) * 2;
-    const std::int32_t hit = isNode ? nearestNode(mesh, view.NodePoints, point, double(reach))
-                                    : firstElementAt(mesh, view.NodePoints, *type, point, reach);
+    const std::int32_t hit = ObjectAt(model, view, point, tolerance);
     if (hit >= 0)
         flags[std::size_t(hit)] = mode != Mode::Toggle || flags[std::size_t(hit)] == 0;
     select(flags, isNode ? mesh.NodeCount : mesh.ElementCount, isNode ? PickedKind::Nodes : PickedKind::Elements,

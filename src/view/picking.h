@@ -30,6 +30,9 @@ void PickPoint(const ResultModel& model, const ViewState& view, clsMouse& select
 void PickRectangle(const ResultModel& model, const ViewState& view, clsMouse& selection, int mode,
                    std::span<const DevicePoint, 2> corners, int tolerance);
 
+/// The object that `PickPoint` would take; -1 for none.
+std::int32_t ObjectAt(const ResultModel& model, const ViewState& view, DevicePoint point, int tolerance);
+
 /// True when the pixel belongs to the polygon's inside as a device fills it: by the alternate rule, points on a left or
 /// an upper edge included, on a right or a lower one not.
 bool IsInPolygon(std::span<const DevicePoint> polygon, DevicePoint point);

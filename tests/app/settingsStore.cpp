@@ -32,7 +32,23 @@ QByteArray exported() {
 /// Every field that the registry keeps, in the order of the records, each with a value of its own.
 ApplicationSettings changed() {
     ApplicationSettings s;
-    s.Window = {false, false, 1, false, false, 2, {-1, 2, 3, 4}, true, false, false, u"/help/日本/"_s, true, true};
+    s.Window = {.Toolbar = false,
+                .Statusbar = false,
+                .ScaleMode = 1,
+                .Mesh = false,
+                .RestoreWindowStatus = false,
+                .WindowState = 2,
+                .WindowPos = {-1, 2, 3, 4},
+                .RestoreLastFile = true,
+                .AutoSave = false,
+                .AutoInstall = false,
+                .Help = u"/help/日本/"_s,
+                .PictureFolder = u"/pictures/"_s,
+                .FitDisplaced = true,
+                .FollowFile = true,
+                .PointTip = false,
+                .FadeMesh = true,
+                .DeriveStresses = true};
     s.Page = {u"Büro"_s, 1, 8, {5, 6, 7, 8}, false, 9, 2, {{u"%p"_s, true, 17, u"f1"_s}, {u"二"_s, false, 3, {}}},
               2.5,       2};
     s.Style.LineStyles = {LineStyle{2, 3, 4}, {5, 1, 6}, {7, 2, 8}, {9, 4, 0xffffff}};
@@ -64,11 +80,21 @@ TEST(settingsStore, EveryFieldIsWrittenInItsFormAndComesBack) {
     saved.Displacement = {false, 150, 1, true};
     saved.Vector = {1, 0, {{u"v"_s, 1, 2}}, false, 50, 0};
     saved.Window.Toolbar = saved.Window.Mesh = true;
-    saved.Window.FitDisplaced = saved.Window.FollowFile = false; // which leaves no trace
+    // What leaves no trace.
+    saved.Window.FitDisplaced = saved.Window.FollowFile = saved.Window.FadeMesh = saved.Window.DeriveStresses = false;
+    saved.Window.PointTip = true;
+    saved.Window.PictureFolder.clear();
     settingsStore::SaveSettings(saved);
     EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
     EXPECT_EQ(exported().split('\n'), registryFile(u"settings.reg"_s).split('\n'));
     EXPECT_TRUE(loaded().Window.Statusbar) << "comes back as the tool bar";
+    saved.Contour.Preset = ColorPreset::Cividis;
+    saved.Contour.LegendName = saved.Contour.LegendRange = true;
+    EXPECT_TRUE(settingsStore::SaveDrawingDefaults(saved));
+    ContourSettings stored = {.MaxValue = 9, .MinValue = -9};
+    settingsStore::LoadContourDefaults(stored);
+    stored.Automatic = false;
+    EXPECT_EQ(stored, saved.Contour);
     const FullDisk full(0);
     EXPECT_EQ(loaded().Page, saved.Page) << "what can't be written is read all the same";
 }

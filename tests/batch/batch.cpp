@@ -1,4 +1,5 @@
 #include "BatchTest.h"
+#include "result/mdVelorinResultModel.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"
@@ -6,7 +7,10 @@
 #include "batch/commandSupport.h"
 #include "platform/base/NativePath.h"
 #include "platform/base/WholeFile.h"
+#include "platform/device/PictureNote.h"
+#include "platform/raster/PngFile.h"
 #include "property/propertyFile.h"
+#include "result/mdVelorinResultModel.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -176,14 +180,49 @@ TEST_F(RenderTest, GoesOnWithoutSettingsThatAnotherProgramHoldsAndSaysSo) {
     EXPECT_EQ(errors, store + ": 1 keys or values with impossible names are left out\n");
 }
 
+TEST_F(RenderTest, WhatAPictureSaysOfItselfIsNotTrusted) {
+    const QString line = u"velorin-batch render /nowhere.vrf -o /nowhere.trace --step 2 --mesh off"_s;
+    const QByteArray wanted = traceOf(u"--step 2 --mesh off"_s);
+    QImage image(1, 1, QImage::Format_RGB32);
+    const QByteArray png = PngContent(image, line).Bytes;
+    const QString like = folder.Write(png, u"p.png"_s);
+    EXPECT_EQ(traceOf(u"--like "_s + like), wanted);
+    EXPECT_EQ(traceOf(u"--mesh on --like "_s + like), traceOf(u"--step 2"_s)) << "what is typed goes before";
+    EXPECT_FALSE(QFile::exists(u"/nowhere.trace"_s));
+    const QString render = u"render FILE -o "_s + folder.Path(u"o.trace"_s) + u" --like "_s;
+    for (qsizetype size = 0; size < png.indexOf("off") + 3; ++size)
+        expectUnusable(render + folder.Write(png.first(size), u"cut.png"_s), folder.Path(u"cut.png"_s),
+                       "it does not tell how it was made");
+    for (const auto& [note, problem] : {std::pair(u"velorin-batch render a --settings b"_s,
+                                                  "its command has an option that is unknown here: --settings"),
+                                        {u"velorin-batch render a --step"_s, "its command ends without a value"},
+                                        {u"rm -r 'a"_s, "its note is no command"}})
+        expectUnusable(render + folder.Write(PictureNote::Element(note), u"p.svg"_s), folder.Path(u"p.svg"_s), problem);
+    expectUnusable(render + u"none.png"_s, u"none.png"_s, "");
+}
+
+TEST_F(RenderTest, AConvertedResultGivesTheSamePicture) {
+    for (const QByteArray& bytes : {twoSquares().Bytes(), sample::legacyVtk(false, true)}) {
+        path = folder.Write(bytes, u"given"_s);
+        const QByteArray expected = traceOf({});
+        EXPECT_EQ(run(u"convert FILE "_s + folder.Path(u"made.vrf"_s)), 0);
+        EXPECT_EQ(errors,
+                  bytes.startsWith("VRF") ? QByteArray() : path.toUtf8() + ": 読まなかったもの: 点要素 1、線要素 1\n");
+        path = folder.Path(u"made.vrf"_s);
+        EXPECT_EQ(traceOf({}), expected);
+    }
+}
+
 TEST_F(BatchTest, WrongUsageIsTold) {
     const QString out = folder.Path(u"o.png"_s);
     QStringList wrong = u"|draw FILE|info FILE FILE|info FILE --json|mesh FILE --step 0|values FILE --step 1|"
                         "graph FILE -o o.bmp --type history --item 1 --nodes 1|values FILE --step 1 --item 1 "
-                        "--reference x|values none.vrf --step 1 --item 1 --query x|render FILE|"
+                        "--reference x|values none.vrf --step 1 --item 1 --query x|info FILE --derive max|convert "
+                        "FILE|convert FILE a.vtu|render FILE|"
                         "render FILE -o o.bmp"_s.split(u'|');
     const QString options = u"size 0x10|size 40000x10|steps 1:2|steps 1:2:0|mesh yes|scale-mode 1|zoom 10|"
-                            "dpi 2000000000|set contour/legend|set contour/legends=1"_s;
+                            "dpi 2000000000|set contour/legend|set contour/legends=1|view 1,2,3|view 1,2,-3,4|scale 0|"
+                            "slide-show 1|style line-1=1,5,0|style font-9=x|style header=steps"_s;
     for (const QString& option : options.split(u'|'))
         wrong.append(u"render FILE -o "_s + out + u" --"_s + option);
     for (const QString& line : wrong) {
@@ -276,7 +315,8 @@ TEST_F(RenderTest, NamesAreBytes) {
         WholeFile::Write(start + u".style"_s, "[GENERAL]\r\nbackcolor=255\r\n");
         WholeFile::Write(start + u".reg"_s, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\bent]\r\n");
         EXPECT_EQ(json(u"info FILE"_s)[u"file"], NativePath::Shown(path));
-        ResultModel model = batch::OpenFile(path);
+        ResultModel model;
+        ASSERT_TRUE(mdVelorinResultModel::LoadResultFile(path, model));
         ApplicationSettings settings;
         model.CurrentStep = 1;
         EXPECT_EQ(propertyFile::SavePropertyFile(settings, model), QString());

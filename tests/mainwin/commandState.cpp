@@ -82,20 +82,22 @@ TEST_F(CommandStateTest, WhatIsEnabledFollowsTheFacts) {
     facts.FileOpen = false;
     facts.PickedCount = 0;
     const QString zooms = u"miViewZoomIn miViewZoomOut miViewZoomOff"_s;
-    EXPECT_EQ(
-        disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
-        u"miDraw miFileSaveLayout miFilePreview miFilePrint miFileProperty miViewScale miViewMesh "_s + zooms +
-            u" miViewReload miViewFit miViewFitDisplaced miViewBack miViewForward miToolsDistribution miToolsHistory "
-            u"miToolsImageCopy miToolsSlideShow "
-            u"miFilePrint miFilePreview " +
-            zooms + u" miDrawContourValue miViewFit");
+    EXPECT_EQ(disabled(u"mbGeneral pbFile pbView pbTools tbGeneral"_s),
+              u"miDraw miFileSaveLayout miFilePreview miFilePrint miFilePicture miFilePictureCommand miFileProperty "
+              u"miViewScale miViewMesh " +
+                  zooms +
+                  u" miViewReload miViewFit miViewFitDisplaced miViewBack miViewForward miViewFadeMesh "
+                  u"miToolsDistribution miToolsHistory "
+                  u"miToolsImageCopy miToolsSlideShow "
+                  u"miFilePrint miFilePreview " +
+                  zooms + u" miDrawContourValue miViewFit");
 }
 
 TEST_F(CommandStateTest, ListsAndMarksFollowModelAndSettings) {
     commandState::UpdateCommandState(bars, facts);
     EXPECT_EQ(lists(), u"2/3 1/2 1/2"_s);
     EXPECT_EQ(marks(u"pdDrawContourColor"_s) + marks(u"pbDrawDispScale"_s), u"-x-------x"_s);
-    EXPECT_EQ(marks(u"pbView"_s), u"-----xx--------"_s);
+    EXPECT_EQ(marks(u"pbView"_s), u"-----xx--------x-"_s);
     commandState::CheckBandChoiceByName(bars, u"pbViewScale"_s, u"miViewScaleAutomatic"_s);
     EXPECT_EQ(marks(u"pbViewScale"_s), u"-x"_s);
     facts.FileOpen = false;

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -79,6 +80,39 @@ TEST_F(FrmMainTest, UnusableFilesAreToldAndCloseTheOpenOne) {
         resizeTo(window.width() + 10, window.height());
         expectClosed();
     }
+}
+
+TEST_F(FrmMainTest, TheEmptyWindowHasLinksToFiles) {
+    const auto* page = find<QWidget>(u"startPage"_s);
+    window.show();
+    EXPECT_TRUE(page->isVisible());
+    Dialogs::Testing::QueueFile(platePath);
+    QTest::keyClick(find<QWidget>(u"start_miFileOpen"_s), Qt::Key_Space);
+    EXPECT_TRUE(window.IsOpen() && !page->isVisible());
+    expectMessage(folder.Write("none", u"other.vrf"_s) + u"\r\nファイルの形式が不正です。"_s,
+                  [&] { window.FirstStep(folder.Path(u"other.vrf"_s)); });
+    EXPECT_TRUE(page->isVisible());
+    auto* recent = find<QPushButton>(u"start_recent-0"_s);
+    EXPECT_TRUE(recent->text().endsWith(u"plate.vrf"_s) && recent->toolTip() == platePath);
+    QTest::mouseClick(recent, Qt::LeftButton);
+    EXPECT_TRUE(window.IsOpen() && !page->isVisible());
+}
+
+TEST_F(FrmMainTest, AllStepsGiveTheRangeAndADenseMeshIsTold) {
+    openPlate();
+    EXPECT_FALSE(panel(1).contains(u"細かいメッシュを薄く"_s));
+    Settings.Contour.Range = ContourRange::AllSteps;
+    Settings.Contour.Automatic = false;
+    emit find<QComboBox>(u"miDrawContourItem@tbGeneral"_s)->activated(5);
+    EXPECT_FALSE(mdApplication::Current.LacksRange(5));
+    const float all = Settings.Contour.MaxValue;
+    QTest::keyClick(picture, Qt::Key_Down);
+    EXPECT_TRUE(Settings.Contour.MaxValue == all && all > Model.Mesh.MaxValue);
+    window.SetZoom(ZoomMin);
+    EXPECT_TRUE(panel(1).contains(u"細かいメッシュを薄く"_s));
+    trigger(u"miViewFadeMesh"_s);
+    trigger(u"miViewFadeMesh"_s);
+    EXPECT_EQ(panel(1), QString()) << "told once";
 }
 
 TEST_F(FrmMainTest, ArrowKeysWalkThroughTheSteps) {

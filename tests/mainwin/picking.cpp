@@ -2,9 +2,14 @@
 #include "platform/base/NativePath.h"
 #include "platform/base/WholeFile.h"
 
+#include "view/pickedValues.h"
+
+#include <QAction>
 #include <QDropEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QToolTip>
 
 using mdApplication::Settings;
 
@@ -93,6 +98,27 @@ TEST_F(FrmMainPickingTest, MarksAndBandStandOverThePictureOnly) {
     EXPECT_TRUE(isBare());
     QTest::keyClick(picture, Qt::Key_Up);
     EXPECT_TRUE(isMarked(at(1.5, 0.5)));
+}
+
+TEST_F(FrmMainPickingTest, TipAndStatusBarTellTheValues) {
+    const auto* picked = find<QLabel>(u"stbStatus_5"_s);
+    EXPECT_FALSE(picked->isVisible());
+    drag(at(-0.2, -0.2), at(2.2, 1.2));
+    EXPECT_EQ(picked->text(), mdPicking::SummaryText(mdApplication::Model, {}, window.Selection));
+    EXPECT_TRUE(picked->isVisible() && picked->text().startsWith(u"節点 6 個: 最小 "_s));
+    const auto rest = [this](QPoint place) {
+        emit picture->MouseMoved(place);
+        return QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1000);
+    };
+    EXPECT_TRUE(rest(at(1, 0) + QPoint(2, 1)));
+    EXPECT_TRUE(QToolTip::text().contains(u"節点 2<br"_s) || QToolTip::text().contains(u"節点 2\n"_s));
+    QTest::keyClick(picture, Qt::Key_Down);
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "another picture";
+    EXPECT_FALSE(rest(at(0.5, 0.5))) << "nothing there";
+    find<QAction>(u"miViewPointTip"_s)->trigger();
+    EXPECT_FALSE(rest(at(1, 0))) << "switched off";
+    click(at(0.5, 0.5));
+    EXPECT_FALSE(picked->isVisible());
 }
 
 TEST_F(FrmMainPickingTest, ALostReleaseEndsTheDragWithoutAPick) {

@@ -19,8 +19,12 @@ TEST(DrawingElements, EachPathChangesASettingOfItsOwn) {
         EXPECT_TRUE(Set(path, text, one)) << path.toStdString();
         EXPECT_FALSE(results.contains(one)) << path.toStdString();
         results.append(one);
+        ApplicationSettings again;
+        for (const QString& assignment : drawingElements::Assignments(one))
+            EXPECT_TRUE(Set(assignment.section(u'=', 0, 0), assignment.section(u'=', 1), again));
+        EXPECT_EQ(again, one) << path.toStdString();
     }
-    EXPECT_EQ(results.size(), 1 + 24);
+    EXPECT_EQ(results.size(), 1 + 29);
 }
 
 TEST(DrawingElements, NumbersAreHeldWithinTheirRangeAndItemSetsAddUp) {

@@ -87,6 +87,24 @@ TEST_F(PropertyFile, ElementsInAnyOrderAndCaseOverTheStoredDefaults) {
     EXPECT_EQ(std::pair(Model.CurrentStep, Model.CurrentItem), std::pair(7, 1));
 }
 
+TEST_F(PropertyFile, AdditionsStandInTheFileWhereTheyAreNoDefaults) {
+    const ConfigurationFolder own;
+    ApplicationSettings start;
+    start.Contour.Preset = ColorPreset::Diverging;
+    ASSERT_TRUE(settingsStore::SaveDrawingDefaults(start));
+    fill();
+    const QByteArray without = saved();
+    EXPECT_TRUE(load());
+    EXPECT_EQ(Settings.Contour.Preset, ColorPreset::None) << "a file of before stays as it looked";
+    Settings.HeaderDisplay = Settings.Contour.LegendName = Settings.Contour.LegendRange = true;
+    Settings.Contour.Range = ContourRange::Visible;
+    Settings.Contour.Preset = ColorPreset::Cividis;
+    const ApplicationSettings expected = Settings;
+    const QByteArray with = saved();
+    EXPECT_TRUE(load(without) && load(with));
+    EXPECT_EQ(Settings, expected);
+}
+
 TEST_F(PropertyFile, NothingToReadLeavesTheStart) {
     fill();
     const ApplicationSettings before = start();

@@ -5,6 +5,7 @@
 
 #include "platform/base/Parallel.h"
 #include "result/StepSampler.h"
+#include "result/readers/ArraySteps.h"
 
 #include <bit>
 #include <random>
@@ -178,6 +179,43 @@ TEST_F(StepSourceTest, GivesWhatIsThereAndZerosBeyond) {
         ASSERT_TRUE(LoadResultFile(folder.Write(bytes), model));
         for (std::int32_t item = 0; item < itemCount; ++item)
             expectAsLoaded(model, model, item, somePlaces(17), upTo(model.StepCount) - 1);
+    }
+}
+
+/// Arrays that are read whole: two of the items are components of one, each element is a part of a cell.
+TEST_F(StepSourceTest, WholeArraysGiveTheSame) {
+    for (int round = 0; round < 20 && !HasFailure(); ++round) {
+        const int nodes = round > 0 ? 1 + upTo(8) : large, cells = 1 + upTo(12), elements = cells * 2 - upTo(1);
+        ForeignResult result;
+        result.Arrays = {{{}, 3, {}, false}, {{}, 2, {}, true}};
+        result.Steps.resize(std::size_t(1 + upTo(2)));
+        std::vector<std::vector<std::vector<float>>> arrays;
+        Steps steps;
+        for (ForeignStep& step : result.Steps) {
+            step.Arrays = upTo(2) > 0 ? std::vector<std::int32_t>{0, 1} : std::vector<std::int32_t>{0};
+            arrays.push_back({std::vector<float>(std::size_t(nodes * 3 - upTo(2))),
+                              std::vector<float>(std::size_t(cells * 2 - upTo(1)))});
+            for (std::vector<float>& all : arrays.back())
+                std::ranges::generate(all, [this] { return float(upTo(999)); });
+            steps.push_back({std::vector<std::int32_t>(std::size_t(elements)), {}});
+            for (std::int32_t i = 0; i < itemCount; ++i) {
+                const std::vector<float>& all = arrays.back()[i < 3 ? 0 : 1];
+                MemorySteps::Block block{i < 3 ? nodes : step.Arrays.size() > 1 ? elements : 0, {}};
+                for (std::size_t place = 0; place < std::size_t(block.told); ++place) {
+                    const std::size_t at = i < 3 ? place * 3 + std::size_t(i) : place / 2 * 2 + std::size_t(i - 3);
+                    block.values.push_back(at < all.size() ? all[at] : 0);
+                }
+                steps.back().blocks.push_back(block);
+            }
+        }
+        std::vector<std::int32_t> cellOf;
+        for (int e = 0; e < elements; ++e)
+            cellOf.push_back(e / 2);
+        result.Read = [arrays](std::int32_t step, std::int32_t array) {
+            return arrays[std::size_t(step)][std::size_t(array)];
+        };
+        expectSteps(ArraySteps(std::move(result), {{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 1}}, cellOf, cells, nodes),
+                    steps, elements);
     }
 }
 

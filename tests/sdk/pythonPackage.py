@@ -72,10 +72,12 @@ class Package(unittest.TestCase):
     def test_mistakes_are_exceptions(self):
         result = velorin.read(self.write())
         (self.folder / "text.vrf").write_text("no result")
+        os.mkfifo(self.folder / "pipe.vrf")
         for kind, what in (
             (FileNotFoundError, lambda: velorin.read("none.vrf")),
             (IsADirectoryError, lambda: velorin.read(self.folder)),
             (ValueError, lambda: velorin.read(self.folder / "text.vrf")),
+            (OSError, lambda: velorin.read(self.folder / "pipe.vrf")),
             (ValueError, lambda: result.values(0, "none")),
             (IndexError, lambda: result.values(2, 0)),
             (IndexError, lambda: result.history(0, [5])),

@@ -2,6 +2,7 @@
 
 #include "DrawnScene.h"
 #include "Picture.h"
+#include "result/ValueBounds.h"
 
 #include <limits>
 
@@ -71,6 +72,60 @@ TEST_F(Contour, RangeAndContext) {
     EXPECT_EQ(context.ContourDivide, 7) << "one band leaves the context alone";
     fixRange(1, 4, std::numeric_limits<int>::max());
     EXPECT_NE(picture().pixelColor(40, 30), QColor(Qt::white)) << "the cost is bounded by the pixels";
+}
+
+/// The range of what can be seen, by an oracle that looks at each element's box.
+TEST_F(Contour, TheVisibleRangeIsThatOfTheElementsInThePicture) {
+    Dice dice(7);
+    const DeviceRect area{20, 20, 60, 50};
+    settings.Contour = {.Divide = 7, .Range = ContourRange::Visible};
+    for (int round = 0; round < 50; ++round) {
+        const auto points = dice.Points(9, 0, 90);
+        std::vector<double> values(9, std::nan(""));
+        for (int i = 1; i < 9; ++i)
+            values[std::size_t(i)] = dice.Between(-99, 99);
+        std::vector<std::vector<qint32>> elements;
+        for (int e = 0; e < 4; ++e)
+            elements.push_back({dice.Between(1, 9), dice.Between(1, 9), dice.Between(1, 9)});
+        make(elements, {points.begin(), points.end()}, values);
+        ValueBounds bounds;
+        for (const auto& element : elements) {
+            QRect box;
+            for (const int node : element)
+                box |= QRect(points[std::size_t(node - 1)].X, points[std::size_t(node - 1)].Y, 1, 1);
+            if (box.intersects(QRect(20, 20, 40, 30)))
+                for (const int node : element)
+                    bounds.Take(float(values[std::size_t(node - 1)]));
+        }
+        const ContourScale scale = ContourScaleOf(scene(), ContourValues(scene()), area);
+        EXPECT_TRUE(scale.Ends.Lower == bounds.Min && scale.Ends.Upper == bounds.Max && scale.Count == 7) << round;
+    }
+}
+
+TEST(ContourColors, PresetsReadWithoutHues) {
+    ContourSettings settings{.ColorIndex = 5};
+    const auto light = [](ColorRef c) { return 0.2126 * redOf(c) + 0.7152 * greenOf(c) + 0.0722 * blueOf(c); };
+    for (const int preset : {ColorPreset::Viridis, ColorPreset::Cividis})
+        for (const bool reverse : {false, true}) {
+            settings.Preset = preset;
+            settings.Reverse = reverse;
+            for (int i = 0; i < 63; ++i) {
+                const double rise = light(ContourColor(float(i + 1) / 63, settings, {3, 9})) -
+                                    light(ContourColor(float(i) / 63, settings, {3, 9}));
+                EXPECT_GT(reverse ? -rise : rise, 0) << preset << ' ' << i;
+            }
+        }
+    // From blue over grey at 0 to red, equal magnitudes equally far from grey.
+    settings = {.ColorIndex = 5, .Preset = ColorPreset::Diverging};
+    const auto at = [&](float value, ContourEnds ends) {
+        return ContourColor((value - ends.Lower) / (ends.Upper - ends.Lower), settings, ends);
+    };
+    EXPECT_EQ(at(-4, {-4, 4}), makeColor(0x3b, 0x4c, 0xc0));
+    for (const ContourEnds& ends : {ContourEnds{-4, 4}, {-1, 4}, {-4, 2}, {0, 4}})
+        EXPECT_EQ(at(0, ends), 0xddddddu) << ends.Lower;
+    EXPECT_EQ(at(2, {-1, 4}), at(2, {-4, 4}));
+    EXPECT_EQ(at(-1, {-4, 2}), at(-1, {-1, 4}));
+    EXPECT_EQ(at(4, {2, 4}), makeColor(0xb4, 0x04, 0x26));
 }
 
 /// Random elements of 1 to 6 corners with values on and off the borders, among them NaN and infinity, in few and many

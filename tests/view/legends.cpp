@@ -64,13 +64,35 @@ TEST_F(Legends, StandBelowEachOtherAsFarAsSwitchedOn) {
     EXPECT_EQ(rect.Top, 192);
 }
 
+TEST_F(Legends, TheContourTellsItsItemAndWhoseRangeItHas) {
+    context.ContourMax = 1;
+    context.ContourDivide = 2;
+    addItem(-1, {1});
+    model.CurrentItem = 0;
+    const std::string plain = contourLegend();
+    ContourSettings& contour = settings.Contour;
+    contour.LegendName = contour.LegendRange = true;
+    for (const auto& [range, text] : {std::pair{ContourRange::AsStands, "このステップ"},
+                                      {ContourRange::AllSteps, "全ステップ"},
+                                      {ContourRange::Visible, "表示部分"}}) {
+        contour.Range = range;
+        const std::string legend = contourLegend();
+        EXPECT_NE(legend.find("\"応力\"\nText "), std::string::npos) << legend;
+        EXPECT_TRUE(legend.ends_with(std::string(" \"範囲: ") + text + "\"\n"));
+        EXPECT_EQ(rect.Top, 192 + 64) << "two lines lower";
+    }
+    contour.LegendName = contour.LegendRange = false;
+    EXPECT_EQ(contourLegend(), plain);
+    EXPECT_EQ(rect.Top, 192);
+}
+
 TEST_F(Legends, HeaderHasThePartsThatAreOn) {
     model.Steps = {{}, {u"two"_s, 0.1f, 0}};
     model.CurrentStep = 1;
     addItem(-1, {1});
     model.CurrentItem = 0;
     useItems(0, 0);
-    const auto header = [this] { return traceOf([this](DeviceContext& device) { DrawHeader(device, scene()); }); };
+    const auto header = [this] { return traceOf([this](DeviceContext& device) { DrawHeader(device, scene(), {}); }); };
     EXPECT_EQ(header(), "FillRect 0 0 449 33\nText 0 0 \"   STEP : 2   CONTOUR : 応力\"\n");
     settings.SlideShow = {.HeaderStep = false, .HeaderTime = true, .HeaderContour = false, .HeaderVector = true};
     EXPECT_EQ(header(), "FillRect 0 0 465 33\nText 0 0 \"   TIME : 0.1   VECTOR : 流れ\"\n");

@@ -3,6 +3,7 @@
 #include "Picture.h"
 #include "platform/device/TraceDevice.h"
 #include "result/ModelTest.h"
+#include "view/pickedValues.h"
 
 using namespace mdPicking;
 
@@ -105,6 +106,30 @@ TEST_F(PickingTest, ModesAddAndToggleWhatWasSelectedByItsNumbersAlone) {
     select(PickedKind::Nodes, all);
     EXPECT_EQ(click(0, {200, 200}, Mode::Add), (Ids{0, 2, 4, 5, 7})) << "also those not active";
     EXPECT_EQ(drag(0, {200, 200}, {210, 210}, Mode::Add), (Ids{2, 4, 5, 7}));
+}
+
+TEST_F(PickingTest, TellsTheValuesThatThereAre) {
+    DifferenceSettings difference;
+    model.ItemData[0].Values = {1, 2, 6, std::nanf(""), 5, 0, 7, 8, 9};
+    model.ReferenceItemData = model.ItemData;
+    model.ReferenceItemData[0].Values = {1, 1, 1, 1, 1, 1, 1, 1, 1};
+    model.ItemData[1].Values = {-1, -3, 0.5f}; // of elements 1, 2 and 4
+    const auto text = [&](int item) {
+        model.CurrentItem = item;
+        return SummaryText(model, difference, selection);
+    };
+    EXPECT_EQ(text(0), QString());
+    select(PickedKind::Nodes, {0, 1, 2, 3, 8, 99});
+    EXPECT_EQ(text(0), u"節点 6 個: 最小 1, 最大 6, 平均 3（値なし 3）"_s) << "no number, no element, no node";
+    EXPECT_EQ(text(1), u"節点 6 個"_s) << "picked for another item";
+    EXPECT_EQ(ObjectText(model, {}, 1), u"要素 2\n中心 X 0, Y 0\n一: -3"_s);
+    select(PickedKind::Elements, {1, 2, 3});
+    EXPECT_EQ(text(1), u"要素 3 個: 最小 -3, 最大 0.5, 平均 -1.25（値なし 1）"_s) << "one is of another type";
+    difference = {.StandardStep = 1, .ApplyValue = true};
+    select(PickedKind::Nodes, {2});
+    EXPECT_EQ(text(0), u"節点 1 個（差分）: 最小 5, 最大 5, 平均 5"_s);
+    EXPECT_EQ(ObjectText(model, difference, 2), u"節点 3\nX 0, Y 0\n節点: 6\nステップ 2 との差: 5"_s);
+    EXPECT_TRUE(ObjectText(model, {}, 3).endsWith(u"節点: 値なし"));
 }
 
 TEST_F(PickingTest, NothingToPickFrom) {

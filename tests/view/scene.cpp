@@ -1,6 +1,10 @@
 #include "DrawnScene.h"
 #include "Picture.h"
 
+#include "result/ValueBounds.h"
+#include "view/scene/Session.h"
+#include "view/scene/meshFade.h"
+
 #include <limits>
 
 using namespace mdScene;
@@ -54,6 +58,37 @@ TEST_F(SceneTest, AnElementThatComesAgainLeavesAllLinesInPlace) {
     }
 }
 
+TEST_F(SceneTest, APartOfTheMeshIsPaintedAsIfAllOfItWere) {
+    VrfBuilder file = squaresWith({}, std::vector<qint32>(144, 1));
+    constexpr qint32 across = 13;
+    file.nodes.clear();
+    for (qint32 i = 0; i < across * across; ++i)
+        file.nodes.push_back({i % across * 0.17, i / across * 0.17});
+    for (qint32 e = 1; e < across * (across - 1); ++e)
+        if (e % across > 0)
+            file.elements.push_back({e, e + 1, e + across + 1, e + across});
+    file.steps[0].values[0].clear();
+    for (std::size_t i = 0; i < file.nodes.size(); ++i)
+        file.steps[0].values[0].push_back(double(i * i % 31));
+    open(file);
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        Dice dice(seed);
+        settings.Window.Mesh = seed % 3 > 0;
+        settings.Style.LineStyles[0].Width = dice.Between(0, 1) * 40;
+        const float left = float(dice.Between(-20, 210)) / 100, top = float(dice.Between(-20, 220)) / 100;
+        window.SetRect(left, top, left + 0.4f, top - 0.2f);
+        const PlotConverter zoomed(window, {0, 0, 200, 100}, 500, TraceDevice(200, 100));
+        Picture usual(200, 100, 4), every(200, 100);
+        EveryCall everyDevice(every.Image);
+        for (DeviceContext* device :
+             {static_cast<DeviceContext*>(&usual.Device), static_cast<DeviceContext*>(&everyDevice)}) {
+            PlotCanvas canvas(*device, *device, window, {0, 0, 200, 100}, zoomed);
+            PaintScene(canvas, false, scene());
+        }
+        EXPECT_EQ(usual.Image, every.Image) << seed;
+    }
+}
+
 TEST_F(SceneTest, EdgesInTheirStylesAsFarAsTheMeshHasTheirNodes) {
     const auto expectMesh = [this](const std::string& edges, const std::string& lineElements) {
         compute();
@@ -75,6 +110,43 @@ TEST_F(SceneTest, EdgesInTheirStylesAsFarAsTheMeshHasTheirNodes) {
     expectMesh("MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 0 100\nMoveTo 200 0\nLineTo 200 0\n", lines);
 }
 
+/// A grid of cells that grow narrower from left to right, with a value that rises along it.
+TEST_F(SceneTest, NarrowEdgesFadeToTheContourAndWideOnesStay) {
+    const int columns = 90;
+    VrfBuilder file;
+    file.items = {{u"v"_s, -1, 0}};
+    std::vector<double> values;
+    for (int i = 0; i <= columns; ++i)
+        for (const double y : {0.0, 0.5, 1.0}) {
+            file.nodes.push_back({2 * std::sqrt(double(i) / columns), y});
+            values.push_back(i);
+        }
+    for (int i = 0; i < columns; ++i)
+        for (const int j : {1, 2})
+            file.elements.push_back({3 * i + j, 3 * i + j + 3, 3 * i + j + 4, 3 * i + j + 1});
+    file.steps = {{0, {}, std::vector<qint32>(file.elements.size(), 1), {values}}};
+    open(file);
+    compute();
+    const auto drawn = [this](bool fades, bool every) {
+        settings.Window.FadeMesh = fades;
+        Picture picture(200, 100);
+        EveryCall single(picture.Image);
+        DeviceContext& device = every ? static_cast<DeviceContext&>(single) : picture.Device;
+        DrawContour(device, scene(), context);
+        DrawMesh(device, converter(), scene(), context);
+        return picture.Image;
+    };
+    const QRgb edge = qRgb(0, 0x80, 0);
+    const QImage plain = drawn(false, false), faded = drawn(true, false);
+    EXPECT_EQ(faded, drawn(true, true));
+    EXPECT_EQ(faded.copy(0, 0, 60, 100), plain.copy(0, 0, 60, 100)) << "cells of 3 pixels and more";
+    for (int x = 150; x < 199; ++x)
+        EXPECT_NE(faded.pixel(x, 25), edge) << x;
+    EXPECT_EQ(faded.pixel(175, 0), edge) << "the outline stays";
+    EXPECT_TRUE(!IsMeshDense(model.Mesh, view, {0, 0, 30, 100}, 96));
+    EXPECT_TRUE(IsMeshDense(model.Mesh, view, {0, 0, 200, 100}, 1920)) << "3 pixels of 1/96 inch are 60 dots";
+}
+
 TEST_F(SceneTest, PaintsWhatThereIs) {
     open(twoSquares());
     settings.Displacement.Original = true;
@@ -84,9 +156,42 @@ TEST_F(SceneTest, PaintsWhatThereIs) {
     }
     model.NoDisplacement = true;
     EXPECT_FALSE(paint().contains("GeometricPen 1 1 "));
+    EXPECT_FALSE(paint().contains("STEP : 1"));
+    settings.HeaderDisplay = true;
+    EXPECT_TRUE(paint().contains("STEP : 1"));
     EXPECT_EQ(paint({5, 0, 5, 100}), "");
     window.SetRect(1, 1, 1, 0);
     EXPECT_EQ(paint(), "");
+}
+
+TEST(SessionRange, OfAllStepsFollowsItemAndReference) {
+    TestFolder folder;
+    Session session;
+    ContourSettings& contour = session.Settings.Contour;
+    ASSERT_TRUE(session.Open(folder.Write(twoSquares().Bytes())));
+    contour.Range = ContourRange::AllSteps;
+    const auto expect = [&](int item, const char* what) {
+        ASSERT_TRUE(session.LoadStep(1, item));
+        const float upper = contour.MaxValue, lower = contour.MinValue;
+        EXPECT_FALSE(session.LacksRange(item) || contour.Automatic) << what;
+        ValueBounds bounds;
+        for (int step = 0; step < session.Model.StepCount; ++step) {
+            ASSERT_TRUE(session.LoadStep(step, item));
+            const bool differs = session.Settings.Difference.ApplyContour;
+            const ItemValues shown = mdVelorinResultModel::GetNodeValues(differs, session.Model.Mesh);
+            const ItemValues own = mdVelorinResultModel::GetItemValues(item, session.Model, false);
+            bounds.Take(differs ? ValueBounds{shown.MaxValue, shown.MinValue}
+                                : ValueBounds{own.MaxValue, own.MinValue});
+        }
+        EXPECT_TRUE(upper == bounds.Max && lower == bounds.Min) << what << ' ' << lower << ' ' << upper;
+    };
+    expect(0, "per node");
+    expect(1, "per element");
+    session.Settings.Difference = {.StandardStep = 0, .ApplyContour = true};
+    expect(0, "a difference");
+    EXPECT_FALSE(session.FindRange(0, [](qint64, qint64) { return false; }));
+    contour.MaxValue = 1000;
+    EXPECT_TRUE(session.LacksRange(0)) << "someone else has set it";
 }
 
 /// Displacement X and Y as items of their own; the largest magnitude is Y's 2.

@@ -25,8 +25,8 @@ class _Handle:
     def __init__(self, pointer):
         self.pointer = pointer
 
-    def __del__(self):
-        library.velorin_close(self.pointer)
+    def __del__(self, close=library.velorin_close):  # at the end of the program the name may be gone
+        close(self.pointer)
 
     def array(self, address, count, kind):
         """`count` numbers of the library's memory, to read only, without a copy."""
@@ -67,7 +67,7 @@ class Result:
 
     def __init__(self, path, progress=None):
         name = os.fspath(path)
-        with open(name, "rb"):  # says in Python's own words what stands in the way
+        with open(name, "rb", opener=_without_waiting):  # says in Python's own words what stands in the way
             pass
         self.path = os.path.abspath(os.fsdecode(name))
         pointer, calling = handle(), Calling()
@@ -203,6 +203,11 @@ class Result:
         picture = Picture(ctypes.sizeof(Picture), self._step(step) if len(self.times) or step else 0, self._item(item),
                           *size, 0 if dpi is None else dpi, zoom, fixed_scale, not mesh, not property_file, texts)
         Calling().check(library.velorin_render(self._open, picture, os.fsencode(path)), os.fsdecode(path))
+
+
+def _without_waiting(path, flags):
+    """Opens a pipe at once, be there someone who writes to it or not."""
+    return os.open(path, flags | os.O_NONBLOCK)
 
 
 def _position(index, count, what):

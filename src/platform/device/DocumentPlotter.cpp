@@ -111,7 +111,21 @@ Pen PlotCanvas::CreatePen(int style, int width, ColorRef color) const {
     return pen;
 }
 
+void DocumentPlotter::HoldScale(double scale, int width) {
+    held = scale;
+    heldWidth = width;
+}
+
+double DocumentPlotter::FittingScale(const PlotRect& bounds, DeviceSize size) {
+    PlotDocument document;
+    document.SetWindow(size);
+    return fittingScale(bounds, document);
+}
+
 double DocumentPlotter::scaleFor(const PlotDocument& document) {
+    // Whole multiples, as of vector formats, leave the held scale's digits alone.
+    if (held > 0)
+        return held * (double(document.DeviceWidth()) / heldWidth);
     const bool refit = events.Update && events.Update();
     const bool sameView = window.Width() == keptWidth && window.Height() == keptHeight;
     if (scaleMode == PlotScaleMode::Fixed && !refit && sameView && keptScale > 0)

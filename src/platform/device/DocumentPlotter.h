@@ -138,7 +138,14 @@ public:
     void SetEventSink(PlotEvents sink) { events = std::move(sink); }
     PlotScaleMode ScaleMode() const { return scaleMode; }
     void SetScaleMode(PlotScaleMode mode) { scaleMode = mode; }
+    /// Device units a unit of the world in the latest picture.
+    double Scale() const { return keptScale; }
+    /// In place of what the scale mode says: so much on a device `width` units wide, and on others as they are wider.
+    void HoldScale(double scale, int width);
+    /// The scale with which all of `bounds` has room in a picture.
+    static double FittingScale(const PlotRect& bounds, DeviceSize size);
     PlotDocument& Viewport() { return viewport; }
+    const PlotDocument& Viewport() const { return viewport; }
     /// The world rectangle in use: the latest answer of `Bounds`, or the one set here when nobody answers.
     const PlotRect& Window() const { return window; }
     void SetWindow(const PlotRect& rect) { window = rect; }
@@ -176,5 +183,7 @@ private:
     PlotScaleMode scaleMode = PlotScaleMode::Fixed;
     bool headless = false;
     double keptScale = 0; ///< of the latest fit; 0 before the first
+    double held = 0;      ///< the scale on a device `heldWidth` wide; 0 when none is held
+    int heldWidth = 1;
     float keptWidth = 0, keptHeight = 0;
 };

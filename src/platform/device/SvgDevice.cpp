@@ -1,6 +1,7 @@
 #include "platform/device/SvgDevice.h"
 
 #include "platform/device/Fonts.h"
+#include "platform/device/PictureNote.h"
 #include "platform/device/Rings.h"
 #include "platform/device/SvgAttributes.h"
 #include "platform/device/VectorRules.h"
@@ -17,7 +18,7 @@ namespace {
 constexpr int longestPath = 1000;
 } // namespace
 
-SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& title)
+SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& title, const QString& note)
     : StatefulDevice({std::max(0, width), std::max(0, height), std::max(1, dotsPerInch), std::max(1, dotsPerInch)}) {
     constexpr double viewerDotsPerInch = 96;
     const double scale = viewerDotsPerInch / measures.DotsPerInchX;
@@ -30,6 +31,8 @@ SvgDevice::SvgDevice(int width, int height, int dotsPerInch, const QString& titl
         " fill=\"none\" fill-rule=\"evenodd\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
     if (!title.isEmpty())
         document += "<title>" + Escaped(title) + "</title>\n";
+    if (!note.isEmpty())
+        document += "<metadata>" + PictureNote::Element(note) + "</metadata>\n";
 }
 
 QByteArray SvgDevice::TakeDocument() {

@@ -22,8 +22,8 @@ class SvgDevice final : public StatefulDevice {
 public:
     static constexpr int MostDefinitions = 512;
 
-    /// A viewer shows the picture in its real size; without a title the document has none.
-    SvgDevice(int width, int height, int dotsPerInch, const QString& title = {});
+    /// A viewer shows the picture in its real size; without a title the document has none, nor without a note.
+    SvgDevice(int width, int height, int dotsPerInch, const QString& title = {}, const QString& note = {});
 
     /// Ends the document and hands it over, in UTF-8. The device must not be drawn on any more.
     QByteArray TakeDocument();

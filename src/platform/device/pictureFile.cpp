@@ -2,6 +2,7 @@
 
 #include "platform/base/WholeFile.h"
 #include "platform/device/PainterDevice.h"
+#include "platform/device/PictureNote.h"
 #include "platform/device/PlotPrinter.h"
 #include "platform/device/SvgDevice.h"
 #include "platform/device/TraceDevice.h"
@@ -46,7 +47,7 @@ struct Units {
 constexpr double pointsPerInch = 72;
 
 PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QString& title, const Paint& paint,
-                      const std::function<bool()>& goesOn = {}) {
+                      const std::function<bool()>& goesOn = {}, const QString& note = {}) {
     DocumentOutput output;
     output.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     auto writer = std::make_unique<QPdfWriter>(&output);
@@ -55,6 +56,8 @@ PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QStri
     writer->setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer->setTitle(title);
     writer->setCreator(u"Velorin"_s);
+    if (!note.isEmpty())
+        writer->setDocumentXmpMetadata(PictureNote::Xmp(note));
     auto painter = std::make_unique<QPainter>(writer.get());
     try {
         PainterDevice device(*painter, measures);
@@ -74,7 +77,7 @@ PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QStri
 
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
-    SvgDevice device(units.Width, units.Height, units.PerInch, file.Title);
+    SvgDevice device(units.Width, units.Height, units.PerInch, file.Title, file.Note);
     paint(device);
     return asItIs(device.TakeDocument());
 }
@@ -82,7 +85,7 @@ PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
     const QSizeF points = QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch;
-    return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint);
+    return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint, {}, file.Note);
 }
 
 PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint,

@@ -14,6 +14,7 @@ struct PictureFile {
     DeviceSize Size{1280, 1024};
     /// As wished. Without a wish it is 96, and vector formats divide the same paper by at least 1200 an inch.
     std::optional<int> DotsPerInch = {};
+    QString Note = {}; ///< goes with the picture in PNG, SVG and PDF
 
     int Resolution() const { return DotsPerInch.value_or(96); }
 };

@@ -83,33 +83,6 @@ void AreaFill::Polygons(const PixelSurface& surface, const Ink& ink, std::span<c
     fillSides(surface, ink, std::span(sides).first(sideCount), active.data());
 }
 
-void AreaFill::Bits(std::span<std::uint32_t> rows, int left, int top, std::span<const DevicePoint> points) {
-    // Division by a height of 1 to 31 as multiplication, which is exact for the small dividends here.
-    static constexpr auto reciprocals = [] {
-        std::array<unsigned, 32> values{};
-        for (unsigned height = 1; height < values.size(); ++height)
-            values[height] = (65536 + height - 1) / height;
-        return values;
-    }();
-    DevicePoint previous = points.back();
-    for (const DevicePoint point : points) {
-        const bool down = previous.Y < point.Y;
-        const DevicePoint from = down ? previous : point;
-        const DevicePoint to = down ? point : previous;
-        const int height = to.Y - from.Y;
-        const int width = to.X - from.X;
-        const unsigned reciprocal = reciprocals[std::size_t(height)];
-        std::uint32_t* const first = rows.data() + (from.Y - top);
-        // Each side turns all that is right of it, so what two sides turn is as it was. The quotient is kept positive
-        // and rounded up by the 33 heights, less one unit, that are added to it.
-        for (int row = 0; row < height; ++row) {
-            const auto dividend = unsigned(row * width + 33 * height - 1);
-            first[row] ^= ~0u << (from.X - left - 32 + int(dividend * reciprocal >> 16));
-        }
-        previous = point;
-    }
-}
-
 void AreaFill::Rectangle(const PixelSurface& surface, const Ink& ink, std::int64_t left, std::int64_t top,
                          std::int64_t right, std::int64_t bottom) {
     const int last = int(std::min<std::int64_t>(bottom, surface.Bottom));

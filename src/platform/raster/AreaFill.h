@@ -11,10 +11,6 @@ namespace AreaFill {
 void Polygons(const PixelSurface& surface, const Ink& ink, std::span<const DevicePoint> points,
               std::span<const int> counts);
 
-/// A ring's inside by the same rule as rows of bits, the lowest bit for the column `left`, the first row for `top`. The
-/// rows must be 0 before, and the points less than 32 columns from `left` and on the rows.
-void Bits(std::span<std::uint32_t> rows, int left, int top, std::span<const DevicePoint> points);
-
 /// `left` and `top` belong to the rectangle, `right` and `bottom` don't.
 void Rectangle(const PixelSurface& surface, const Ink& ink, std::int64_t left, std::int64_t top, std::int64_t right,
                std::int64_t bottom);

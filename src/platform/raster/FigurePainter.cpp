@@ -2,23 +2,8 @@
 
 #include "platform/device/Rings.h"
 #include "platform/raster/AreaFill.h"
-#include "platform/raster/ThinLine.h"
 
 #include <vector>
-
-namespace {
-/// Width and height of what counts as a small polygon: a row of it fits the bits of a number.
-constexpr int smallSize = 32;
-} // namespace
-
-FigurePainter::Bounds::Bounds(std::span<const DevicePoint> points) {
-    for (const DevicePoint point : points) {
-        Left = std::min(Left, point.X);
-        Top = std::min(Top, point.Y);
-        Right = std::max(Right, point.X);
-        Bottom = std::max(Bottom, point.Y);
-    }
-}
 
 FigurePainter::FigurePainter(const PixelSurface& target, const Pen& linePen, const Brush& areaBrush, int mode)
     : surface(target), pen(linePen), brush(areaBrush), rasterMode(mode), stroke(linePen) {
@@ -92,36 +77,6 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
     });
 }
 
-/// The way of all the small pieces of a fine mesh: inside and outline are put together before any pixel is touched.
-void FigurePainter::smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const {
-    const auto height = std::size_t(bounds.Height());
-    std::array<std::uint32_t, smallSize> inside;
-    std::array<std::uint32_t, smallSize> outline;
-    std::fill_n(inside.begin(), height, 0);
-    std::fill_n(outline.begin(), height, 0);
-    if (!brush.Hollow)
-        AreaFill::Bits(std::span(inside).first(height), bounds.Left, bounds.Top, points);
-    if (hasPen()) {
-        const PixelSurface area{nullptr, smallSize, bounds.Left, bounds.Top, bounds.Right + 1, bounds.Bottom + 1};
-        outline[0] |= bounds.Width() == 1 && height == 1 ? 1u : 0u;
-        DevicePoint previous = points.back();
-        for (const DevicePoint point : points) {
-            ThinLine::Draw(area, previous, point, [&](std::ptrdiff_t offset, std::int64_t) {
-                outline[std::size_t(offset / smallSize)] |= 1u << (offset % smallSize);
-            });
-            previous = point;
-        }
-    }
-    const bool oneInk = isOneInk();
-    const int last = std::min(bounds.Bottom, surface.Bottom - 1);
-    for (int y = std::max(bounds.Top, surface.Top); y <= last; ++y) {
-        const auto row = std::size_t(y - bounds.Top);
-        if (!oneInk)
-            fillBits(surface, brushInk, y, bounds.Left, inside[row] & ~outline[row]);
-        fillBits(surface, penInk, y, bounds.Left, oneInk ? inside[row] | outline[row] : outline[row]);
-    }
-}
-
 /// Whether figures of one ink have lain on each other so often that they are drawn only where they can still be seen.
 bool FigurePainter::remembersInk(const PixelSurface& touched) {
     constexpr int manyLayers = 8;
@@ -151,13 +106,31 @@ void FigurePainter::openPolygon(const PixelSurface& open, std::span<const Device
 
 void FigurePainter::polygon(std::span<const DevicePoint> points) {
     const Bounds bounds(points);
-    const PixelSurface touched = touchedPart(bounds);
-    if (points.size() < 2 || touched.IsEmpty())
+    if (points.size() < 2)
         return;
-    if ((!hasPen() || stroke.IsThinSolid()) && bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
-        smallPolygon(points, bounds);
-        return;
+    if (!hasPen() || stroke.IsThinSolid()) {
+        if (bounds.Right < surface.Left || bounds.Left >= surface.Right || bounds.Bottom < surface.Top ||
+            bounds.Top >= surface.Bottom)
+            return;
+        if (isTiny(bounds)) {
+            // Between pixels that lie side by side there is none: the polygon is its corners.
+            const bool cornersOnly = hasPen() && bounds.Width() <= 2 && bounds.Height() <= 2;
+            if (cornersOnly && surface.Contains({bounds.Left, bounds.Top}) &&
+                surface.Contains({bounds.Right, bounds.Bottom}))
+                for (const DevicePoint point : points)
+                    *surface.Pixel(point.X, point.Y) = penInk.Pixel;
+            else
+                tinyPolygon(points, bounds);
+            return;
+        }
+        if (bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
+            smallPolygon(points, bounds);
+            return;
+        }
     }
+    const PixelSurface touched = touchedPart(bounds);
+    if (touched.IsEmpty())
+        return;
     if (remembersInk(touched)) {
         remembered->Inked.ForEachOpenPart(touched, [&](const PixelSurface& open) { openPolygon(open, points); });
         return;
@@ -166,11 +139,27 @@ void FigurePainter::polygon(std::span<const DevicePoint> points) {
     PolyPolygon(points, {&count, 1});
 }
 
+/// Whether all points lie so far above or below the surface that no figure of them reaches it.
+bool FigurePainter::areRowsFar(std::span<const DevicePoint> points) const {
+    int top = INT32_MAX, bottom = INT32_MIN;
+    for (const DevicePoint point : points) {
+        top = std::min(top, point.Y);
+        bottom = std::max(bottom, point.Y);
+    }
+    const std::int64_t reach = stroke.Width();
+    return top - reach >= surface.Bottom || bottom + reach < surface.Top;
+}
+
 void FigurePainter::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
+    // A batch goes to several painters, a part of the picture each, of which most have nothing to do with some of it.
+    if (areRowsFar(points))
+        return;
     // The same figure once more changes nothing, unless the mode mixes.
     std::span<const DevicePoint> previous;
     forEachRing(points, counts, [&](std::span<const DevicePoint> corners) {
-        if (rasterMode == RasterMode::CopyPen && std::ranges::equal(corners, previous))
+        const bool again =
+            !previous.empty() && corners.front() == previous.front() && rasterMode == RasterMode::CopyPen;
+        if (again && std::ranges::equal(corners, previous))
             return;
         polygon(corners);
         previous = corners;

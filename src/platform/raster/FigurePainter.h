@@ -36,7 +36,14 @@ private:
         int Right = INT32_MIN;
         int Bottom = INT32_MIN;
 
-        explicit Bounds(std::span<const DevicePoint> points);
+        explicit Bounds(std::span<const DevicePoint> points) {
+            for (const DevicePoint point : points) {
+                Left = std::min(Left, point.X);
+                Top = std::min(Top, point.Y);
+                Right = std::max(Right, point.X);
+                Bottom = std::max(Bottom, point.Y);
+            }
+        }
         std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
         std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
     };
@@ -46,8 +53,13 @@ private:
     bool isOneInk() const { return hasPen() && !brush.Hollow && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern; }
     void ring(std::span<const DevicePoint> points) const;
     void polygon(std::span<const DevicePoint> points);
+    std::optional<PathPosition> endOfFarLines(PathPosition at, std::span<const DevicePoint> points,
+                                              std::span<const std::int32_t> steps) const;
+    bool areRowsFar(std::span<const DevicePoint> points) const;
     bool remembersInk(const PixelSurface& touched);
     void openPolygon(const PixelSurface& open, std::span<const DevicePoint> points);
+    bool isTiny(const Bounds& bounds) const;
+    void tinyPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
     void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
     void rectangle(const DeviceRect& rect) const;
     bool isFar(const DeviceRect& rect) const;
@@ -55,6 +67,10 @@ private:
     PixelSurface touchedPart(const Bounds& bounds) const;
     template<class Draw>
     void asOneFigure(const PixelSurface& part, const Draw& draw) const;
+
+    /// Width and height of what counts as a small polygon: a row of it fits the bits of a number. A tiny one fits as a
+    /// whole.
+    static constexpr int smallSize = 32, tinySize = 8;
 
     PixelSurface surface;
     Pen pen;

@@ -68,6 +68,21 @@ void FigurePainter::LineTo(PathPosition& at, DevicePoint to) const {
     stroke.LineTo(lines, at, to);
 }
 
+/// Where the steps end, if none of their lines reaches a row of the surface.
+std::optional<PathPosition> FigurePainter::endOfFarLines(PathPosition at, std::span<const DevicePoint> points,
+                                                         std::span<const std::int32_t> steps) const {
+    int top = at.Point.Y, bottom = at.Point.Y;
+    for (const std::int32_t step : steps) {
+        const auto index = std::size_t(step < 0 ? ~step : step);
+        if (index >= points.size())
+            continue;
+        at.Point = points[index];
+        top = std::min(top, at.Point.Y);
+        bottom = std::max(bottom, at.Point.Y);
+    }
+    return top >= surface.Bottom || bottom < surface.Top ? std::optional(at) : std::nullopt;
+}
+
 void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
                           std::span<const std::int32_t> steps) const {
     // The mesh goes through here, a million elements at a time: what is the same for all lines is decided outside.
@@ -83,6 +98,10 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
         }
     };
     if (stroke.IsThinSolid() && rasterMode == RasterMode::CopyPen) {
+        if (const auto end = endOfFarLines(at, points, steps)) {
+            at = *end;
+            return;
+        }
         run([&, plot = copyPlot(surface, penInk)](DevicePoint to) {
             ThinLine::Draw(surface, at.Point, to, plot);
             at.Point = to;

@@ -1,5 +1,7 @@
 #include "platform/raster/PngFile.h"
 
+#include "platform/device/PictureNote.h"
+
 #include <QImage>
 #include <QtEndian>
 #include <libdeflate.h>
@@ -69,7 +71,7 @@ QByteArray compressed(const QByteArray& bytes) {
 }
 } // namespace
 
-PictureContent PngContent(const QImage& picture) {
+PictureContent PngContent(const QImage& picture, const QString& note) {
     if (picture.format() != QImage::Format_RGB32)
         return {{}, u"a picture of another kind cannot be written"_s};
     const QByteArray data = compressed(rowsOf(picture));
@@ -81,6 +83,8 @@ PictureContent PngContent(const QImage& picture) {
     constexpr QByteArrayView trueColor("\x08\x02\0\0\0", 5), perMetre("\x01", 1);
     file.Chunk("IHDR", numbers(quint32(picture.width()), quint32(picture.height()), trueColor));
     file.Chunk("pHYs", numbers(quint32(picture.dotsPerMeterX()), quint32(picture.dotsPerMeterY()), perMetre));
+    if (!note.isEmpty())
+        file.Chunk("iTXt", PictureNote::PngText(note));
     for (qsizetype first = 0; first < data.size(); first += longestChunk)
         file.Chunk("IDAT", QByteArrayView(data).sliced(first, std::min<qsizetype>(longestChunk, data.size() - first)));
     file.Chunk("IEND", {});

@@ -5,6 +5,6 @@
 
 class QImage;
 
-/// The whole file of a picture of format RGB32, with its dots a metre. Takes about twice the picture's memory
-/// meanwhile; without it `std::bad_alloc` is thrown.
-PictureContent PngContent(const QImage& picture);
+/// The whole file of a picture of format RGB32, with its dots a metre and a note, if there is one. Takes about twice
+/// the picture's memory meanwhile; without it `std::bad_alloc` is thrown.
+PictureContent PngContent(const QImage& picture, const QString& note = {});

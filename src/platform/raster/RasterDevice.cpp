@@ -10,7 +10,7 @@ namespace {
 /// Fewer steps or points than this are drawn sooner than a thread is started.
 constexpr std::size_t smallestSharedWork = 4000;
 /// So many are drawn before the next question whether to go on.
-constexpr std::size_t figuresAtOnce = 256, stepsAtOnce = 8192;
+constexpr std::size_t figuresAtOnce = 256, stepsAtOnce = 2048;
 
 auto rowsOf(std::span<const DevicePoint> points) {
     return [points](std::size_t i) { return points[i].Y; };
@@ -122,7 +122,12 @@ void RasterDevice::Polyline(std::span<const DevicePoint> points) {
 }
 
 void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
-    const std::vector<PixelSurface> parts = bands(points.size(), steps.size(), rowsOf(points));
+    // A batch may name few of the points, such as those of a strip of a mesh.
+    const auto rowOf = [&](std::size_t i) {
+        const auto index = std::size_t(steps[i] < 0 ? ~steps[i] : steps[i]);
+        return index < points.size() ? points[index].Y : 0;
+    };
+    const std::vector<PixelSurface> parts = bands(steps.size(), steps.size(), rowOf);
     PathPosition end = state.Position;
     parallelFor(int(parts.size()), [&](int i) {
         PathPosition at = state.Position;

@@ -40,5 +40,5 @@ PictureEncoding PngPicture(const PictureFile& file, const Paint& paint) {
         RasterDevice device(image, file.Resolution());
         paint(device);
     }
-    return [image] { return PngContent(image); };
+    return [image, note = file.Note] { return PngContent(image, note); };
 }

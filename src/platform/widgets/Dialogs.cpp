@@ -6,6 +6,7 @@
 #include "platform/widgets/FontDialog.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -95,7 +96,8 @@ int showBox(QWidget* parent, const QString& text, const QString& title, int flag
     return pressed < 0 ? buttons.last().Answer : buttons[pressed].Answer;
 }
 
-FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, const QString& filter, bool save) {
+FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, const QString& filter, bool save,
+                   FileSwitch* choice = nullptr) {
     if (script().Running)
         return scriptedAnswer<FileAnswer>({save ? Testing::Kind::SaveFile : Testing::Kind::OpenFile, start, title, 0},
                                           std::nullopt);
@@ -103,8 +105,11 @@ FileAnswer askFile(QWidget* parent, const QString& title, const QString& start, 
         return std::nullopt;
     FileDialog dialog(parent, title, filter, save);
     dialog.StartAt(start);
+    const QCheckBox* box = choice ? dialog.AddSwitch(choice->Caption, choice->On) : nullptr;
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
+    if (box)
+        choice->On = box->isChecked();
     return dialog.Chosen();
 }
 } // namespace
@@ -132,9 +137,9 @@ int MessageBox(QWidget* parent, const QString& text, const QString& title, int f
     return buttons[defaultButton].Answer;
 }
 
-std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start,
-                                    const QString& filter) {
-    return askFile(parent, title, start, filter, false);
+std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter,
+                                    FileSwitch* choice) {
+    return askFile(parent, title, start, filter, false, choice);
 }
 
 std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start,

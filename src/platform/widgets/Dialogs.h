@@ -21,9 +21,17 @@ QWidget* FrontWindow();
 /// and the default button is the answer.
 int MessageBox(QWidget* parent, const QString& text, const QString& title, int flags);
 
+/// A choice beside the name of a file.
+struct FileSwitch {
+    QString Caption;
+    bool On = false;
+};
+
 /// The chosen path, none after Cancel (and in a program without widgets). `start` is a folder or a file to begin with.
 /// `filter` is pairs of description and patterns, all separated by "|"; patterns of one pair by ";".
-std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
+/// `choice`, when given, is offered beneath and holds what was chosen, unless the dialog is the desktop's own.
+std::optional<QString> OpenFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter,
+                                    FileSwitch* choice = nullptr);
 /// Likewise; asks before an existing file is chosen, and adds the suffix of the selected patterns to a bare name.
 std::optional<QString> SaveFileName(QWidget* parent, const QString& title, const QString& start, const QString& filter);
 

@@ -3,6 +3,7 @@
 #include "platform/base/Literals.h"
 #include "platform/base/NativePath.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLineEdit>
@@ -108,6 +109,17 @@ void FileDialog::StartAt(const QString& start) {
         selectFile(NativePath::Shown(path.mid(slash + 1)));
     if (otherNames)
         listOtherNames();
+}
+
+QCheckBox* FileDialog::AddSwitch(const QString& caption, bool on) {
+    auto* grid = qobject_cast<QGridLayout*>(layout());
+    if (!grid)
+        return nullptr;
+    auto* box = new QCheckBox(caption, this);
+    box->setObjectName(u"fileSwitch"_s);
+    box->setChecked(on);
+    grid->addWidget(box, grid->rowCount(), 0, 1, grid->columnCount());
+    return box;
 }
 
 QString FileDialog::Chosen() const {

@@ -3,6 +3,7 @@
 
 #include <QFileDialog>
 
+class QCheckBox;
 class QListWidget;
 class QListWidgetItem;
 
@@ -17,6 +18,8 @@ public:
 
     /// Begins in a folder, or with a file.
     void StartAt(const QString& start);
+    /// A box to tick beneath all else; null where the dialog is the desktop's.
+    QCheckBox* AddSwitch(const QString& caption, bool on);
     /// What was chosen, once it is accepted.
     QString Chosen() const;
 

@@ -130,6 +130,9 @@ bool PictureBox::event(QEvent* event) {
     case QEvent::ScreenChangeInternal:
         emit Resized();
         break;
+    case QEvent::Leave:
+        emit MouseGone();
+        break;
     case QEvent::NativeGesture:
         takeGesture(static_cast<QNativeGestureEvent&>(*event));
         break;

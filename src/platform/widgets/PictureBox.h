@@ -58,6 +58,8 @@ signals:
     /// The release of the left button will not come, or is not to count: the mouse or the keyboard has gone to someone
     /// else, or Esc has been pressed.
     void MouseLost();
+    /// It has left the box.
+    void MouseGone();
     /// The wheel, or two fingers that part, at `pixel`: `steps` above 0 away from the user.
     void ZoomWheel(QPointF pixel, int steps);
     /// Two fingers on a touchpad go this way, in pixels; only where the wheel is taken.

@@ -30,6 +30,9 @@ struct ResultContent {
     ReadHandle FileHandle;
     std::int32_t FirstStepOffset = 0;
 
+    /// A line for people: what of the file was left out, or why it was refused. Empty when there is nothing to say.
+    QString Note;
+
     std::optional<QString> Title; ///< nothing: that of the file before stays
     QList<ItemInfo> Items;
     QList<float> NodeX, NodeY;

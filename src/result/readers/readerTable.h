@@ -14,8 +14,8 @@ struct ResultReader {
     /// path.
     bool (*Recognises)(QByteArrayView start, const QString& path);
     /// Fills `content`, which is fresh, from an existing file that was recognised. False, whatever then stands in
-    /// `content`, for one that cannot be read or used: with no items, nodes or elements, with more of anything than it
-    /// can hold, or when `progress`, called from time to time, says no.
+    /// `content` but for the reason in its note, for one that cannot be read or used: with no items, nodes or elements,
+    /// with more of anything than it can hold, or when `progress`, called from time to time, says no.
     bool (*Open)(const QString& path, ResultContent& content, const LoadProgress& progress);
 };
 

@@ -1,10 +1,17 @@
 #include "view/scene/Session.h"
 
 #include "property/propertyFile.h"
+#include "result/ShowRange.h"
 #include "view/scene/sceneFit.h"
 
 #include <QScopeGuard>
 #include <utility>
+
+namespace {
+int referenceOf(const DifferenceSettings& difference) {
+    return difference.ApplyContour ? std::max(difference.StandardStep, -1) : -1;
+}
+} // namespace
 
 Session::Session() {
     Plotter.SetHeadless(true);
@@ -91,7 +98,30 @@ void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
 
 bool Session::LoadStep(std::int32_t step, std::int32_t item) {
     // A file whose first load failed has no item, and would otherwise never load a step again.
-    return mdVelorinResultModel::LoadStep(step, std::max(item, 0), Model, false, Settings.Difference.StandardStep);
+    item = std::max(item, 0);
+    if (LacksRange(item))
+        FindRange(item);
+    return mdVelorinResultModel::LoadStep(step, item, Model, false, Settings.Difference.StandardStep);
+}
+
+bool Session::LacksRange(std::int32_t item) const {
+    const ContourSettings& contour = Settings.Contour;
+    return contour.Range == ContourRange::AllSteps &&
+           (rangeBasis.Source.lock() != Model.Source || rangeBasis.Item != item ||
+            rangeBasis.StepCount != Model.StepCount || rangeBasis.Reference != referenceOf(Settings.Difference) ||
+            rangeBasis.Upper != contour.MaxValue || rangeBasis.Lower != contour.MinValue);
+}
+
+bool Session::FindRange(std::int32_t item, const LoadProgress& progress) {
+    const std::optional<ValueBounds> bounds = ComputeContourRange(item, Model, Settings.Difference, progress);
+    if (!bounds)
+        return false;
+    ContourSettings& contour = Settings.Contour;
+    contour.MaxValue = bounds->Max;
+    contour.MinValue = bounds->Min;
+    contour.Automatic = false;
+    rangeBasis = {Model.Source, item, Model.StepCount, referenceOf(Settings.Difference), bounds->Max, bounds->Min};
+    return true;
 }
 
 void Session::Draw(DeviceContext& device, const Painter& chosen) {

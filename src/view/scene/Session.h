@@ -47,12 +47,19 @@ public:
     void ShowAllDisplaced(DeviceSize size, int dotsPerInch);
 
     /// Loads a step with the reference step that the settings name; no item counts as the first one. False when there
-    /// is no such step, and then none is loaded.
+    /// is no such step, and then none is loaded. Where the contour has the range of all steps it is found before, if
+    /// that has not been done for the item.
     bool LoadStep(std::int32_t step, std::int32_t item);
     /// The same beside the step that shows: whatever else comes of it, and without the memory for it, that one stays.
     StepLoad ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress = {});
     /// The step and the item that the document names, the first ones if it names none.
     bool LoadStep() { return LoadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem); }
+
+    /// Whether the contour has the range of all steps, and the one that stands in the settings is not that of `item`.
+    bool LacksRange(std::int32_t item) const;
+    /// Finds it and puts it into the settings. False, with these as they were, when `progress` says no. May be called
+    /// on another thread as long as nobody else uses the session.
+    bool FindRange(std::int32_t item, const LoadProgress& progress = {});
 
     /// References the members: valid as long as the session.
     Scene CurrentScene() { return {Model, Settings, View, SlideShow}; }
@@ -60,5 +67,14 @@ public:
     void Draw(DeviceContext& device, const Painter& painter = {});
 
 private:
+    /// What the range of all steps in the settings was found for.
+    struct RangeBasis {
+        std::weak_ptr<const StepSource> Source; ///< each open of a file has its own
+        std::int32_t Item = -1, StepCount = 0;
+        int Reference = -1; ///< -1 when the contour shows no difference
+        float Upper = 0, Lower = 0;
+    };
+
     const Painter* painter = nullptr; ///< of the draw that is going on
+    RangeBasis rangeBasis;
 };

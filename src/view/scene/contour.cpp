@@ -4,14 +4,12 @@
 
 #include "app/mdTipsDrawing.h"
 #include "platform/base/Parallel.h"
-#include "result/mdVelorinResultModel.h"
 
 namespace mdScene {
 
 namespace {
 
-constexpr int automaticBandCount = 20;
-constexpr int polygonsPerPiece = 8192;
+constexpr std::size_t fewestPolygonsPerPiece = 4096, mostPolygonsPerPiece = 65536;
 
 /// The polygons of a stretch of one band's jobs.
 struct PolygonBatch {
@@ -24,8 +22,12 @@ void clipJobs(const ContourInput& input, std::span<const BandJob> jobs, PolygonB
     batch.counts.clear();
     ContourElement element;
     for (const BandJob& job : jobs) {
-        GatherElement(input, job.element, element);
-        if (const int count = AppendClipPolygon(element, input.bands, job.band, batch.points))
+        int count = AppendInside(input, job, batch.points);
+        if (count == 0) {
+            GatherElement(input, job.element, element);
+            count = AppendClipPolygon(element, input.bands, job.band, batch.points);
+        }
+        if (count > 0)
             batch.counts.push_back(count);
     }
 }
@@ -36,7 +38,7 @@ public:
     BandColor(DeviceContext& onDevice, const ContourBands& bands, int band, const ContourSettings& settings)
         : device(onDevice) {
         const float step = 1 / float(bands.Count - 1);
-        const ColorRef color = ContourColor(step * float(band), settings);
+        const ColorRef color = ContourColor(step * float(band), settings, {bands.Lower, bands.Upper});
         oldPen = mdTips::SelectSolidPen(device, color, 1, PenStyle::Solid);
         oldBrush = mdTips::SelectBrush(device, color, -1);
     }
@@ -55,23 +57,25 @@ private:
 
 void paintBand(DeviceContext& device, const ContourInput& input, std::span<const BandJob> jobs,
                std::vector<PolygonBatch>& batches) {
-    for (std::size_t first = 0; first < jobs.size(); first += batches.size() * polygonsPerPiece) {
-        const auto rest = jobs.subspan(first);
-        const std::size_t pieces = std::min(batches.size(), (rest.size() + polygonsPerPiece - 1) / polygonsPerPiece);
+    const std::size_t perPiece =
+        std::clamp(jobs.size() / batches.size() + 1, fewestPolygonsPerPiece, mostPolygonsPerPiece);
+    for (auto rest = jobs; !rest.empty();) {
+        const std::size_t pieces = std::min(batches.size(), (rest.size() + perPiece - 1) / perPiece);
         parallelFor(int(pieces), [&](int piece) {
-            const std::size_t start = std::size_t(piece) * polygonsPerPiece;
-            clipJobs(input, rest.subspan(start, std::min<std::size_t>(polygonsPerPiece, rest.size() - start)),
-                     batches[std::size_t(piece)]);
+            const std::size_t start = std::size_t(piece) * perPiece;
+            clipJobs(input, rest.subspan(start, std::min(perPiece, rest.size() - start)), batches[std::size_t(piece)]);
         });
         for (std::size_t piece = 0; piece < pieces; ++piece)
             device.Polygons(batches[piece].points, batches[piece].counts);
+        rest = rest.subspan(std::min(pieces * perPiece, rest.size()));
     }
 }
 
 /// Only bands that are seen, and of those in one element only the ones that stay to be seen.
 void drawTouchedBands(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
     const std::vector<BandJob> jobs = FindBandJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
-    std::vector<PolygonBatch> batches(std::size_t(coreCount()) * 4);
+    const auto pieces = std::size_t(coreCount());
+    std::vector<PolygonBatch> batches(pieces);
     for (std::size_t first = 0; first < jobs.size();) {
         std::size_t last = first;
         while (last < jobs.size() && jobs[last].band == jobs[first].band)
@@ -103,12 +107,9 @@ void drawEveryBand(DeviceContext& device, const ContourInput& input, const Conto
 
 void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context) {
     const ContourSettings& settings = scene.Settings.Contour;
-    const DifferenceSettings& difference = scene.Settings.Difference;
-    const ItemValues values =
-        mdVelorinResultModel::GetNodeValues(difference.StandardStep >= 0 && difference.ApplyContour, scene.Model.Mesh);
-    const float upper = settings.Automatic ? values.MaxValue : settings.MaxValue;
-    const float lower = settings.Automatic ? values.MinValue : settings.MinValue;
-    const int count = settings.Automatic ? automaticBandCount : settings.Divide;
+    const ItemValues values = ContourValues(scene);
+    const auto [ends, count] = ContourScaleOf(scene, values, context.Picture);
+    const auto [lower, upper] = ends;
     if (count < 2)
         return;
     context.ContourMax = upper;
@@ -117,7 +118,7 @@ void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& contex
     if (!(upper > lower))
         return;
     const ContourBands bands(lower, upper, count);
-    const ContourInput input = {scene.Model.Mesh, values.Values, scene.View.NodePoints, bands};
+    const ContourInput input = {scene.Model.Mesh, values.Values, scene.View.NodePoints, bands, context.Visible};
     // Beyond this nobody reads the calls one by one, and they would outgrow any memory.
     constexpr int mostBandsInFull = 1000000;
     if (device.ShowsEveryCall() && count <= mostBandsInFull)

@@ -28,13 +28,31 @@ struct ClipPoint {
     float Distance = 0;    ///< from the edge's start
 };
 
+/// The values between which a contour runs.
+struct ContourEnds {
+    float Lower = -1, Upper = 1;
+};
+
+/// Range and number of bands of a scene's contour, by its settings.
+struct ContourScale {
+    ContourEnds Ends;
+    int Count = 0;
+};
+
+/// The values of a contour on the nodes, differences if the settings say so.
+ItemValues ContourValues(const Scene& scene);
+
+/// `values` are those of the contour, `picture` the part of the device that counts as visible.
+ContourScale ContourScaleOf(const Scene& scene, const ItemValues& values, const DeviceRect& picture);
+
 /// The contour layer: bands from the lowest up, each over all elements, so that higher bands lie on top. Writes range
 /// and number of bands to `context`, and nothing when there are fewer than 2 bands.
 void DrawContour(DeviceContext& device, const Scene& scene, PaintContext& context);
 
 /// Colour at `t` from 0 (lowest band) to 1 (highest). Without `Reverse` the ramp runs backwards: the lowest value gets
-/// the ramp's upper end.
-ColorRef ContourColor(float t, const ContourSettings& settings);
+/// the ramp's upper end. A preset runs the way it was published, low values at its beginning, and `Reverse` turns it
+/// round; the diverging one has its middle at the value 0, and the larger of the two ends at its own end.
+ColorRef ContourColor(float t, const ContourSettings& settings, ContourEnds ends = {});
 
 /// Where `level` lies between two points with a value each, ends included; false for a level edge and beyond the ends.
 bool EdgeLevelPoint(const DevicePoint (&points)[2], const float (&values)[2], float level, DevicePoint& point);

@@ -1,6 +1,9 @@
 #include "view/scene/contour.h"
 
 #include "platform/base/Rounding.h"
+#include "view/scene/colorPresets.h"
+
+#include <cmath>
 
 namespace mdScene {
 
@@ -40,9 +43,20 @@ ColorRef userRamp(float t, const std::array<ColorRef, 3>& colors) {
     return makeColor(channel(redOf), channel(greenOf), channel(blueOf));
 }
 
+ColorRef presetRamp(float t, const ContourSettings& settings, ContourEnds ends) {
+    if (settings.Preset == ColorPreset::Diverging) {
+        const double value = ends.Lower + double(t) * (double(ends.Upper) - ends.Lower);
+        t = float(0.5 + 0.5 * value / std::max<double>(std::abs(ends.Lower), std::abs(ends.Upper)));
+    }
+    return PresetColor(settings.Preset, settings.Reverse ? 1 - t : t);
+}
+
 } // namespace
 
-ColorRef ContourColor(float t, const ContourSettings& settings) {
+ColorRef ContourColor(float t, const ContourSettings& settings, ContourEnds ends) {
+    constexpr int userScheme = 5;
+    if (settings.ColorIndex == userScheme && settings.Preset != ColorPreset::None)
+        return presetRamp(t, settings, ends);
     if (!settings.Reverse)
         t = 1 - t;
     const RampStep step = twoPartRamp(t);
@@ -55,7 +69,7 @@ ColorRef ContourColor(float t, const ContourSettings& settings) {
         return makeColor(step.others, step.others, step.first);
     case 4:
         return threePartRamp(t);
-    case 5:
+    case userScheme:
         return userRamp(t, settings.Colors);
     default: {
         const int grey = Round(double(t * channelTop));

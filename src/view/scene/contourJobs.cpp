@@ -3,14 +3,11 @@
 #include "platform/base/Parallel.h"
 #include "view/scene/CommonSides.h"
 
-#include <climits>
 #include <cmath>
 
 namespace mdScene {
 
 namespace {
-
-constexpr int elementsPerPiece = 32768;
 
 /// Calls `take(point, value)` for each corner of an element; a corner without a node is left out.
 template<typename Take>
@@ -24,22 +21,30 @@ void forCorners(const ContourInput& input, std::int32_t index, Take take) {
             take(input.points[std::size_t(nodes[k])], values[nodes[k]]);
 }
 
-/// What of an element decides where it is painted: the range of its values, and on which sides of the visible area all
-/// of its corners lie.
-struct Reach {
-    CommonSides sides;
+/// The range of an element's values.
+struct ValueRange {
     float lowest = std::numeric_limits<float>::infinity();
     float highest = -std::numeric_limits<float>::infinity();
 };
 
-Reach reachOf(const ContourInput& input, std::int32_t index, const DeviceRect& area) {
-    Reach reach{CommonSides(area)};
-    forCorners(input, index, [&reach](DevicePoint point, float value) {
-        reach.lowest = value < reach.lowest ? value : reach.lowest;
-        reach.highest = value > reach.highest ? value : reach.highest;
-        reach.sides.Take(point);
+ValueRange rangeOf(const ContourInput& input, std::int32_t index) {
+    ValueRange range;
+    forCorners(input, index, [&range](DevicePoint, float value) {
+        range.lowest = value < range.lowest ? value : range.lowest;
+        range.highest = value > range.highest ? value : range.highest;
     });
-    return reach;
+    return range;
+}
+
+/// Whether all corners of an element lie beyond one side of an area; mostly the first one tells that they don't.
+bool isBeyond(const ContourInput& input, std::int32_t index, const DeviceRect& area) {
+    const ElementTable& elements = input.mesh.Elements;
+    const std::size_t nodeCount = std::min(input.points.size(), std::size_t(input.values.size()));
+    CommonSides sides(area);
+    for (std::int32_t k = elements.FirstCorner.at(index); k < elements.FirstCorner.at(index + 1) && sides.Any(); ++k)
+        if (const auto node = std::size_t(elements.NodeIndex.at(k)); node < nodeCount)
+            sides.Take(input.points[node]);
+    return sides.Any();
 }
 
 /// First i of `first` to `last` for which `holds(i)`, which stays true from there on; `last` + 1 if none.
@@ -96,22 +101,21 @@ int lastAlike(ContourElement& element, const ContourBands& bands, int i, int las
                        }) - 1);
 }
 
-void findJobs(const ContourInput& input, const JobSearch& search, std::int32_t first, std::int32_t last,
-              std::vector<BandJob>& jobs) {
+void findJobs(const ContourInput& input, const JobSearch& search, int stretch, std::vector<BandJob>& jobs) {
     constexpr int manyBands = 16;
-    constexpr DeviceRect everywhere = {INT_MIN, INT_MIN, INT_MAX, INT_MAX};
-    const DeviceRect area = search.visible.value_or(everywhere);
     ContourElement element;
-    for (std::int32_t e = first; e < last; ++e) {
+    const std::int32_t first = stretch * indexesPerStretch;
+    const std::int32_t last = std::min(input.mesh.ElementCount - first, indexesPerStretch) + first;
+    input.visible.ForEach(stretch, first, last, [&](std::int32_t e) {
         if (input.mesh.Elements.ElementType.at(e) < 0)
-            continue;
-        const Reach reach = reachOf(input, e, area);
-        if (search.visible && reach.sides.Any())
-            continue;
+            return;
+        if (search.visible && isBeyond(input, e, *search.visible))
+            return;
+        const ValueRange values = rangeOf(input, e);
         // An infinite value crosses every level at its finite neighbour.
-        const bool crossesAll = std::isinf(reach.highest) || std::isinf(reach.lowest);
+        const bool crossesAll = std::isinf(values.highest) || std::isinf(values.lowest);
         const BandRange touched =
-            crossesAll ? BandRange{0, input.bands.Count - 1} : bandsBetween(input.bands, reach.lowest, reach.highest);
+            crossesAll ? BandRange{0, input.bands.Count - 1} : bandsBetween(input.bands, values.lowest, values.highest);
         const BandRange range = {std::max(touched.first, search.window.first),
                                  std::min(touched.last, search.window.last)};
         const bool thinOut = !search.everyBand && range.last - range.first > manyBands;
@@ -122,10 +126,32 @@ void findJobs(const ContourInput& input, const JobSearch& search, std::int32_t f
                 i = lastAlike(element, input.bands, i, range.last);
             jobs.push_back({i, e});
         }
-    }
+    });
 }
 
 } // namespace
+
+int AppendInside(const ContourInput& input, const BandJob& job, std::vector<DevicePoint>& points) {
+    const std::int32_t* corners = input.mesh.Elements.FirstCorner.constData() + job.element;
+    const std::int32_t* nodes = input.mesh.Elements.NodeIndex.constData() + corners[0];
+    const std::int32_t count = corners[1] - corners[0];
+    const float* values = input.values.constData();
+    const std::size_t nodeCount = std::min(input.points.size(), std::size_t(input.values.size()));
+    const float low = input.bands.Low(job.band);
+    const float high = low + input.bands.Step;
+    for (std::int32_t k = 0; k < count; ++k)
+        if (std::size_t(nodes[k]) >= nodeCount || !(values[nodes[k]] > low && values[nodes[k]] < high))
+            return 0;
+    if (count < 3)
+        return 0;
+    const std::size_t start = points.size();
+    points.resize(start + std::size_t(count));
+    DevicePoint* target = points.data() + start;
+    *target++ = input.points[std::size_t(nodes[count - 1])];
+    for (std::int32_t k = 0; k + 1 < count; ++k)
+        *target++ = input.points[std::size_t(nodes[k])];
+    return count;
+}
 
 void GatherElement(const ContourInput& input, std::int32_t index, ContourElement& element) {
     element.Points.clear();
@@ -137,17 +163,13 @@ void GatherElement(const ContourInput& input, std::int32_t index, ContourElement
 }
 
 std::vector<BandJob> FindBandJobs(const ContourInput& input, const JobSearch& search) {
-    const std::int32_t count = input.mesh.ElementCount;
-    std::vector<std::vector<BandJob>> pieces(std::size_t((count + elementsPerPiece - 1) / elementsPerPiece));
-    parallelFor(int(pieces.size()), [&](int piece) {
-        const std::int32_t first = piece * elementsPerPiece;
-        findJobs(input, search, first, std::min(count, first + elementsPerPiece), pieces[std::size_t(piece)]);
-    });
+    std::vector<std::vector<BandJob>> pieces(std::size_t(stretchCount(input.mesh.ElementCount)));
+    parallelFor(int(pieces.size()), [&](int piece) { findJobs(input, search, piece, pieces[std::size_t(piece)]); });
     std::size_t total = 0;
     for (const auto& piece : pieces)
         total += piece.size();
     std::vector<BandJob> jobs(total);
-    constexpr int fewBands = 65536;
+    constexpr int fewBands = 4096;
     if (input.bands.Count > fewBands) {
         auto end = jobs.begin();
         for (const auto& piece : pieces)
@@ -155,15 +177,22 @@ std::vector<BandJob> FindBandJobs(const ContourInput& input, const JobSearch& se
         std::stable_sort(jobs.begin(), jobs.end(), [](const BandJob& a, const BandJob& b) { return a.band < b.band; });
         return jobs;
     }
-    std::vector<std::size_t> next(std::size_t(input.bands.Count) + 1);
-    for (const auto& piece : pieces)
-        for (const BandJob& job : piece)
-            ++next[std::size_t(job.band) + 1];
-    for (std::size_t i = 1; i < next.size(); ++i)
-        next[i] += next[i - 1];
-    for (const auto& piece : pieces)
-        for (const BandJob& job : piece)
-            jobs[next[std::size_t(job.band)]++] = job;
+    // Where the jobs of a piece go, by band: behind those of all bands before, and of the same band in pieces before.
+    std::vector<std::vector<std::size_t>> next(pieces.size());
+    parallelFor(int(pieces.size()), [&](int piece) {
+        auto& counts = next[std::size_t(piece)];
+        counts.resize(std::size_t(input.bands.Count));
+        for (const BandJob& job : pieces[std::size_t(piece)])
+            ++counts[std::size_t(job.band)];
+    });
+    std::size_t place = 0;
+    for (std::size_t band = 0; band < std::size_t(input.bands.Count); ++band)
+        for (auto& counts : next)
+            place += std::exchange(counts[band], place);
+    parallelFor(int(pieces.size()), [&](int piece) {
+        for (const BandJob& job : pieces[std::size_t(piece)])
+            jobs[next[std::size_t(piece)][std::size_t(job.band)]++] = job;
+    });
     return jobs;
 }
 

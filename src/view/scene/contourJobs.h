@@ -19,6 +19,7 @@ struct ContourInput {
     const QList<float>& values;
     const std::vector<DevicePoint>& points;
     const ContourBands& bands;
+    const VisibleElements& visible;
 };
 
 struct BandRange {
@@ -34,6 +35,10 @@ struct JobSearch {
 
 /// All jobs by band, within a band by element. Some may turn out to have no polygon.
 std::vector<BandJob> FindBandJobs(const ContourInput& input, const JobSearch& search);
+
+/// The polygon of a job whose element has all of its values inside the band, appended to `points`: the element, from
+/// its last corner on, as most are in a fine mesh. The number of points; 0 for any other job.
+int AppendInside(const ContourInput& input, const BandJob& job, std::vector<DevicePoint>& points);
 
 /// The corners of an element, those without a node left out.
 void GatherElement(const ContourInput& input, std::int32_t index, ContourElement& element);

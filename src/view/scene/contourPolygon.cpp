@@ -81,13 +81,6 @@ int AppendClipPolygon(ContourElement& element, const ContourBands& bands, int i,
     const float high = low + bands.Step;
     if (element.Points.size() < 2)
         return 0;
-    if (element.Points.size() > 2 && std::all_of(element.Values.begin(), element.Values.end(),
-                                                 [low, high](float value) { return value > low && value < high; })) {
-        // Inside one band the polygon is the element, from its last corner on. Most elements of a fine mesh are.
-        points.push_back(element.Points.back());
-        points.insert(points.end(), element.Points.begin(), element.Points.end() - 1);
-        return int(element.Points.size());
-    }
     element.Records.clear();
     for (std::size_t corner = 0; corner < element.Points.size(); ++corner)
         recordEdge(element, bands, low, high, corner);

@@ -162,15 +162,17 @@ BoxRange boxesToDraw(const DeviceContext& device, const BarMeasures& bar, int co
     return range;
 }
 
-void drawBoxes(DeviceContext& device, const BarMeasures& bar, const BandLabels& labels, int count,
+void drawBoxes(DeviceContext& device, const BarMeasures& bar, const BandLabels& labels, const PaintContext& context,
                const ContourSettings& settings) {
+    const int count = context.ContourDivide;
+    const ContourEnds ends = {context.ContourMin, context.ContourMax};
     const float colorStep = count > 1 ? 1 / float(count - 1) : 0;
     const BoxRange range = boxesToDraw(device, bar, count);
     const Pen old = device.SelectPen(stockPen(Stock::BlackPen));
     for (std::int64_t box = range.first; box <= range.last; ++box) {
         const int i = int(count - box);
         const double y = bar.y + double(box) * bar.boxHeight;
-        const ColorRef color = ContourColor(float(i - 1) * colorStep, settings);
+        const ColorRef color = ContourColor(float(i - 1) * colorStep, settings, ends);
         const Brush oldBrush = mdTips::SelectBrush(device, color, -1);
         device.Rectangle(rectOf(bar.x, y, bar.x + bar.width, y + bar.boxHeight));
         mdTips::RestoreObject(device, oldBrush);
@@ -179,6 +181,21 @@ void drawBoxes(DeviceContext& device, const BarMeasures& bar, const BandLabels& 
             drawAnchored(device, bar.x - bar.gap, y + bar.boxHeight, labels.Text(0));
     }
     mdTips::RestoreObject(device, old);
+}
+
+/// What stands above the bar, by the settings: the item, and whose range it shows.
+QStringList legendHeadings(const Scene& scene) {
+    const ContourSettings& contour = scene.Settings.Contour;
+    const ResultModel& model = scene.Model;
+    QStringList lines;
+    if (contour.LegendName && model.CurrentItem >= 0 && model.CurrentItem < model.Items.size())
+        lines.append(model.Items.at(model.CurrentItem).Name);
+    if (contour.LegendRange)
+        lines.append(u"範囲: "_s + (contour.Range == ContourRange::AllSteps  ? u"全ステップ"_s
+                                    : contour.Range == ContourRange::Visible ? u"表示部分"_s
+                                    : contour.Automatic                      ? u"このステップ"_s
+                                                                             : u"固定"_s));
+    return lines;
 }
 
 } // namespace
@@ -231,12 +248,19 @@ void DrawContourLegend(DeviceContext& device, const DeviceContext& ref, const Pa
     bar.gap = deviceMillimetres(converter, gapMm);
     bar.boxHeight = 2.0 * half;
     bar.x = double(rect.Right) - deviceMillimetres(converter, insetMm) - bar.width;
+    const QStringList headings = legendHeadings(scene);
+    int widest = 0;
+    for (const QString& heading : headings)
+        widest = std::max(widest, mdTips::MeasureText(device, heading).Width);
     const double top = rect.Top + 2.0 * lineHeight + half;
-    bar.y = top + half;
+    bar.y = top + half + double(headings.size()) * lineHeight;
     drawBackground(device, context.BackBrush,
-                   rectOf(bar.x - bar.width - 3.0 * bar.gap, top - half, bar.x + bar.width + 2.0 * bar.gap,
-                          top + bar.boxHeight * (count + 1.0) + half));
-    drawBoxes(device, bar, labels, count, scene.Settings.Contour);
+                   rectOf(bar.x + std::min(-bar.width - 3.0 * bar.gap, bar.width - widest - bar.gap * 1.0), top - half,
+                          bar.x + bar.width + 2.0 * bar.gap, bar.y + bar.boxHeight * (count + 1.0)));
+    drawBoxes(device, bar, labels, context, scene.Settings.Contour);
+    for (qsizetype line = 0; line < headings.size(); ++line)
+        drawAnchored(device, bar.x + bar.width, bar.y + (double(line - headings.size()) - 0.25) * lineHeight,
+                     headings[line]);
     rect.Top = Round(bar.y + bar.boxHeight * (count + 1.0));
     mdTips::RestoreObject(device, oldFont);
 }

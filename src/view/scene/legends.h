@@ -30,8 +30,8 @@ void DrawContourLegend(DeviceContext& device, const DeviceContext& ref, const Pa
 /// index, and where there is none nothing is drawn. What lies outside the device's visible area is left out.
 void DrawValues(DeviceContext& device, const DeviceContext& ref, const Scene& scene);
 
-/// One line at the device's origin: step, time, item and vector of a slide show, as its settings say.
-void DrawHeader(DeviceContext& device, const Scene& scene);
+/// One line from `leftTop`: step, time, item and vector, as the settings of the slide show say.
+void DrawHeader(DeviceContext& device, const Scene& scene, DevicePoint leftTop);
 
 /// Selects one of the settings' font strings; gives back the font selected before.
 Font SelectFontString(DeviceContext& device, const DeviceContext& ref, const QString& fontString);

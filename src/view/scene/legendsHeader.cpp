@@ -26,13 +26,15 @@ QString headerText(const Scene& scene) {
 
 } // namespace
 
-void DrawHeader(DeviceContext& device, const Scene& scene) {
+void DrawHeader(DeviceContext& device, const Scene& scene, DevicePoint leftTop) {
     const QString text = headerText(scene);
     const int dotsPerInch = device.GetDeviceCaps(DeviceCaps::LogPixelsY);
     const Font old = device.SelectFont(stockFont(Stock::GuiFont, dotsPerInch));
     const DeviceSize size = mdTips::MeasureText(device, text);
-    device.FillRect({0, 0, Round(size.Width + 1.0), Round(size.Height + 1.0)}, stockBrush(Stock::WhiteBrush));
-    mdTips::DrawAnchoredText(device, 0, 0, text, 1);
+    const auto [left, top] = leftTop;
+    device.FillRect({left, top, Round(left + size.Width + 1.0), Round(top + size.Height + 1.0)},
+                    stockBrush(Stock::WhiteBrush));
+    mdTips::DrawAnchoredText(device, left, top, text, 1);
     mdTips::RestoreObject(device, old);
 }
 

@@ -6,15 +6,18 @@
 #include "platform/device/DocumentPlotter.h"
 #include "result/ResultModel.h"
 #include "view/ViewState.h"
+#include "view/scene/VisibleElements.h"
 
 /// What the layers of one paint hand on to each other.
 struct PaintContext {
     bool Printing = false;
     Brush BackBrush;              ///< behind legends
+    DeviceRect Picture;           ///< the part of the device that the world is drawn on
     double DisplacementScale = 0; ///< device units per unit of displacement
     double VectorScale = 0;       ///< device units per unit of the vector items
     float ContourMax = 0, ContourMin = 0;
     int ContourDivide = 0;
+    VisibleElements Visible; ///< its area is to be set before the positions are computed, which finds the elements
 };
 
 /// A slide show as far as its pictures differ from those of a step.
@@ -40,12 +43,14 @@ namespace mdScene {
 void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene);
 
 /// Device positions of all nodes, displaced as the settings say, and of the element centres (the mean of the displaced
-/// corners). Writes `DisplacementScale` of `context`.
+/// corners). Writes `DisplacementScale` and the elements that may be seen to `context`.
 void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
                          PaintContext& context);
 
 /// The edges at the displaced positions, each once, or the outline alone when `Mesh` is off; then the line elements.
-void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene);
+/// Edges that are to fade do so to the contour of `context`.
+void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene,
+              const PaintContext& context = {});
 
 /// The same edges before displacement, without the line elements.
 void DrawOriginalMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene);

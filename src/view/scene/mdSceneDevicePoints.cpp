@@ -6,6 +6,8 @@
 #include "view/scene/displacement.h"
 #include "view/scene/valueScale.h"
 
+#include <limits>
+
 namespace mdScene {
 
 namespace {
@@ -62,26 +64,59 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     });
 }
 
-void computeElementCentres(const MeshData& mesh, ViewState& view) {
+/// What is asked of the corners of an element, in reals, which hold it exactly and are quicker.
+struct Corners {
+    static constexpr double far = std::numeric_limits<double>::infinity();
+    double SumX = 0, SumY = 0;
+    double Left = far, Top = far, Right = -far, Bottom = -far;
+
+    void Take(DevicePoint point) {
+        const double x = point.X, y = point.Y;
+        SumX += x;
+        SumY += y;
+        Left = std::min(Left, x);
+        Top = std::min(Top, y);
+        Right = std::max(Right, x);
+        Bottom = std::max(Bottom, y);
+    }
+    /// The mean of `count` positions; most elements have four, and their division needs none.
+    DevicePoint Centre(std::int32_t count) const {
+        if (count == 4)
+            return {Round(SumX * 0.25), Round(SumY * 0.25)};
+        return count < 1 ? DevicePoint{} : DevicePoint{Round(SumX / count), Round(SumY / count)};
+    }
+    /// Whether they don't all lie beyond the same side of the area.
+    bool MayBeSeen(const DeviceRect& area) const {
+        return (Right >= area.Left) & (Left < area.Right) & (Bottom >= area.Top) & (Top < area.Bottom);
+    }
+};
+
+/// The centres of the elements, and on the way those that may be seen.
+void computeElementCentres(const MeshData& mesh, ViewState& view, VisibleElements& visible) {
     view.ElementCentres.resize(std::size_t(std::max(mesh.ElementCount, 0)));
     const std::int32_t* firstCorner = mesh.Elements.FirstCorner.constData();
     const std::int32_t* nodeIndex = mesh.Elements.NodeIndex.constData();
     const std::span<const DevicePoint> points = view.NodePoints;
     DevicePoint* const centres = view.ElementCentres.data();
-    parallelStretches(mesh.ElementCount, [=](std::int32_t first, std::int32_t last) {
+    const bool isAsked = visible.Area.has_value();
+    const DeviceRect area = visible.Area.value_or(DeviceRect());
+    if (isAsked)
+        visible.Begin(stretchCount(mesh.ElementCount));
+    parallelStretches(mesh.ElementCount, [=, &visible](std::int32_t first, std::int32_t last) {
+        // Written without asking and kept by counting on: what is seen and what not changes too often for a guess.
+        std::vector<std::int32_t> seen(std::size_t(last - first));
+        std::int32_t* end = seen.data();
         for (std::int32_t e = first; e < last; ++e) {
-            const std::int32_t count = firstCorner[e + 1] - firstCorner[e];
-            std::int64_t sumX = 0, sumY = 0;
-            for (std::int32_t k = firstCorner[e]; k < firstCorner[e + 1]; ++k) {
-                const std::size_t node = std::size_t(nodeIndex[k]);
-                if (node >= points.size())
-                    continue;
-                sumX += points[node].X;
-                sumY += points[node].Y;
-            }
-            centres[e] =
-                count < 1 ? DevicePoint{} : DevicePoint{Round(double(sumX) / count), Round(double(sumY) / count)};
+            Corners corners;
+            for (std::int32_t k = firstCorner[e]; k < firstCorner[e + 1]; ++k)
+                if (const auto node = std::size_t(nodeIndex[k]); node < points.size()) [[likely]]
+                    corners.Take(points[node]);
+            centres[e] = corners.Centre(firstCorner[e + 1] - firstCorner[e]);
+            *end = e;
+            end += corners.MayBeSeen(area) ? 1 : 0;
         }
+        if (isAsked)
+            visible.Of(first / indexesPerStretch).assign(seen.data(), end);
     });
 }
 
@@ -90,7 +125,7 @@ void computeElementCentres(const MeshData& mesh, ViewState& view) {
 void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
                          PaintContext& context) {
     computeNodePoints(converter, window, scene, context);
-    computeElementCentres(scene.Model.Mesh, scene.View);
+    computeElementCentres(scene.Model.Mesh, scene.View, context.Visible);
 }
 
 } // namespace mdScene

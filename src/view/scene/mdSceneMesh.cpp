@@ -4,6 +4,7 @@
 #include "app/mdTipsDrawing.h"
 #include "platform/base/Parallel.h"
 #include "view/scene/CommonSides.h"
+#include "view/scene/meshFade.h"
 
 namespace mdScene {
 
@@ -37,7 +38,12 @@ public:
                std::ranges::find(element.Neighbour, e - 1) == element.Neighbour.end();
     }
     void MoveTo(std::int32_t node) {
-        if (has(node))
+        if (!has(node))
+            return;
+        // Of two moves the second counts, but where every call is shown.
+        if (visible && !steps.empty() && steps.back() < 0)
+            steps.back() = ~node;
+        else
             steps.push_back(~node);
     }
     /// The edge from `from`, where the pen stands, to `to`.
@@ -60,10 +66,11 @@ private:
     std::vector<std::int32_t> steps;
 };
 
-/// Draws what `collect(mesh, e, steps)` collects for each element e, in their order. A few stretches are collected at a
-/// time, on all cores, so that a large mesh never stands in memory as lines.
+/// Draws what `collect(mesh, e, steps)` collects for each element e that may be seen, in their order. A few stretches
+/// are collected at a time, on all cores, so that a large mesh never stands in memory as lines.
 template<class Collect>
-void drawElements(DeviceContext& device, std::span<const DevicePoint> points, const MeshData& mesh, Collect collect) {
+void drawElements(DeviceContext& device, std::span<const DevicePoint> points, const MeshData& mesh,
+                  const VisibleElements& visible, Collect collect) {
     const int stretches = stretchCount(mesh.ElementCount);
     std::vector<LineSteps> group(std::size_t(std::min(stretches, 4 * coreCount())),
                                  LineSteps(points, device.VisibleArea()));
@@ -72,8 +79,7 @@ void drawElements(DeviceContext& device, std::span<const DevicePoint> points, co
         parallelFor(count, [&](int i) {
             const std::int32_t first = (start + i) * indexesPerStretch;
             const std::int32_t last = first + std::min(mesh.ElementCount - first, indexesPerStretch);
-            for (std::int32_t e = first; e < last; ++e)
-                collect(mesh, e, group[std::size_t(i)]);
+            visible.ForEach(start + i, first, last, [&](std::int32_t e) { collect(mesh, e, group[std::size_t(i)]); });
         });
         for (int i = 0; i < count; ++i)
             group[std::size_t(i)].DrawOn(device);
@@ -121,22 +127,27 @@ constexpr auto collectLineElement = [](const MeshData& mesh, std::int32_t e, Lin
     steps.LineTo(element.NodeIndex[0], element.NodeIndex[1]);
 };
 
-void drawEdges(DeviceContext& device, std::span<const DevicePoint> points, const Scene& scene) {
+void drawEdges(DeviceContext& device, std::span<const DevicePoint> points, const Scene& scene,
+               const VisibleElements& visible) {
     if (scene.Settings.Window.Mesh)
-        drawElements(device, points, scene.Model.Mesh, collectAllEdges);
+        drawElements(device, points, scene.Model.Mesh, visible, collectAllEdges);
     else
-        drawElements(device, points, scene.Model.Mesh, collectOutline);
+        drawElements(device, points, scene.Model.Mesh, visible, collectOutline);
 }
 
 } // namespace
 
-void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene) {
+void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene& scene, const PaintContext& context) {
     const auto& styles = scene.Settings.Style.LineStyles;
     Pen old = SelectLineStyle(device, converter, styles[0]);
-    drawEdges(device, scene.View.NodePoints, scene);
+    if (scene.Settings.Window.Mesh && scene.Settings.Window.FadeMesh)
+        DrawFadingEdges(device, converter, styles[0], scene,
+                        {{context.ContourMin, context.ContourMax}, context.ContourDivide});
+    else
+        drawEdges(device, scene.View.NodePoints, scene, context.Visible);
     mdTips::RestoreObject(device, old);
     old = SelectLineStyle(device, converter, styles[3]);
-    drawElements(device, scene.View.NodePoints, scene.Model.Mesh, collectLineElement);
+    drawElements(device, scene.View.NodePoints, scene.Model.Mesh, context.Visible, collectLineElement);
     mdTips::RestoreObject(device, old);
 }
 
@@ -147,7 +158,8 @@ void DrawOriginalMesh(DeviceContext& device, const PlotConverter& converter, con
     for (std::size_t i = 0; i < points.size(); ++i)
         points[i] = converter.WorldToDevice(nodes.X.at(qsizetype(i)), nodes.Y.at(qsizetype(i)));
     const Pen old = SelectLineStyle(device, converter, scene.Settings.Style.LineStyles[1]);
-    drawEdges(device, points, scene);
+    // Other positions than those by which it is known what may be seen.
+    drawEdges(device, points, scene, {});
     mdTips::RestoreObject(device, old);
 }
 

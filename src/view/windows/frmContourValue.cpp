@@ -6,6 +6,7 @@
 #include "platform/widgets/FormSupport.h"
 #include "result/mdVelorinResultModel.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -17,6 +18,7 @@ using FormSupport::Named;
 namespace {
 enum : int { Maximum, Minimum, Bands };
 enum : int { Ok, Cancel, Automatic };
+enum : int { OfBoxes, OfStep, OfAllSteps, OfVisible }; ///< the lines of `cmbRange`
 
 constexpr int shownDigits = 5;
 
@@ -77,17 +79,24 @@ void frmContourValue::buildControls() {
     rows = {FormSupport::Bind(valueEdit(txtValue[Maximum]), &ContourSettings::MaxValue),
             FormSupport::Bind(valueEdit(txtValue[Minimum]), &ContourSettings::MinValue),
             FormSupport::Bind(bandsEdit(txtValue[Bands]), &ContourSettings::Divide)};
+    cmbRange = Named(new QComboBox, u"cmbRange"_s);
+    cmbRange->addItems({u"固定（設定値）"_s, u"このステップ"_s, u"全ステップ"_s, u"表示部分"_s});
+    auto* rangeGrid = new QGridLayout;
+    FormSupport::AddRow(*rangeGrid, 0, u"範囲の取り方(&R):"_s, cmbRange);
+    rangeGrid->setColumnStretch(1, 1);
+    connect(cmbRange, &QComboBox::currentIndexChanged, this, &frmContourValue::showRange);
     FormSupport::ButtonWidths({Command1[Ok], Command1[Cancel], Command1[Automatic]});
     Command1[Ok]->setDefault(true);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(defaults, 0, 0);
     layout->addWidget(values, 0, 1);
-    layout->addLayout(FormSupport::ButtonRow({Command1[Automatic]}, {Command1[Ok], Command1[Cancel]}), 1, 0, 1, 2);
+    layout->addLayout(rangeGrid, 1, 0, 1, 2);
+    layout->addLayout(FormSupport::ButtonRow({Command1[Automatic]}, {Command1[Ok], Command1[Cancel]}), 2, 0, 1, 2);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
-    FormSupport::TabOrder(
-        {txtValue[Maximum], txtValue[Minimum], txtValue[Bands], Command1[Ok], Command1[Cancel], Command1[Automatic]});
+    FormSupport::TabOrder({txtValue[Maximum], txtValue[Minimum], txtValue[Bands], cmbRange, Command1[Ok],
+                           Command1[Cancel], Command1[Automatic]});
     connect(Command1[Ok], &QPushButton::clicked, this, &frmContourValue::apply);
     connect(Command1[Cancel], &QPushButton::clicked, this, &QDialog::reject);
     connect(Command1[Automatic], &QPushButton::clicked, this, &frmContourValue::applyAutomatic);
@@ -110,17 +119,41 @@ void frmContourValue::ItemIndex(int item) {
     if (contour.Automatic)
         for (const int end : {Maximum, Minimum})
             txtValue[end]->setText(txtDefault[end]->text());
+    // OK holds what the boxes show, unless another range has been chosen; that of the step is behind its own button.
+    cmbRange->setCurrentIndex(contour.Range == ContourRange::AllSteps  ? OfAllSteps
+                              : contour.Range == ContourRange::Visible ? OfVisible
+                                                                       : OfBoxes);
+}
+
+void frmContourValue::showRange(int choice) {
+    for (const int end : {Maximum, Minimum})
+        txtValue[end]->setEnabled(choice == OfBoxes);
+    txtValue[Bands]->setEnabled(choice != OfStep);
 }
 
 void frmContourValue::apply() {
-    settings.Contour.Automatic = false;
-    rows.Read(settings.Contour);
+    if (cmbRange->currentIndex() == OfStep) {
+        applyAutomatic();
+        return;
+    }
+    ContourSettings& contour = settings.Contour;
+    const float upper = contour.MaxValue, lower = contour.MinValue;
+    rows.Read(contour);
+    if (cmbRange->currentIndex() != OfBoxes) {
+        contour.MaxValue = upper;
+        contour.MinValue = lower;
+    }
+    contour.Automatic = cmbRange->currentIndex() == OfVisible;
+    contour.Range = cmbRange->currentIndex() == OfAllSteps  ? ContourRange::AllSteps
+                    : cmbRange->currentIndex() == OfVisible ? ContourRange::Visible
+                                                            : ContourRange::AsStands;
     Result = true;
     accept();
 }
 
 void frmContourValue::applyAutomatic() {
     settings.Contour.Automatic = true;
+    settings.Contour.Range = ContourRange::AsStands;
     Result = true;
     accept();
 }

@@ -1,5 +1,6 @@
-// The dialog for the contour's range and number of bands. It paints nothing: that is up to the caller, after it closed
-// with `Result` true. frmContourValue form(this, Model, Settings); form.ItemIndex(Model.CurrentItem); form.exec();
+// The dialog for the contour's range and number of bands. It paints nothing and looks for no range: that is up to the
+// caller, after it closed with `Result` true. frmContourValue form(this, Model, Settings);
+// form.ItemIndex(Model.CurrentItem); form.exec();
 #pragma once
 
 #include "app/ApplicationSettings.h"
@@ -29,6 +30,7 @@ private:
     void buildControls();
     void apply();
     void applyAutomatic();
+    void showRange(int choice);
 
     const ResultModel& model;
     ApplicationSettings& settings;
@@ -37,5 +39,6 @@ private:
 
     std::array<QLineEdit*, 3> txtDefault{}; ///< maximum, minimum, bands
     std::array<QLineEdit*, 3> txtValue{};   ///< likewise
+    QComboBox* cmbRange = nullptr;          ///< whose range OK gives the contour
     std::array<QPushButton*, 3> Command1{}; ///< OK, cancel, automatic
 };

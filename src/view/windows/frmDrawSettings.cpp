@@ -72,6 +72,12 @@ void frmDrawSettings::setDefault() {
         mdApplication::ShowMessage(u"規定値を保存することができませんでした。"_s, MessageStyle::Stop);
 }
 
+void frmDrawSettings::showPreset(int preset) {
+    for (ColorButton* button : cmdContourColor)
+        button->setEnabled(preset == ColorPreset::None);
+    drawContourPreview();
+}
+
 void frmDrawSettings::drawContourPreview() {
     if (Updating)
         return;

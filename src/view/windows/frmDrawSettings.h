@@ -48,6 +48,7 @@ private:
     void apply();
     void setDefault();
     void drawContourPreview();
+    void showPreset(int preset);
 
     // frmDrawSettingsVectors.cpp
     void selectLine(int line);
@@ -82,8 +83,11 @@ private:
     std::array<QPushButton*, 2> cmdVectorEdit{}; ///< add, delete
     std::array<QRadioButton*, 6> optContourColor{};
     std::array<ColorButton*, 3> cmdContourColor{}; ///< of the minimum, the middle, the maximum
+    QComboBox* cmbContourPreset = nullptr;
     PictureBox* picContourPreview = nullptr;
     QCheckBox* chkContourPaintLegend = nullptr;
+    QCheckBox* chkContourLegendName = nullptr;
+    QCheckBox* chkContourLegendRange = nullptr;
     QCheckBox* chkContourColorReverse = nullptr;
     std::array<QPushButton*, 2> Command1{}; ///< OK, cancel
     QPushButton* cmdSetDefault = nullptr;

@@ -83,8 +83,9 @@ void frmDrawSettings::buildControls() {
                            cmbVectorItem[1], cmdVectorEdit[0], cmdVectorEdit[1]});
     FormSupport::TabOrder({cmdVectorEdit[1], optContourColor[0], optContourColor[1], optContourColor[2],
                            optContourColor[3], optContourColor[4], optContourColor[5], cmdContourColor[0],
-                           cmdContourColor[1], cmdContourColor[2], chkContourColorReverse, chkContourPaintLegend,
-                           Command1[0], Command1[1], cmdSetDefault});
+                           cmdContourColor[1], cmdContourColor[2], cmbContourPreset, chkContourColorReverse,
+                           chkContourPaintLegend, chkContourLegendName, chkContourLegendRange, Command1[0], Command1[1],
+                           cmdSetDefault});
 }
 
 QWidget* frmDrawSettings::buildDisplacementTab() {
@@ -175,7 +176,13 @@ QWidget* frmDrawSettings::buildContourTab() {
     grid->addWidget(previewCaption, 1, 0, 1, 2);
     grid->addWidget(picContourPreview, 2, 0, 1, 2);
     grid->addWidget(chkContourColorReverse, 3, 0, 1, 2);
-    grid->addWidget(chkContourPaintLegend, 4, 0, 1, 2);
+    chkContourLegendName = Named(new QCheckBox(u"凡例にアイテム名を付ける(&I)"_s), u"chkContourLegendName"_s);
+    chkContourLegendRange = Named(new QCheckBox(u"凡例に範囲の取り方を付ける(&G)"_s), u"chkContourLegendRange"_s);
+    auto* legend = new QHBoxLayout;
+    for (QCheckBox* box : {chkContourPaintLegend, chkContourLegendName, chkContourLegendRange})
+        legend->addWidget(box);
+    legend->addStretch();
+    grid->addLayout(legend, 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 4);
     grid->setRowStretch(5, 1);
@@ -190,6 +197,12 @@ QWidget* frmDrawSettings::buildUserColors() {
         cmdContourColor[i] = Named(new ColorButton(captions[i]), u"cmdContourColor"_s, i);
         layout->addWidget(cmdContourColor[i]);
     }
+    cmbContourPreset = Named(new QComboBox, u"cmbContourPreset"_s);
+    cmbContourPreset->addItems({u"なし（上の３色）"_s, u"viridis"_s, u"cividis"_s, u"青・灰・赤（０が中央）"_s});
+    auto* caption = new QLabel(u"プリセット(&P):"_s);
+    caption->setBuddy(cmbContourPreset);
+    layout->addWidget(caption);
+    layout->addWidget(cmbContourPreset);
     return frame;
 }
 
@@ -204,7 +217,10 @@ void frmDrawSettings::bindControls() {
             Bind(lengthEdit(txtVectorScale), &S::Vector, &VectorSettings::Scale),
             Bind(chkVectorPaintLegend, &S::Vector, &VectorSettings::Legend),
             Bind(FormSupport::OptionGroup{optContourColor}, &S::Contour, &ContourSettings::ColorIndex),
+            Bind(cmbContourPreset, &S::Contour, &ContourSettings::Preset),
             Bind(chkContourPaintLegend, &S::Contour, &ContourSettings::Legend),
+            Bind(chkContourLegendName, &S::Contour, &ContourSettings::LegendName),
+            Bind(chkContourLegendRange, &S::Contour, &ContourSettings::LegendRange),
             Bind(chkContourColorReverse, &S::Contour, &ContourSettings::Reverse)};
     for (int i = 0; i < int(cmdContourColor.size()); ++i)
         rows.push_back(Bind(cmdContourColor[i], &S::Contour, &ContourSettings::Colors, i));
@@ -219,6 +235,9 @@ void frmDrawSettings::connectControls() {
     connect(cmdVectorEdit[1], &QPushButton::clicked, this, &frmDrawSettings::removeItemSet);
     for (QRadioButton* option : optContourColor)
         connect(option, &QRadioButton::toggled, this, &frmDrawSettings::drawContourPreview);
+    connect(cmbContourPreset, &QComboBox::currentIndexChanged, this, &frmDrawSettings::showPreset);
+    // Who chooses a preset wants to see it.
+    connect(cmbContourPreset, &QComboBox::activated, optContourColor[5], &QRadioButton::click);
     connect(chkContourColorReverse, &QCheckBox::toggled, this, &frmDrawSettings::drawContourPreview);
     connect(picContourPreview, &PictureBox::Resized, this, &frmDrawSettings::drawContourPreview);
     for (ColorButton* button : cmdContourColor)

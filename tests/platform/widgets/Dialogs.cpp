@@ -48,9 +48,12 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
     whenShown<QFileDialog>([](QFileDialog& dialog) {
         EXPECT_EQ(dialog.nameFilters(), (QStringList{u"結果 (*.vrf *.VRF)"_s, u"すべてのファイル (*)"_s}));
         EXPECT_EQ(dialog.windowTitle(), u"開く"_s);
+        QTest::keyClick(dialog.findChild<QWidget*>(u"fileSwitch"_s), Qt::Key_Space);
         static_cast<QDialog&>(dialog).accept();
     });
-    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter), existing);
+    Dialogs::FileSwitch choice{u"選択"_s, false};
+    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter, &choice), existing);
+    EXPECT_TRUE(choice.On);
     const QString other = folder.Path({}) + NativePath::Text("/\xe9\n.vrf");
     ASSERT_FALSE(WholeFile::Write(other, {}));
     whenShown<QFileDialog>([](QFileDialog& dialog) {

@@ -63,6 +63,8 @@ TEST_F(DialogTest, RowsCarryTheirFields) {
     other.Vector = {
         .ItemSetCount = 1, .DefaultItemSet = 0, .ItemSets = {{u"変位"_s, 0, 1}}, .Legend = false, .Fiducial = 2};
     other.Contour = {2, {1, 2, 3}, true, true, 7, -1};
+    other.Contour.Preset = ColorPreset::Cividis;
+    other.Contour.LegendName = other.Contour.LegendRange = true;
     expectRoundTrip(Shown<frmDrawSettings>(model, settings).Bindings(), settings, other);
 }
 
@@ -82,6 +84,30 @@ TEST_F(DialogTest, ContourValueKeepsTypedTextOnOkAndNoneOtherwise) {
         if (button == ok)
             expected = {5, expected.Colors, false, false, 12.5, -1, 8, false};
         EXPECT_EQ(settings.Contour, expected) << "a minimum beyond the range of a single is none";
+    }
+}
+
+TEST_F(DialogTest, ContourValueOffersWhoseRangeItIs) {
+    settings.Contour.Automatic = false;
+    const ContourSettings before = settings.Contour;
+    const auto choose = [&](int line) {
+        Shown<frmContourValue> form(model, settings);
+        form.Choose(u"cmbRange"_s, line);
+        EXPECT_EQ(form.Find<QLineEdit>(u"txtValue_0"_s).isEnabled(), line == 0);
+        form.Click(ok);
+        EXPECT_TRUE(form.HasEnded(true));
+        return settings.Contour;
+    };
+    ContourSettings expected = before;
+    for (const auto& [line, range, automatic] : {std::tuple{1, ContourRange::AsStands, true},
+                                                 {2, ContourRange::AllSteps, false},
+                                                 {0, ContourRange::AsStands, false},
+                                                 {3, ContourRange::Visible, true}}) {
+        expected.Range = range;
+        expected.Automatic = automatic;
+        EXPECT_EQ(choose(line), expected) << line;
+        const int shown = Shown<frmContourValue>(model, settings).Find<QComboBox>(u"cmbRange"_s).currentIndex();
+        EXPECT_EQ(shown, line > 1 ? line : 0) << "OK alone still fixes the range of a step";
     }
 }
 
@@ -180,6 +206,9 @@ TEST_F(DialogTest, DrawSettingsPreviewRunsThroughTheRamp) {
     EXPECT_TRUE(ends().startsWith(u"#ffff00"_s));
     form.Click(u"optContourColor_0"_s);
     EXPECT_TRUE(ends().startsWith(u"#000000"_s));
+    form.Choose(u"cmbContourPreset"_s, ColorPreset::Viridis);
+    EXPECT_TRUE(ends().startsWith(u"#fde725"_s)) << "who chooses a preset gets the scheme that has it";
+    EXPECT_FALSE(form.Find<QWidget>(u"cmdContourColor_0"_s).isEnabled());
 }
 
 } // namespace

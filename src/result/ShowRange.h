@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ApplicationSettings.h"
+#include "result/ValueBounds.h"
 #include "result/mdVelorinResultModel.h"
 
 #include <optional>
@@ -20,6 +21,12 @@ struct ShowRange {
 /// changes the model.
 std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& model, const VectorSettings& vector,
                                           const LoadProgress& progress = {});
+
+/// The bounds of what a contour of `item` shows over all steps: of the item's own values, or where the settings take a
+/// difference for the contour, of that on the nodes. The difference is found in a copy of `model`, step after step.
+/// `progress` and threads as above; without any value the bounds stay where the search begins.
+std::optional<ValueBounds> ComputeContourRange(std::int32_t item, const ResultModel& model,
+                                               const DifferenceSettings& difference, const LoadProgress& progress = {});
 
 /// Holds the contour's range and its number of bands, whatever a step's own range is.
 void FixContour(ContourSettings& contour, float maximum, float minimum, int bands);

@@ -1,7 +1,6 @@
-#include "output/ShowRange.h"
+#include "result/ShowRange.h"
 
 #include "platform/base/Parallel.h"
-#include "result/ValueBounds.h"
 
 #include <cmath>
 #include <vector>
@@ -116,9 +115,29 @@ std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& 
     return range;
 }
 
+std::optional<ValueBounds> ComputeContourRange(std::int32_t item, const ResultModel& model,
+                                               const DifferenceSettings& difference, const LoadProgress& progress) {
+    if (difference.StandardStep < 0 || !difference.ApplyContour) {
+        const std::optional<ShowRange> range = ComputeItemRange(item, model, {}, progress);
+        return range ? std::optional(ValueBounds{range->Maximum, range->Minimum}) : std::nullopt;
+    }
+    ValueBounds bounds;
+    ResultModel step = model;
+    for (std::int32_t i = 0; i < model.StepCount; ++i) {
+        if (!mdVelorinResultModel::LoadStep(i, item, step, true, difference.StandardStep))
+            continue;
+        const ItemValues values = mdVelorinResultModel::GetNodeValues(true, step.Mesh);
+        bounds.Take({values.MaxValue, values.MinValue});
+        if (progress && !progress(i + 1, model.StepCount))
+            return {};
+    }
+    return bounds;
+}
+
 void FixContour(ContourSettings& contour, float maximum, float minimum, int bands) {
     contour.MaxValue = maximum;
     contour.MinValue = minimum;
     contour.Divide = bands;
     contour.Automatic = false;
+    contour.Range = ContourRange::AsStands;
 }

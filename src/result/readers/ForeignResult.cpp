@@ -1,0 +1,252 @@
+#include "result/readers/ForeignResult.h"
+
+#include "app/mdApplication.h"
+#include "platform/base/Lists.h"
+#include "result/readers/ArraySteps.h"
+
+#include <limits>
+
+namespace {
+
+/// The two axes that the mesh lies along, and the one that it doesn't.
+struct Plane {
+    int Across = 0, Up = 1, Out = 2;
+};
+
+struct Extent {
+    double Low = std::numeric_limits<double>::infinity();
+    double High = -Low;
+    void Take(double value) {
+        Low = value < Low ? value : Low; // never true for what is no number
+        High = value > High ? value : High;
+    }
+    double Length() const { return High > Low ? High - Low : 0; }
+    double Farthest() const { return High < Low ? 0 : std::abs(Low) > std::abs(High) ? Low : High; }
+};
+
+using Counts = std::array<std::int32_t, CellShape::Volume + 1>;
+
+Counts countKinds(const CellTable& cells) {
+    Counts counts{};
+    for (const CellShape& shape : cells.Shapes)
+        ++counts[shape.Is];
+    return counts;
+}
+
+bool hasAllNodes(const ForeignResult& result) {
+    const std::size_t points = result.Points.size() / 3;
+    return std::ranges::all_of(result.Cells.Nodes, [points](std::int32_t node) { return std::size_t(node) < points; });
+}
+
+/// The plane of the smallest extent of what is no mere point, beside faces no mere line; nothing when that isn't flat.
+std::optional<Plane> planeOf(const ForeignResult& result, const Counts& counts, QString& problem) {
+    const auto least = counts[CellShape::Face] + counts[CellShape::Volume] > 0 ? CellShape::Face : CellShape::Line;
+    std::array<Extent, 3> extents;
+    for (std::int32_t cell = 0; cell < result.Cells.Count(); ++cell)
+        if (result.Cells.Shapes[std::size_t(cell)].Is >= least)
+            for (const std::int32_t node : result.Cells.NodesOf(cell))
+                for (std::size_t axis = 0; axis < 3; ++axis)
+                    extents[axis].Take(result.Points[std::size_t(node) * 3 + axis]);
+    int out = 2;
+    double longest = 0;
+    for (int axis = 2; axis >= 0; --axis) {
+        const double length = extents[std::size_t(axis)].Length();
+        out = length < extents[std::size_t(out)].Length() ? axis : out;
+        longest = std::max(longest, length);
+    }
+    // Coordinates may be written with seven digits.
+    const Extent& outside = extents[std::size_t(out)];
+    if (outside.Length() > 1e-6 * longest + 2e-7 * std::abs(outside.Farthest())) {
+        problem = u"平面のモデルではありません。(面外の座標の最大 %1 = %2)"_s.arg(QChar(u"XYZ"[out]))
+                      .arg(outside.Farthest(), 0, 'g', 7);
+        return {};
+    }
+    return Plane{out == 0 ? 1 : 0, out == 2 ? 1 : 2, out};
+}
+
+QString leftOutText(const ForeignResult& result, const Counts& counts) {
+    constexpr std::pair<CellShape::Kind, const char16_t*> kinds[] = {{CellShape::Point, u"点要素 %1"},
+                                                                     {CellShape::Line, u"線要素 %1"},
+                                                                     {CellShape::Volume, u"立体要素 %1"},
+                                                                     {CellShape::Unknown, u"不明な型の要素 %1"}};
+    QStringList parts;
+    for (const auto& [kind, words] : kinds)
+        if (counts[kind] > 0 && (kind != CellShape::Line || counts[CellShape::Face] > 0))
+            parts.append(QStringView(words).toString().arg(counts[kind]));
+    parts += result.LeftOut;
+    return parts.isEmpty() ? QString() : u"読まなかったもの: "_s + parts.join(u"、");
+}
+
+/// The elements, and for each the cell that it is or is a part of.
+class ElementList {
+public:
+    ElementList(const CellTable& allCells, CellShape::Kind wantedKind, ResultContent& content)
+        : cells(allCells), kind(wantedKind) {
+        // Each cell is counted before room is made for it.
+        visit([this](std::int32_t, std::span<const std::int32_t> nodes) {
+            ++elements;
+            corners += qint64(nodes.size());
+        });
+        if (corners > std::numeric_limits<std::int32_t>::max())
+            return;
+        content.FirstCorner = listOf<std::int32_t>(elements + 1);
+        content.NodeIndex = listOf<std::int32_t>(corners);
+        cellOf.reserve(std::size_t(elements));
+        std::int32_t* first = content.FirstCorner.data();
+        std::int32_t* node = content.NodeIndex.data();
+        std::int32_t used = 0;
+        visit([&](std::int32_t cell, std::span<const std::int32_t> nodes) {
+            for (const std::int32_t index : nodes)
+                node[used++] = index;
+            *++first = used;
+            cellOf.push_back(cell);
+        });
+    }
+    bool Fits() const { return !cellOf.empty(); }
+    std::vector<std::int32_t> TakeCells() { return std::move(cellOf); }
+
+private:
+    template<class Take>
+    void visit(const Take& take) {
+        for (std::int32_t cell = 0; cell < cells.Count(); ++cell) {
+            const CellShape shape = cells.Shapes[std::size_t(cell)];
+            if (shape.Is != kind)
+                continue;
+            const auto nodes = cells.NodesOf(cell);
+            const std::size_t ends = std::min<std::size_t>(shape.Corners, nodes.size());
+            if (kind == CellShape::Line)
+                walkLine(nodes, ends, shape.PerEdge, [&](auto piece) { take(cell, piece); });
+            else if (shape.PerEdge == 0)
+                take(cell, nodes.first(ends));
+            else
+                take(cell, around(nodes, ends, shape.PerEdge));
+        }
+    }
+    /// Corners and edge nodes in their order around the cell.
+    std::span<const std::int32_t> around(std::span<const std::int32_t> nodes, std::size_t ends, std::size_t perEdge) {
+        ring.clear();
+        for (std::size_t k = 0; k < ends; ++k) {
+            ring.push_back(nodes[k]);
+            for (std::size_t j = ends + k * perEdge; j < std::min(ends + (k + 1) * perEdge, nodes.size()); ++j)
+                ring.push_back(nodes[j]);
+        }
+        return ring;
+    }
+    /// A line of several pieces, by its ends or with nodes between them, is an element for each.
+    template<class Take>
+    void walkLine(std::span<const std::int32_t> nodes, std::size_t ends, std::size_t perEdge, const Take& take) {
+        ring.assign(nodes.begin(), nodes.begin() + qsizetype(ends));
+        if (perEdge > 0 && ends == 2)
+            ring.insert(ring.begin() + 1, nodes.begin() + 2,
+                        nodes.begin() + qsizetype(std::min(2 + perEdge, nodes.size())));
+        for (std::size_t k = 0; k + 1 < ring.size(); ++k)
+            take(std::span<const std::int32_t>(ring).subspan(k, 2));
+    }
+
+    const CellTable& cells;
+    const CellShape::Kind kind;
+    qint64 elements = 0, corners = 0;
+    std::vector<std::int32_t> ring, cellOf;
+};
+
+void projectPoints(const std::vector<double>& points, const Plane& plane, ResultContent& content) {
+    const auto count = qsizetype(points.size() / 3);
+    content.NodeX = listOf<float>(count);
+    content.NodeY = listOf<float>(count);
+    float* x = content.NodeX.data();
+    float* y = content.NodeY.data();
+    for (qsizetype i = 0; i < count; ++i) {
+        x[i] = float(points[std::size_t(i * 3 + plane.Across)]);
+        y[i] = float(points[std::size_t(i * 3 + plane.Up)]);
+    }
+}
+
+bool isDisplacement(const ForeignArray& array) {
+    return !array.OnCells && (array.Components == 2 || array.Components == 3) &&
+           QStringList{u"u"_s, u"disp"_s, u"displacement"_s, u"変位"_s}.contains(array.Name.toLower());
+}
+
+/// An item per component; the first displacement found is the displacement.
+std::vector<ArraySteps::Item> buildItems(const std::vector<ForeignArray>& arrays, const Plane& plane,
+                                         ResultContent& content) {
+    std::vector<ArraySteps::Item> items;
+    bool displacementFound = false;
+    for (std::size_t a = 0; a < arrays.size(); ++a) {
+        const ForeignArray& array = arrays[a];
+        const QStringList names =
+            array.ComponentNames.isEmpty() ? UsualComponentNames(array.Components) : array.ComponentNames;
+        const bool displaces = !displacementFound && isDisplacement(array);
+        displacementFound |= displaces;
+        // Two components lie in the plane, whichever it is.
+        const int across = array.Components == 2 ? 0 : plane.Across, up = array.Components == 2 ? 1 : plane.Up;
+        for (std::int32_t c = 0; c < array.Components; ++c) {
+            ItemInfo item;
+            item.Name = array.Name.isEmpty() ? u"Item - "_s + QString::number(a + 1) : array.Name;
+            if (!names.value(c).isEmpty())
+                item.Name += u' ' + names.value(c);
+            item.ElementType = array.OnCells ? 0 : -1;
+            item.Flags = displaces ? (c == across ? 1 : 0) | (c == up ? 2 : 0) : 0;
+            content.Items.append(item);
+            items.push_back({std::int32_t(a), c});
+        }
+    }
+    return items;
+}
+
+bool refuse(ResultContent& content, const QString& why) {
+    content.Note = why;
+    return false;
+}
+
+} // namespace
+
+QStringList UsualComponentNames(std::int32_t components) {
+    static const QStringList tensor{u"XX"_s, u"YY"_s, u"ZZ"_s, u"XY"_s, u"YZ"_s, u"XZ"_s};
+    switch (components) {
+    case 1:
+        return {QString()};
+    case 2:
+        return {u"X"_s, u"Y"_s};
+    case 3:
+        return {u"X"_s, u"Y"_s, u"Z"_s};
+    case 6:
+        return tensor;
+    case 9:
+        return {u"XX"_s, u"XY"_s, u"XZ"_s, u"YX"_s, u"YY"_s, u"YZ"_s, u"ZX"_s, u"ZY"_s, u"ZZ"_s};
+    default:
+        QStringList numbers;
+        for (std::int32_t c = 1; c <= components; ++c)
+            numbers.append(QString::number(c));
+        return numbers;
+    }
+}
+
+bool BuildContent(ForeignResult&& result, ResultContent& content) {
+    content.Magic = result.Magic;
+    content.Version = result.Version;
+    content.Title = result.Title;
+    if (!hasAllNodes(result))
+        return refuse(content, u"要素の節点番号に対応する節点がありません。"_s);
+    const Counts counts = countKinds(result.Cells);
+    const std::optional<Plane> plane = planeOf(result, counts, content.Note);
+    if (!plane)
+        return false;
+    const CellShape::Kind kind = counts[CellShape::Face] > 0 ? CellShape::Face : CellShape::Line;
+    ElementList elements(result.Cells, kind, content);
+    if (!elements.Fits())
+        return refuse(content, u"平面の要素がありません。"_s);
+    if (result.Arrays.empty() || result.Steps.empty())
+        return refuse(content, u"計算結果の値がありません。"_s);
+    content.Note = leftOutText(result, counts);
+    const std::int32_t cells = result.Cells.Count();
+    result.Cells = {};
+    projectPoints(result.Points, *plane, content);
+    result.Points = {};
+    std::vector<ArraySteps::Item> items = buildItems(result.Arrays, *plane, content);
+    for (const ForeignStep& step : result.Steps)
+        content.Steps.append(
+            {u"Time : "_s + mdApplication::FormatAutoNumber(step.Time, 3, false), float(step.Time), 0});
+    content.Source = std::make_shared<const ArraySteps>(std::move(result), std::move(items), elements.TakeCells(),
+                                                        cells, std::int32_t(content.NodeX.size()));
+    return true;
+}

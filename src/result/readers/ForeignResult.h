@@ -1,0 +1,68 @@
+// What a reader finds in the file of another solver: points and cells in space, arrays with components, steps. Here it
+// becomes a result: a plane mesh, and an item per component. Knows no format.
+#pragma once
+
+#include "result/readers/ResultContent.h"
+
+#include <functional>
+
+/// What a cell is, and how its nodes are listed: the corners in order around it, behind them the nodes on its edges,
+/// edge by edge, and behind those what lies within, which is left out.
+struct CellShape {
+    enum Kind : std::uint8_t { Unknown, Point, Line, Face, Volume };
+    Kind Is = Unknown;
+    std::uint8_t PerEdge = 0;
+    std::uint16_t Corners = 0;
+};
+
+struct CellTable {
+    std::vector<CellShape> Shapes;
+    std::vector<std::int32_t> FirstNode{0}; ///< of cell c up to before FirstNode[c + 1]
+    std::vector<std::int32_t> Nodes;        ///< from 0
+
+    std::int32_t Count() const { return std::int32_t(Shapes.size()); }
+    std::span<const std::int32_t> NodesOf(std::int32_t cell) const {
+        const auto first = std::size_t(FirstNode[std::size_t(cell)]);
+        return std::span(Nodes).subspan(first, std::size_t(FirstNode[std::size_t(cell) + 1]) - first);
+    }
+    /// Ends the cell whose nodes were appended.
+    void Add(const CellShape& shape) {
+        Shapes.push_back(shape);
+        FirstNode.push_back(std::int32_t(Nodes.size()));
+    }
+};
+
+struct ForeignArray {
+    QString Name;
+    std::int32_t Components = 1;
+    QStringList ComponentNames; ///< empty: those that so many components usually have
+    bool OnCells = false;       ///< else on the points
+};
+
+/// All values of an array in a step, component by component within point by point or cell by cell; fewer when the file
+/// is cut short. Called from several threads at once.
+using ReadArray = std::function<std::vector<float>(std::int32_t step, std::int32_t array)>;
+
+struct ForeignStep {
+    double Time = 0;
+    std::vector<std::int32_t> Arrays; ///< those that it has, ascending
+};
+
+struct ForeignResult {
+    QString Magic; ///< the format, for the eye
+    std::int32_t Version = 0;
+    QString Title;
+    std::vector<double> Points; ///< x, y, z of each
+    CellTable Cells;
+    std::vector<ForeignArray> Arrays;
+    std::vector<ForeignStep> Steps;
+    ReadArray Read;
+    QStringList LeftOut; ///< what the reader itself has left out, a few words each
+};
+
+/// The result in `content`, with a line in `content.Note` when anything was left out. False, with the reason in
+/// `content.Note`, for what is no plane mesh with values.
+bool BuildContent(ForeignResult&& result, ResultContent& content);
+
+/// What so many components are called after their array; a single one has no name.
+QStringList UsualComponentNames(std::int32_t components);

@@ -1,0 +1,287 @@
+#include "result/readers/GmshReader.h"
+
+#include "result/readers/GmshMesh.h"
+
+#include <map>
+
+namespace {
+
+constexpr std::int64_t mostComponents = 99;
+
+enum class Place : std::uint8_t { Nodes, Elements, ElementNodes };
+
+/// A section of values: one array in one step, or a part of that.
+struct DataSection {
+    std::size_t Array = 0;
+    std::int64_t Step = 0;
+    std::int64_t Entries = 0;
+    qint64 Offset = 0;
+};
+
+/// All that reading values later needs.
+struct DataFile {
+    ReadHandle File;
+    bool IsText = true, IsBigEndian = false;
+    std::vector<Place> Places; ///< of each array
+    std::vector<DataSection> Sections;
+    std::vector<std::int64_t> Steps; ///< their numbers in the file
+    IdIndex PointIndex, CellIndex;
+    std::size_t Points = 0, Cells = 0;
+    CellTable NodesOfCells; ///< only where values stand at the nodes of each element
+
+    std::vector<float> Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
+
+private:
+    void readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
+                     std::vector<std::int32_t>& counts) const;
+};
+
+void DataFile::readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
+                           std::vector<std::int32_t>& counts) const {
+    FileScanner scanner(File);
+    scanner.Seek(section.Offset);
+    GmshNumbers in(scanner);
+    in.IsText = IsText;
+    in.IsBigEndian = IsBigEndian;
+    for (std::int64_t left = section.Entries; left > 0; --left) {
+        std::int64_t id = 0, nodes = 1;
+        if (!in.Int(id) || (place == Place::ElementNodes && !in.Int(nodes)) || !in.CanHold(nodes, NumberType::Float64))
+            return;
+        const std::int32_t index = (place == Place::Nodes ? PointIndex : CellIndex).Of(id);
+        for (std::int64_t n = 0; n < nodes; ++n) {
+            std::int32_t target = index;
+            if (place == Place::ElementNodes && index >= 0) {
+                const auto all = NodesOfCells.NodesOf(index);
+                target = n < std::ssize(all) ? all[std::size_t(n)] : -1;
+            }
+            for (std::size_t c = 0; c < components; ++c) {
+                double value = 0;
+                if (!in.Real(value))
+                    return;
+                if (target < 0)
+                    continue;
+                float& sum = values[std::size_t(target) * components + c];
+                sum = place == Place::ElementNodes ? sum + float(value) : float(value);
+            }
+            if (target >= 0 && place == Place::ElementNodes)
+                ++counts[std::size_t(target)];
+        }
+    }
+}
+
+std::vector<float> DataFile::Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const {
+    const Place place = Places[std::size_t(array)];
+    const auto components = std::size_t(info.Components);
+    std::vector<float> values((place == Place::Elements ? Cells : Points) * components);
+    std::vector<std::int32_t> counts(place == Place::ElementNodes ? Points : 0);
+    for (const DataSection& section : Sections)
+        if (section.Array == std::size_t(array) && section.Step == Steps[std::size_t(step)])
+            readSection(section, components, place, values, counts);
+    for (std::size_t node = 0; node < counts.size(); ++node)
+        for (std::size_t c = 0; counts[node] > 1 && c < components; ++c)
+            values[node * components + c] /= float(counts[node]);
+    return values;
+}
+
+/// One file on its way into a `ForeignResult`.
+class File {
+public:
+    File(const ReadHandle& openFile, const LoadProgress& progress) : in(openFile, progress) { data.File = openFile; }
+
+    /// False, perhaps with the reason in `Problem`, when there is no mesh to be had.
+    bool Read();
+
+    ForeignResult Result;
+    QString Problem;
+
+private:
+    bool readFormat();
+    bool readSection(std::string_view name);
+    bool readData(Place place);
+    bool skipData(Place place, const DataSection& section, std::int64_t components);
+    std::size_t arrayOf(const QString& name, std::int32_t components, Place place);
+    void skipTo(std::string_view end);
+    void finish();
+
+    FileScanner in;
+    GmshNumbers numbers{in};
+    bool isVersion4 = false;
+    GmshMesh mesh;
+    DataFile data;
+    std::map<std::int64_t, double> times; ///< of the steps
+};
+
+bool File::readFormat() {
+    double version = 0;
+    std::int64_t isBinary = 0, width = 0, one = 1;
+    if (!in.Number(version) || !in.Number(isBinary) || !in.Number(width))
+        return false;
+    in.Line();
+    Result.Version = std::int32_t(std::clamp(version, 0.0, 99.0) * 100 + 0.5);
+    constexpr std::int32_t version4 = 410;
+    isVersion4 = Result.Version == version4;
+    if ((Result.Version / 100 != 2 && !isVersion4) || width != 8) {
+        Problem = u"バージョン %1 の .msh は読むことができません。"_s.arg(version);
+        return false;
+    }
+    numbers.IsText = isBinary == 0;
+    if (!numbers.IsText && !numbers.Int(one))
+        return false;
+    numbers.IsBigEndian = one != 1;
+    return true;
+}
+
+/// The array of that name and kind, which is new when there is none.
+std::size_t File::arrayOf(const QString& name, std::int32_t components, Place place) {
+    std::size_t index = 0;
+    for (; index < Result.Arrays.size(); ++index)
+        if (Result.Arrays[index].Name == name && Result.Arrays[index].Components == components &&
+            data.Places[index] == place)
+            return index;
+    Result.Arrays.push_back({name, components, {}, place == Place::Elements});
+    data.Places.push_back(place);
+    return index;
+}
+
+/// Notes where the values stand and goes past them.
+bool File::readData(Place place) {
+    std::int64_t texts = 0, reals = 0, wholes = 0;
+    QString name;
+    if (!in.Number(texts) || texts < 0)
+        return false;
+    in.Line();
+    for (std::int64_t i = 0; i < texts; ++i) {
+        const auto line = in.Line();
+        if (!line)
+            return false;
+        if (i == 0)
+            name = QString::fromUtf8(line->data(), qsizetype(line->size())).trimmed();
+    }
+    if (name.size() > 1 && name.startsWith(u'"') && name.endsWith(u'"'))
+        name = name.sliced(1, name.size() - 2);
+    double time = 0, real = 0;
+    if (!in.Number(reals))
+        return false;
+    for (std::int64_t i = 0; i < reals; ++i)
+        if (!in.Number(i == 0 ? time : real))
+            return false;
+    std::int64_t step = 0, components = 1, entries = 0, other = 0;
+    if (!in.Number(wholes))
+        return false;
+    for (std::int64_t i = 0; i < wholes; ++i)
+        if (!in.Number(i == 0 ? step : i == 1 ? components : i == 2 ? entries : other))
+            return false;
+    in.Line();
+    if (components < 1 || components > mostComponents || !numbers.CanHold(entries, NumberType::Int32))
+        return false;
+    if (entries < 1)
+        return true;
+    DataSection section{arrayOf(name, std::int32_t(components), place), step, entries, in.Position()};
+    data.Sections.push_back(section);
+    times.try_emplace(step, time);
+    return skipData(place, section, components);
+}
+
+bool File::skipData(Place place, const DataSection& section, std::int64_t components) {
+    if (numbers.IsText) // where no name can stand between the numbers
+        return in.SkipTo('$');
+    const std::int64_t values = components * qint64(sizeof(double));
+    if (place != Place::ElementNodes) {
+        in.Seek(std::min(section.Offset + section.Entries * (4 + values), section.Offset + in.Remaining()));
+        return true;
+    }
+    for (std::int64_t left = section.Entries; left > 0; --left) {
+        std::int64_t id = 0, nodes = 0;
+        if (!numbers.Int(id) || !numbers.Int(nodes) || !numbers.CanHold(nodes, NumberType::Float64) ||
+            nodes * values > in.Remaining())
+            return false;
+        in.Seek(in.Position() + nodes * values);
+    }
+    return true;
+}
+
+/// False ends the reading: at what can't be understood, or where the file is cut short.
+bool File::readSection(std::string_view name) {
+    if (name == "MeshFormat")
+        return readFormat();
+    if (name == "Nodes")
+        return mesh.ReadNodes(numbers, isVersion4);
+    if (name == "Elements")
+        return mesh.ReadElements(numbers, isVersion4);
+    if (name == "NodeData")
+        return readData(Place::Nodes);
+    if (name == "ElementData")
+        return readData(Place::Elements);
+    return name != "ElementNodeData" || readData(Place::ElementNodes);
+}
+
+/// Past the mark of a section's end, before which any bytes may stand.
+void File::skipTo(std::string_view end) {
+    while (in.SkipTo('$'))
+        if (in.Word().ends_with(end))
+            return;
+}
+
+/// What the sections give together.
+void File::finish() {
+    data.IsText = numbers.IsText;
+    data.IsBigEndian = numbers.IsBigEndian;
+    data.Points = mesh.PointIds.size();
+    data.Cells = mesh.CellIds.size();
+    data.PointIndex = mesh.PointIndex;
+    data.CellIndex = IdIndex(mesh.CellIds);
+    if (std::ranges::find(data.Places, Place::ElementNodes) != data.Places.end())
+        data.NodesOfCells = mesh.Cells;
+    Result.Magic = u"Gmsh"_s;
+    Result.Points = std::move(mesh.Points);
+    Result.Cells = std::move(mesh.Cells);
+    for (const auto& [number, time] : times) {
+        Result.Steps.push_back({time, {}});
+        data.Steps.push_back(number);
+    }
+    std::ranges::stable_sort(data.Sections, {}, &DataSection::Array);
+    for (const DataSection& section : data.Sections) {
+        const auto step = std::ranges::lower_bound(data.Steps, section.Step) - data.Steps.begin();
+        std::vector<std::int32_t>& there = Result.Steps[std::size_t(step)].Arrays;
+        if (there.empty() || there.back() != std::int32_t(section.Array))
+            there.push_back(std::int32_t(section.Array));
+    }
+    Result.Read = [all = std::make_shared<const DataFile>(std::move(data)),
+                   arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
+        return all->Read(step, arrays[std::size_t(array)], array);
+    };
+}
+
+bool File::Read() {
+    while (const auto line = in.FilledLine()) {
+        if (!line->starts_with('$'))
+            continue;
+        const std::string name(WordsOf(line->substr(1)).empty() ? std::string_view()
+                                                                : WordsOf(line->substr(1)).front());
+        if (!readSection(name)) {
+            Result.LeftOut.append(u"途中から後のデータ"_s);
+            break;
+        }
+        skipTo("$End" + name);
+        in.Line();
+    }
+    if (in.WasStopped() || !Problem.isEmpty() || mesh.Points.empty() || mesh.Points.size() != mesh.PointIds.size() * 3)
+        return false;
+    finish();
+    return true;
+}
+
+} // namespace
+
+bool GmshReader::Recognises(QByteArrayView start, const QString& path) {
+    return start.startsWith("$MeshFormat") || (start.startsWith('$') && path.endsWith(u".msh", Qt::CaseInsensitive));
+}
+
+bool GmshReader::Open(const QString& path, ResultContent& content, const LoadProgress& progress) {
+    File file(ReadHandle::Open(path), progress);
+    if (!file.Read()) {
+        content.Note = file.Problem;
+        return false;
+    }
+    return BuildContent(std::move(file.Result), content);
+}

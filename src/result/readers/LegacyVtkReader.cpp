@@ -1,0 +1,381 @@
+#include "result/readers/LegacyVtkReader.h"
+
+#include "result/readers/FileScanner.h"
+#include "result/readers/numberTypes.h"
+#include "result/readers/vtkCells.h"
+
+#include <limits>
+
+namespace {
+
+constexpr std::string_view magic = "# vtk DataFile Version ";
+constexpr qint64 mostOfAKind = std::numeric_limits<std::int32_t>::max();
+constexpr qint64 mostComponents = 99;
+constexpr qint64 mostAtOnce = 8192;
+
+/// Numbers of one kind in a row: where they stand and what they are.
+struct Block {
+    qint64 Offset = 0;
+    qint64 Count = 0;
+    NumberType Type = NumberType::Float64;
+};
+
+std::optional<NumberType> typeOf(std::string_view name) {
+    static constexpr std::pair<std::string_view, NumberType> names[] = {
+        {"unsigned_char", NumberType::UInt8},   {"char", NumberType::Int8},
+        {"unsigned_short", NumberType::UInt16}, {"short", NumberType::Int16},
+        {"unsigned_int", NumberType::UInt32},   {"int", NumberType::Int32},
+        {"unsigned_long", NumberType::UInt64},  {"long", NumberType::Int64},
+        {"float", NumberType::Float32},         {"double", NumberType::Float64},
+        {"vtkidtype", NumberType::Int32},       {"vtktypeint64", NumberType::Int64},
+        {"vtktypeuint64", NumberType::UInt64},  {"vtktypeint32", NumberType::Int32}};
+    const QByteArray lower = QByteArray(name.data(), qsizetype(name.size())).toLower();
+    const auto* const found =
+        std::ranges::find(names, std::string_view(lower), [](const auto& row) { return row.first; });
+    return found == std::end(names) ? std::nullopt : std::optional(found->second);
+}
+
+/// Reads a block's numbers in pieces, `take(numbers)` each. False when they end too early.
+template<class T, class Take>
+bool readBlock(FileScanner& in, bool isText, const Block& block, const Take& take) {
+    std::vector<T> numbers(std::size_t(std::clamp<qint64>(block.Count, 1, mostAtOnce)));
+    std::vector<char> bytes(isText ? 0 : numbers.size() * 8);
+    in.Seek(block.Offset);
+    for (qint64 left = block.Count; left > 0;) {
+        qint64 got = 0;
+        const qint64 wanted = std::min(left, mostAtOnce);
+        if (isText) {
+            double number = 0;
+            while (got < wanted && in.Number(number))
+                numbers[std::size_t(got++)] = NumberAs<T>(number);
+        } else {
+            got = std::min(wanted, in.Remaining() / BytesOf(block.Type));
+            if (!in.ReadBytes(bytes.data(), got * BytesOf(block.Type)))
+                got = 0;
+            ConvertNumbers(bytes.data(), got, block.Type, true, numbers.data());
+        }
+        take(std::span<const T>(numbers).first(std::size_t(got)));
+        left -= got;
+        if (got < wanted)
+            return false;
+    }
+    return true;
+}
+
+/// One file on its way into a `ForeignResult`.
+class File {
+public:
+    File(const ReadHandle& openFile, const LoadProgress& progress) : file(openFile), in(openFile, progress) {}
+
+    /// False, perhaps with the reason in `Problem`, when there is no mesh to be had.
+    bool Read();
+
+    ForeignResult Result;
+    QString Problem;
+
+private:
+    using Words = std::vector<std::string_view>;
+
+    bool readHeader();
+    bool readSection(const Words& words);
+    bool readPoints(const Words& words);
+    bool readCells(const Words& words);
+    bool readOldCells(qint64 cells, qint64 numbers);
+    bool readNewCells(qint64 offsets, qint64 nodes);
+    bool readCellTypes(const Words& words);
+    bool readScalars(const Words& words);
+    bool readArray(std::string_view name, qint64 components, qint64 tuples, std::string_view type);
+    bool readFields(const Words& words);
+    void skipMetadata();
+
+    std::optional<Words> wordsOfLine();
+    static bool count(const Words& words, std::size_t index, qint64& value, qint64 most = mostOfAKind);
+    bool hasRoom(const Block& block) const;
+    bool skip(const Block& block);
+
+    ReadHandle file;
+    FileScanner in;
+    std::string line; ///< the words of the last line stand in it
+    bool isText = true;
+    vtkCells::Lists cells;
+    std::vector<Block> blocks; ///< of the arrays
+    enum { OfFile, OfPoints, OfCells } place = OfFile;
+    qint64 placeCount = 0;
+};
+
+std::optional<File::Words> File::wordsOfLine() {
+    const auto text = in.FilledLine();
+    if (!text)
+        return {};
+    line = *text;
+    return WordsOf(line);
+}
+
+bool File::count(const Words& words, std::size_t index, qint64& value, qint64 most) {
+    return index < words.size() && FileScanner::NumberOf(words[index], value) && value >= 0 && value <= most;
+}
+
+/// Whether the rest of the file can hold a block that has to be there whole.
+bool File::hasRoom(const Block& block) const {
+    return block.Count * (isText ? 2 : BytesOf(block.Type)) <= in.Remaining() + 1;
+}
+
+bool File::skip(const Block& block) {
+    if (isText)
+        return in.SkipWords(block.Count);
+    const qint64 bytes = block.Count * BytesOf(block.Type);
+    const bool isThere = bytes <= in.Remaining();
+    in.Seek(in.Position() + std::min(bytes, in.Remaining()));
+    return isThere;
+}
+
+bool File::readHeader() {
+    const auto first = in.Line();
+    if (!first)
+        return false;
+    double version = 0;
+    FileScanner::NumberOf(first->substr(std::min(magic.size(), first->size())), version);
+    Result.Version = std::int32_t(std::clamp(version, 0.0, 99.0) * 100);
+    const auto title = in.Line();
+    if (!title)
+        return false;
+    Result.Title = QString::fromUtf8(title->data(), qsizetype(title->size())).trimmed();
+    const auto form = wordsOfLine();
+    if (!form || form->empty())
+        return false;
+    isText = QByteArrayView(form->front()).compare("ASCII", Qt::CaseInsensitive) == 0;
+    return isText || QByteArrayView(form->front()).compare("BINARY", Qt::CaseInsensitive) == 0;
+}
+
+bool File::readPoints(const Words& words) {
+    qint64 points = 0;
+    if (words.size() < 3 || !count(words, 1, points) || !Result.Points.empty())
+        return false;
+    const auto type = typeOf(words[2]);
+    const Block block{in.Position(), points * 3, type.value_or(NumberType::Float64)};
+    if (!type || !hasRoom(block))
+        return false;
+    Result.Points.reserve(std::size_t(block.Count));
+    return readBlock<double>(in, isText, block, [this](auto numbers) {
+        Result.Points.insert(Result.Points.end(), numbers.begin(), numbers.end());
+    });
+}
+
+/// The number of a cell's nodes before them: all in one list.
+bool File::readOldCells(qint64 cellCount, qint64 numbers) {
+    const Block block{in.Position(), numbers, NumberType::Int32};
+    if (numbers < cellCount || !hasRoom(block))
+        return false;
+    qint64 left = 0, done = 0;
+    cells.Ends.reserve(std::size_t(cellCount));
+    cells.Nodes.reserve(std::size_t(numbers - cellCount));
+    return readBlock<std::int32_t>(in, isText, block,
+                                   [&](std::span<const std::int32_t> all) {
+                                       for (const std::int32_t number : all) {
+                                           if (left > 0) {
+                                               cells.Nodes.push_back(number);
+                                               --left;
+                                           } else {
+                                               left = std::max(number, 0);
+                                               ++done;
+                                           }
+                                           if (left == 0)
+                                               cells.Ends.push_back(std::int32_t(cells.Nodes.size()));
+                                       }
+                                   }) &&
+           left == 0 && done == cellCount;
+}
+
+/// Where the nodes of each cell begin, then the nodes.
+bool File::readNewCells(qint64 offsets, qint64 nodes) {
+    const auto base = std::int32_t(cells.Nodes.size());
+    const auto part = [&](std::string_view name, qint64 numbers, std::int32_t added, std::vector<std::int32_t>& list) {
+        const auto words = wordsOfLine();
+        const auto type = words && words->size() > 1 && words->front() == name ? typeOf((*words)[1]) : std::nullopt;
+        if (!type || !hasRoom({in.Position(), numbers, *type}))
+            return false;
+        list.reserve(list.size() + std::size_t(numbers));
+        return readBlock<std::int32_t>(in, isText, {in.Position(), numbers, *type}, [&](auto all) {
+            for (const std::int32_t number : all)
+                list.push_back(NumberAs<std::int32_t>(qint64(number) + added));
+        });
+    };
+    // The first cell begins at 0, and where it begins is no end of another.
+    const std::size_t before = cells.Ends.size();
+    if (offsets < 1 || !part("OFFSETS", offsets, base, cells.Ends) || !part("CONNECTIVITY", nodes, 0, cells.Nodes))
+        return false;
+    cells.Ends.erase(cells.Ends.begin() + qsizetype(before));
+    return true;
+}
+
+/// Unstructured cells tell their types in a section of their own; those of the sections of polygonal data are of one.
+bool File::readCells(const Words& words) {
+    static constexpr std::pair<std::string_view, std::int32_t> sections[] = {
+        {"CELLS", 0}, {"VERTICES", 2}, {"LINES", 4}, {"POLYGONS", 7}, {"TRIANGLE_STRIPS", 6}};
+    const auto* const section = std::ranges::find(sections, words.front(), [](const auto& row) { return row.first; });
+    if (section == std::end(sections))
+        return false;
+    qint64 first = 0, second = 0;
+    constexpr std::int32_t splitSince = 500;
+    if (!count(words, 1, first) || !count(words, 2, second) ||
+        !(Result.Version >= splitSince ? readNewCells(first, second) : readOldCells(first, second)))
+        return false;
+    if (section->second > 0)
+        cells.Types.resize(cells.Ends.size(), section->second);
+    return true;
+}
+
+bool File::readCellTypes(const Words& words) {
+    qint64 types = 0;
+    if (!count(words, 1, types) || !hasRoom({in.Position(), types, NumberType::Int32}))
+        return false;
+    return readBlock<std::int32_t>(in, isText, {in.Position(), types, NumberType::Int32}, [this](auto numbers) {
+        cells.Types.insert(cells.Types.end(), numbers.begin(), numbers.end());
+    });
+}
+
+/// Notes where an array stands and goes past it; one of which nothing is there doesn't count.
+bool File::readArray(std::string_view name, qint64 components, qint64 tuples, std::string_view type) {
+    const auto numbers = typeOf(type);
+    if (!numbers || components < 1 || components > mostComponents) {
+        Problem = u"配列 %1 を読むことができません。"_s.arg(vtkCells::NameOf(name));
+        return false;
+    }
+    const Block block{in.Position(), components * tuples, *numbers};
+    constexpr std::string_view timeNames[] = {"TIME", "TimeValue"};
+    if (place != OfFile && tuples == placeCount && in.Remaining() > 0) {
+        Result.Arrays.push_back({vtkCells::NameOf(name), std::int32_t(components), {}, place == OfCells});
+        blocks.push_back(block);
+    } else if (block.Count == 1 && std::ranges::find(timeNames, name) != std::end(timeNames)) {
+        return readBlock<double>(in, isText, block, [this](auto time) {
+            if (!time.empty())
+                Result.Steps.front().Time = time.front();
+        });
+    }
+    return skip(block);
+}
+
+bool File::readScalars(const Words& words) {
+    qint64 components = 1;
+    if (words.size() < 3 || (words.size() > 3 && !count(words, 3, components, mostComponents)))
+        return false;
+    const std::string name(words[1]), type(words[2]);
+    // The line that names the table of colours may be missing, and then the values begin where it would.
+    const qint64 start = in.Position();
+    const auto table = wordsOfLine();
+    if (!table || table->front() != "LOOKUP_TABLE")
+        in.Seek(start);
+    return readArray(name, components, placeCount, type);
+}
+
+/// Lines up to a blank one.
+void File::skipMetadata() {
+    for (auto text = in.Line(); text && !WordsOf(*text).empty();)
+        text = in.Line();
+}
+
+bool File::readFields(const Words& words) {
+    qint64 arrays = 0;
+    if (!count(words, 2, arrays))
+        return false;
+    while (arrays > 0) {
+        const auto header = wordsOfLine();
+        if (!header)
+            return false;
+        if (header->front() == "METADATA") {
+            skipMetadata();
+            continue;
+        }
+        qint64 components = 0, tuples = 0;
+        if (header->size() < 4 || !count(*header, 1, components) || !count(*header, 2, tuples) ||
+            !readArray((*header)[0], components, tuples, (*header)[3]))
+            return false;
+        --arrays;
+    }
+    return true;
+}
+
+/// False ends the reading: at what can't be understood, or where the file is cut short.
+bool File::readSection(const Words& words) {
+    const std::string_view name = words.front();
+    static constexpr std::pair<std::string_view, std::int32_t> arrays[] = {
+        {"VECTORS", 3}, {"NORMALS", 3}, {"TENSORS", 9}, {"TENSORS6", 6}};
+    const auto* const array = std::ranges::find(arrays, name, [](const auto& row) { return row.first; });
+    if (array != std::end(arrays))
+        return words.size() > 2 && readArray(words[1], array->second, placeCount, words[2]);
+    if (name == "SCALARS")
+        return readScalars(words);
+    if (name == "FIELD")
+        return readFields(words);
+    if (name == "POINT_DATA" || name == "CELL_DATA") {
+        place = name == "CELL_DATA" ? OfCells : OfPoints;
+        return count(words, 1, placeCount) &&
+               std::size_t(placeCount) == (place == OfCells ? cells.Ends.size() : Result.Points.size() / 3);
+    }
+    qint64 components = 0;
+    if (name == "TEXTURE_COORDINATES")
+        return words.size() > 3 && count(words, 2, components) && readArray(words[1], components, placeCount, words[3]);
+    if (name == "METADATA") {
+        skipMetadata();
+        return true;
+    }
+    if (name == "POINTS")
+        return readPoints(words);
+    if (name == "CELL_TYPES")
+        return readCellTypes(words);
+    if (name == "COLOR_SCALARS" || name == "LOOKUP_TABLE") {
+        // Colours, and no values: four to an entry of a table, and bytes in a binary file.
+        const bool isTable = name == "LOOKUP_TABLE";
+        return count(words, 2, components) &&
+               skip({in.Position(), isTable ? components * 4 : components * placeCount, NumberType::UInt8});
+    }
+    return readCells(words);
+}
+
+bool File::Read() {
+    if (!readHeader())
+        return false;
+    Result.Magic = u"VTK"_s;
+    Result.Steps.resize(1);
+    const auto dataset = wordsOfLine();
+    if (!dataset || dataset->size() < 2 || dataset->front() != "DATASET")
+        return false;
+    if ((*dataset)[1] != "UNSTRUCTURED_GRID" && (*dataset)[1] != "POLYDATA") {
+        Problem = u"データセット %1 は読むことができません。"_s.arg(QString::fromUtf8((*dataset)[1]));
+        return false;
+    }
+    for (auto words = wordsOfLine(); words; words = wordsOfLine())
+        if (!readSection(*words)) {
+            Result.LeftOut.append(u"途中から後のデータ"_s);
+            break;
+        }
+    if (in.WasStopped() || Result.Points.empty() || !vtkCells::BuildCells(std::move(cells), Result.Cells))
+        return false;
+    for (std::size_t a = 0; a < blocks.size(); ++a)
+        Result.Steps.front().Arrays.push_back(std::int32_t(a));
+    Result.Read = [openFile = file, text = isText, all = std::move(blocks)](std::int32_t, std::int32_t array) {
+        const Block& block = all[std::size_t(array)];
+        FileScanner reader(openFile);
+        std::vector<float> values;
+        values.reserve(std::size_t(std::min(block.Count, openFile.Size() - block.Offset)));
+        readBlock<float>(reader, text, block,
+                         [&values](auto part) { values.insert(values.end(), part.begin(), part.end()); });
+        return values;
+    };
+    return Problem.isEmpty();
+}
+
+} // namespace
+
+bool LegacyVtkReader::Recognises(QByteArrayView start, const QString&) {
+    return start.startsWith(magic);
+}
+
+bool LegacyVtkReader::Open(const QString& path, ResultContent& content, const LoadProgress& progress) {
+    File file(ReadHandle::Open(path), progress);
+    if (!file.Read()) {
+        content.Note = file.Problem;
+        return false;
+    }
+    return BuildContent(std::move(file.Result), content);
+}

@@ -1,0 +1,36 @@
+// Which elements of a mesh may be seen in a paint: found once, for all layers to go by. Whether one that may be seen is
+// drawn is the layers' business.
+#pragma once
+
+#include "platform/base/Geometry.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/// By stretches of elements, as `parallelStretches` has them. All may be seen until `Begin`.
+class VisibleElements {
+public:
+    /// Beyond which nothing can be seen, whatever is drawn with; without it all may be.
+    std::optional<DeviceRect> Area;
+
+    /// None of so many stretches.
+    void Begin(int stretches) { seen.assign(std::size_t(stretches), {}); }
+    /// Those of a stretch, ascending. Each stretch may be written by another thread.
+    std::vector<std::int32_t>& Of(int stretch) { return seen[std::size_t(stretch)]; }
+
+    /// Calls `visit(e)` for those of a stretch, which has the elements from `first` to `last`, left out.
+    template<class Visit>
+    void ForEach(int stretch, std::int32_t first, std::int32_t last, const Visit& visit) const {
+        if (seen.empty()) {
+            for (std::int32_t e = first; e < last; ++e)
+                visit(e);
+        } else {
+            for (const std::int32_t e : seen[std::size_t(stretch)])
+                visit(e);
+        }
+    }
+
+private:
+    std::vector<std::vector<std::int32_t>> seen;
+};
