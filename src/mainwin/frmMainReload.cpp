@@ -94,8 +94,12 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
         if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress, Model.Derived))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
-        LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
-                 PartOf(progress, untilMesh, 100));
+        // What shows of a file that has grown is still there, unless its reference step has come.
+        const bool stays =
+            extended && place.Step == fresh.CurrentStep && Settings.Difference.StandardStep < Model.StepCount;
+        if (!stays)
+            LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
+                     PartOf(progress, untilMesh, 100));
         good = StillHolds(fresh, fresh.StepCount - 1);
     };
     if (!readWith(bytes, tr("読み直し中..."), read, following))

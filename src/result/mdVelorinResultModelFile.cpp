@@ -203,17 +203,19 @@ bool StillHolds(const ResultModel& model, std::int32_t step) {
 std::int32_t ItemLike(const ResultModel& before, std::int32_t item, const ResultModel& after) {
     if (item < 0 || item >= before.ItemCount)
         return -1;
-    // A name may stand twice, for one kind of objects and for another.
+    // A name may stand twice, for one kind of objects and for another or just so.
     const ItemInfo& wanted = before.Items.at(item);
-    std::int32_t like = -1;
-    for (std::int32_t i = after.ItemCount - 1; i >= 0; --i) {
+    std::int32_t best = -1, most = 0;
+    for (std::int32_t i = 0; i < after.ItemCount; ++i) {
         const ItemInfo& other = after.Items.at(i);
-        const bool sameKind = other.ElementType == wanted.ElementType;
-        if (other.Name == wanted.Name &&
-            (sameKind || like < 0 || after.Items.at(like).ElementType != wanted.ElementType))
-            like = i;
+        const std::int32_t likeness =
+            other.Name == wanted.Name ? 1 + 2 * (other.ElementType == wanted.ElementType) + (i == item) : 0;
+        if (likeness > most) {
+            best = i;
+            most = likeness;
+        }
     }
-    return like;
+    return best;
 }
 
 StepAndItem SamePlace(const ResultModel& before, const ResultModel& after, bool toTheEnd) {
