@@ -94,7 +94,8 @@ int velorin_open(const char* path, velorin_progress progress, void* context, vel
         };
         if (!mdVelorinResultModel::LoadResultFile(NativePath::Absolute(name), opened->Model, told))
             throw stopped ? Failure{VELORIN_STOPPED, u"stopped"_s}
-                          : Failure{VELORIN_OTHER, u"not a result file that can be used"_s};
+                          : Failure{VELORIN_OTHER,
+                                    QString(u"not a result file that can be used "_s + opened->Model.Note).trimmed()};
         opened->Title = opened->Model.Title.toUtf8();
         for (const ItemInfo& item : std::as_const(opened->Model.Items))
             opened->ItemNames.append(item.Name.toUtf8());

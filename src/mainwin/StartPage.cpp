@@ -51,8 +51,10 @@ void StartPage::addLink(QVBoxLayout& column, const QString& tool, const QString&
     link->setFlat(true);
     link->setToolTip(description);
     link->setCursor(Qt::PointingHandCursor);
-    // The colour of links on both light and dark desktops, and as narrow as its text.
-    link->setStyleSheet(u"text-align: left; padding: 2px; color: palette(link);"_s);
+    // As narrow as its text, and to be read on light and dark desktops: not all have a colour of links that is.
+    link->setStyleSheet(u"text-align: left; padding: 2px; text-decoration: underline;"_s);
+    if (!focusProxy())
+        setFocusProxy(link);
     connect(link, &QPushButton::clicked, this, [this, tool] { emit Chosen(tool); });
     column.addWidget(link, 0, Qt::AlignLeft);
 }

@@ -24,6 +24,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QWindow>
+#include <limits>
 
 using mdApplication::Current;
 using mdApplication::Model;
@@ -185,7 +186,10 @@ void frmMain::showRecentFiles() {
     const std::vector<FamilyEntry> entries = recentFiles.MenuEntries();
     commandFamilies::Set(*bars, u"recent-"_s, entries);
     startPage->Show(entries);
+    if (startPage->isHidden() == IsOpen())
+        return;
     startPage->setVisible(!IsOpen());
+    (IsOpen() ? static_cast<QWidget*>(scene) : startPage)->setFocus();
 }
 
 bool frmMain::loadStep(int step, int item) {

@@ -48,5 +48,5 @@ void frmMain::offerFading() {
         !mdScene::IsMeshDense(Model.Mesh, Current.View, Current.Plotter.Viewport(), scene->DotsPerInch()))
         return;
     fadingOffered = true;
-    Tell(u"メッシュが細かいため、辺がコンタを隠しています。表示 > 細かいメッシュを薄く で薄くできます。"_s);
+    Tell(u"表示 > 細かいメッシュを薄く で、コンタを隠す辺を薄くできます。"_s);
 }

@@ -1,5 +1,5 @@
 #include "BatchTest.h"
-#include "result/mdVelorinResultModel.h"
+#include "result/ForeignSample.h"
 
 #include "ConfigurationFolder.h"
 #include "LittleMemory.h"

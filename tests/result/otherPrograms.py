@@ -54,8 +54,7 @@ def read_frd(path):
     return {name: np.array(values) for name, values in arrays.items()}
 
 
-def main(batch):
-    folder = pathlib.Path(tempfile.mkdtemp())
+def main(batch, folder):
     run = lambda *words: subprocess.run(words, cwd=folder, check=True, capture_output=True, text=True).stdout
     failures = []
 
@@ -107,10 +106,10 @@ def main(batch):
                                          'Mesh.SaveAll=1; Save View[0] "view.msh";\n')
         run("gmsh", "-", "save.geo")
         expect(f"Gmsh {version} {binary}", "view.msh", {"DISP": arrays["DISP"]}, 1)
-    shutil.rmtree(folder)
     print("\n".join(failures))
     return bool(failures)
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1]))
+    with tempfile.TemporaryDirectory() as name:
+        sys.exit(main(str(pathlib.Path(sys.argv[1]).resolve()), pathlib.Path(name)))

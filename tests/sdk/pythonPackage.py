@@ -141,6 +141,9 @@ class Package(unittest.TestCase):
         again = meshio.read(self.folder / "again.vrf")
         np.testing.assert_array_equal(np.concatenate(again.cell_data["stress"]), [4, np.nan, 6])
         np.testing.assert_array_equal(np.concatenate(again.cell_data[velorin.meshio.TYPES]), TYPES[1])
+        meshio.write(self.folder / "other.vtu", first)
+        with velorin.read(self.folder / "other.vtu") as result:
+            np.testing.assert_array_equal(result.values(0, "温度"), VALUES["温度"][1])
         points = np.array([[0, 5, 0], [2, 5, 0], [0, 5, 2], [1, 5, 0], [1, 5, 1], [0, 5, 1]])
         curved = meshio.Mesh(points, {"triangle6": [range(6)]}, {"Disp": points})
         meshio.write(self.path, curved)
