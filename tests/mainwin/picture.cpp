@@ -79,7 +79,12 @@ TEST_F(PictureTest, TheCopiedCommandMakesTheVeryPicture) {
     Settings.Vector.DefaultItemSet = 0;
     Settings.ValueDisplay = true;
     expectSame("zoomed in, with looks of its own");
-    Settings.Window.Mesh = false;
+    Settings.Window.FadeMesh = Settings.HeaderDisplay = Settings.Contour.LegendName = true;
+    Settings.Contour.Range = ContourRange::Visible;
+    Settings.Contour.Preset = ColorPreset::Viridis;
+    window.SetZoom(-7);
+    expectSame("with edges that fade and the range of what is visible");
+    Settings.Window.Mesh = Settings.HeaderDisplay = false;
     Settings.Difference = {0, true, true, true, true};
     Settings.Window.ScaleMode = int(PlotScaleMode::Automatic);
     find<QAction>(u"miViewScaleAutomatic"_s)->trigger();

@@ -116,6 +116,7 @@ constexpr Option options[] = {
          return valueIf(picture.DotsPerInch.has_value(), QString::number(picture.Resolution()));
      }},
     {u"mesh", [](const Session& shown, const PictureFile&) { return valueIf(!shown.Settings.Window.Mesh, u"off"_s); }},
+    {u"fade-mesh", [](const Session& shown, const PictureFile&) { return valueIf(shown.Settings.Window.FadeMesh); }},
     {u"view", viewOf, u"X,Y,WIDTH,HEIGHT", u"The part of the model to show, from its left and top on.", takeView},
     {u"scale", scaleOf, u"S", u"Pixels a unit of length, around the middle of the view.", takeScale},
     {u"slide-show", showOf, u"DISPLACEMENT,VECTOR",
@@ -136,7 +137,7 @@ const Option* optionOf(const QString& word) {
 }
 
 bool isFlag(const Option& option) {
-    return QStringView(option.Name) == u"no-property";
+    return QStringView(option.Name) == u"no-property" || QStringView(option.Name) == u"fade-mesh";
 }
 
 } // namespace
