@@ -89,11 +89,17 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
     fresh.Title = Model.Title;
     const auto read = [&](const LoadProgress& progress) {
         constexpr int untilMesh = 60;
-        if (!LoadSettledFile(Model.FileName, bytes, fresh, PartOf(progress, 0, untilMesh), Model.Derived))
+        const LoadProgress meshProgress = PartOf(progress, 0, untilMesh);
+        const bool extended = following && ExtendSettledFile(Model, bytes, fresh, meshProgress);
+        if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress, Model.Derived))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
-        LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
-                 PartOf(progress, untilMesh, 100));
+        // What shows of a file that has grown is still there, unless its reference step has come.
+        const bool stays =
+            extended && place.Step == fresh.CurrentStep && Settings.Difference.StandardStep < Model.StepCount;
+        if (!stays)
+            LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
+                     PartOf(progress, untilMesh, 100));
         good = StillHolds(fresh, fresh.StepCount - 1);
     };
     if (!readWith(bytes, tr("読み直し中..."), read, following))

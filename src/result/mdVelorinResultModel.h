@@ -28,6 +28,10 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
 bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress = {},
                      const DerivedItems& derived = {});
 
+/// The same for a file that has only grown, without reading its mesh again; `before` is the file as it was. False too
+/// where the format can't do that.
+bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress = {});
+
 /// Whether what was read of a step is what the file held when it was opened: it has not changed since, or it has only
 /// grown and the step was whole already.
 bool StillHolds(const ResultModel& model, std::int32_t step);

@@ -157,17 +157,40 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
     return true;
 }
 
-bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress,
-                     const DerivedItems& derived) {
-    const FileLook look(ReadHandle::Open(path), bytes);
-    if (!LoadResultFile(path, model, progress, derived) || model.FirstStepOffset > bytes)
-        return false;
+namespace {
+
+/// Of an open file only its first `bytes` count: steps that end behind them are left out. False when it no longer holds
+/// what `look` saw.
+bool keepSettled(const FileLook& look, qint64 bytes, ResultModel& model) {
     model.Look = look;
     while (model.StepCount > 0 && model.Source->EndOf(model.StepCount - 1) > bytes) {
         model.Steps.removeLast();
         --model.StepCount;
     }
     return StillHolds(model, model.StepCount - 1);
+}
+
+} // namespace
+
+bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress,
+                     const DerivedItems& derived) {
+    const FileLook look(ReadHandle::Open(path), bytes);
+    return LoadResultFile(path, model, progress, derived) && model.FirstStepOffset <= bytes &&
+           keepSettled(look, bytes, model);
+}
+
+bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
+    const ReadHandle file = ReadHandle::Open(before.FileName);
+    const FileLook look(file, bytes);
+    if (IsFileClosed(before) || before.Look.ChangeTo(file) != FileChange::Grown)
+        return false;
+    model = before;
+    model.Source = before.Source->Extended(file, model.Steps, progress);
+    if (!model.Source)
+        return false;
+    model.FileHandle = file;
+    model.StepCount = std::int32_t(model.Steps.size());
+    return keepSettled(look, bytes, model);
 }
 
 bool StillHolds(const ResultModel& model, std::int32_t step) {
@@ -180,17 +203,19 @@ bool StillHolds(const ResultModel& model, std::int32_t step) {
 std::int32_t ItemLike(const ResultModel& before, std::int32_t item, const ResultModel& after) {
     if (item < 0 || item >= before.ItemCount)
         return -1;
-    // A name may stand twice, for one kind of objects and for another.
+    // A name may stand twice, for one kind of objects and for another or just so.
     const ItemInfo& wanted = before.Items.at(item);
-    std::int32_t like = -1;
-    for (std::int32_t i = after.ItemCount - 1; i >= 0; --i) {
+    std::int32_t best = -1, most = 0;
+    for (std::int32_t i = 0; i < after.ItemCount; ++i) {
         const ItemInfo& other = after.Items.at(i);
-        const bool sameKind = other.ElementType == wanted.ElementType;
-        if (other.Name == wanted.Name &&
-            (sameKind || like < 0 || after.Items.at(like).ElementType != wanted.ElementType))
-            like = i;
+        const std::int32_t likeness =
+            other.Name == wanted.Name ? 1 + 2 * (other.ElementType == wanted.ElementType) + (i == item) : 0;
+        if (likeness > most) {
+            best = i;
+            most = likeness;
+        }
     }
-    return like;
+    return best;
 }
 
 StepAndItem SamePlace(const ResultModel& before, const ResultModel& after, bool toTheEnd) {

@@ -67,6 +67,7 @@ TEST_F(FileLookTest, OfAFileThatGrowsByteByByteOnlyWholeStepsCountWhenTheNextLoo
     QFile file(folder.Write({}));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     FileFollower follower;
+    ResultModel earlier;
     follower.Follow(file.fileName(), FileLook(ReadHandle::Open(file.fileName())));
     for (qsizetype size = 1; size <= bytes.size(); ++size) {
         ASSERT_EQ(file.write(bytes.constData() + size - 1, 1), 1);
@@ -74,11 +75,20 @@ TEST_F(FileLookTest, OfAFileThatGrowsByteByByteOnlyWholeStepsCountWhenTheNextLoo
         EXPECT_EQ(follower.SettledBytes(), size - 1);
         const auto whole = int(std::ranges::count_if(ends, [=](qsizetype end) { return end < size; })) - 1;
         ASSERT_EQ(LoadSettledFile(file.fileName(), size - 1, model), whole >= 0) << size;
-        if (whole > 0) {
-            ASSERT_EQ(model.StepCount, whole) << size;
-            ASSERT_TRUE(LoadStep(whole - 1, 1, model, false, 0));
-            EXPECT_EQ(model.ItemData.at(0).Values, QList<float>(6, float(whole)));
-            EXPECT_EQ(model.ItemData.at(1).Values, QList<float>(1, float(whole)));
+        if (whole < 0)
+            continue;
+        // Read on from where the file ended some bytes ago it is the same.
+        ResultModel extended;
+        ASSERT_EQ(ExtendSettledFile(earlier, size - 1, extended), bool(earlier.Source)) << size;
+        if (size % 7 == 0 || !earlier.Source)
+            earlier = model;
+        for (ResultModel* each : {&model, &extended}) {
+            if (!each->Source || whole == 0)
+                continue;
+            ASSERT_EQ(each->StepCount, whole) << size;
+            ASSERT_TRUE(LoadStep(whole - 1, 1, *each, false, 0));
+            EXPECT_EQ(each->ItemData.at(0).Values, QList<float>(6, float(whole)));
+            EXPECT_EQ(each->ItemData.at(1).Values, QList<float>(1, float(whole)));
         }
     }
     // A step that was opened half is not to be trusted when there is more of it.

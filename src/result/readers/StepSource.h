@@ -2,9 +2,15 @@
 // they are stored, is the business of the reader that made the source.
 #pragma once
 
-#include <QtGlobal>
+#include "result/readers/LoadProgress.h"
+
+#include <QList>
 #include <cstdint>
+#include <memory>
 #include <span>
+
+class ReadHandle;
+struct StepInfo;
 
 /// A source is never changed, so all may be called from several threads at once. What the file doesn't have, cut short
 /// or never there, is no fault: it reads as zeros. Steps, items and positions count from 0.
@@ -27,6 +33,14 @@ public:
     /// Fills `values` with those of an item in a step from position `first` on, in single precision: per node, or
     /// packed per element of the item's type.
     void ReadValues(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const;
+
+    /// The same steps, as many as `steps` has, and those that stand behind them in `longer`, which is the same file
+    /// with more in it; `steps` gets the new ones. Null when `progress` says no, and for formats that are read wholly
+    /// anew.
+    virtual std::shared_ptr<const StepSource> Extended(const ReadHandle& /*longer*/, QList<StepInfo>& /*steps*/,
+                                                       const LoadProgress& /*progress*/) const {
+        return {};
+    }
 
     /// Where a step ends in the file: beyond the file's own end when it is cut short. 0 for formats that cannot tell.
     qint64 EndOf(std::int32_t step) const;

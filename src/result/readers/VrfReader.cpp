@@ -1,6 +1,5 @@
 #include "result/readers/VrfReader.h"
 
-#include "app/mdApplication.h"
 #include "platform/base/Codepage.h"
 #include "platform/base/Lists.h"
 #include "result/readers/VrfSteps.h"
@@ -12,42 +11,21 @@ namespace {
 constexpr qint64 fewestBytesPerItem = 12;
 constexpr qint64 bytesPerNode = 16;
 constexpr qint64 fewestBytesPerElement = 4;
-constexpr qint64 bytesPerValue = 8;
-
-/// A count as the number of things to read, 0 for a negative one.
-qint64 howMany(std::int32_t count) {
-    return std::max(count, 0);
-}
-
-/// False when the text claims more bytes than the file has left. A text without bytes leaves `text` as it is.
-bool readText(SequentialReader& reader, QString& text) {
-    std::int32_t length = 0;
-    if (!reader.ReadInt32(length))
-        return false;
-    if (length < 1)
-        return true;
-    if (length > reader.Remaining())
-        return false;
-    QByteArray bytes(length, Qt::Uninitialized);
-    if (!reader.ReadBytes(bytes.data(), length))
-        return false;
-    text = Codepage::Decode(bytes);
-    return true;
-}
 
 bool readHeaderAndItems(SequentialReader& reader, ResultContent& content) {
     QString title;
     std::int32_t itemCount = 0;
-    if (!reader.ReadInt32(content.Version) || !readText(reader, title) || !reader.ReadInt32(itemCount) ||
-        howMany(itemCount) * fewestBytesPerItem > reader.Remaining())
+    if (!reader.ReadInt32(content.Version) || !VrfSteps::ReadText(reader, title) || !reader.ReadInt32(itemCount) ||
+        std::max<qint64>(itemCount, 0) * fewestBytesPerItem > reader.Remaining())
         return false;
     if (!title.isEmpty())
         content.Title = title;
-    content.Items.reserve(howMany(itemCount));
+    content.Items.reserve(std::max(itemCount, 0));
     for (std::int32_t i = 0; i < itemCount; ++i) {
         ItemInfo item;
         item.Name = u"Item - "_s + QString::number(i + 1);
-        if (!readText(reader, item.Name) || !reader.ReadInt32(item.ElementType) || !reader.ReadInt32(item.Flags))
+        if (!VrfSteps::ReadText(reader, item.Name) || !reader.ReadInt32(item.ElementType) ||
+            !reader.ReadInt32(item.Flags))
             return false;
         content.Items.append(item);
     }
@@ -90,9 +68,9 @@ bool readElements(SequentialReader& reader, qint64 count, ResultContent& content
         std::int32_t nodeCount = 0;
         if (e % progressStride == 0 && !goesOn(progress, reader))
             return false;
-        if (!reader.ReadInt32(nodeCount) || howMany(nodeCount) * 4 > reader.Remaining())
+        if (!reader.ReadInt32(nodeCount) || std::max<qint64>(nodeCount, 0) * 4 > reader.Remaining())
             return false;
-        const qint64 end = used + howMany(nodeCount);
+        const qint64 end = used + std::max(nodeCount, 0);
         if (end > nodes.size())
             nodes.resize(std::max(end, std::min(2 * used, used + reader.Remaining() / 4)));
         for (std::int32_t* target = nodes.data(); used < end; ++used) {
@@ -120,49 +98,6 @@ bool readMesh(SequentialReader& reader, ResultContent& content, const LoadProgre
     return true;
 }
 
-/// The count of an item's values, and the way past them. A count above both the number of nodes and that of elements
-/// which the rest of the file doesn't hold counts as none.
-VrfSteps::Block scanBlock(SequentialReader& reader, qint64 mostInMesh) {
-    VrfSteps::Block block;
-    reader.ReadInt32(block.Count);
-    block.Offset = std::int32_t(reader.Position());
-    const qint64 told = block.Count;
-    if (told > mostInMesh && told > reader.Remaining() / bytesPerValue)
-        block.Count = 0;
-    reader.Skip(told * bytesPerValue);
-    return block;
-}
-
-bool scanSteps(SequentialReader& reader, ResultContent& content, const LoadProgress& progress) {
-    const qint64 elementCount = content.FirstCorner.size() - 1;
-    const qint64 mostInMesh = std::max(qint64(content.NodeX.size()), elementCount);
-    VrfSteps::Directory directory;
-    content.FirstStepOffset = std::int32_t(reader.Position());
-    while (reader.Remaining() > 0) {
-        if (!goesOn(progress, reader))
-            return false;
-        StepInfo step;
-        step.FileOffset = std::int32_t(reader.Position());
-        double time = 0;
-        reader.ReadDouble(time);
-        step.Time = float(time);
-        if (!readText(reader, step.Name))
-            reader.Skip(reader.Remaining() + 1);
-        if (step.Name.isEmpty())
-            step.Name = u"Time : "_s + mdApplication::FormatAutoNumber(time, 3, false);
-        content.Steps.append(step);
-        directory.TypeOffsets.push_back(std::int32_t(reader.Position()));
-        reader.Skip(elementCount * qint64(sizeof(std::int32_t)));
-        for (qsizetype i = 0; i < content.Items.size(); ++i)
-            directory.Blocks.push_back(scanBlock(reader, mostInMesh));
-    }
-    directory.End = reader.Position() + reader.Missed();
-    const StepSource::Sizes sizes{std::int32_t(content.Steps.size()), std::int32_t(content.Items.size()),
-                                  std::int32_t(elementCount)};
-    content.Source = std::make_shared<const VrfSteps>(content.FileHandle, sizes, std::move(directory));
-    return true;
-}
-
 } // namespace
 
 bool VrfReader::HasMagic(QByteArrayView start, const QString& magic) {
@@ -181,8 +116,9 @@ bool VrfReader::Open(const QString& path, ResultContent& content, const LoadProg
     if (size > std::numeric_limits<std::int32_t>::max() || !readHeaderAndItems(reader, content) ||
         !readMesh(reader, content, progress) || content.Items.isEmpty())
         return false;
-    // From here on only a few bytes are read between long ways, and a large buffer would read the whole file after all.
-    constexpr qint64 scanBufferBytes = 512;
-    SequentialReader scan(content.FileHandle, reader.Position(), scanBufferBytes);
-    return scanSteps(scan, content, progress);
+    content.FirstStepOffset = std::int32_t(reader.Position());
+    const StepSource::Sizes sizes{0, std::int32_t(content.Items.size()), std::int32_t(content.FirstCorner.size()) - 1};
+    const VrfSteps none(content.FileHandle, sizes, qint64(content.NodeX.size()), reader.Position());
+    content.Source = none.Extended(content.FileHandle, content.Steps, progress);
+    return content.Source != nullptr;
 }
