@@ -189,17 +189,24 @@ bool frmMain::takeKey(const QKeyEvent& event) {
         event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
     if (menuKey)
         scene->AskForPopup();
-    return menuKey || takeStepKey(event);
+    // In a show the menu that has this key is hidden; it goes on meanwhile.
+    const bool screenKey = slideShow.IsOn() && event.key() == Qt::Key_F11 && event.modifiers() == Qt::NoModifier;
+    if (screenKey)
+        toggleFullScreen();
+    return menuKey || screenKey || takeStepKey(event);
 }
 
 bool frmMain::takeStepKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-    if ((event.key() != Qt::Key_Up && event.key() != Qt::Key_Down) || modifiers & ~Qt::ControlModifier)
+    const bool isArrow = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
+    // Without a show these two are the keys of commands.
+    const bool isPage = slideShow.IsOn() && (event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown);
+    if ((!isArrow || modifiers & ~Qt::ControlModifier) && (!isPage || modifiers != Qt::NoModifier))
         return false;
     const int step = bars->ListIndex(u"miDrawStep"_s);
     const int last = bars->ListCount(u"miDrawStep"_s) - 1;
     const bool toEnd = modifiers != Qt::NoModifier;
-    if (event.key() == Qt::Key_Up)
+    if (event.key() == Qt::Key_Up || event.key() == Qt::Key_PageUp)
         goToStep(toEnd ? 0 : step - 1);
     else
         goToStep(toEnd ? last : step + 1);

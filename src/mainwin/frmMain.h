@@ -6,6 +6,7 @@
 #include "mainwin/RecentFiles.h"
 #include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
+#include "platform/device/pictureFile.h"
 #include "view/clsMouse.h"
 #include "view/scene/Session.h"
 
@@ -136,6 +137,7 @@ private:
 
     // frmMainPicture.cpp
     void savePicture();
+    void writePicture(const QString& path, PictureFormat format, PictureFile& picture);
     void copyPictureCommand();
 
     // frmMainDocument.cpp
@@ -173,8 +175,9 @@ private:
     void noteFileChange();
     void reloadFile();
     void followGrowth();
-    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh);
-    void takeUpAnew(const ResultModel& fresh);
+    /// `grown`: its whole steps are those of the open one, and some more.
+    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh, bool& grown);
+    void takeUpAnew(const ResultModel& fresh, bool grown);
     static QString fileHasChanged();
 
     // frmMainSlideShow.cpp

@@ -83,20 +83,21 @@ void frmMain::noteFileChange() {
 
 /// `fresh` is the file as far as its first `bytes` go, with the step that is to show. What nobody asked for gives way
 /// to input.
-frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fresh) {
+frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fresh, bool& grown) {
     using namespace mdVelorinResultModel;
     bool good = false;
+    grown = false;
     fresh.Title = Model.Title;
     const auto read = [&](const LoadProgress& progress) {
         constexpr int untilMesh = 60;
         const LoadProgress meshProgress = PartOf(progress, 0, untilMesh);
-        const bool extended = following && ExtendSettledFile(Model, bytes, fresh, meshProgress);
-        if (!extended && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress, Model.Derived))
+        grown = following && ExtendSettledFile(Model, bytes, fresh, meshProgress);
+        if (!grown && !LoadSettledFile(Model.FileName, bytes, fresh, meshProgress, Model.Derived))
             return;
         const StepAndItem place = SamePlace(Model, fresh, following);
-        // What shows of a file that has grown is still there, unless its reference step has come.
-        const bool stays =
-            extended && place.Step == fresh.CurrentStep && Settings.Difference.StandardStep < Model.StepCount;
+        // What shows of a file that has grown is still there, unless it was half, or its reference step has come.
+        const std::int32_t needed = std::max(place.Step, Settings.Difference.StandardStep);
+        const bool stays = grown && place.Step == fresh.CurrentStep && needed < WholeSteps(Model);
         if (!stays)
             LoadStep(place.Step, place.Item, fresh, false, Settings.Difference.StandardStep,
                      PartOf(progress, untilMesh, 100));
@@ -109,12 +110,13 @@ frmMain::Reading frmMain::readAnew(qint64 bytes, bool following, ResultModel& fr
 
 void frmMain::reloadFile() {
     ResultModel fresh;
+    bool grown = false;
     const QString path = Model.FileName;
     const ReadHandle file = ReadHandle::Open(path);
     try {
-        switch (readAnew(file.Size(), false, fresh)) {
+        switch (readAnew(file.Size(), false, fresh, grown)) {
         case Reading::Done:
-            takeUpAnew(fresh);
+            takeUpAnew(fresh, grown);
             Tell(tr("読み直しました。"));
             break;
         case Reading::Stopped:
@@ -136,18 +138,19 @@ void frmMain::reloadFile() {
 /// Whatever else comes of it, the next look tries again; what shows stays until then.
 void frmMain::followGrowth() {
     ResultModel fresh;
+    bool grown = false;
     Reading reading = Reading::Refused;
     sinceReload.start();
     try {
-        reading = readAnew(fileWatch.SettledBytes(), true, fresh);
+        reading = readAnew(fileWatch.SettledBytes(), true, fresh, grown);
     } catch (const std::bad_alloc&) {
         fresh = {};
     }
     reloadMs = sinceReload.restart();
-    const bool isMore =
-        fileWatch.Change() == FileChange::Replaced ? fresh.StepCount > 0 : fresh.StepCount > Model.StepCount;
-    if (reading == Reading::Done && isMore) {
-        takeUpAnew(fresh);
+    const std::int32_t before =
+        fileWatch.Change() == FileChange::Replaced ? 0 : mdVelorinResultModel::WholeSteps(Model);
+    if (reading == Reading::Done && fresh.StepCount > before) {
+        takeUpAnew(fresh, grown);
         notice.clear();
         Tell(tr("ステップ %1 まで読み直しました。").arg(Model.StepCount));
     } else if (reading == Reading::Done) {
@@ -155,13 +158,13 @@ void frmMain::followGrowth() {
     }
 }
 
-void frmMain::takeUpAnew(const ResultModel& fresh) {
+void frmMain::takeUpAnew(const ResultModel& fresh, bool grown) {
     const bool sameKind = kindOf(fresh) == kindOf(Model);
     if (sameKind)
         keepPicked(Selection, fresh.Mesh);
     else
         Selection.Clear();
-    if (Current.TakeUpAnew(fresh))
+    if (Current.TakeUpAnew(fresh, grown))
         scene->ForgetViews();
     followFile();
     updateCommandState();

@@ -12,17 +12,22 @@ Session::StepLoad SlideShow::Start(const ShowRange& computed, const LoadProgress
     session.SlideShow = {true, range.MaxDisplacement, range.MaxVector};
     const SlideShowSettings& settings = session.Settings.SlideShow;
     if (settings.AutomaticContourValue)
-        FixContour(session.Settings.Contour, range.Maximum, range.Minimum, settings.ContourDivide);
+        holdRange();
     else
         session.Settings.Contour.Automatic = false;
     return settings.AtFirst ? loadStep(0, progress) : Session::StepLoad::Done;
 }
 
+void SlideShow::holdRange() {
+    FixContour(session.Settings.Contour, range.Maximum, range.Minimum, session.Settings.SlideShow.ContourDivide);
+    session.SlideShow.RangeOfAllSteps = true;
+}
+
 void SlideShow::ApplySettings() {
-    const SlideShowSettings& settings = session.Settings.SlideShow;
     ContourSettings& contour = session.Settings.Contour;
-    if (settings.AutomaticContourValue) {
-        FixContour(contour, range.Maximum, range.Minimum, settings.ContourDivide);
+    session.SlideShow.RangeOfAllSteps = false;
+    if (session.Settings.SlideShow.AutomaticContourValue) {
+        holdRange();
     } else {
         FixContour(contour, savedContour.MaxValue, savedContour.MinValue, savedContour.Divide);
         contour.Automatic = savedContour.Automatic;

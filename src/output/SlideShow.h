@@ -32,6 +32,7 @@ public:
     void ForgetAhead() { ahead = {}; }
 
 private:
+    void holdRange();
     std::int32_t nextStep() const;
     Session::StepLoad loadStep(std::int32_t step, const LoadProgress& progress) {
         return session.ExchangeStep(step, session.Model.CurrentItem, progress);

@@ -58,7 +58,13 @@ void Session::ShowAll() {
     View.RefitPending = true;
 }
 
-bool Session::TakeUpAnew(const ResultModel& reloaded) {
+bool Session::TakeUpAnew(const ResultModel& reloaded, bool grown) {
+    // A step that was cut short, and a reference step that was not there, would have another range now.
+    const bool rangeHolds = grown && mdVelorinResultModel::WholeSteps(Model) == Model.StepCount &&
+                            rangeBasis.Source.lock() == Model.Source && rangeBasis.Reference < Model.StepCount;
+    if (rangeHolds)
+        rangeBasis.Source = reloaded.Source;
+
     for (VectorItemSet& set : Settings.Vector.ItemSets) {
         set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
         set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
@@ -104,18 +110,26 @@ bool Session::LoadStep(std::int32_t step, std::int32_t item) {
     return mdVelorinResultModel::LoadStep(step, item, Model, false, Settings.Difference.StandardStep);
 }
 
-bool Session::LacksRange(std::int32_t item) const {
+/// Whether the range that stands in the settings has been found for the item, over some steps of the file at least.
+bool Session::isBasisOf(std::int32_t item) const {
     const ContourSettings& contour = Settings.Contour;
-    return contour.Range == ContourRange::AllSteps &&
-           (rangeBasis.Source.lock() != Model.Source || rangeBasis.Item != item ||
-            rangeBasis.StepCount != Model.StepCount || rangeBasis.Reference != referenceOf(Settings.Difference) ||
-            rangeBasis.Upper != contour.MaxValue || rangeBasis.Lower != contour.MinValue);
+    return rangeBasis.Source.lock() == Model.Source && rangeBasis.Item == item &&
+           rangeBasis.Reference == referenceOf(Settings.Difference) && rangeBasis.Upper == contour.MaxValue &&
+           rangeBasis.Lower == contour.MinValue;
+}
+
+bool Session::LacksRange(std::int32_t item) const {
+    return Settings.Contour.Range == ContourRange::AllSteps &&
+           (!isBasisOf(item) || rangeBasis.StepCount != Model.StepCount);
 }
 
 bool Session::FindRange(std::int32_t item, const LoadProgress& progress) {
-    const std::optional<ValueBounds> bounds = ComputeContourRange(item, Model, Settings.Difference, progress);
+    const std::int32_t known = isBasisOf(item) ? rangeBasis.StepCount : 0;
+    std::optional<ValueBounds> bounds = ComputeContourRange(item, Model, Settings.Difference, known, progress);
     if (!bounds)
         return false;
+    if (known > 0)
+        bounds->Take({rangeBasis.Upper, rangeBasis.Lower});
     ContourSettings& contour = Settings.Contour;
     contour.MaxValue = bounds->Max;
     contour.MinValue = bounds->Min;

@@ -39,8 +39,9 @@ public:
 
     /// Makes `reloaded`, which is the same file read anew with a step of it, the document, and keeps settings and view:
     /// items of vectors by their names, and of a mesh with other bounds all is shown at the same zoom.
-    /// Whether it is such a one.
-    bool TakeUpAnew(const ResultModel& reloaded);
+    /// Whether it is such a one. With `grown` its first steps are the whole steps of the document, and what is known of
+    /// them still holds.
+    bool TakeUpAnew(const ResultModel& reloaded, bool grown = false);
     /// Brings the whole mesh into view at 100 %, fitted anew in every scale mode.
     void ShowAll();
     /// Likewise with the mesh where its displacement takes it in a picture of this size.
@@ -57,8 +58,9 @@ public:
 
     /// Whether the contour has the range of all steps, and the one that stands in the settings is not that of `item`.
     bool LacksRange(std::int32_t item) const;
-    /// Finds it and puts it into the settings. False, with these as they were, when `progress` says no. May be called
-    /// on another thread as long as nobody else uses the session.
+    /// Finds it and puts it into the settings; of a file that has grown only the new steps are read. False, with the
+    /// settings as they were, when `progress` says no. May be called on another thread as long as nobody else uses the
+    /// session.
     bool FindRange(std::int32_t item, const LoadProgress& progress = {});
 
     /// References the members: valid as long as the session.
@@ -70,10 +72,13 @@ private:
     /// What the range of all steps in the settings was found for.
     struct RangeBasis {
         std::weak_ptr<const StepSource> Source; ///< each open of a file has its own
-        std::int32_t Item = -1, StepCount = 0;
-        int Reference = -1; ///< -1 when the contour shows no difference
+        std::int32_t Item = -1;
+        std::int32_t StepCount = 0; ///< from the first on
+        int Reference = -1;         ///< -1 when the contour shows no difference
         float Upper = 0, Lower = 0;
     };
+
+    bool isBasisOf(std::int32_t item) const;
 
     const Painter* painter = nullptr; ///< of the draw that is going on
     RangeBasis rangeBasis;
