@@ -24,7 +24,10 @@ frmMain* frmMain::Instance() {
     return instance;
 }
 
-frmMain::frmMain() : slideShow(mdApplication::Current) {
+frmMain::frmMain()
+    : reading(mdApplication::Current), followed(mdApplication::Current, reading),
+      slideShow(mdApplication::Current,
+                [this](std::int32_t step) { return reading.LoadStep(step, mdApplication::Model.CurrentItem); }) {
     instance = this;
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
@@ -68,15 +71,13 @@ void frmMain::SetZoom(int value) {
 }
 
 void frmMain::repaint() {
-    if (updatingUi)
-        return;
-    findRange();
-    scene->Paint();
+    if (!updatingUi)
+        scene->Paint();
 }
 
 void frmMain::Tell(const QString& line) {
     notice = NativePath::Shown(notice + u' ' + line).trimmed();
-    panels[0]->setText(notice);
+    showTold();
 }
 
 void frmMain::forgetTold() {
@@ -85,7 +86,7 @@ void frmMain::forgetTold() {
 }
 
 void frmMain::showTold() {
-    panels[0]->setText(notice.isEmpty() ? fileNote : notice);
+    panels[0]->setText(QString(followed.Note() + u' ' + notice).trimmed());
 }
 
 void frmMain::buildPanels() {
@@ -119,7 +120,14 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
-    connect(&fileWatch, &FileWatch::Looked, this, &frmMain::onFileLooked);
+    connect(&reading, &DocumentReading::WindowWanted, this, &frmMain::showAtOnce);
+    connect(&reading, &DocumentReading::Progress, panels[0], &QLabel::setText);
+    connect(&reading, &DocumentReading::Told, this, &frmMain::Tell);
+    followed.TakeUp = [this](const DocumentReading::Anew& anew) { takeUpAnew(anew); };
+    followed.MayRead = [this] { return mayFollow(); };
+    connect(&followed, &FollowedFile::NoteChanged, this, &frmMain::showTold);
+    connect(&followed, &FollowedFile::Told, this, &frmMain::Tell);
+    connect(scene, &ctlScene::AboutToPaint, &reading, &DocumentReading::FindRange);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);

@@ -3,9 +3,14 @@
 #include <exception>
 #include <utility>
 
-SlideShow::SlideShow(Session& ofSession) : session(ofSession) {}
+SlideShow::SlideShow(Session& ofSession, StepLoader loader) : session(ofSession), loadStep(std::move(loader)) {
+    if (!loadStep)
+        loadStep = [this](std::int32_t step) {
+            return session.ExchangeStep(step, session.Model.CurrentItem) == Session::StepLoad::Done;
+        };
+}
 
-Session::StepLoad SlideShow::Start(const ShowRange& computed, const LoadProgress& progress) {
+bool SlideShow::Start(const ShowRange& computed) {
     range = computed;
     savedStep = session.Model.CurrentStep;
     savedContour = session.Settings.Contour;
@@ -15,7 +20,7 @@ Session::StepLoad SlideShow::Start(const ShowRange& computed, const LoadProgress
         holdRange();
     else
         session.Settings.Contour.Automatic = false;
-    return settings.AtFirst ? loadStep(0, progress) : Session::StepLoad::Done;
+    return !settings.AtFirst || loadStep(0);
 }
 
 void SlideShow::holdRange() {
@@ -35,7 +40,7 @@ void SlideShow::ApplySettings() {
     }
 }
 
-Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
+bool SlideShow::Stop() {
     ForgetAhead();
     session.SlideShow = {};
     const SlideShowSettings& settings = session.Settings.SlideShow;
@@ -47,7 +52,7 @@ Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
         contour.Range = savedContour.Range;
         contour.Divide = savedContour.Divide;
     }
-    return settings.RestoreStep ? loadStep(savedStep, progress) : Session::StepLoad::Done;
+    return !settings.RestoreStep || loadStep(savedStep);
 }
 
 std::int32_t SlideShow::nextStep() const {
@@ -61,13 +66,13 @@ bool SlideShow::isAhead(std::int32_t step) const {
            ahead.CurrentItem == shown.CurrentItem && ahead.ReferenceStep == shown.ReferenceStep;
 }
 
-Session::StepLoad SlideShow::ShowNext(const LoadProgress& progress) {
+bool SlideShow::ShowNext() {
     const std::int32_t step = nextStep();
     // The two change places, so that each has its own memory to write the values to in which nobody else has a share.
     if (!isAhead(step))
-        return loadStep(step, progress);
+        return loadStep(step);
     std::swap(session.Model, ahead);
-    return Session::StepLoad::Done;
+    return true;
 }
 
 void SlideShow::ReadAhead() noexcept {

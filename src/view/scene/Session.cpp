@@ -81,8 +81,9 @@ bool Session::TakeUpAnew(const ResultModel& reloaded, bool grown) {
     return true;
 }
 
-Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress) {
-    ResultModel next = Model;
+Session::StepLoad Session::ReadStep(std::int32_t step, std::int32_t item, ResultModel& next,
+                                    const LoadProgress& progress) const {
+    next = Model;
     bool stopped = false;
     const auto goesOn = [&](qint64 done, qint64 total) { return !(stopped = stopped || !progress(done, total)); };
     mdVelorinResultModel::LoadStep(step, std::max(item, 0), next, false, Settings.Difference.StandardStep,
@@ -92,8 +93,15 @@ Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, co
     for (const std::int32_t read : {step, Settings.Difference.StandardStep})
         if (!mdVelorinResultModel::StillHolds(Model, read))
             return StepLoad::Changed;
-    Model = std::move(next);
     return StepLoad::Done;
+}
+
+Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item) {
+    ResultModel next;
+    const StepLoad outcome = ReadStep(step, item, next);
+    if (outcome == StepLoad::Done)
+        Model = std::move(next);
+    return outcome;
 }
 
 void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
@@ -123,19 +131,27 @@ bool Session::LacksRange(std::int32_t item) const {
            (!isBasisOf(item) || rangeBasis.StepCount != Model.StepCount);
 }
 
-bool Session::FindRange(std::int32_t item, const LoadProgress& progress) {
+std::optional<ValueBounds> Session::RangeOfAllSteps(std::int32_t item, const LoadProgress& progress) const {
     const std::int32_t known = isBasisOf(item) ? rangeBasis.StepCount : 0;
-    std::optional<ValueBounds> bounds = ComputeContourRange(item, Model, Settings.Difference, known, progress);
-    if (!bounds)
-        return false;
-    if (known > 0)
-        bounds->Take({rangeBasis.Upper, rangeBasis.Lower});
+    std::optional<ValueBounds> range = ComputeContourRange(item, Model, Settings.Difference, known, progress);
+    if (range && known > 0)
+        range->Take({rangeBasis.Upper, rangeBasis.Lower});
+    return range;
+}
+
+void Session::HoldRange(std::int32_t item, const ValueBounds& range) {
     ContourSettings& contour = Settings.Contour;
-    contour.MaxValue = bounds->Max;
-    contour.MinValue = bounds->Min;
+    contour.MaxValue = range.Max;
+    contour.MinValue = range.Min;
     contour.Automatic = false;
-    rangeBasis = {Model.Source, item, Model.StepCount, referenceOf(Settings.Difference), bounds->Max, bounds->Min};
-    return true;
+    rangeBasis = {Model.Source, item, Model.StepCount, referenceOf(Settings.Difference), range.Max, range.Min};
+}
+
+bool Session::FindRange(std::int32_t item, const LoadProgress& progress) {
+    const std::optional<ValueBounds> range = RangeOfAllSteps(item, progress);
+    if (range)
+        HoldRange(item, *range);
+    return range.has_value();
 }
 
 void Session::Draw(DeviceContext& device, const Painter& chosen) {

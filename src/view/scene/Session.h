@@ -2,6 +2,7 @@
 // command line and whatever else makes pictures share it. It shows no message and knows no window.
 #pragma once
 
+#include "result/ValueBounds.h"
 #include "result/mdVelorinResultModel.h"
 #include "view/scene/mdScene.h"
 
@@ -51,16 +52,22 @@ public:
     /// is no such step, and then none is loaded. Where the contour has the range of all steps it is found before, if
     /// that has not been done for the item.
     bool LoadStep(std::int32_t step, std::int32_t item);
-    /// The same beside the step that shows: whatever else comes of it, and without the memory for it, that one stays.
-    StepLoad ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress = {});
+    /// Reads it into `next`, which is to be the document when it is done; the session stays as it is. May be called on
+    /// another thread while the session is only read.
+    StepLoad ReadStep(std::int32_t step, std::int32_t item, ResultModel& next, const LoadProgress& progress = {}) const;
+    /// Both: whatever else comes of it, and without the memory for it, the step that shows stays.
+    StepLoad ExchangeStep(std::int32_t step, std::int32_t item);
     /// The step and the item that the document names, the first ones if it names none.
     bool LoadStep() { return LoadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem); }
 
     /// Whether the contour has the range of all steps, and the one that stands in the settings is not that of `item`.
     bool LacksRange(std::int32_t item) const;
-    /// Finds it and puts it into the settings; of a file that has grown only the new steps are read. False, with the
-    /// settings as they were, when `progress` says no. May be called on another thread as long as nobody else uses the
-    /// session.
+    /// Finds it; of a file that has grown only the new steps are read. Nothing when `progress` says no. May be called
+    /// on another thread while the session is only read.
+    std::optional<ValueBounds> RangeOfAllSteps(std::int32_t item, const LoadProgress& progress = {}) const;
+    /// Puts it into the settings.
+    void HoldRange(std::int32_t item, const ValueBounds& range);
+    /// Both. False, with the settings as they were, when `progress` says no.
     bool FindRange(std::int32_t item, const LoadProgress& progress = {});
 
     /// References the members: valid as long as the session.
