@@ -137,13 +137,9 @@ void RankedSheets::Put(int first, std::span<const ColorRef> inks) {
     if (sheets.empty())
         return;
     merge();
-    // Looked up without asking which ranks are meant: those that are not have the pixel that is there.
-    std::array<std::uint32_t, MostRanks + 1> pixelOf{}, keep;
-    keep.fill(~0u);
-    for (std::size_t i = 0; i < inks.size() && std::size_t(first) + i < pixelOf.size(); ++i) {
-        pixelOf[std::size_t(first) + i] = toPixel(inks[i]);
-        keep[std::size_t(first) + i] = 0;
-    }
+    std::array<std::uint32_t, MostRanks + 1> pixelOf{};
+    inks = inks.first(std::min(inks.size(), pixelOf.size()));
+    std::ranges::transform(inks, pixelOf.begin(), toPixel);
     Sheet& sheet = *sheets.front();
     constexpr int rowsAtOnce = 64;
     const int rows = std::max(0, sheet.Bottom() - sheet.Top());
@@ -153,7 +149,8 @@ void RankedSheets::Put(int first, std::span<const ColorRef> inks) {
                     for (int y = start; y < std::min(start + rowsAtOnce, sheet.Bottom()); ++y) {
                         std::uint32_t* pixel = surface.Pixel(surface.Left, y);
                         for (const Rank rank : sheet.Row(y)) {
-                            *pixel = (*pixel & keep[rank]) | pixelOf[rank];
+                            if (const unsigned ink = unsigned(rank) - unsigned(first); ink < inks.size())
+                                *pixel = pixelOf[ink];
                             ++pixel;
                         }
                     }

@@ -29,12 +29,16 @@ std::uint8_t sidesOf(const DeviceRect& area, DevicePoint point) {
 struct NodePlaces {
     std::vector<DevicePoint>& Points;
     const std::optional<DeviceRect>& Area;
-    std::vector<std::uint8_t> Sides; ///< none without an area
+    /// None without an area; else a power of two, so that one question does for several nodes. Beyond the last node all
+    /// sides are set, which tells nothing.
+    std::vector<std::uint8_t> Sides;
+    static constexpr std::uint8_t EverySide = 15;
 
     NodePlaces(std::vector<DevicePoint>& points, std::int32_t count, const std::optional<DeviceRect>& area)
         : Points(points), Area(area) {
         Points.resize(std::size_t(std::max(count, 0)));
-        Sides.resize(Area ? Points.size() : 0);
+        if (Area)
+            Sides.resize(std::bit_ceil(Points.size()), EverySide);
     }
     /// `pointOf(i)` for every node.
     template<class PointOf>
@@ -96,6 +100,19 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     });
 }
 
+/// Beyond which sides all of these nodes lie.
+unsigned commonSides(std::span<const std::uint8_t> sides, std::span<const std::int32_t> nodes) {
+    // Most elements have four corners, all in the mesh.
+    if (nodes.size() == 4 && std::size_t(nodes[0] | nodes[1] | nodes[2] | nodes[3]) < sides.size()) [[likely]]
+        return unsigned(sides[std::size_t(nodes[0])]) & sides[std::size_t(nodes[1])] & sides[std::size_t(nodes[2])] &
+               sides[std::size_t(nodes[3])];
+    unsigned common = NodePlaces::EverySide;
+    for (const std::int32_t node : nodes)
+        if (std::size_t(node) < sides.size())
+            common &= sides[std::size_t(node)];
+    return common;
+}
+
 /// The elements that don't have all of their corners beyond one side of what can be seen.
 void findVisible(const MeshData& mesh, const NodePlaces& places, VisibleElements& visible) {
     const std::int32_t* firstCorner = mesh.Elements.FirstCorner.constData();
@@ -105,18 +122,12 @@ void findVisible(const MeshData& mesh, const NodePlaces& places, VisibleElements
     parallelStretches(mesh.ElementCount, [=, &visible](std::int32_t first, std::int32_t last) {
         std::vector<std::int32_t>& all = visible.Of(first / indexesPerStretch);
         std::array<std::int32_t, 1024> some;
-        std::int32_t k = firstCorner[first];
         for (std::int32_t e = first; e < last;) {
             // Written without asking and kept by counting on: what is seen and what not changes too often for a guess.
             std::size_t count = 0;
             for (const std::int32_t pause = std::min(last, e + std::int32_t(some.size())); e < pause; ++e) {
-                constexpr unsigned every = 15;
-                unsigned common = every;
-                for (const std::int32_t end = firstCorner[e + 1]; k < end; ++k)
-                    if (const auto node = std::size_t(nodeIndex[k]); node < sides.size()) [[likely]]
-                        common &= sides[node];
                 some[count] = e;
-                count += common == 0 ? 1 : 0;
+                count += commonSides(sides, {nodeIndex + firstCorner[e], nodeIndex + firstCorner[e + 1]}) == 0 ? 1 : 0;
             }
             all.insert(all.end(), some.begin(), some.begin() + std::ptrdiff_t(count));
         }
