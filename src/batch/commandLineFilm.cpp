@@ -139,7 +139,7 @@ void holdRange(const ContourChoice& choice, std::int32_t item, Session& session)
     const bool ofFile = choice.Whose == ContourChoice::Of::File;
     // The item's own values are read where they count.
     const ShowRange range = *ComputeItemRange(ofFile ? item : -1, session.Model, settings.Vector);
-    session.SlideShow = {true, range.MaxDisplacement, range.MaxVector};
+    session.SlideShow = {true, range.MaxDisplacement, range.MaxVector, ofFile};
     if (ofFile)
         FixContour(settings.Contour, range.Maximum, range.Minimum, settings.SlideShow.ContourDivide);
     else if (choice.Whose == ContourChoice::Of::Given)

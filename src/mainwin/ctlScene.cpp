@@ -53,18 +53,24 @@ void ctlScene::buildControls() {
     connect(picScreen, &PictureBox::MouseMoved, this, &ctlScene::showMouseCoordinates);
     connectPicking();
     connectTip();
-    connectMoving();
+    moving = std::make_unique<SceneMoving>(session, *picScreen, [this] { return paint->IsRunning(); });
+    connect(moving.get(), &SceneMoving::Beginning, this, &ctlScene::cancelDrag);
+    connect(moving.get(), &SceneMoving::ViewChanged, this, &ctlScene::onViewChanged);
+    connect(moving.get(), &SceneMoving::PaintWanted, this, [this] { Paint(); });
+    connect(moving.get(), &SceneMoving::PaintAtRestWanted, this,
+            [this] { takeUp(paint->PaintAtRest([this](DeviceContext& device) { session.Draw(device); })); });
 }
 
 void ctlScene::Paint(const std::function<void()>& meanwhile) {
     if (!session.IsOpen())
         return;
     paintDue = false;
+    emit AboutToPaint();
     QElapsedTimer clock;
     clock.start();
     const auto outcome = paint->Paint([this](DeviceContext& device) { session.Draw(device); }, meanwhile);
     constexpr int quickMs = 12;
-    isQuick = clock.elapsed() <= quickMs;
+    moving->NoteSpeed(clock.elapsed() <= quickMs);
     takeUp(outcome);
 }
 
@@ -73,10 +79,8 @@ void ctlScene::takeUp(LongPaint::Outcome outcome) {
     ViewState& view = session.View;
     if (outcome == Later)
         return;
-    isMoved = outcome == GaveWay;
     if (outcome == Shown) {
-        painted = view.CoordConverter;
-        noteView();
+        moving->TakePainted();
         emit Painted();
         return;
     }
@@ -84,12 +88,10 @@ void ctlScene::takeUp(LongPaint::Outcome outcome) {
     view.NodePoints.clear();
     view.ElementCentres.clear();
     if (outcome == GaveWay) {
-        view.CoordConverter = session.Plotter.ConverterNow(*painted);
-        resting.start();
+        moving->TakeGivenUp();
         return;
     }
-    view.CoordConverter.reset();
-    painted.reset();
+    moving->TakeLost();
     picScreen->RefreshLayer();
     emit PaintStopped(paint->WhyStopped());
 }
@@ -108,9 +110,8 @@ int ctlScene::DotsPerInch() const {
 }
 
 void ctlScene::Clear() {
-    ForgetViews();
-    painted.reset();
-    session.View.CoordConverter.reset();
+    moving->Forget();
+    moving->TakeLost();
     picScreen->BlankSheet();
     picScreen->ShowSheet();
 }
@@ -135,9 +136,23 @@ void ctlScene::SetZoom(int value) {
 }
 
 void ctlScene::finishZoom() {
+    onViewChanged();
+    Paint();
+}
+
+void ctlScene::GoTo(int by) {
+    if (moving->GoTo(by))
+        finishZoom();
+}
+
+void ctlScene::paintExactly() {
+    if (moving->ShowsMoved())
+        Paint();
+}
+
+void ctlScene::onViewChanged() {
     updateScrollBars();
     emit Zoomed();
-    Paint();
 }
 
 void ctlScene::updateScrollBars() {
@@ -157,7 +172,7 @@ void ctlScene::updateScrollBars() {
 void ctlScene::onScroll(ScrollBar bar, int value) {
     mdView::Scroll(session.View, bar, value);
     if (scrScroll[std::size_t(bar)]->isSliderDown())
-        follow();
+        moving->Follow();
     else
         Paint();
 }

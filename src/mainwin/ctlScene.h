@@ -2,8 +2,8 @@
 // with the mouse and marks what is picked. Bars, panels and what is to be picked for are its owner's business.
 #pragma once
 
+#include "mainwin/SceneMoving.h"
 #include "platform/widgets/LongPaint.h"
-#include "view/ViewHistory.h"
 #include "view/clsMouse.h"
 #include "view/scene/Session.h"
 
@@ -46,16 +46,18 @@ public:
     /// The view is another one than was painted.
     void ShowView() { finishZoom(); }
     /// Whether a view was seen `by` places on, or back below 0, since the file was opened; and goes there.
-    bool CanGoTo(int by) const { return seen.CanGo(by); }
+    bool CanGoTo(int by) const { return moving->CanGoTo(by); }
     void GoTo(int by);
     /// What has been seen was of another file.
-    void ForgetViews();
+    void ForgetViews() { moving->Forget(); }
     /// The keyboard's way to what the right button does.
     void AskForPopup();
     /// Takes away what is told of the place under the mouse.
     void HideTip();
 
 signals:
+    /// What the picture depends on counts from now on.
+    void AboutToPaint();
     void Painted();
     /// How a paint that takes long gets on; empty at its end.
     void Progress(const QString& text);
@@ -72,9 +74,6 @@ signals:
     /// The mouse may have changed the selection.
     void Picked();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     // ctlScene.cpp
     void buildControls();
@@ -82,23 +81,12 @@ private:
     bool isOnScreen() const;
     void fitView();
     void finishZoom();
+    void paintExactly();
+    void onViewChanged();
     void updateScrollBars();
     void onScroll(ScrollBar bar, int value);
     void showMouseCoordinates(QPoint pixel);
     void onResized();
-
-    // ctlSceneMoving.cpp
-    void connectMoving();
-    bool isMovable() const;
-    void zoomAt(QPointF pixel, int steps);
-    void follow();
-    void comeToRest();
-    void paintExactly();
-    void noteView();
-    void beginMove(QPoint pixel, Qt::MouseButton button);
-    void moveTo(QPoint pixel, Qt::MouseButtons held);
-    void endMove();
-    void showCursor();
 
     // ctlScenePicking.cpp
     void connectPicking();
@@ -121,23 +109,10 @@ private:
     bool paintDue = false;
     PictureBox* picScreen = nullptr;
     std::unique_ptr<LongPaint> paint;
+    std::unique_ptr<SceneMoving> moving;
     std::array<QScrollBar*, 2> scrScroll{};
     QTimer settling; ///< runs while the window has not got its real size
     QTimer tipWait;  ///< runs while the mouse stands still and nothing is told yet
     QPoint tipAt;
     bool tipShown = false;
-
-    /// A drag that moves the picture.
-    struct Move {
-        QPoint From;
-        PlotRect Bounds; ///< in view when it began
-        Qt::MouseButton Button;
-    };
-    std::optional<Move> move;
-    bool spaceHeld = false;
-    ViewHistory seen;
-    std::optional<PlotConverter> painted; ///< of the picture that is shown, moved or not
-    bool isMoved = false;                 ///< the exact picture is still to be painted
-    bool isQuick = false;                 ///< the latest paint took no longer than a picture is shown
-    QTimer resting;                       ///< runs from a change of the view until it counts as at rest
 };

@@ -55,9 +55,7 @@ int ctlScene::screenWidth() const {
 }
 
 void ctlScene::onMousePressed(QPoint pixel, Qt::MouseButton button) {
-    if (button == Qt::MiddleButton || (button == Qt::LeftButton && spaceHeld)) {
-        beginMove(pixel, button);
-    } else if (button == Qt::LeftButton && takesMouse() && !move) {
+    if (!moving->TakePress(pixel, button) && button == Qt::LeftButton && takesMouse() && !moving->IsDragging()) {
         paintExactly();
         beginDrag(toPoint(pixel));
     }

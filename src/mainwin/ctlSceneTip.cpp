@@ -16,7 +16,7 @@ void ctlScene::connectTip() {
     connect(picScreen, &PictureBox::MouseMoved, this, [this](QPoint pixel, Qt::MouseButtons held) {
         HideTip();
         tipAt = pixel;
-        if (session.Settings.Window.PointTip && held == Qt::NoButton && !move)
+        if (session.Settings.Window.PointTip && held == Qt::NoButton && !moving->IsDragging())
             tipWait.start();
     });
     connect(picScreen, &PictureBox::MousePressed, this, &ctlScene::HideTip);
@@ -33,7 +33,7 @@ void ctlScene::HideTip() {
 
 void ctlScene::showTip() {
     // A picture that is shown moved has its objects elsewhere; the exact one comes soon, but not the mouse again.
-    if (isMoved) {
+    if (moving->ShowsMoved()) {
         tipWait.start();
         return;
     }

@@ -24,7 +24,10 @@ frmMain* frmMain::Instance() {
     return instance;
 }
 
-frmMain::frmMain() : slideShow(mdApplication::Current) {
+frmMain::frmMain()
+    : reading(mdApplication::Current), followed(mdApplication::Current, reading),
+      slideShow(mdApplication::Current,
+                [this](std::int32_t step) { return reading.LoadStep(step, mdApplication::Model.CurrentItem); }) {
     instance = this;
     Q_INIT_RESOURCE(mainwin);
     setObjectName(u"frmMain"_s);
@@ -68,15 +71,13 @@ void frmMain::SetZoom(int value) {
 }
 
 void frmMain::repaint() {
-    if (updatingUi)
-        return;
-    findRange();
-    scene->Paint();
+    if (!updatingUi)
+        scene->Paint();
 }
 
 void frmMain::Tell(const QString& line) {
     notice = NativePath::Shown(notice + u' ' + line).trimmed();
-    panels[0]->setText(notice);
+    showTold();
 }
 
 void frmMain::forgetTold() {
@@ -85,7 +86,7 @@ void frmMain::forgetTold() {
 }
 
 void frmMain::showTold() {
-    panels[0]->setText(notice.isEmpty() ? fileNote : notice);
+    panels[0]->setText(QString(followed.Note() + u' ' + notice).trimmed());
 }
 
 void frmMain::buildPanels() {
@@ -119,7 +120,14 @@ void frmMain::connectEvents() {
     connect(bars, &CommandBars::BandOpening, this, &frmMain::onBandOpening);
     connect(bars, &CommandBars::BandClosed, this, [this](const QString& band) { bars->SetBandVisible(band, true); });
     connect(&timSlideShow, &QTimer::timeout, this, &frmMain::showNextSlide);
-    connect(&fileWatch, &FileWatch::Looked, this, &frmMain::onFileLooked);
+    connect(&reading, &DocumentReading::WindowWanted, this, &frmMain::showAtOnce);
+    connect(&reading, &DocumentReading::Progress, panels[0], &QLabel::setText);
+    connect(&reading, &DocumentReading::Told, this, &frmMain::Tell);
+    followed.TakeUp = [this](const DocumentReading::Anew& anew) { takeUpAnew(anew); };
+    followed.MayRead = [this] { return mayFollow(); };
+    connect(&followed, &FollowedFile::NoteChanged, this, &frmMain::showTold);
+    connect(&followed, &FollowedFile::Told, this, &frmMain::Tell);
+    connect(scene, &ctlScene::AboutToPaint, &reading, &DocumentReading::FindRange);
     connect(scene, &ctlScene::Painted, this, &frmMain::onPainted);
     connect(scene, &ctlScene::Progress, panels[0], &QLabel::setText);
     connect(scene, &ctlScene::PaintStopped, this, &frmMain::pauseSlideShow);
@@ -189,17 +197,24 @@ bool frmMain::takeKey(const QKeyEvent& event) {
         event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
     if (menuKey)
         scene->AskForPopup();
-    return menuKey || takeStepKey(event);
+    // In a show the menu that has this key is hidden; it goes on meanwhile.
+    const bool screenKey = slideShow.IsOn() && event.key() == Qt::Key_F11 && event.modifiers() == Qt::NoModifier;
+    if (screenKey)
+        toggleFullScreen();
+    return menuKey || screenKey || takeStepKey(event);
 }
 
 bool frmMain::takeStepKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-    if ((event.key() != Qt::Key_Up && event.key() != Qt::Key_Down) || modifiers & ~Qt::ControlModifier)
+    const bool isArrow = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
+    // Without a show these two are the keys of commands.
+    const bool isPage = slideShow.IsOn() && (event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown);
+    if ((!isArrow || modifiers & ~Qt::ControlModifier) && (!isPage || modifiers != Qt::NoModifier))
         return false;
     const int step = bars->ListIndex(u"miDrawStep"_s);
     const int last = bars->ListCount(u"miDrawStep"_s) - 1;
     const bool toEnd = modifiers != Qt::NoModifier;
-    if (event.key() == Qt::Key_Up)
+    if (event.key() == Qt::Key_Up || event.key() == Qt::Key_PageUp)
         goToStep(toEnd ? 0 : step - 1);
     else
         goToStep(toEnd ? last : step + 1);

@@ -2,14 +2,14 @@
 // what the events do stands in a file per subject, and what the picture does by itself in its control.
 #pragma once
 
-#include "mainwin/FileWatch.h"
+#include "mainwin/FollowedFile.h"
 #include "mainwin/RecentFiles.h"
 #include "output/SlideShow.h"
 #include "platform/device/DocumentPlotter.h"
+#include "platform/device/pictureFile.h"
 #include "view/clsMouse.h"
 #include "view/scene/Session.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -37,7 +37,8 @@ public:
     void SetZoom(int value);
     /// Paints the scene anew; nothing while the user interface is being updated or without a file.
     void repaint();
-    /// Shows a line in the status bar, behind others that were told since the last command; none when it is empty.
+    /// Shows a line in the status bar, behind what has become of the file and others that were told since the last
+    /// command; none when it is empty.
     void Tell(const QString& line);
     /// What a click on the command does.
     void ExecuteCommand(const QString& tool);
@@ -104,15 +105,16 @@ private:
     void fitView();
     void goBack();
     void goForward();
-    void toggleFullScreen();
-
-    // frmMainReading.cpp
     void hideTip();
     void showPicked();
-    /// Finds the range of all steps if the contour has it and it is not known for the item. When that is stopped, or
-    /// there is no memory for it, the contour gets the range of the step.
-    void findRange();
     void offerFading();
+
+    // frmMainPlace.cpp
+    void toggleFullScreen();
+    /// Whether the window is to change, which may take a while.
+    bool restoreWindow();
+    void storeWindow();
+    QSize roomForFrame() const;
 
     // frmMainGraph.cpp
     void createDistribution();
@@ -136,46 +138,26 @@ private:
 
     // frmMainPicture.cpp
     void savePicture();
+    void writePicture(const QString& path, PictureFormat format, PictureFile& picture);
     void copyPictureCommand();
 
     // frmMainDocument.cpp
-    struct Opening;
     void openResultFile(const QString& path);
-    void readResultFile(const QString& path, Opening& opening);
-    void takeUpFile(const Opening& opening);
+    void takeUpFile(const DocumentReading::Opening& opening);
+    /// The open file read anew.
+    void takeUpAnew(const DocumentReading::Anew& anew);
     /// Gives the open file up and says why.
     void dropFile(const QString& why);
     /// Brings the window up before anything else is done.
     void showAtOnce();
-    /// Does what reads of a file of so many bytes: large ones on another thread while the window is alive. False when
-    /// that was stopped.
-    bool readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
-                  bool givesWay = false);
-    /// False, with the step that shows, when another one could not be had; the user is told why.
-    bool load(const std::function<Session::StepLoad(const LoadProgress&)>& what);
-    bool loadStep(int step, int item);
     void promptAndOpen();
     bool promptFileName(QString& path);
     void showRecentFiles();
     void updateCaption();
     void tellWhatIsMissing(int step);
-    /// Whether the window is to change, which may take a while.
-    bool restoreWindow();
-    void storeWindow();
-    QSize roomForFrame() const;
-
-    // frmMainReload.cpp
-    enum class Reading { Done, Stopped, Refused };
-    void followFile();
-    void lookAtFile() { fileWatch.LookNow(); }
-    void onFileLooked();
     bool mayFollow() const;
-    void noteFileChange();
-    void reloadFile();
-    void followGrowth();
-    Reading readAnew(qint64 bytes, bool following, ResultModel& fresh);
-    void takeUpAnew(const ResultModel& fresh);
-    static QString fileHasChanged();
+    void reloadFile() { followed.Reload(); }
+    void lookAtFile() { followed.LookNow(); }
 
     // frmMainSlideShow.cpp
     void toggleSlideShow();
@@ -201,11 +183,8 @@ private:
     bool sizeToCome = false;    ///< the window has not got its real size yet
     bool fadingOffered = false; ///< since the start of the program
     QString notice;             ///< what the status bar says when nothing else has its first panel
-    QString fileNote;           ///< what has become of the open file; behind `notice`
-    FileWatch fileWatch;
-    QElapsedTimer sinceReload;
-    qint64 reloadMs = 0;     ///< what the last one took
-    qint64 awaitedBytes = 0; ///< with fewer bytes of the file there is nothing new
+    DocumentReading reading;
+    FollowedFile followed;
     RecentFiles recentFiles;
     SlideShow slideShow;
     QTimer timSlideShow;

@@ -85,7 +85,7 @@ void frmMain::onComboSelection(const QString& combo) {
 }
 
 void frmMain::chooseStep() {
-    loadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
+    reading.LoadStep(bars->ListIndex(u"miDrawStep"_s), Model.CurrentItem);
 }
 
 void frmMain::goToStep(int step) {
@@ -112,7 +112,7 @@ void frmMain::chooseItem() {
     const int item = bars->ListIndex(u"miDrawContourItem"_s);
     // What was picked for one kind of object means nothing for another.
     const bool sameKind = typeOf(item) == typeOf(Model.CurrentItem);
-    if (loadStep(Model.CurrentStep, item) && !sameKind)
+    if (reading.LoadStep(Model.CurrentStep, item) && !sameKind)
         Selection.Clear();
 }
 
@@ -158,7 +158,7 @@ void frmMain::editDifference() {
         return;
     const DifferenceSettings before = difference;
     dialog.Bindings().Read(difference);
-    if (!loadStep(Model.CurrentStep, Model.CurrentItem))
+    if (!reading.LoadStep(Model.CurrentStep, Model.CurrentItem))
         difference = before;
     repaint();
 }

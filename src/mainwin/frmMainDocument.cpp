@@ -1,4 +1,4 @@
-// How a file enters the window, what is remembered of it, and how the window comes back as it was left.
+// How a file enters the window and leaves it, and what is remembered of it.
 #include "mainwin/frmMain.h"
 
 #include "app/mdApplication.h"
@@ -8,23 +8,19 @@
 #include "mainwin/StartPage.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
-#include "mainwin/windowPlace.h"
 #include "platform/base/NativePath.h"
-#include "platform/base/ReadHandle.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
 #include "result/readers/readerTable.h"
 #include "view/scene/Session.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QLabel>
-#include <QScreen>
-#include <QStyle>
 #include <QWindow>
-#include <limits>
 
 using mdApplication::Current;
 using mdApplication::Model;
@@ -33,9 +29,18 @@ using mdApplication::ShowMessage;
 
 namespace {
 
-const QString noMemory = u"\r\nメモリが不足しています。"_s;
+/// The picked objects that a mesh of that size still has.
+void keepPicked(clsMouse& selection, const MeshData& mesh) {
+    const std::int32_t count = selection.ObjectType() == PickedKind::Nodes ? mesh.NodeCount : mesh.ElementCount;
+    for (std::int32_t i = selection.Count() - 1; i >= 0; --i)
+        if (selection.Item(i) >= count)
+            selection.Remove(i);
+}
 
-enum WindowStateNumber : int { Normal = 0, Minimised = 1, Maximised = 2 };
+std::int32_t kindOf(const ResultModel& model) {
+    return model.CurrentItem >= 0 && model.CurrentItem < model.ItemCount ? model.Items.at(model.CurrentItem).ElementType
+                                                                         : -1;
+}
 
 } // namespace
 
@@ -58,27 +63,6 @@ void frmMain::FirstStep(const QString& commandLine) {
         ShowMessage(u"無効なパラメータです。"_s, MessageStyle::Stop);
 }
 
-/// A file on its way into the window, with the step that it opens with.
-struct frmMain::Opening {
-    ResultModel Loaded;
-    bool Good = false, Stopped = false;
-    // As its property file wants them.
-    int Step = -1, Item = -1, Reference = -1;
-};
-
-bool frmMain::readWith(qint64 bytes, const QString& caption, const std::function<void(const LoadProgress&)>& read,
-                       bool givesWay) {
-    constexpr qint64 bytesReadAtOnce = 16 << 20;
-    if (bytes < bytesReadAtOnce) {
-        read({});
-        return true;
-    }
-    showAtOnce();
-    LongWork work(caption + u" (Esc で中止)"_s, [this](const QString& text) { panels[0]->setText(text); });
-    work.SetGivesWay(givesWay);
-    return work.Run(read);
-}
-
 void frmMain::showAtOnce() {
     constexpr int patienceMs = 500, intervalMs = 20;
     if (isVisible())
@@ -89,44 +73,15 @@ void frmMain::showAtOnce() {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, intervalMs);
 }
 
-void frmMain::readResultFile(const QString& path, Opening& opening) {
-    using namespace mdVelorinResultModel;
-    ApplicationSettings asLeft = Settings;
-    ResultModel& loaded = opening.Loaded;
-    ResultModel named;
-    named.FileName = NativePath::Absolute(path);
-    propertyFile::LoadPropertyFile(asLeft, named);
-    opening.Step = named.CurrentStep;
-    opening.Item = named.CurrentItem;
-    opening.Reference = asLeft.Difference.StandardStep;
-    const bool derives = Settings.Window.DeriveStresses;
-    // A series is as large as the files that it names.
-    const bool isSeries = path.endsWith(u".pvd", Qt::CaseInsensitive);
-    const qint64 bytes = isSeries ? std::numeric_limits<qint64>::max() : ReadHandle::Open(path).Size();
-    opening.Stopped = !readWith(bytes, tr("読み込み中..."), [&](const LoadProgress& progress) {
-        // Of the time until the picture, about.
-        constexpr int untilMesh = 60;
-        opening.Good = LoadResultFile(path, loaded, PartOf(progress, 0, untilMesh), {derives, derives});
-        if (opening.Good)
-            LoadStep(std::max(opening.Step, 0), std::max(opening.Item, 0), loaded, false, opening.Reference,
-                     PartOf(progress, untilMesh, 100));
-    });
-}
-
 void frmMain::openResultFile(const QString& path) {
+    using enum DocumentReading::Outcome;
     if (LongWork::IsRunning())
         return;
-    // Read into a model of its own, so that a load that is stopped leaves everything as it was.
-    Opening opening;
-    opening.Loaded.Title = Model.Title;
-    try {
-        readResultFile(path, opening);
-    } catch (const std::bad_alloc&) {
-        opening = {};
-        ShowMessage(path + noMemory, MessageStyle::Stop);
-        return;
-    }
-    if (opening.Stopped)
+    DocumentReading::Opening opening;
+    const DocumentReading::Outcome outcome = reading.Open(path, opening);
+    if (outcome == NoMemory)
+        ShowMessage(path + u"\r\nメモリが不足しています。"_s, MessageStyle::Stop);
+    if (outcome == NoMemory || outcome == Stopped)
         return;
     forgetTold();
     // What a show holds fixed is not the file's own, and must not be saved with it.
@@ -136,14 +91,14 @@ void frmMain::openResultFile(const QString& path) {
         Tell(propertyFile::SavePropertyFile(Settings, Model));
     Selection.Clear();
     mdApplication::UnloadGraphWindows();
-    if (opening.Good)
+    if (outcome == Done)
         takeUpFile(opening);
     else // which gives the earlier file up too
         dropFile(path + u"\r\nファイルの形式が不正です。"_s +
                  (opening.Loaded.Note.isEmpty() ? QString() : u"\r\n"_s + opening.Loaded.Note));
 }
 
-void frmMain::takeUpFile(const Opening& opening) {
+void frmMain::takeUpFile(const DocumentReading::Opening& opening) {
     Current.TakeUp(opening.Loaded);
     const int step = Model.CurrentStep;
     // What is saved of a file that opens again may want another step than before.
@@ -152,9 +107,9 @@ void frmMain::takeUpFile(const Opening& opening) {
         Model.CurrentStep = opening.Loaded.CurrentStep;
         Model.CurrentItem = opening.Loaded.CurrentItem;
     } else {
-        loadStep(std::max(step, 0), Model.CurrentItem);
+        reading.LoadStep(std::max(step, 0), Model.CurrentItem);
     }
-    followFile();
+    followed.Begin();
     recentFiles.Add(Model.FileName);
     showRecentFiles();
     if (!isVisible())
@@ -167,8 +122,25 @@ void frmMain::takeUpFile(const Opening& opening) {
     else
         scene->Settled();
     scene->ForgetViews();
-    findRange();
     scene->Fit();
+}
+
+bool frmMain::mayFollow() const {
+    return !slideShow.IsOn() && !QApplication::activeModalWidget() && !QApplication::activePopupWidget() &&
+           !Current.View.Dragging;
+}
+
+void frmMain::takeUpAnew(const DocumentReading::Anew& anew) {
+    notice.clear();
+    if (kindOf(anew.Loaded) == kindOf(Model))
+        keepPicked(Selection, anew.Loaded.Mesh);
+    else
+        Selection.Clear();
+    if (Current.TakeUpAnew(anew.Loaded, anew.Grown))
+        scene->ForgetViews();
+    followed.Begin();
+    updateCommandState();
+    scene->ShowView();
 }
 
 void frmMain::tellWhatIsMissing(int step) {
@@ -192,29 +164,9 @@ void frmMain::showRecentFiles() {
     (IsOpen() ? static_cast<QWidget*>(scene) : startPage)->setFocus();
 }
 
-bool frmMain::loadStep(int step, int item) {
-    return load([=](const LoadProgress& progress) { return Current.ExchangeStep(step, item, progress); });
-}
-
-bool frmMain::load(const std::function<Session::StepLoad(const LoadProgress&)>& what) {
-    try {
-        Session::StepLoad outcome = Session::StepLoad::Done;
-        readWith(Model.Look.Size(), tr("ステップを読み込み中..."),
-                 [&](const LoadProgress& progress) { outcome = what(progress); });
-        if (outcome == Session::StepLoad::Stopped)
-            Tell(tr("読み込みを中止しました。"));
-        if (outcome == Session::StepLoad::Changed)
-            Tell(fileHasChanged());
-        return outcome == Session::StepLoad::Done;
-    } catch (const std::bad_alloc&) {
-        ShowMessage(Model.FileName + noMemory, MessageStyle::Stop);
-        return false;
-    }
-}
-
 void frmMain::dropFile(const QString& why) {
     mdVelorinResultModel::CloseResultFile(Model);
-    followFile();
+    followed.Begin();
     if (slideShow.IsOn())
         endSlideShow();
     updateCaption();
@@ -271,36 +223,4 @@ void frmMain::closeEvent(QCloseEvent* event) {
     settingsStore::SaveSettings(Settings);
     recentFiles.Save();
     event->accept();
-}
-
-bool frmMain::restoreWindow() {
-    const WindowSettings& saved = Settings.Window;
-    if (saved.WindowState < Normal || saved.WindowState > Maximised)
-        return false;
-    constexpr Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized, Qt::WindowMaximized};
-    const Qt::WindowStates before = windowState();
-    setWindowState(states[saved.WindowState]);
-    if (saved.WindowState != Normal)
-        return windowState() != before;
-    std::vector<QRect> screens{screen()->availableGeometry()};
-    for (const QScreen* other : QGuiApplication::screens())
-        screens.push_back(other->availableGeometry());
-    const auto place = windowPlace::Restored(saved.WindowPos, minimumSizeHint(), roomForFrame(), screens);
-    if (!place)
-        return false;
-    const bool changes = windowState() != before || place->size() != size();
-    move(place->topLeft());
-    resize(place->size());
-    return changes;
-}
-
-void frmMain::storeWindow() {
-    Settings.Window.WindowState = isMinimized() ? Minimised : isMaximized() ? Maximised : Normal;
-    constexpr int twips = windowPlace::TwipsPerPixel;
-    const QRect place = isFullScreen() ? placeBefore : QRect(pos(), size());
-    Settings.Window.WindowPos = {place.x() * twips, place.y() * twips, place.width() * twips, place.height() * twips};
-}
-
-QSize frmMain::roomForFrame() const {
-    return isVisible() ? frameGeometry().size() - size() : QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
 }

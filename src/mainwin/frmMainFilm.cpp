@@ -76,7 +76,7 @@ void frmMain::exportSlideShow() {
         Tell(u"メモリが足りないため、中止しました。"_s);
         return;
     } catch (const DrawingStopped&) {
-        ShowMessage(fileHasChanged(), MessageStyle::Stop);
+        ShowMessage(DocumentReading::FileHasChanged(), MessageStyle::Stop);
         return;
     }
     // The last step that was painted is the one that shows from now on.

@@ -33,7 +33,7 @@ void frmMain::createGraphFromSelection(int graphType) {
             return;
         }
         if (!mdVelorinResultModel::StillHolds(Model, Model.StepCount - 1)) {
-            Tell(fileHasChanged());
+            Tell(DocumentReading::FileHasChanged());
             return;
         }
     } catch (const std::bad_alloc&) {
@@ -56,7 +56,7 @@ void frmMain::showGraphPoint(int step, int objectType, int object) {
         Tell(tr("読み直したファイルにこの点はありません。"));
         return;
     }
-    if (!loadStep(step, Model.CurrentItem))
+    if (!reading.LoadStep(step, Model.CurrentItem))
         return;
     Selection.Clear();
     Selection.Add(object, objectType);

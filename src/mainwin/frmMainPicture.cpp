@@ -7,6 +7,7 @@
 #include "mainwin/globals.h"
 #include "output/windows/frmSavePicture.h"
 #include "platform/base/NativePath.h"
+#include "platform/device/DrawingStopped.h"
 #include "platform/raster/pictureFormats.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
@@ -63,22 +64,38 @@ void frmMain::savePicture() {
     if (format != &PngPicture && picture.DotsPerInch == usual)
         picture.DotsPerInch.reset();
     picture.Note = pictureCommand::Line(Current, picture, *path);
+    writePicture(*path, format, picture);
+}
+
+/// All or nothing of a file, whoever stops it.
+void frmMain::writePicture(const QString& path, PictureFormat format, PictureFile& picture) {
     // Painted of a session of its own, since the window stays alive meanwhile.
     Session copy;
     pictureCommand::Copy(Current, picture, copy);
     std::optional<QString> problem;
-    LongWork work(tr("画像を保存中..."), [this](const QString& text) { panels[0]->setText(text); });
+    bool whole = false;
+    LongWork work(tr("画像を保存中... (Esc で中止)"), [this](const QString& text) { panels[0]->setText(text); });
+    const auto write = [&](const LongWork::Progress& progress) {
+        picture.GoesOn = [&progress] { return progress(0, 0); };
+        try {
+            const PictureContent content = format(picture, [&copy](DeviceContext& device) { copy.Draw(device); })();
+            whole = picture.GoesOn();
+            if (whole)
+                problem = SaveContent(path, content);
+        } catch (const DrawingStopped&) {
+            // There is nothing to save.
+        }
+    };
     try {
-        work.Run([&](const LongWork::Progress&) {
-            problem = SaveContent(*path, format(picture, [&copy](DeviceContext& device) { copy.Draw(device); })());
-        });
+        work.Run(write);
     } catch (const std::bad_alloc&) {
+        whole = true;
         problem = tr("メモリが足りません。");
     }
     if (problem)
-        ShowMessage(*path + u"\r\n"_s + *problem, MessageStyle::Stop);
+        ShowMessage(path + u"\r\n"_s + *problem, MessageStyle::Stop);
     else
-        Tell(tr("画像を保存しました。"));
+        Tell(whole ? tr("画像を保存しました。") : tr("画像の保存を中止しました。"));
 }
 
 void frmMain::copyPictureCommand() {

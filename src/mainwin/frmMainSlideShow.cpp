@@ -26,27 +26,16 @@ void frmMain::toggleSlideShow() {
 }
 
 void frmMain::beginSlideShow() {
-    std::optional<ShowRange> range;
-    LongWork work(u"全ステップの範囲を計算中... (Esc で中止)"_s,
-                  [this](const QString& text) { panels[0]->setText(text); });
-    bool whole = false;
-    const auto compute = [&](const LongWork::Progress& progress) {
-        range = ComputeItemRange(Model.CurrentItem, Model, Settings.Vector, progress);
-    };
-    try {
-        whole = work.Run(compute);
-    } catch (const std::bad_alloc&) {
-        whole = false;
-    }
-    if (!whole || !range) {
+    const std::optional<ShowRange> range = reading.RangeForShow();
+    if (!range) {
         Tell(u"スライドショーを中止しました。"_s);
         return;
     }
     if (!mdVelorinResultModel::StillHolds(Model, Model.StepCount - 1)) {
-        Tell(fileHasChanged());
+        Tell(DocumentReading::FileHasChanged());
         return;
     }
-    load([&](const LoadProgress& progress) { return slideShow.Start(*range, progress); });
+    slideShow.Start(*range);
     Selection.Clear();
     showSlideShowState();
     repaint();
@@ -54,7 +43,7 @@ void frmMain::beginSlideShow() {
 
 void frmMain::endSlideShow() {
     timSlideShow.stop();
-    load([&](const LoadProgress& progress) { return slideShow.Stop(progress); });
+    slideShow.Stop();
     showSlideShowState();
 }
 
@@ -88,7 +77,7 @@ void frmMain::pauseSlideShow() {
 void frmMain::showNextSlide() {
     if (LongWork::IsRunning())
         return;
-    if (load([&](const LoadProgress& progress) { return slideShow.ShowNext(progress); }))
+    if (slideShow.ShowNext())
         scene->Paint([this] { slideShow.ReadAhead(); });
     else
         pauseSlideShow();

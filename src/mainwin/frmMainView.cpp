@@ -1,12 +1,18 @@
-// What part of the model the window shows, and how much of the screen the window has.
+// What part of the model the window shows, and what helps to read it: values of what is picked, edges that hide them.
 #include "mainwin/frmMain.h"
 
 #include "app/NumberFormat.h"
 #include "mainwin/commandState.h"
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
+#include "view/pickedValues.h"
+#include "view/scene/meshFade.h"
 
 #include <QLabel>
+
+using mdApplication::Current;
+using mdApplication::Model;
+using mdApplication::Settings;
 
 void frmMain::onZoomed() {
     showZoom();
@@ -14,7 +20,7 @@ void frmMain::onZoomed() {
 }
 
 void frmMain::showZoom() {
-    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(mdApplication::Current.View)) + u" %"_s);
+    panels[3]->setText(NumberFormat::Shortest(mdView::ZoomPercent(Current.View)) + u" %"_s);
 }
 
 void frmMain::fitView() {
@@ -29,8 +35,21 @@ void frmMain::goForward() {
     scene->GoTo(1);
 }
 
-void frmMain::toggleFullScreen() {
-    if (!isFullScreen())
-        placeBefore = QRect(pos(), size());
-    setWindowState(windowState() ^ Qt::WindowFullScreen);
+void frmMain::hideTip() {
+    scene->HideTip();
+}
+
+void frmMain::showPicked() {
+    const QString text = IsOpen() ? mdPicking::SummaryText(Model, Settings.Difference, Selection) : QString();
+    pickedPanel->setText(text);
+    pickedPanel->setVisible(!text.isEmpty());
+}
+
+void frmMain::offerFading() {
+    const WindowSettings& window = Settings.Window;
+    if (fadingOffered || !window.Mesh || window.FadeMesh || slideShow.IsOn() ||
+        !mdScene::IsMeshDense(Model.Mesh, Current.View, Current.Plotter.Viewport(), scene->DotsPerInch()))
+        return;
+    fadingOffered = true;
+    Tell(u"表示 > 細かいメッシュを薄く で、コンタを隠す辺を薄くできます。"_s);
 }

@@ -3,26 +3,36 @@
 #include <exception>
 #include <utility>
 
-SlideShow::SlideShow(Session& ofSession) : session(ofSession) {}
+SlideShow::SlideShow(Session& ofSession, StepLoader loader) : session(ofSession), loadStep(std::move(loader)) {
+    if (!loadStep)
+        loadStep = [this](std::int32_t step) {
+            return session.ExchangeStep(step, session.Model.CurrentItem) == Session::StepLoad::Done;
+        };
+}
 
-Session::StepLoad SlideShow::Start(const ShowRange& computed, const LoadProgress& progress) {
+bool SlideShow::Start(const ShowRange& computed) {
     range = computed;
     savedStep = session.Model.CurrentStep;
     savedContour = session.Settings.Contour;
     session.SlideShow = {true, range.MaxDisplacement, range.MaxVector};
     const SlideShowSettings& settings = session.Settings.SlideShow;
     if (settings.AutomaticContourValue)
-        FixContour(session.Settings.Contour, range.Maximum, range.Minimum, settings.ContourDivide);
+        holdRange();
     else
         session.Settings.Contour.Automatic = false;
-    return settings.AtFirst ? loadStep(0, progress) : Session::StepLoad::Done;
+    return !settings.AtFirst || loadStep(0);
+}
+
+void SlideShow::holdRange() {
+    FixContour(session.Settings.Contour, range.Maximum, range.Minimum, session.Settings.SlideShow.ContourDivide);
+    session.SlideShow.RangeOfAllSteps = true;
 }
 
 void SlideShow::ApplySettings() {
-    const SlideShowSettings& settings = session.Settings.SlideShow;
     ContourSettings& contour = session.Settings.Contour;
-    if (settings.AutomaticContourValue) {
-        FixContour(contour, range.Maximum, range.Minimum, settings.ContourDivide);
+    session.SlideShow.RangeOfAllSteps = false;
+    if (session.Settings.SlideShow.AutomaticContourValue) {
+        holdRange();
     } else {
         FixContour(contour, savedContour.MaxValue, savedContour.MinValue, savedContour.Divide);
         contour.Automatic = savedContour.Automatic;
@@ -30,7 +40,7 @@ void SlideShow::ApplySettings() {
     }
 }
 
-Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
+bool SlideShow::Stop() {
     ForgetAhead();
     session.SlideShow = {};
     const SlideShowSettings& settings = session.Settings.SlideShow;
@@ -42,7 +52,7 @@ Session::StepLoad SlideShow::Stop(const LoadProgress& progress) {
         contour.Range = savedContour.Range;
         contour.Divide = savedContour.Divide;
     }
-    return settings.RestoreStep ? loadStep(savedStep, progress) : Session::StepLoad::Done;
+    return !settings.RestoreStep || loadStep(savedStep);
 }
 
 std::int32_t SlideShow::nextStep() const {
@@ -56,13 +66,13 @@ bool SlideShow::isAhead(std::int32_t step) const {
            ahead.CurrentItem == shown.CurrentItem && ahead.ReferenceStep == shown.ReferenceStep;
 }
 
-Session::StepLoad SlideShow::ShowNext(const LoadProgress& progress) {
+bool SlideShow::ShowNext() {
     const std::int32_t step = nextStep();
     // The two change places, so that each has its own memory to write the values to in which nobody else has a share.
     if (!isAhead(step))
-        return loadStep(step, progress);
+        return loadStep(step);
     std::swap(session.Model, ahead);
-    return Session::StepLoad::Done;
+    return true;
 }
 
 void SlideShow::ReadAhead() noexcept {

@@ -7,24 +7,28 @@
 
 class SlideShow {
 public:
-    /// The session must outlive the show. It is the session that says whether a show is on.
-    explicit SlideShow(Session& session);
+    /// Loads a step of the item that shows; false when it can't be had.
+    using StepLoader = std::function<bool(std::int32_t step)>;
+
+    /// The session must outlive the show. It is the session that says whether a show is on. Without a loader the
+    /// session exchanges its steps.
+    explicit SlideShow(Session& session, StepLoader loader = {});
     SlideShow(const SlideShow&) = delete;
     SlideShow& operator=(const SlideShow&) = delete;
 
-    // Where a step that can't be had is asked for, the one that shows stays, and all else is done.
+    // Where a step that can't be had is asked for, the one that shows stays, all else is done, and it is false.
 
     bool IsOn() const { return session.SlideShow.SlideShowRunning; }
     /// Begins a show with what `ComputeItemRange` gives of the current item: holds the contour as the settings say and
     /// goes to the first step if they say so.
-    Session::StepLoad Start(const ShowRange& computed, const LoadProgress& progress = {});
+    bool Start(const ShowRange& computed);
     /// Takes up settings of the show that have changed while it is on.
     void ApplySettings();
     /// Puts the contour back as the settings say now, and the step if they say so.
-    Session::StepLoad Stop(const LoadProgress& progress = {});
+    bool Stop();
 
     /// Goes to the next step, behind the last one to the first.
-    Session::StepLoad ShowNext(const LoadProgress& progress = {});
+    bool ShowNext();
     /// Reads the step that comes next into a place of its own. May be called on another thread while the session is
     /// only read; what it can't do, `ShowNext` does.
     void ReadAhead() noexcept;
@@ -32,13 +36,12 @@ public:
     void ForgetAhead() { ahead = {}; }
 
 private:
+    void holdRange();
     std::int32_t nextStep() const;
-    Session::StepLoad loadStep(std::int32_t step, const LoadProgress& progress) {
-        return session.ExchangeStep(step, session.Model.CurrentItem, progress);
-    }
     bool isAhead(std::int32_t step) const;
 
     Session& session;
+    StepLoader loadStep;
     std::int32_t savedStep = -1;
     ContourSettings savedContour;
     ShowRange range;

@@ -81,10 +81,8 @@ void widen(ShowRange& range, const CountingItems& counting, std::int32_t item, c
         range.MaxVector = std::max(range.MaxVector, largest);
 }
 
-} // namespace
-
-std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& model, const VectorSettings& vector,
-                                          const LoadProgress& progress) {
+std::optional<ShowRange> rangeFrom(std::int32_t first, std::int32_t item, const ResultModel& model,
+                                   const VectorSettings& vector, const LoadProgress& progress) {
     // As many values are read between two looks at the progress; enough for threads to be worth their start.
     constexpr qint64 valuesAtOnce = 1 << 20;
     ShowRange range;
@@ -100,7 +98,7 @@ std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& 
         blocks.clear();
         values = 0;
     };
-    for (std::int32_t step = 0; step < model.StepCount; ++step) {
+    for (std::int32_t step = first; step < model.StepCount; ++step) {
         for (const std::int32_t counts : counting.Items) {
             blocks.push_back({step, counts, model.Source->ValueCount(step, counts)});
             values += std::max(blocks.back().Count, 0);
@@ -115,15 +113,23 @@ std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& 
     return range;
 }
 
+} // namespace
+
+std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& model, const VectorSettings& vector,
+                                          const LoadProgress& progress) {
+    return rangeFrom(0, item, model, vector, progress);
+}
+
 std::optional<ValueBounds> ComputeContourRange(std::int32_t item, const ResultModel& model,
-                                               const DifferenceSettings& difference, const LoadProgress& progress) {
+                                               const DifferenceSettings& difference, std::int32_t first,
+                                               const LoadProgress& progress) {
     if (difference.StandardStep < 0 || !difference.ApplyContour) {
-        const std::optional<ShowRange> range = ComputeItemRange(item, model, {}, progress);
+        const std::optional<ShowRange> range = rangeFrom(first, item, model, {}, progress);
         return range ? std::optional(ValueBounds{range->Maximum, range->Minimum}) : std::nullopt;
     }
     ValueBounds bounds;
     ResultModel step = model;
-    for (std::int32_t i = 0; i < model.StepCount; ++i) {
+    for (std::int32_t i = first; i < model.StepCount; ++i) {
         if (!mdVelorinResultModel::LoadStep(i, item, step, true, difference.StandardStep))
             continue;
         const ItemValues values = mdVelorinResultModel::GetNodeValues(true, step.Mesh);

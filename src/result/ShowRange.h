@@ -22,11 +22,12 @@ struct ShowRange {
 std::optional<ShowRange> ComputeItemRange(std::int32_t item, const ResultModel& model, const VectorSettings& vector,
                                           const LoadProgress& progress = {});
 
-/// The bounds of what a contour of `item` shows over all steps: of the item's own values, or where the settings take a
-/// difference for the contour, of that on the nodes. The difference is found in a copy of `model`, step after step.
-/// `progress` and threads as above; without any value the bounds stay where the search begins.
+/// The bounds of what a contour of `item` shows over all steps from `first` on: of the item's own values, or where the
+/// settings take a difference for the contour, of that on the nodes. The difference is found in a copy of `model`, step
+/// after step. `progress` and threads as above; without any value the bounds stay where the search begins.
 std::optional<ValueBounds> ComputeContourRange(std::int32_t item, const ResultModel& model,
-                                               const DifferenceSettings& difference, const LoadProgress& progress = {});
+                                               const DifferenceSettings& difference, std::int32_t first,
+                                               const LoadProgress& progress = {});
 
 /// Holds the contour's range and its number of bands, whatever a step's own range is.
 void FixContour(ContourSettings& contour, float maximum, float minimum, int bands);

@@ -28,9 +28,12 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
 bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress = {},
                      const DerivedItems& derived = {});
 
-/// The same for a file that has only grown, without reading its mesh again; `before` is the file as it was. False too
-/// where the format can't do that.
+/// The same for a file that has only grown, without reading its mesh again; `before` is the file as it was, and its
+/// whole steps stay what they are. False too where the format can't do that.
 bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress = {});
+
+/// How many steps there are, from the first on, that the file held wholly when it was opened.
+std::int32_t WholeSteps(const ResultModel& model);
 
 /// Whether what was read of a step is what the file held when it was opened: it has not changed since, or it has only
 /// grown and the step was whole already.

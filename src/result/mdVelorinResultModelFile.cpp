@@ -159,14 +159,12 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
 
 namespace {
 
-/// Of an open file only its first `bytes` count: steps that end behind them are left out. False when it no longer holds
-/// what `look` saw.
-bool keepSettled(const FileLook& look, qint64 bytes, ResultModel& model) {
+/// Of an open file only what `look` saw counts: steps that end behind it are left out. False when the file no longer
+/// holds it.
+bool keepSettled(const FileLook& look, ResultModel& model) {
     model.Look = look;
-    while (model.StepCount > 0 && model.Source->EndOf(model.StepCount - 1) > bytes) {
-        model.Steps.removeLast();
-        --model.StepCount;
-    }
+    model.StepCount = WholeSteps(model);
+    model.Steps.resize(model.StepCount);
     return StillHolds(model, model.StepCount - 1);
 }
 
@@ -175,8 +173,7 @@ bool keepSettled(const FileLook& look, qint64 bytes, ResultModel& model) {
 bool LoadSettledFile(const QString& path, qint64 bytes, ResultModel& model, const LoadProgress& progress,
                      const DerivedItems& derived) {
     const FileLook look(ReadHandle::Open(path), bytes);
-    return LoadResultFile(path, model, progress, derived) && model.FirstStepOffset <= bytes &&
-           keepSettled(look, bytes, model);
+    return LoadResultFile(path, model, progress, derived) && model.FirstStepOffset <= bytes && keepSettled(look, model);
 }
 
 bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& model, const LoadProgress& progress) {
@@ -185,12 +182,21 @@ bool ExtendSettledFile(const ResultModel& before, qint64 bytes, ResultModel& mod
     if (IsFileClosed(before) || before.Look.ChangeTo(file) != FileChange::Grown)
         return false;
     model = before;
+    // A step that was opened half is read anew.
+    model.Steps.resize(WholeSteps(before));
     model.Source = before.Source->Extended(file, model.Steps, progress);
     if (!model.Source)
         return false;
     model.FileHandle = file;
     model.StepCount = std::int32_t(model.Steps.size());
-    return keepSettled(look, bytes, model);
+    return keepSettled(look, model);
+}
+
+std::int32_t WholeSteps(const ResultModel& model) {
+    std::int32_t count = model.Source ? model.StepCount : 0;
+    while (count > 0 && model.Source->EndOf(count - 1) > model.Look.Size())
+        --count;
+    return count;
 }
 
 bool StillHolds(const ResultModel& model, std::int32_t step) {

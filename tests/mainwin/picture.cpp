@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QLabel>
 #include <QProcess>
 #include <QSpinBox>
 #include <QTimer>
@@ -88,6 +89,7 @@ TEST_F(PictureTest, TheCopiedCommandMakesTheVeryPicture) {
     Settings.Difference = {0, true, true, true, true};
     Settings.Window.ScaleMode = int(PlotScaleMode::Automatic);
     find<QAction>(u"miViewScaleAutomatic"_s)->trigger();
+    Settings.Contour.LegendRange = true;
     window.ExecuteCommand(u"miToolsSlideShow"_s);
     QTest::keyClick(picture, Qt::Key_Down);
     expectSame("in a slide show");
@@ -109,6 +111,25 @@ TEST_F(PictureTest, ASavedPictureTellsHowOthersAreMadeLikeIt) {
         EXPECT_TRUE(like == (name == u"fine.png" ? fine : picture->Image())) << name.toStdString();
         EXPECT_EQ(TestFolder::Read(folder.Path(name)), whole) << "the name in the note is not written to";
     }
+}
+
+TEST_F(PictureTest, EscLeavesNoFile) {
+    VrfBuilder file = twoSquares();
+    file.elements.assign(3000, {});
+    for (std::size_t e = 0; e < file.elements.size(); ++e)
+        for (std::size_t k = 0; k < 100; ++k)
+            file.elements[e].push_back(qint32((e * k + k * k) % 6 + 1));
+    file.steps = {{0, {}, std::vector<qint32>(file.elements.size(), 1), {{1, 2, 3, 4, 5, 6}, {}}}};
+    window.FirstStep(folder.Write(file.Bytes()));
+    QTimer esc;
+    QObject::connect(&esc, &QTimer::timeout, &window, [this] {
+        if (!QApplication::activeModalWidget())
+            QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    esc.start(100);
+    saved(u"large.png"_s, 2400);
+    EXPECT_FALSE(QFile::exists(folder.Path(u"large.png"_s)));
+    EXPECT_TRUE(find<QLabel>(u"stbStatus_1"_s)->text().contains(u"中止"_s));
 }
 
 } // namespace

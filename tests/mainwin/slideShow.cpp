@@ -59,6 +59,14 @@ TEST_F(SlideShowTest, BeginsHaltedMovesOnWithTheTimerAndEndsAsItBegan) {
     EXPECT_EQ(state(), running);
     key(Qt::Key_Down, Qt::ControlModifier);
     EXPECT_EQ(Model.CurrentStep, 2);
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(Model.CurrentStep, 1);
+    key(Qt::Key_PageDown);
+    for (const bool full : {true, false}) {
+        key(Qt::Key_F11);
+        EXPECT_EQ(window.isFullScreen(), full);
+        EXPECT_EQ(state(), running) << "the show goes on";
+    }
     window.ExecuteCommand(u"miViewRefresh"_s);
     EXPECT_EQ(state(), paused) << "any command halts it";
     Settings.SlideShow.Interval = 1;

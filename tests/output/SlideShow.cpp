@@ -71,6 +71,7 @@ TEST_F(ShowTest, HoldsContourAndStepAndPutsThemBackAsTheSettingsSayAtTheEnd) {
         show.Start(*ComputeItemRange(0, session.Model, session.Settings.Vector));
         EXPECT_EQ(session.SlideShow.SlideMaxDisplacement, 12);
         EXPECT_EQ(heldContour(), during);
+        EXPECT_EQ(session.SlideShow.RangeOfAllSteps, automaticAtStart);
         EXPECT_EQ(session.Model.CurrentStep, flag ? 0 : 1);
         show.ShowNext();
         settings.AutomaticContourValue = automaticAtEnd;

@@ -6,6 +6,7 @@
 #include "platform/device/PaperSizes.h"
 #include "platform/device/pictureFile.h"
 #include "platform/raster/PreviewDevice.h"
+#include "platform/raster/pictureFormats.h"
 #include "result/ModelTest.h"
 
 #include <QProcess>
@@ -98,6 +99,8 @@ TEST_F(PreviewTest, StopsAndLeavesThePositionsOfTheScreenAlone) {
     EXPECT_THROW(pagePreview::Paint(session.Plotter, on, {100, 100}, [] { return false; }), DrawingStopped);
     const Paint paint = [&](DeviceContext& device) { session.Plotter.DrawPage(device, on); };
     EXPECT_THROW(PdfPage(on, {}, paint, [] { return false; }), DrawingStopped);
+    for (const PictureFormat format : {PngPicture, SvgPicture, PdfPicture})
+        EXPECT_THROW(format({.Title = {}, .GoesOn = [] { return false; }}, paint), DrawingStopped);
     pagePreview::Paint(session.Plotter, on, {1, 1});
     EXPECT_EQ(session.View.NodePoints, (std::vector<DevicePoint>{{1, 2}}));
     EXPECT_FALSE(session.View.CoordConverter.has_value());

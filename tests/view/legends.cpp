@@ -81,6 +81,9 @@ TEST_F(Legends, TheContourTellsItsItemAndWhoseRangeItHas) {
         EXPECT_TRUE(legend.ends_with(std::string(" \"範囲: ") + text + "\"\n"));
         EXPECT_EQ(rect.Top, 192 + 64) << "two lines lower";
     }
+    contour.Range = ContourRange::AsStands;
+    slideShow.RangeOfAllSteps = true;
+    EXPECT_NE(contourLegend().find("全ステップ"), std::string::npos) << "as a show holds it";
     contour.LegendName = contour.LegendRange = false;
     EXPECT_EQ(contourLegend(), plain);
     EXPECT_EQ(rect.Top, 192);

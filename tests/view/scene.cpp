@@ -189,9 +189,34 @@ TEST(SessionRange, OfAllStepsFollowsItemAndReference) {
     expect(1, "per element");
     session.Settings.Difference = {.StandardStep = 0, .ApplyContour = true};
     expect(0, "a difference");
-    EXPECT_FALSE(session.FindRange(0, [](qint64, qint64) { return false; }));
     contour.MaxValue = 1000;
     EXPECT_TRUE(session.LacksRange(0)) << "someone else has set it";
+    EXPECT_FALSE(session.FindRange(0, [](qint64, qint64) { return false; }));
+}
+
+TEST(SessionRange, OfAFileThatGrowsIsThatOfAllItsSteps) {
+    TestFolder folder;
+    VrfBuilder file = twoSquares();
+    file.steps = {{0, {}, {1, 2}, {std::vector<double>(6, 5), {1}}}, {1, {}, {1, 2}, {std::vector<double>(6, 7), {1}}}};
+    const QByteArray two = file.Bytes();
+    file.steps.push_back({2, {}, {1, 2}, {std::vector<double>(6, 6), {1}}});
+    file.steps.push_back({3, {}, {1, 2}, {std::vector<double>(6, 9), {1}}});
+    // The last step opened half shows zeros, and the reference step may be among those that come.
+    for (const auto& [cut, reference, lowest, highest] : {std::tuple(0, -1, 5, 9), {5, -1, 5, 9}, {0, 3, -4, 0}}) {
+        const QString path = folder.Write(two.chopped(cut));
+        Session session;
+        ASSERT_TRUE(session.Open(path));
+        session.Settings.Difference = {.StandardStep = reference, .ApplyContour = true};
+        session.Settings.Contour.Range = ContourRange::AllSteps;
+        ASSERT_TRUE(session.LoadStep(1, 0));
+        ResultModel more;
+        ASSERT_TRUE(
+            mdVelorinResultModel::ExtendSettledFile(session.Model, QFileInfo(folder.Write(file.Bytes())).size(), more));
+        session.TakeUpAnew(more, true);
+        ASSERT_TRUE(session.LacksRange(0) && session.LoadStep(3, 0));
+        EXPECT_EQ(session.Settings.Contour.MinValue, lowest) << cut << ' ' << reference;
+        EXPECT_EQ(session.Settings.Contour.MaxValue, highest) << cut << ' ' << reference;
+    }
 }
 
 /// Displacement X and Y as items of their own; the largest magnitude is Y's 2.

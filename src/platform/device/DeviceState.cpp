@@ -1,11 +1,18 @@
 #include "platform/device/DeviceState.h"
 
+#include "platform/device/DrawingStopped.h"
+
 #include <utility>
 
 StatefulDevice::StatefulDevice(const DeviceMeasures& deviceMeasures) : measures(deviceMeasures) {
     state.LinePen = stockPen(Stock::BlackPen);
     state.AreaBrush = stockBrush(Stock::WhiteBrush);
     state.TextFont = stockFont(Stock::SystemFont, measures.DotsPerInchY);
+}
+
+void StatefulDevice::stopIfAsked() const {
+    if (GoesOn && !GoesOn())
+        throw DrawingStopped();
 }
 
 void StatefulDevice::SaveDC() {

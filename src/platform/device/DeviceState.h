@@ -4,6 +4,7 @@
 
 #include "platform/device/DeviceMeasures.h"
 
+#include <functional>
 #include <optional>
 #include <type_traits>
 #include <vector>
@@ -28,6 +29,10 @@ struct DeviceState {
 /// of what it draws with) it compares with the state when it is about to draw; see `Kept`.
 class StatefulDevice : public DeviceContext {
 public:
+    /// When set it is asked before each area and each long run of lines, on any thread that draws them; after a no the
+    /// call throws `DrawingStopped`, and what has been drawn is of no use. Traces don't ask.
+    std::function<bool()> GoesOn;
+
     void SaveDC() override;
     void RestoreDC() override;
     Pen SelectPen(const Pen& pen) override;
@@ -45,6 +50,7 @@ public:
 protected:
     /// Black pen, white brush and the system's font.
     explicit StatefulDevice(const DeviceMeasures& deviceMeasures);
+    void stopIfAsked() const;
 
     const DeviceMeasures measures;
     DeviceState state;

@@ -129,11 +129,6 @@ void PainterDevice::flushLines() {
     lines.clear();
 }
 
-void PainterDevice::stopIfAsked() const {
-    if (GoesOn && !GoesOn())
-        throw DrawingStopped();
-}
-
 void PainterDevice::startFigure() {
     stopIfAsked();
     flushLines();

@@ -29,8 +29,6 @@ public:
     /// Draws what has been collected and leaves the painter as it was found; nothing may be drawn afterwards. The
     /// device does it by itself when it goes, but can't tell then that there was no memory.
     void Finish();
-    /// When set it is asked before each area and each long run of lines; after a no the call throws `DrawingStopped`.
-    std::function<bool()> GoesOn;
     PainterDevice(const PainterDevice&) = delete;
     PainterDevice& operator=(const PainterDevice&) = delete;
 
@@ -50,7 +48,6 @@ public:
 private:
     void addLine(DevicePoint from, DevicePoint to);
     void flushLines();
-    void stopIfAsked() const;
     void startFigure();
     void enterClip();
     const QPen& outlinePen();

@@ -93,6 +93,7 @@ void SvgDevice::enterClip() {
 
 /// Has what comes next drawn with these attributes and under the clip, unless it already is.
 void SvgDevice::openGroup(const QByteArray& look) {
+    stopIfAsked();
     endPath();
     enterClip();
     if (openLook == look)

@@ -78,6 +78,7 @@ PictureEncoding pdfOf(QSizeF points, const DeviceMeasures& measures, const QStri
 PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
     SvgDevice device(units.Width, units.Height, units.PerInch, file.Title, file.Note);
+    device.GoesOn = file.GoesOn;
     paint(device);
     return asItIs(device.TakeDocument());
 }
@@ -85,7 +86,8 @@ PictureEncoding SvgPicture(const PictureFile& file, const Paint& paint) {
 PictureEncoding PdfPicture(const PictureFile& file, const Paint& paint) {
     const Units units(file);
     const QSizeF points = QSizeF(units.Width, units.Height) * pointsPerInch / units.PerInch;
-    return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint, {}, file.Note);
+    return pdfOf(points, {units.Width, units.Height, units.PerInch, units.PerInch}, file.Title, paint, file.GoesOn,
+                 file.Note);
 }
 
 PictureEncoding PdfPage(const PlotPrinter& printer, const QString& title, const Paint& paint,

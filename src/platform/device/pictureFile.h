@@ -15,6 +15,8 @@ struct PictureFile {
     /// As wished. Without a wish it is 96, and vector formats divide the same paper by at least 1200 an inch.
     std::optional<int> DotsPerInch = {};
     QString Note = {}; ///< goes with the picture in PNG, SVG and PDF
+    /// When set the painting ends with `DrawingStopped` soon after it says no, but for a trace.
+    std::function<bool()> GoesOn = {};
 
     int Resolution() const { return DotsPerInch.value_or(96); }
 };

@@ -11,7 +11,7 @@ class PreviewDevice final : public StatefulDevice {
 public:
     PreviewDevice(QImage& picture, const DeviceMeasures& printer);
 
-    /// As `RasterDevice::GoesOn`.
+    /// As `GoesOn` of the device that it draws with.
     void SetGoesOn(std::function<bool()> goesOn) { target.GoesOn = std::move(goesOn); }
 
     void SaveDC() override;

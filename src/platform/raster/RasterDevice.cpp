@@ -34,11 +34,6 @@ RasterDevice::RasterDevice(QImage& picture, int dotsPerInch, int threadLimit)
           {picture.width(), picture.height(), dotsPerInch > 0 ? dotsPerInch : 96, dotsPerInch > 0 ? dotsPerInch : 96}),
       image(picture), threads(threadLimit > 0 ? threadLimit : coreCount()) {}
 
-void RasterDevice::stopIfAsked() const {
-    if (GoesOn && !GoesOn())
-        throw DrawingStopped();
-}
-
 /// Asks the image each time: a copy that someone took of it since must not be drawn into.
 PixelSurface RasterDevice::surface() {
     stopIfAsked();

@@ -23,10 +23,6 @@ public:
     /// `threadLimit`: threads that a batch may use, 0 for one a core.
     RasterDevice(QImage& picture, int dotsPerInch, int threadLimit = 0);
 
-    /// When set it is asked between figures, on any thread that draws them; after a no the call throws
-    /// `DrawingStopped`, and what the image then shows is of no use.
-    std::function<bool()> GoesOn;
-
     void LineTo(DevicePoint point) override;
     void Polyline(std::span<const DevicePoint> points) override;
     void Polygon(std::span<const DevicePoint> points) override;
@@ -53,7 +49,6 @@ private:
     };
 
     PixelSurface surface();
-    void stopIfAsked() const;
     FigurePainter figures() { return figuresOn(surface()); }
     FigurePainter figuresOn(const PixelSurface& part) const;
     template<class RowOf>

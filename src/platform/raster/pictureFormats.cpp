@@ -38,6 +38,7 @@ PictureEncoding PngPicture(const PictureFile& file, const Paint& paint) {
     image.setDotsPerMeterY(qRound(file.Resolution() / metresPerInch));
     {
         RasterDevice device(image, file.Resolution());
+        device.GoesOn = file.GoesOn;
         paint(device);
     }
     return [image, note = file.Note] { return PngContent(image, note); };

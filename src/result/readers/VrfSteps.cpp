@@ -3,6 +3,8 @@
 #include "app/mdApplication.h"
 #include "platform/base/Codepage.h"
 
+#include <limits>
+
 namespace {
 
 constexpr qint64 typeBytes = sizeof(std::int32_t), valueBytes = sizeof(double);
@@ -47,6 +49,9 @@ VrfSteps::Block VrfSteps::scanBlock(SequentialReader& reader, qint64 mostInMesh)
 
 std::shared_ptr<const StepSource> VrfSteps::Extended(const ReadHandle& longer, QList<StepInfo>& steps,
                                                      const LoadProgress& progress) const {
+    // Their places in the file are kept as numbers of this size.
+    if (longer.Size() > std::numeric_limits<std::int32_t>::max())
+        return {};
     // The steps that count already; one that was cut short is none of them.
     Directory found = directory;
     found.TypeOffsets.resize(std::size_t(steps.size()));

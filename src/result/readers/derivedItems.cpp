@@ -58,7 +58,14 @@ public:
     DerivedSteps(std::shared_ptr<const StepSource> given, std::int32_t elements, std::int32_t givenItems,
                  std::vector<Derived> added)
         : StepSource({given->StepCount(), givenItems + std::int32_t(added.size()), elements}), source(std::move(given)),
-          itemsThere(givenItems), derived(std::move(added)) {}
+          elementCount(elements), itemsThere(givenItems), derived(std::move(added)) {}
+
+    std::shared_ptr<const StepSource> Extended(const ReadHandle& longer, QList<StepInfo>& steps,
+                                               const LoadProgress& progress) const override {
+        std::shared_ptr<const StepSource> more = source->Extended(longer, steps, progress);
+        return more ? std::make_shared<const DerivedSteps>(std::move(more), elementCount, itemsThere, derived)
+                    : nullptr;
+    }
 
 private:
     qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const override {
@@ -90,7 +97,7 @@ private:
     const Derived& derivedAt(std::int32_t item) const { return derived[std::size_t(item - itemsThere)]; }
 
     std::shared_ptr<const StepSource> source;
-    std::int32_t itemsThere;
+    std::int32_t elementCount, itemsThere;
     std::vector<Derived> derived;
 };
 

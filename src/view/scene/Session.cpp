@@ -58,7 +58,13 @@ void Session::ShowAll() {
     View.RefitPending = true;
 }
 
-bool Session::TakeUpAnew(const ResultModel& reloaded) {
+bool Session::TakeUpAnew(const ResultModel& reloaded, bool grown) {
+    // A step that was cut short, and a reference step that was not there, would have another range now.
+    const bool rangeHolds = grown && mdVelorinResultModel::WholeSteps(Model) == Model.StepCount &&
+                            rangeBasis.Source.lock() == Model.Source && rangeBasis.Reference < Model.StepCount;
+    if (rangeHolds)
+        rangeBasis.Source = reloaded.Source;
+
     for (VectorItemSet& set : Settings.Vector.ItemSets) {
         set.Horz = mdVelorinResultModel::ItemLike(Model, set.Horz, reloaded);
         set.Vert = mdVelorinResultModel::ItemLike(Model, set.Vert, reloaded);
@@ -75,8 +81,9 @@ bool Session::TakeUpAnew(const ResultModel& reloaded) {
     return true;
 }
 
-Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress) {
-    ResultModel next = Model;
+Session::StepLoad Session::ReadStep(std::int32_t step, std::int32_t item, ResultModel& next,
+                                    const LoadProgress& progress) const {
+    next = Model;
     bool stopped = false;
     const auto goesOn = [&](qint64 done, qint64 total) { return !(stopped = stopped || !progress(done, total)); };
     mdVelorinResultModel::LoadStep(step, std::max(item, 0), next, false, Settings.Difference.StandardStep,
@@ -86,8 +93,15 @@ Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item, co
     for (const std::int32_t read : {step, Settings.Difference.StandardStep})
         if (!mdVelorinResultModel::StillHolds(Model, read))
             return StepLoad::Changed;
-    Model = std::move(next);
     return StepLoad::Done;
+}
+
+Session::StepLoad Session::ExchangeStep(std::int32_t step, std::int32_t item) {
+    ResultModel next;
+    const StepLoad outcome = ReadStep(step, item, next);
+    if (outcome == StepLoad::Done)
+        Model = std::move(next);
+    return outcome;
 }
 
 void Session::ShowAllDisplaced(DeviceSize size, int dotsPerInch) {
@@ -104,24 +118,40 @@ bool Session::LoadStep(std::int32_t step, std::int32_t item) {
     return mdVelorinResultModel::LoadStep(step, item, Model, false, Settings.Difference.StandardStep);
 }
 
-bool Session::LacksRange(std::int32_t item) const {
+/// Whether the range that stands in the settings has been found for the item, over some steps of the file at least.
+bool Session::isBasisOf(std::int32_t item) const {
     const ContourSettings& contour = Settings.Contour;
-    return contour.Range == ContourRange::AllSteps &&
-           (rangeBasis.Source.lock() != Model.Source || rangeBasis.Item != item ||
-            rangeBasis.StepCount != Model.StepCount || rangeBasis.Reference != referenceOf(Settings.Difference) ||
-            rangeBasis.Upper != contour.MaxValue || rangeBasis.Lower != contour.MinValue);
+    return rangeBasis.Source.lock() == Model.Source && rangeBasis.Item == item &&
+           rangeBasis.Reference == referenceOf(Settings.Difference) && rangeBasis.Upper == contour.MaxValue &&
+           rangeBasis.Lower == contour.MinValue;
+}
+
+bool Session::LacksRange(std::int32_t item) const {
+    return Settings.Contour.Range == ContourRange::AllSteps &&
+           (!isBasisOf(item) || rangeBasis.StepCount != Model.StepCount);
+}
+
+std::optional<ValueBounds> Session::RangeOfAllSteps(std::int32_t item, const LoadProgress& progress) const {
+    const std::int32_t known = isBasisOf(item) ? rangeBasis.StepCount : 0;
+    std::optional<ValueBounds> range = ComputeContourRange(item, Model, Settings.Difference, known, progress);
+    if (range && known > 0)
+        range->Take({rangeBasis.Upper, rangeBasis.Lower});
+    return range;
+}
+
+void Session::HoldRange(std::int32_t item, const ValueBounds& range) {
+    ContourSettings& contour = Settings.Contour;
+    contour.MaxValue = range.Max;
+    contour.MinValue = range.Min;
+    contour.Automatic = false;
+    rangeBasis = {Model.Source, item, Model.StepCount, referenceOf(Settings.Difference), range.Max, range.Min};
 }
 
 bool Session::FindRange(std::int32_t item, const LoadProgress& progress) {
-    const std::optional<ValueBounds> bounds = ComputeContourRange(item, Model, Settings.Difference, progress);
-    if (!bounds)
-        return false;
-    ContourSettings& contour = Settings.Contour;
-    contour.MaxValue = bounds->Max;
-    contour.MinValue = bounds->Min;
-    contour.Automatic = false;
-    rangeBasis = {Model.Source, item, Model.StepCount, referenceOf(Settings.Difference), bounds->Max, bounds->Min};
-    return true;
+    const std::optional<ValueBounds> range = RangeOfAllSteps(item, progress);
+    if (range)
+        HoldRange(item, *range);
+    return range.has_value();
 }
 
 void Session::Draw(DeviceContext& device, const Painter& chosen) {

@@ -2,6 +2,7 @@
 // command line and whatever else makes pictures share it. It shows no message and knows no window.
 #pragma once
 
+#include "result/ValueBounds.h"
 #include "result/mdVelorinResultModel.h"
 #include "view/scene/mdScene.h"
 
@@ -39,8 +40,9 @@ public:
 
     /// Makes `reloaded`, which is the same file read anew with a step of it, the document, and keeps settings and view:
     /// items of vectors by their names, and of a mesh with other bounds all is shown at the same zoom.
-    /// Whether it is such a one.
-    bool TakeUpAnew(const ResultModel& reloaded);
+    /// Whether it is such a one. With `grown` its first steps are the whole steps of the document, and what is known of
+    /// them still holds.
+    bool TakeUpAnew(const ResultModel& reloaded, bool grown = false);
     /// Brings the whole mesh into view at 100 %, fitted anew in every scale mode.
     void ShowAll();
     /// Likewise with the mesh where its displacement takes it in a picture of this size.
@@ -50,15 +52,22 @@ public:
     /// is no such step, and then none is loaded. Where the contour has the range of all steps it is found before, if
     /// that has not been done for the item.
     bool LoadStep(std::int32_t step, std::int32_t item);
-    /// The same beside the step that shows: whatever else comes of it, and without the memory for it, that one stays.
-    StepLoad ExchangeStep(std::int32_t step, std::int32_t item, const LoadProgress& progress = {});
+    /// Reads it into `next`, which is to be the document when it is done; the session stays as it is. May be called on
+    /// another thread while the session is only read.
+    StepLoad ReadStep(std::int32_t step, std::int32_t item, ResultModel& next, const LoadProgress& progress = {}) const;
+    /// Both: whatever else comes of it, and without the memory for it, the step that shows stays.
+    StepLoad ExchangeStep(std::int32_t step, std::int32_t item);
     /// The step and the item that the document names, the first ones if it names none.
     bool LoadStep() { return LoadStep(std::max(Model.CurrentStep, 0), Model.CurrentItem); }
 
     /// Whether the contour has the range of all steps, and the one that stands in the settings is not that of `item`.
     bool LacksRange(std::int32_t item) const;
-    /// Finds it and puts it into the settings. False, with these as they were, when `progress` says no. May be called
-    /// on another thread as long as nobody else uses the session.
+    /// Finds it; of a file that has grown only the new steps are read. Nothing when `progress` says no. May be called
+    /// on another thread while the session is only read.
+    std::optional<ValueBounds> RangeOfAllSteps(std::int32_t item, const LoadProgress& progress = {}) const;
+    /// Puts it into the settings.
+    void HoldRange(std::int32_t item, const ValueBounds& range);
+    /// Both. False, with the settings as they were, when `progress` says no.
     bool FindRange(std::int32_t item, const LoadProgress& progress = {});
 
     /// References the members: valid as long as the session.
@@ -70,10 +79,13 @@ private:
     /// What the range of all steps in the settings was found for.
     struct RangeBasis {
         std::weak_ptr<const StepSource> Source; ///< each open of a file has its own
-        std::int32_t Item = -1, StepCount = 0;
-        int Reference = -1; ///< -1 when the contour shows no difference
+        std::int32_t Item = -1;
+        std::int32_t StepCount = 0; ///< from the first on
+        int Reference = -1;         ///< -1 when the contour shows no difference
         float Upper = 0, Lower = 0;
     };
+
+    bool isBasisOf(std::int32_t item) const;
 
     const Painter* painter = nullptr; ///< of the draw that is going on
     RangeBasis rangeBasis;

@@ -190,8 +190,9 @@ QStringList legendHeadings(const Scene& scene) {
     QStringList lines;
     if (contour.LegendName && model.CurrentItem >= 0 && model.CurrentItem < model.Items.size())
         lines.append(model.Items.at(model.CurrentItem).Name);
+    const bool ofAllSteps = contour.Range == ContourRange::AllSteps || scene.SlideShow.RangeOfAllSteps;
     if (contour.LegendRange)
-        lines.append(u"範囲: "_s + (contour.Range == ContourRange::AllSteps  ? u"全ステップ"_s
+        lines.append(u"範囲: "_s + (ofAllSteps                               ? u"全ステップ"_s
                                     : contour.Range == ContourRange::Visible ? u"表示部分"_s
                                     : contour.Automatic                      ? u"このステップ"_s
                                                                              : u"固定"_s));

@@ -25,6 +25,7 @@ struct SlideShowRun {
     bool SlideShowRunning = false;
     float SlideMaxDisplacement = 0; ///< over all steps; stands in for the step's own while a slide show runs
     float SlideMaxVector = 0;
+    bool RangeOfAllSteps = false; ///< whether the contour's range is held at that of all steps
 };
 
 /// What a scene is made of. The references must outlive the calls that take them.

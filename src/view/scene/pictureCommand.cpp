@@ -87,13 +87,15 @@ bool takeScale(const QString& text, const PictureFile& picture, Session& session
 
 QStringList showOf(const Session& shown, const PictureFile&) {
     const SlideShowRun& show = shown.SlideShow;
-    return valueIf(show.SlideShowRunning, joined({show.SlideMaxDisplacement, show.SlideMaxVector}));
+    const QString whose = show.RangeOfAllSteps ? u",steps"_s : QString();
+    return valueIf(show.SlideShowRunning, joined({show.SlideMaxDisplacement, show.SlideMaxVector}) + whose);
 }
 
 bool takeShow(const QString& text, const PictureFile&, Session& session) {
-    const auto numbers = numbersOf(text, 2);
+    const bool ofAllSteps = text.endsWith(u",steps");
+    const auto numbers = numbersOf(ofAllSteps ? text.section(u',', 0, -2) : text, 2);
     if (numbers)
-        session.SlideShow = {true, numbers->at(0), numbers->at(1)};
+        session.SlideShow = {true, numbers->at(0), numbers->at(1), ofAllSteps};
     return numbers.has_value();
 }
 
@@ -119,8 +121,11 @@ constexpr Option options[] = {
     {u"fade-mesh", [](const Session& shown, const PictureFile&) { return valueIf(shown.Settings.Window.FadeMesh); }},
     {u"view", viewOf, u"X,Y,WIDTH,HEIGHT", u"The part of the model to show, from its left and top on.", takeView},
     {u"scale", scaleOf, u"S", u"Pixels a unit of length, around the middle of the view.", takeScale},
-    {u"slide-show", showOf, u"DISPLACEMENT,VECTOR",
-     u"As in a slide show: the largest displacement and vector of all steps give the scales.", takeShow},
+    {u"slide-show", showOf, u"DISPLACEMENT,VECTOR[,steps]",
+     u"As in a slide show: the largest displacement and vector of all steps give the scales; with \"steps\" the legend "
+     u"says "
+     "that the contour's range is theirs too.",
+     takeShow},
     {u"no-property", [](const Session&, const PictureFile&) { return valueIf(true); }},
     {u"set", [](const Session& shown, const PictureFile&) { return drawingElements::Assignments(shown.Settings); }},
     {u"style", [](const Session& shown, const PictureFile&) { return styleElements::Assignments(shown.Settings); },
