@@ -101,7 +101,8 @@ TEST_F(SceneTest, EdgesInTheirStylesAsFarAsTheMeshHasTheirNodes) {
     };
     open(squaresWith({{1, 2, 99, 4}, {0, 5}, {0, -2147483647 - 1, 7}, {}, {2, 4}}, {1, 1, 1, 1, -1}));
     expectMesh("MoveTo 0 100\nLineTo 100 100\nMoveTo 0 0\nLineTo 0 100\n", "MoveTo 100 0\n");
-    EXPECT_EQ(ElementCentres(scene()), (Points{{25, 50}, {50, 0}, {0, 0}, {0, 0}, {50, 50}})) << "divided by all corners";
+    EXPECT_EQ(ElementCentres(scene()), (Points{{25, 50}, {50, 0}, {0, 0}, {0, 0}, {50, 50}}))
+        << "divided by all corners";
     open(squaresWith({{1, 2}, {2, 3}, {4, 5}, {6}, {}}, {0, 3, -1, 0, 0}));
     const std::string lines = "MoveTo 0 100\nLineTo 100 100\nMoveTo 100 100\nLineTo 200 100\n";
     expectMesh({}, lines);
