@@ -27,6 +27,7 @@ private:
     qint64 typesAt(std::int32_t step, qint64 first, std::span<std::int32_t> types) const override;
     std::int32_t countOf(std::int32_t step, std::int32_t item) const override;
     qint64 valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const override;
+    qint64 endOf(std::int32_t step) const override { return steps[std::size_t(step)].End; }
     std::shared_ptr<const Whole> wholeOf(std::int32_t step, std::int32_t array) const;
 
     std::vector<ForeignArray> arrays;

@@ -46,6 +46,7 @@ using ReadArray = std::function<std::vector<float>(std::int32_t step, std::int32
 struct ForeignStep {
     double Time = 0;
     std::vector<std::int32_t> Arrays; ///< those that it has, ascending
+    qint64 End = 0;                   ///< as `StepSource::EndOf` has it
 };
 
 struct ForeignResult {

@@ -236,7 +236,9 @@ bool File::readValues(std::string_view header) {
     }
     const Block block{*form, entries, array.Components, in.Position()};
     blocks.emplace(std::pair(lastStep(), index), block);
-    return block.Skip(in);
+    const bool isWhole = block.Skip(in);
+    Result.Steps.back().End = in.Position();
+    return isWhole;
 }
 
 /// False ends the reading: at what can't be understood, or where the file is cut short.
@@ -257,6 +259,8 @@ bool File::Read() {
     for (auto line = in.Line(); line && !Column(*line, 0, 6).starts_with("9999"); line = in.Line())
         if (!readRecord(*line)) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
+            if (!Result.Steps.empty())
+                Result.Steps.back().End = in.End() + 1;
             break;
         }
     if (in.WasStopped() || ids.empty() || Result.Points.size() != ids.size() * 3)

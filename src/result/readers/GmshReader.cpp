@@ -101,7 +101,7 @@ private:
     bool readData(Place place);
     bool skipData(Place place, const DataSection& section, std::int64_t components);
     std::size_t arrayOf(const QString& name, std::int32_t components, Place place);
-    void skipTo(std::string_view end);
+    bool skipTo(std::string_view end);
     void finish();
 
     FileScanner in;
@@ -109,7 +109,8 @@ private:
     bool isVersion4 = false;
     GmshMesh mesh;
     DataFile data;
-    std::map<std::int64_t, double> times; ///< of the steps
+    std::map<std::int64_t, ForeignStep> steps; ///< by their numbers
+    std::int64_t lastStep = 0;                 ///< that of the section of values read last
 };
 
 bool File::readFormat() {
@@ -179,7 +180,8 @@ bool File::readData(Place place) {
         return true;
     DataSection section{arrayOf(name, std::int32_t(components), place), step, entries, in.Position()};
     data.Sections.push_back(section);
-    times.try_emplace(step, time);
+    steps.try_emplace(step, ForeignStep{time, {}, 0});
+    lastStep = step;
     return skipData(place, section, components);
 }
 
@@ -216,11 +218,12 @@ bool File::readSection(std::string_view name) {
     return name != "ElementNodeData" || readData(Place::ElementNodes);
 }
 
-/// Past the mark of a section's end, before which any bytes may stand.
-void File::skipTo(std::string_view end) {
+/// Past the mark of a section's end, before which any bytes may stand. False when it isn't there.
+bool File::skipTo(std::string_view end) {
     while (in.SkipTo('$'))
         if (in.Word().ends_with(end))
-            return;
+            return true;
+    return false;
 }
 
 /// What the sections give together.
@@ -236,8 +239,8 @@ void File::finish() {
     Result.Magic = u"Gmsh"_s;
     Result.Points = std::move(mesh.Points);
     Result.Cells = std::move(mesh.Cells);
-    for (const auto& [number, time] : times) {
-        Result.Steps.push_back({time, {}});
+    for (const auto& [number, step] : steps) {
+        Result.Steps.push_back(step);
         data.Steps.push_back(number);
     }
     std::ranges::stable_sort(data.Sections, {}, &DataSection::Array);
@@ -259,11 +262,13 @@ bool File::Read() {
             continue;
         const std::string name(WordsOf(line->substr(1)).empty() ? std::string_view()
                                                                 : WordsOf(line->substr(1)).front());
-        if (!readSection(name)) {
+        const bool isWhole = readSection(name) && skipTo("$End" + name);
+        if (const auto step = steps.find(lastStep); step != steps.end())
+            step->second.End = isWhole ? in.Position() : in.End() + 1;
+        if (!isWhole) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
             break;
         }
-        skipTo("$End" + name);
         in.Line();
     }
     if (in.WasStopped() || !Problem.isEmpty() || mesh.Points.empty() || mesh.Points.size() != mesh.PointIds.size() * 3)
