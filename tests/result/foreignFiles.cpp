@@ -71,6 +71,19 @@ protected:
         return text + shown.Steps.back().Name;
     }
 
+    /// Of the last step one by one, which some formats read from where they stand; then as they come with the step.
+    static void expectSingleValuesAsLoaded(ResultModel shown) {
+        const std::shared_ptr<const StepSource> source = shown.Source;
+        const std::int32_t step = shown.StepCount - 1;
+        QList<QList<float>> single(shown.ItemCount);
+        for (std::int32_t item = 0; item < shown.ItemCount; ++item)
+            for (float& value : single[item] = QList<float>(source->ValueCount(step, item)))
+                source->ReadValues(step, item, &value - single[item].constData(), {&value, 1});
+        ASSERT_TRUE(LoadStep(step, 0, shown, true, -1));
+        for (std::int32_t item = 0; item < shown.ItemCount; ++item)
+            EXPECT_EQ(single.at(item), shown.ItemData.at(item).Values) << item;
+    }
+
     /// Whatever the file holds: refused, or all that can be asked for is there.
     void expectSound(const QString& path) {
         if (!LoadResultFile(path, model))
@@ -103,6 +116,7 @@ TEST_F(ForeignFileTest, EachFormatGivesTheSameAndSoDoesItsConversion) {
         }
         EXPECT_EQ(described(model), expected);
         EXPECT_EQ(model.Note, note);
+        expectSingleValuesAsLoaded(model);
         const QString converted = folder.Path(u"converted.vrf"_s), second = folder.Path(u"again.vrf"_s);
         ASSERT_EQ(VrfWriter::Write(model, converted), std::nullopt);
         ASSERT_TRUE(LoadResultFile(converted, model));

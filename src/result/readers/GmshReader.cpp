@@ -30,6 +30,7 @@ struct DataFile {
     CellTable NodesOfCells; ///< only where values stand at the nodes of each element
 
     std::vector<float> Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
+    std::optional<DirectArray> Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
 
 private:
     void readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
@@ -82,6 +83,26 @@ std::vector<float> DataFile::Read(std::int32_t step, const ForeignArray& info, s
         for (std::size_t c = 0; counts[node] > 1 && c < components; ++c)
             values[node * components + c] /= float(counts[node]);
     return values;
+}
+
+/// In a binary section that has the whole array; whether it has it in order is seen by the numbers.
+std::optional<DirectArray> DataFile::Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const {
+    const Place place = Places[std::size_t(array)];
+    const auto isWanted = [&](const DataSection& section) {
+        return section.Array == std::size_t(array) && section.Step == Steps[std::size_t(step)];
+    };
+    const auto section = std::ranges::find_if(Sections, isWanted);
+    if (IsText || place == Place::ElementNodes || section == Sections.end() ||
+        std::any_of(section + 1, Sections.end(), isWanted))
+        return {};
+    constexpr qint64 idBytes = sizeof(std::int32_t), realBytes = sizeof(double);
+    return DirectArray{File,
+                       section->Offset + idBytes,
+                       idBytes + info.Components * realBytes,
+                       section->Entries,
+                       NumberType::Float64,
+                       IsBigEndian,
+                       place == Place::Nodes ? &PointIndex : &CellIndex};
 }
 
 /// One file on its way into a `ForeignResult`.
@@ -250,9 +271,12 @@ void File::finish() {
         if (there.empty() || there.back() != std::int32_t(section.Array))
             there.push_back(std::int32_t(section.Array));
     }
-    Result.Read = [all = std::make_shared<const DataFile>(std::move(data)),
-                   arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
+    const auto all = std::make_shared<const DataFile>(std::move(data));
+    Result.Read = [all, arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
         return all->Read(step, arrays[std::size_t(array)], array);
+    };
+    Result.Find = [all, arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
+        return all->Find(step, arrays[std::size_t(array)], array);
     };
 }
 

@@ -303,14 +303,22 @@ bool File::Read() {
         return false;
     for (std::size_t a = 0; a < blocks.size(); ++a)
         Result.Steps.front().Arrays.push_back(std::int32_t(a));
-    Result.Read = [openFile = file, all = std::move(blocks)](std::int32_t, std::int32_t array) {
-        const LegacyVtkBlock& block = all[std::size_t(array)];
+    const auto all = std::make_shared<const std::vector<LegacyVtkBlock>>(std::move(blocks));
+    Result.Read = [openFile = file, all](std::int32_t, std::int32_t array) {
+        const LegacyVtkBlock& block = (*all)[std::size_t(array)];
         FileScanner reader(openFile);
         std::vector<float> values;
         values.reserve(std::size_t(std::min(block.Count, openFile.Size() - block.Offset)));
         block.Read<float>(reader, [&values](auto part) { values.insert(values.end(), part.begin(), part.end()); });
         return values;
     };
+    if (!isText)
+        Result.Find = [openFile = file, all, arrays = Result.Arrays](std::int32_t, std::int32_t array) {
+            const LegacyVtkBlock& block = (*all)[std::size_t(array)];
+            const std::int32_t components = arrays[std::size_t(array)].Components;
+            return std::optional(DirectArray{openFile, block.Offset, components * BytesOf(block.Type),
+                                             block.Count / components, block.Type, true});
+        };
     return Problem.isEmpty();
 }
 

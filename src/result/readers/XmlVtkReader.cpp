@@ -125,6 +125,25 @@ std::vector<float> readArray(const Step& step, const ForeignArray& array) {
     return values;
 }
 
+/// Of a file of one piece with the array as it is.
+std::optional<DirectArray> findArray(const Step& step, const ForeignArray& array) {
+    if (step.Files.size() != 1 || step.Files.front()->Content.Pieces.size() != 1)
+        return {};
+    const GridFile& file = *step.Files.front();
+    const VtkXmlFile::Piece& piece = file.Content.Pieces.front();
+    const auto found = std::ranges::find_if(
+        piece.Arrays, [&array](const VtkXmlFile::NamedArray& candidate) { return isOf(array, candidate); });
+    if (found == piece.Arrays.end())
+        return {};
+    const ReadHandle handle = file.Handle();
+    const qint64 count = array.OnCells ? piece.Cells : piece.Points;
+    const VtkDataArray& data = found->Data;
+    const std::optional<qint64> offset = data.PlainOffset(handle, count * array.Components);
+    if (!offset)
+        return {};
+    return DirectArray{handle, *offset, array.Components * BytesOf(data.Type), count, data.Type, data.BigEndian};
+}
+
 bool requireGrid(const VtkXmlFile& file, QString& problem) {
     if (file.Kind != u"UnstructuredGrid")
         problem = u"データセット %1 は読むことができません。"_s.arg(file.Kind);
@@ -267,8 +286,12 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     collectArrays(steps, result);
     if (content.Parts.empty())
         result.Steps.front().End = file.File.Size() + (file.IsWhole ? 0 : 1);
-    result.Read = [all = std::move(steps), arrays = result.Arrays](std::int32_t step, std::int32_t array) {
-        return readArray(all[std::size_t(step)], arrays[std::size_t(array)]);
+    const auto all = std::make_shared<const std::vector<Step>>(std::move(steps));
+    result.Read = [all, arrays = result.Arrays](std::int32_t step, std::int32_t array) {
+        return readArray((*all)[std::size_t(step)], arrays[std::size_t(array)]);
+    };
+    result.Find = [all, arrays = result.Arrays](std::int32_t step, std::int32_t array) {
+        return findArray((*all)[std::size_t(step)], arrays[std::size_t(array)]);
     };
     return BuildContent(std::move(result), content);
 }
