@@ -23,7 +23,7 @@ struct ViewState {
 
     std::optional<PlotConverter> CoordConverter; ///< of the latest paint
     std::vector<DevicePoint> NodePoints;         ///< of the latest paint, one per node, displacement included
-    std::vector<DevicePoint> ElementCentres;     ///< of the latest paint, one per element
+    std::vector<DevicePoint> ElementCentres;     ///< of the latest paint, one per element; none until a layer asks
 
     std::array<DevicePoint, 2> RubberBand; ///< corners of the drag rectangle, the second where the mouse is
     bool Dragging = false;                 ///< a left drag is in progress

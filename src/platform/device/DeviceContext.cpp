@@ -1,5 +1,7 @@
 #include "platform/device/DeviceContext.h"
 
+#include "platform/base/Parallel.h"
+
 Pen stockPen(int number) {
     Pen pen;
     pen.Style = number == Stock::NullPen ? PenStyle::Null : PenStyle::Solid;
@@ -31,6 +33,18 @@ void DeviceContext::Lines(std::span<const DevicePoint> points, std::span<const s
             MoveTo(points[index]);
         else
             LineTo(points[index]);
+    }
+}
+
+void DeviceContext::LinePieces(std::span<const DevicePoint> points, int pieces, const CollectLines& collect) {
+    std::vector<std::vector<std::int32_t>> group(std::size_t(std::min(pieces, 4 * coreCount())));
+    for (int first = 0; first < pieces; first += int(group.size())) {
+        const int count = std::min(int(group.size()), pieces - first);
+        parallelFor(count, [&](int i) { collect(first + i, group[std::size_t(i)]); });
+        for (std::vector<std::int32_t>& steps : group) {
+            Lines(points, steps);
+            steps.clear();
+        }
     }
 }
 

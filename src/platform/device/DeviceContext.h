@@ -3,10 +3,14 @@
 #pragma once
 
 #include "platform/base/Geometry.h"
+#include "platform/device/RankedLayer.h"
 
 #include <QString>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 class QImage;
 
@@ -134,9 +138,18 @@ public:
     /// `MoveTo(points[n])`. The same picture as the single calls, which is what this default makes; a device that can
     /// do better does. Steps outside `points` are passed over.
     virtual void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps);
+    /// The same in pieces, of which `collect(piece, steps)` appends one; each piece begins with a `MoveTo`. It is
+    /// called from several threads at once, for a few pieces at a time, so that a large drawing never stands in memory
+    /// as steps.
+    using CollectLines = std::function<void(int piece, std::vector<std::int32_t>& steps)>;
+    virtual void LinePieces(std::span<const DevicePoint> points, int pieces, const CollectLines& collect);
     /// A batch of polygons in the selected pen and brush, `counts` points each; the same picture as single calls.
     virtual void Polygons(std::span<const DevicePoint> points, std::span<const int> counts);
     /// Batches of single figures in the selected pen and brush; the same picture as single calls.
     virtual void Rectangles(std::span<const DeviceRect> rects);
     virtual void Ellipses(std::span<const DeviceRect> rects);
+
+    /// A layer for small polygons, of what the clip leaves of the device; it is of use for as long as the clip stays.
+    /// Null for a device that has no pixels to rank, and while a raster mode mixes.
+    virtual std::unique_ptr<RankedLayer> Ranked() { return {}; }
 };

@@ -58,14 +58,13 @@ public:
 
     /// Lengths only, always as positive as they came.
     void WorldLengthToDevice(double lx, double ly, double& dx, double& dy) const;
-    void WorldToDevice(float x, float y, int& px, int& py) const {
-        px = Round(double(x) * scaleX + originX);
-        py = Round(double(y) * scaleY + originY);
-    }
     DevicePoint WorldToDevice(float x, float y) const {
-        DevicePoint point;
-        WorldToDevice(x, y, point.X, point.Y);
-        return point;
+        return RoundPair(RealPair{double(x), double(y)} * RealPair{scaleX, scaleY} + RealPair{originX, originY});
+    }
+    void WorldToDevice(float x, float y, int& px, int& py) const {
+        const DevicePoint point = WorldToDevice(x, y);
+        px = point.X;
+        py = point.Y;
     }
     void DeviceToWorld(int px, int py, float& x, float& y) const;
     /// What the way from one device point to another is in the world.

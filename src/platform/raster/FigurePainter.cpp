@@ -37,7 +37,7 @@ void FigurePainter::asOneFigure(const PixelSurface& part, const Draw& draw) cons
     }
 }
 
-PixelSurface FigurePainter::touchedPart(const Bounds& bounds) const {
+PixelSurface FigurePainter::touchedPart(const FigureBounds& bounds) const {
     const std::int64_t margin = hasPen() && stroke.IsWide() ? std::int64_t(stroke.Width()) / 2 + 1 : 0;
     return surface.Within(bounds.Left - margin, bounds.Top - margin, bounds.Right + margin + 1,
                           bounds.Bottom + margin + 1);
@@ -70,7 +70,7 @@ void FigurePainter::PolyPolygon(std::span<const DevicePoint> points, std::span<c
             AreaFill::Polygons(surface, brushInk, points, counts);
         return;
     }
-    asOneFigure(touchedPart(Bounds(points)), [&](const FigurePainter& painter) {
+    asOneFigure(touchedPart(FigureBounds(points)), [&](const FigurePainter& painter) {
         if (!brush.Hollow)
             AreaFill::Polygons(painter.surface, painter.brushInk, points, counts);
         forEachRing(points, counts, [&](std::span<const DevicePoint> corners) { painter.ring(corners); });
@@ -105,7 +105,7 @@ void FigurePainter::openPolygon(const PixelSurface& open, std::span<const Device
 }
 
 void FigurePainter::polygon(std::span<const DevicePoint> points) {
-    const Bounds bounds(points);
+    const FigureBounds bounds(points);
     if (points.size() < 2)
         return;
     if (!hasPen() || stroke.IsThinSolid()) {
@@ -114,7 +114,7 @@ void FigurePainter::polygon(std::span<const DevicePoint> points) {
             return;
         if (isTiny(bounds)) {
             // Between pixels that lie side by side there is none: the polygon is its corners.
-            const bool cornersOnly = hasPen() && bounds.Width() <= 2 && bounds.Height() <= 2;
+            const bool cornersOnly = hasPen() && bounds.Fits(2);
             if (cornersOnly && surface.Contains({bounds.Left, bounds.Top}) &&
                 surface.Contains({bounds.Right, bounds.Bottom}))
                 for (const DevicePoint point : points)
@@ -123,7 +123,7 @@ void FigurePainter::polygon(std::span<const DevicePoint> points) {
                 tinyPolygon(points, bounds);
             return;
         }
-        if (bounds.Width() <= smallSize && bounds.Height() <= smallSize) {
+        if (bounds.Fits(smallSize)) {
             smallPolygon(points, bounds);
             return;
         }
@@ -218,7 +218,7 @@ void FigurePainter::rectangle(const DeviceRect& rect) const {
                                    {rect.Right - 1, rect.Top},
                                    {rect.Right - 1, rect.Bottom - 1},
                                    {rect.Left, rect.Bottom - 1}};
-    asOneFigure(touchedPart(Bounds(corners)), [&](const FigurePainter& painter) {
+    asOneFigure(touchedPart(FigureBounds(corners)), [&](const FigurePainter& painter) {
         painter.FillRect(rect);
         painter.ring(corners);
     });

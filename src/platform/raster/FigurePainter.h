@@ -4,6 +4,7 @@
 
 #include "platform/raster/FigureBits.h"
 #include "platform/raster/InkedPixels.h"
+#include "platform/raster/SmallFigure.h"
 #include "platform/raster/Stroke.h"
 
 #include <optional>
@@ -14,6 +15,8 @@ public:
 
     /// One line, its end left out; a wide line has round ends. `at` moves on to `to`.
     void LineTo(PathPosition& at, DevicePoint to) const;
+    /// Whether `Lines` may be called by several threads for the same pixels: it is all one which line is drawn first.
+    bool MayShareLines() const { return stroke.IsThinSolid() && rasterMode == RasterMode::CopyPen; }
     /// The steps of `DeviceContext::Lines`, beginning at `at`, which moves on to the last point named.
     void Lines(PathPosition& at, std::span<const DevicePoint> points, std::span<const std::int32_t> steps) const;
     void Polyline(std::span<const DevicePoint> points) const;
@@ -29,48 +32,26 @@ public:
     void Ellipses(std::span<const DeviceRect> rects) const;
 
 private:
-    /// The smallest rectangle about points, its edges included.
-    struct Bounds {
-        int Left = INT32_MAX;
-        int Top = INT32_MAX;
-        int Right = INT32_MIN;
-        int Bottom = INT32_MIN;
-
-        explicit Bounds(std::span<const DevicePoint> points) {
-            for (const DevicePoint point : points) {
-                Left = std::min(Left, point.X);
-                Top = std::min(Top, point.Y);
-                Right = std::max(Right, point.X);
-                Bottom = std::max(Bottom, point.Y);
-            }
-        }
-        std::int64_t Width() const { return std::int64_t(Right) - Left + 1; }
-        std::int64_t Height() const { return std::int64_t(Bottom) - Top + 1; }
-    };
-
     bool hasPen() const { return stroke.IsVisible(); }
     /// Whether pen and brush give each pixel the same, so that they need not be told apart.
     bool isOneInk() const { return hasPen() && !brush.Hollow && penInk.Pixel == brushInk.Pixel && !brushInk.Pattern; }
     void ring(std::span<const DevicePoint> points) const;
     void polygon(std::span<const DevicePoint> points);
-    std::optional<PathPosition> endOfFarLines(PathPosition at, std::span<const DevicePoint> points,
-                                              std::span<const std::int32_t> steps) const;
     bool areRowsFar(std::span<const DevicePoint> points) const;
     bool remembersInk(const PixelSurface& touched);
     void openPolygon(const PixelSurface& open, std::span<const DevicePoint> points);
-    bool isTiny(const Bounds& bounds) const;
-    void tinyPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
-    void smallPolygon(std::span<const DevicePoint> points, const Bounds& bounds) const;
+    bool isTiny(const FigureBounds& bounds) const;
+    void tinyPolygon(std::span<const DevicePoint> points, const FigureBounds& bounds) const;
+    void smallPolygon(std::span<const DevicePoint> points, const FigureBounds& bounds) const;
     void rectangle(const DeviceRect& rect) const;
     bool isFar(const DeviceRect& rect) const;
     void fillRow(int y, std::int64_t left, const RoundShapes::RimmedRow& row) const;
-    PixelSurface touchedPart(const Bounds& bounds) const;
+    PixelSurface touchedPart(const FigureBounds& bounds) const;
     template<class Draw>
     void asOneFigure(const PixelSurface& part, const Draw& draw) const;
 
-    /// Width and height of what counts as a small polygon: a row of it fits the bits of a number. A tiny one fits as a
-    /// whole.
-    static constexpr int smallSize = 32, tinySize = 8;
+    /// Width and height of what counts as a small polygon: a row of it fits the bits of a number.
+    static constexpr int smallSize = 32;
 
     PixelSurface surface;
     Pen pen;

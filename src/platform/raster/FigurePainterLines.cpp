@@ -4,6 +4,8 @@
 #include "platform/raster/StencilLines.h"
 #include "platform/raster/ThinLine.h"
 
+#include <atomic>
+
 namespace {
 auto copyPlot(const PixelSurface& surface, const Ink& ink) {
     return [bits = surface.Bits, pixel = ink.Pixel](std::ptrdiff_t offset, std::int64_t) { bits[offset] = pixel; };
@@ -68,21 +70,6 @@ void FigurePainter::LineTo(PathPosition& at, DevicePoint to) const {
     stroke.LineTo(lines, at, to);
 }
 
-/// Where the steps end, if none of their lines reaches a row of the surface.
-std::optional<PathPosition> FigurePainter::endOfFarLines(PathPosition at, std::span<const DevicePoint> points,
-                                                         std::span<const std::int32_t> steps) const {
-    int top = at.Point.Y, bottom = at.Point.Y;
-    for (const std::int32_t step : steps) {
-        const auto index = std::size_t(step < 0 ? ~step : step);
-        if (index >= points.size())
-            continue;
-        at.Point = points[index];
-        top = std::min(top, at.Point.Y);
-        bottom = std::max(bottom, at.Point.Y);
-    }
-    return top >= surface.Bottom || bottom < surface.Top ? std::optional(at) : std::nullopt;
-}
-
 void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
                           std::span<const std::int32_t> steps) const {
     // The mesh goes through here, a million elements at a time: what is the same for all lines is decided outside.
@@ -97,12 +84,12 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
                 lineTo(points[index]);
         }
     };
-    if (stroke.IsThinSolid() && rasterMode == RasterMode::CopyPen) {
-        if (const auto end = endOfFarLines(at, points, steps)) {
-            at = *end;
-            return;
-        }
-        run([&, plot = copyPlot(surface, penInk)](DevicePoint to) {
+    if (MayShareLines()) {
+        // Others may be giving the same pixels the same ink.
+        const auto plot = [bits = surface.Bits, pixel = penInk.Pixel](std::ptrdiff_t offset, std::int64_t) {
+            std::atomic_ref(bits[offset]).store(pixel, std::memory_order_relaxed);
+        };
+        run([&](DevicePoint to) {
             ThinLine::Draw(surface, at.Point, to, plot);
             at.Point = to;
         });
@@ -115,7 +102,7 @@ void FigurePainter::Lines(PathPosition& at, std::span<const DevicePoint> points,
 void FigurePainter::Polyline(std::span<const DevicePoint> points) const {
     if (!stroke.IsVisible() || points.size() < 2)
         return;
-    const PixelSurface part = touchedPart(Bounds(points));
+    const PixelSurface part = touchedPart(FigureBounds(points));
     if (part.IsEmpty())
         return;
     // One line over another must not show under a mode that mixes, and is work for nothing under any.

@@ -3,6 +3,7 @@
 #include "platform/base/Parallel.h"
 #include "platform/device/Rings.h"
 #include "platform/raster/PictureStretch.h"
+#include "platform/raster/RankedSheets.h"
 
 #include <numeric>
 
@@ -17,6 +18,14 @@ auto rowsOf(std::span<const DevicePoint> points) {
 }
 auto rowsOf(std::span<const DeviceRect> rects) {
     return [rects](std::size_t i) { return rects[i].Top; };
+}
+
+/// The last point that the steps name.
+std::optional<DevicePoint> lastNamed(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
+    for (std::size_t i = steps.size(); i-- > 0;)
+        if (const auto index = std::size_t(steps[i] < 0 ? ~steps[i] : steps[i]); index < points.size())
+            return points[index];
+    return {};
 }
 } // namespace
 
@@ -117,6 +126,22 @@ void RasterDevice::Polyline(std::span<const DevicePoint> points) {
 }
 
 void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) {
+    const FigurePainter whole = figures();
+    if (whole.MayShareLines()) {
+        const DevicePoint start = state.Position.Point;
+        const std::size_t pieces = (steps.size() + stepsAtOnce - 1) / stepsAtOnce;
+        parallelFor(
+            int(pieces),
+            [&](int piece) {
+                stopIfAsked();
+                const std::size_t first = std::size_t(piece) * stepsAtOnce;
+                PathPosition at{lastNamed(points, steps.first(first)).value_or(start)};
+                whole.Lines(at, points, steps.subspan(first, std::min(stepsAtOnce, steps.size() - first)));
+            },
+            steps.size() < smallestSharedWork ? 1 : threads);
+        state.Position.Point = lastNamed(points, steps).value_or(start);
+        return;
+    }
     // A batch may name few of the points, such as those of a strip of a mesh.
     const auto rowOf = [&](std::size_t i) {
         const auto index = std::size_t(steps[i] < 0 ? ~steps[i] : steps[i]);
@@ -134,6 +159,30 @@ void RasterDevice::Lines(std::span<const DevicePoint> points, std::span<const st
             end = at;
     });
     state.Position = end;
+}
+
+void RasterDevice::LinePieces(std::span<const DevicePoint> points, int pieces, const CollectLines& collect) {
+    const FigurePainter painter = figures();
+    if (!painter.MayShareLines()) {
+        StatefulDevice::LinePieces(points, pieces, collect);
+        return;
+    }
+    // Each thread draws what it has collected.
+    std::vector<std::optional<DevicePoint>> ends(std::size_t(std::max(pieces, 0)));
+    parallelFor(
+        pieces,
+        [&](int piece) {
+            stopIfAsked();
+            std::vector<std::int32_t> steps;
+            collect(piece, steps);
+            PathPosition at = state.Position;
+            painter.Lines(at, points, steps);
+            ends[std::size_t(piece)] = lastNamed(points, steps);
+        },
+        threads);
+    for (const std::optional<DevicePoint>& end : ends)
+        if (end)
+            state.Position = {*end, 0};
 }
 
 void RasterDevice::Polygons(std::span<const DevicePoint> points, std::span<const int> counts) {
@@ -156,6 +205,12 @@ void RasterDevice::Rectangles(std::span<const DeviceRect> rects) {
 
 void RasterDevice::Ellipses(std::span<const DeviceRect> rects) {
     drawShared(rects, [&](const FigurePainter& part) { part.Ellipses(rects); });
+}
+
+std::unique_ptr<RankedLayer> RasterDevice::Ranked() {
+    if (state.RasterMode != RasterMode::CopyPen)
+        return {};
+    return std::make_unique<RankedSheets>(surface(), threads, [this] { stopIfAsked(); });
 }
 
 void RasterDevice::DrawPicture(const DeviceRect& target, const QImage& picture) {

@@ -32,9 +32,11 @@ public:
     void FillRect(const DeviceRect& rect, const Brush& brush) override;
     void DrawPicture(const DeviceRect& target, const QImage& picture) override;
     void Lines(std::span<const DevicePoint> points, std::span<const std::int32_t> steps) override;
+    void LinePieces(std::span<const DevicePoint> points, int pieces, const CollectLines& collect) override;
     void Polygons(std::span<const DevicePoint> points, std::span<const int> counts) override;
     void Rectangles(std::span<const DeviceRect> rects) override;
     void Ellipses(std::span<const DeviceRect> rects) override;
+    std::unique_ptr<RankedLayer> Ranked() override;
 
     void Text(DevicePoint leftTop, const QString& text) override;
     DeviceSize MeasureText(const QString& text) const override;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/base/Geometry.h"
+#include "platform/base/Parallel.h"
 
 #include <cstdint>
 #include <optional>
@@ -19,10 +20,12 @@ public:
     /// Those of a stretch, ascending. Each stretch may be written by another thread.
     std::vector<std::int32_t>& Of(int stretch) { return seen[std::size_t(stretch)]; }
 
-    /// Calls `visit(e)` for those of a stretch, which has the elements from `first` to `last`, left out.
+    /// Calls `visit(e)` for those of a stretch of the `count` elements.
     template<class Visit>
-    void ForEach(int stretch, std::int32_t first, std::int32_t last, const Visit& visit) const {
+    void ForEach(int stretch, std::int32_t count, const Visit& visit) const {
         if (seen.empty()) {
+            const std::int32_t first = stretch * indexesPerStretch;
+            const std::int32_t last = first + std::min(count - first, indexesPerStretch);
             for (std::int32_t e = first; e < last; ++e)
                 visit(e);
         } else {

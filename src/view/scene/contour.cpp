@@ -11,25 +11,9 @@ namespace {
 
 constexpr std::size_t fewestPolygonsPerPiece = 4096, mostPolygonsPerPiece = 65536;
 
-/// The polygons of a stretch of one band's jobs.
-struct PolygonBatch {
-    std::vector<DevicePoint> points;
-    std::vector<int> counts;
-};
-
-void clipJobs(const ContourInput& input, std::span<const BandJob> jobs, PolygonBatch& batch) {
-    batch.points.clear();
-    batch.counts.clear();
-    ContourElement element;
-    for (const BandJob& job : jobs) {
-        int count = AppendInside(input, job, batch.points);
-        if (count == 0) {
-            GatherElement(input, job.element, element);
-            count = AppendClipPolygon(element, input.bands, job.band, batch.points);
-        }
-        if (count > 0)
-            batch.counts.push_back(count);
-    }
+ColorRef colorOf(const ContourBands& bands, int band, const ContourSettings& settings) {
+    const float step = 1 / float(bands.Count - 1);
+    return ContourColor(step * float(band), settings, {bands.Lower, bands.Upper});
 }
 
 /// Pen and brush of one band for as long as it lives.
@@ -37,8 +21,7 @@ class BandColor {
 public:
     BandColor(DeviceContext& onDevice, const ContourBands& bands, int band, const ContourSettings& settings)
         : device(onDevice) {
-        const float step = 1 / float(bands.Count - 1);
-        const ColorRef color = ContourColor(step * float(band), settings, {bands.Lower, bands.Upper});
+        const ColorRef color = colorOf(bands, band, settings);
         oldPen = mdTips::SelectSolidPen(device, color, 1, PenStyle::Solid);
         oldBrush = mdTips::SelectBrush(device, color, -1);
     }
@@ -63,7 +46,7 @@ void paintBand(DeviceContext& device, const ContourInput& input, std::span<const
         const std::size_t pieces = std::min(batches.size(), (rest.size() + perPiece - 1) / perPiece);
         parallelFor(int(pieces), [&](int piece) {
             const std::size_t start = std::size_t(piece) * perPiece;
-            clipJobs(input, rest.subspan(start, std::min(perPiece, rest.size() - start)), batches[std::size_t(piece)]);
+            ClipJobs(input, rest.subspan(start, std::min(perPiece, rest.size() - start)), batches[std::size_t(piece)]);
         });
         for (std::size_t piece = 0; piece < pieces; ++piece)
             device.Polygons(batches[piece].points, batches[piece].counts);
@@ -71,19 +54,50 @@ void paintBand(DeviceContext& device, const ContourInput& input, std::span<const
     }
 }
 
+/// The small elements' bands, which lie on a layer of their own until the large ones' that they cover are painted.
+class SmallBands {
+public:
+    SmallBands(DeviceContext& device, const ContourInput& painted, const ContourSettings& contour)
+        : input(painted), settings(contour) {
+        if (input.bands.Count <= RankedLayer::MostRanks)
+            layer = device.Ranked();
+    }
+    RankedLayer* Layer() const { return layer.get(); }
+    /// Those below `end` that are not on the device yet.
+    void PaintUpTo(int end) {
+        if (!layer || next == end)
+            return;
+        std::vector<ColorRef> inks;
+        for (int band = next; band < end; ++band)
+            inks.push_back(colorOf(input.bands, band, settings));
+        layer->Put(next + 1, inks);
+        next = end;
+    }
+
+private:
+    const ContourInput& input;
+    const ContourSettings& settings;
+    std::unique_ptr<RankedLayer> layer;
+    int next = 0;
+};
+
 /// Only bands that are seen, and of those in one element only the ones that stay to be seen.
 void drawTouchedBands(DeviceContext& device, const ContourInput& input, const ContourSettings& settings) {
-    const std::vector<BandJob> jobs = FindBandJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false});
+    SmallBands small(device, input, settings);
+    const std::vector<BandJob> jobs =
+        FindBandJobs(input, {{0, input.bands.Count - 1}, device.VisibleArea(), false, small.Layer()});
     const auto pieces = std::size_t(coreCount());
     std::vector<PolygonBatch> batches(pieces);
     for (std::size_t first = 0; first < jobs.size();) {
         std::size_t last = first;
         while (last < jobs.size() && jobs[last].band == jobs[first].band)
             ++last;
+        small.PaintUpTo(jobs[first].band);
         const BandColor color(device, input.bands, jobs[first].band, settings);
         paintBand(device, input, std::span(jobs).subspan(first, last - first), batches);
         first = last;
     }
+    small.PaintUpTo(input.bands.Count);
 }
 
 /// All bands with all their polygons, a stretch of bands at a time so that the jobs never outgrow the memory.

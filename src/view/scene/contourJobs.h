@@ -1,6 +1,7 @@
 // Which band of which element has to be painted, found in one pass over the elements. Paints nothing.
 #pragma once
 
+#include "platform/device/RankedLayer.h"
 #include "view/scene/contour.h"
 
 #include <optional>
@@ -31,16 +32,19 @@ struct JobSearch {
     BandRange window;                  ///< bands outside are passed over
     std::optional<DeviceRect> visible; ///< elements outside are passed over
     bool everyBand;                    ///< also bands that a later one of the same element covers completely
+    RankedLayer* small = nullptr;      ///< takes the polygons of small elements, band i as rank i + 1: they are no jobs
 };
 
 /// All jobs by band, within a band by element. Some may turn out to have no polygon.
 std::vector<BandJob> FindBandJobs(const ContourInput& input, const JobSearch& search);
 
-/// The polygon of a job whose element has all of its values inside the band, appended to `points`: the element, from
-/// its last corner on, as most are in a fine mesh. The number of points; 0 for any other job.
-int AppendInside(const ContourInput& input, const BandJob& job, std::vector<DevicePoint>& points);
+/// The polygons of a stretch of one band's jobs.
+struct PolygonBatch {
+    std::vector<DevicePoint> points;
+    std::vector<int> counts;
+};
 
-/// The corners of an element, those without a node left out.
-void GatherElement(const ContourInput& input, std::int32_t index, ContourElement& element);
+/// Fills a batch anew with what `jobs` have.
+void ClipJobs(const ContourInput& input, std::span<const BandJob> jobs, PolygonBatch& batch);
 
 } // namespace mdScene

@@ -50,7 +50,7 @@ void DrawValues(DeviceContext& device, const DeviceContext& ref, const Scene& sc
     const QList<float> values =
         mdVelorinResultModel::GetItemValues(model.CurrentItem, model, scene.Settings.Difference.ApplyValue).Values;
     const std::int32_t type = model.Items.at(model.CurrentItem).ElementType;
-    const std::vector<DevicePoint>& points = type < 0 ? scene.View.NodePoints : scene.View.ElementCentres;
+    const std::vector<DevicePoint>& points = type < 0 ? scene.View.NodePoints : ElementCentres(scene);
     const qsizetype count = std::min(qsizetype(points.size()), values.size());
     for (qsizetype i = 0; i < count; ++i) {
         const bool stands = type < 0 ? mesh.Nodes.Active.at(i) != 0

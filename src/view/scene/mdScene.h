@@ -43,10 +43,14 @@ namespace mdScene {
 /// caller's.
 void PaintScene(PlotCanvas& canvas, bool printing, const Scene& scene);
 
-/// Device positions of all nodes, displaced as the settings say, and of the element centres (the mean of the displaced
-/// corners). Writes `DisplacementScale` and the elements that may be seen to `context`.
+/// Device positions of all nodes, displaced as the settings say. Writes `DisplacementScale` and the elements that may
+/// be seen to `context`. The centres of the picture before are forgotten.
 void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
                          PaintContext& context);
+
+/// Device positions of the element centres, each the mean of the displaced corners: worked out by the first layer that
+/// stands on elements, and then those of the view.
+const std::vector<DevicePoint>& ElementCentres(const Scene& scene);
 
 /// The edges at the displaced positions, each once, or the outline alone when `Mesh` is off; then the line elements.
 /// Edges that are to fade do so to the contour of `context`.

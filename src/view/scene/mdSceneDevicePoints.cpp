@@ -12,36 +12,73 @@ namespace mdScene {
 
 namespace {
 
-/// `from` moved by `distance`, or `from` when that leads nowhere: a value that is no number moves nothing.
-std::int32_t moved(std::int32_t from, double distance) {
-    return std::isfinite(distance) ? Round(distance + from) : from;
+/// `from` moved by `distance`; a distance that is no number, or without end, moves nothing.
+DevicePoint moved(DevicePoint from, RealPair distance) {
+    const RealPair none{};
+    const RealPair finite = distance - distance == none ? distance : none;
+    return RoundPair(RealPair{double(from.X), double(from.Y)} + finite);
 }
 
-/// Writes `pointOf(i)` for every node.
-template<class PointOf>
-void computeEach(std::vector<DevicePoint>& points, PointOf pointOf) {
-    parallelStretches(std::int32_t(points.size()),
-                      [target = points.data(), pointOf](std::int32_t first, std::int32_t last) {
-                          for (std::int32_t i = first; i < last; ++i)
-                              target[i] = pointOf(i);
-                      });
+/// Beyond which sides of an area a point lies, a bit each.
+std::uint8_t sidesOf(const DeviceRect& area, DevicePoint point) {
+    return std::uint8_t(int(point.X < area.Left) | int(point.X >= area.Right) << 1 | int(point.Y < area.Top) << 2 |
+                        int(point.Y >= area.Bottom) << 3);
 }
 
-void computeNodePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
+/// The nodes' positions on the way to be known, and beyond which sides of what can be seen they lie.
+struct NodePlaces {
+    std::vector<DevicePoint>& Points;
+    const std::optional<DeviceRect>& Area;
+    /// None without an area; else a power of two, so that one question does for several nodes. Beyond the last node all
+    /// sides are set, which tells nothing.
+    std::vector<std::uint8_t> Sides;
+    static constexpr std::uint8_t EverySide = 15;
+
+    NodePlaces(std::vector<DevicePoint>& points, std::int32_t count, const std::optional<DeviceRect>& area)
+        : Points(points), Area(area) {
+        Points.resize(std::size_t(std::max(count, 0)));
+        if (Area)
+            Sides.resize(std::bit_ceil(Points.size()), EverySide);
+    }
+    /// `pointOf(i)` for every node.
+    template<class PointOf>
+    void Compute(PointOf pointOf) {
+        parallelStretches(std::int32_t(Points.size()), [&, pointOf](std::int32_t first, std::int32_t last) {
+            // So few at a time that they are still at hand when their sides are asked for.
+            constexpr std::int32_t atOnce = 1024;
+            for (; first < last; first += atOnce)
+                computeSome(first, std::min(last, first + atOnce), pointOf);
+        });
+    }
+
+private:
+    template<class PointOf>
+    void computeSome(std::int32_t first, std::int32_t last, PointOf pointOf) {
+        DevicePoint* const points = Points.data();
+        for (std::int32_t i = first; i < last; ++i)
+            points[i] = pointOf(i);
+        if (!Area)
+            return;
+        const DeviceRect area = *Area;
+        std::uint8_t* const sides = Sides.data();
+        for (std::int32_t i = first; i < last; ++i)
+            sides[i] = sidesOf(area, points[i]);
+    }
+};
+
+void computeNodePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene, NodePlaces& places,
                        PaintContext& context) {
     const DisplacementSettings& settings = scene.Settings.Displacement;
     const MeshData& mesh = scene.Model.Mesh;
-    std::vector<DevicePoint>& points = scene.View.NodePoints;
-    points.resize(std::size_t(std::max(mesh.NodeCount, 0)));
     const float* x = mesh.Nodes.X.constData();
     const float* y = mesh.Nodes.Y.constData();
     if (settings.Fiducial < 0 || settings.Fiducial > 3) {
-        std::fill(points.begin(), points.end(), DevicePoint{});
+        places.Compute([](std::int32_t) { return DevicePoint{}; });
         return;
     }
     if (settings.Fiducial == 0) {
         context.DisplacementScale = 0;
-        computeEach(points, [=](std::int32_t i) { return converter.WorldToDevice(x[i], y[i]); });
+        places.Compute([=](std::int32_t i) { return converter.WorldToDevice(x[i], y[i]); });
         return;
     }
     const NodeDisplacement displacement(scene);
@@ -50,7 +87,7 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     if (settings.Fiducial == 3) {
         double unused = 0;
         converter.WorldLengthToDevice(1.0, 0, context.DisplacementScale, unused);
-        computeEach(points, [=](std::int32_t i) { return converter.WorldToDevice(x[i] + dx[i], y[i] + dy[i]); });
+        places.Compute([=](std::int32_t i) { return converter.WorldToDevice(x[i] + dx[i], y[i] + dy[i]); });
         return;
     }
     double kx = 0, ky = 0;
@@ -58,74 +95,79 @@ void computeNodePoints(const PlotConverter& converter, const PlotRect& window, c
     kx = displacement.PerUnit(kx);
     ky = displacement.PerUnit(ky * signOf(window.Height()));
     context.DisplacementScale = kx;
-    computeEach(points, [=](std::int32_t i) {
-        const DevicePoint point = converter.WorldToDevice(x[i], y[i]);
-        return DevicePoint{moved(point.X, double(dx[i]) * kx), moved(point.Y, double(dy[i]) * ky)};
+    places.Compute([=](std::int32_t i) {
+        return moved(converter.WorldToDevice(x[i], y[i]), RealPair{double(dx[i]), double(dy[i])} * RealPair{kx, ky});
     });
 }
 
-/// What is asked of the corners of an element, in reals, which hold it exactly and are quicker.
-struct Corners {
-    static constexpr double far = std::numeric_limits<double>::infinity();
-    double SumX = 0, SumY = 0;
-    double Left = far, Top = far, Right = -far, Bottom = -far;
+/// Beyond which sides all of these nodes lie.
+unsigned commonSides(std::span<const std::uint8_t> sides, std::span<const std::int32_t> nodes) {
+    // Most elements have four corners, all in the mesh.
+    if (nodes.size() == 4 && std::size_t(nodes[0] | nodes[1] | nodes[2] | nodes[3]) < sides.size()) [[likely]]
+        return unsigned(sides[std::size_t(nodes[0])]) & sides[std::size_t(nodes[1])] & sides[std::size_t(nodes[2])] &
+               sides[std::size_t(nodes[3])];
+    unsigned common = NodePlaces::EverySide;
+    for (const std::int32_t node : nodes)
+        if (std::size_t(node) < sides.size())
+            common &= sides[std::size_t(node)];
+    return common;
+}
 
-    void Take(DevicePoint point) {
-        const double x = point.X, y = point.Y;
-        SumX += x;
-        SumY += y;
-        Left = std::min(Left, x);
-        Top = std::min(Top, y);
-        Right = std::max(Right, x);
-        Bottom = std::max(Bottom, y);
-    }
-    /// The mean of `count` positions; most elements have four, and their division needs none.
-    DevicePoint Centre(std::int32_t count) const {
-        if (count == 4)
-            return {Round(SumX * 0.25), Round(SumY * 0.25)};
-        return count < 1 ? DevicePoint{} : DevicePoint{Round(SumX / count), Round(SumY / count)};
-    }
-    /// Whether they don't all lie beyond the same side of the area.
-    bool MayBeSeen(const DeviceRect& area) const {
-        return (Right >= area.Left) & (Left < area.Right) & (Bottom >= area.Top) & (Top < area.Bottom);
-    }
-};
-
-/// The centres of the elements, and on the way those that may be seen.
-void computeElementCentres(const MeshData& mesh, ViewState& view, VisibleElements& visible) {
-    view.ElementCentres.resize(std::size_t(std::max(mesh.ElementCount, 0)));
+/// The elements that don't have all of their corners beyond one side of what can be seen.
+void findVisible(const MeshData& mesh, const NodePlaces& places, VisibleElements& visible) {
     const std::int32_t* firstCorner = mesh.Elements.FirstCorner.constData();
     const std::int32_t* nodeIndex = mesh.Elements.NodeIndex.constData();
-    const std::span<const DevicePoint> points = view.NodePoints;
-    DevicePoint* const centres = view.ElementCentres.data();
-    const bool isAsked = visible.Area.has_value();
-    const DeviceRect area = visible.Area.value_or(DeviceRect());
-    if (isAsked)
-        visible.Begin(stretchCount(mesh.ElementCount));
+    const std::span<const std::uint8_t> sides = places.Sides;
+    visible.Begin(stretchCount(mesh.ElementCount));
     parallelStretches(mesh.ElementCount, [=, &visible](std::int32_t first, std::int32_t last) {
-        // Written without asking and kept by counting on: what is seen and what not changes too often for a guess.
-        std::vector<std::int32_t> seen(std::size_t(last - first));
-        std::int32_t* end = seen.data();
-        for (std::int32_t e = first; e < last; ++e) {
-            Corners corners;
-            for (std::int32_t k = firstCorner[e]; k < firstCorner[e + 1]; ++k)
-                if (const auto node = std::size_t(nodeIndex[k]); node < points.size()) [[likely]]
-                    corners.Take(points[node]);
-            centres[e] = corners.Centre(firstCorner[e + 1] - firstCorner[e]);
-            *end = e;
-            end += corners.MayBeSeen(area) ? 1 : 0;
+        std::vector<std::int32_t>& all = visible.Of(first / indexesPerStretch);
+        std::array<std::int32_t, 1024> some;
+        for (std::int32_t e = first; e < last;) {
+            // Written without asking and kept by counting on: what is seen and what not changes too often for a guess.
+            std::size_t count = 0;
+            for (const std::int32_t pause = std::min(last, e + std::int32_t(some.size())); e < pause; ++e) {
+                some[count] = e;
+                count += commonSides(sides, {nodeIndex + firstCorner[e], nodeIndex + firstCorner[e + 1]}) == 0 ? 1 : 0;
+            }
+            all.insert(all.end(), some.begin(), some.begin() + std::ptrdiff_t(count));
         }
-        if (isAsked)
-            visible.Of(first / indexesPerStretch).assign(seen.data(), end);
     });
+}
+
+DevicePoint centreOf(const MeshData& mesh, std::span<const DevicePoint> points, std::int32_t e) {
+    double x = 0, y = 0;
+    const std::int32_t first = mesh.Elements.FirstCorner.at(e), last = mesh.Elements.FirstCorner.at(e + 1);
+    for (std::int32_t k = first; k < last; ++k)
+        if (const auto node = std::size_t(mesh.Elements.NodeIndex.at(k)); node < points.size()) {
+            x += points[node].X;
+            y += points[node].Y;
+        }
+    return last <= first ? DevicePoint{} : DevicePoint{Round(x / (last - first)), Round(y / (last - first))};
 }
 
 } // namespace
 
 void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window, const Scene& scene,
                          PaintContext& context) {
-    computeNodePoints(converter, window, scene, context);
-    computeElementCentres(scene.Model.Mesh, scene.View, context.Visible);
+    const MeshData& mesh = scene.Model.Mesh;
+    NodePlaces places(scene.View.NodePoints, mesh.NodeCount, context.Visible.Area);
+    scene.View.ElementCentres.clear();
+    computeNodePoints(converter, window, scene, places, context);
+    if (context.Visible.Area)
+        findVisible(mesh, places, context.Visible);
+}
+
+const std::vector<DevicePoint>& ElementCentres(const Scene& scene) {
+    std::vector<DevicePoint>& centres = scene.View.ElementCentres;
+    const MeshData& mesh = scene.Model.Mesh;
+    if (centres.empty()) {
+        centres.resize(std::size_t(std::max(mesh.ElementCount, 0)));
+        parallelStretches(mesh.ElementCount, [&](std::int32_t first, std::int32_t last) {
+            for (std::int32_t e = first; e < last; ++e)
+                centres[std::size_t(e)] = centreOf(mesh, scene.View.NodePoints, e);
+        });
+    }
+    return centres;
 }
 
 } // namespace mdScene

@@ -13,8 +13,9 @@ namespace {
 /// Line steps over the node positions. An edge with an end that the mesh does not have is left out.
 class LineSteps {
 public:
-    LineSteps(std::span<const DevicePoint> nodePoints, const std::optional<DeviceRect>& visibleArea)
-        : points(nodePoints), visible(visibleArea) {}
+    LineSteps(std::span<const DevicePoint> nodePoints, const std::optional<DeviceRect>& visibleArea,
+              std::vector<std::int32_t>& collected)
+        : points(nodePoints), visible(visibleArea), steps(collected) {}
 
     /// Whether no line between these nodes can be seen.
     bool Hides(std::span<const std::int32_t> nodes) const {
@@ -53,37 +54,24 @@ public:
         else
             MoveTo(to);
     }
-    void DrawOn(DeviceContext& device) {
-        device.Lines(points, steps);
-        steps.clear();
-    }
 
 private:
     bool has(std::int32_t node) const { return std::size_t(node) < points.size(); }
 
     std::span<const DevicePoint> points;
-    std::optional<DeviceRect> visible;
-    std::vector<std::int32_t> steps;
+    const std::optional<DeviceRect>& visible;
+    std::vector<std::int32_t>& steps;
 };
 
-/// Draws what `collect(mesh, e, steps)` collects for each element e that may be seen, in their order. A few stretches
-/// are collected at a time, on all cores, so that a large mesh never stands in memory as lines.
+/// Draws what `collect(mesh, e, steps)` collects for each element e that may be seen, in their order.
 template<class Collect>
 void drawElements(DeviceContext& device, std::span<const DevicePoint> points, const MeshData& mesh,
                   const VisibleElements& visible, Collect collect) {
-    const int stretches = stretchCount(mesh.ElementCount);
-    std::vector<LineSteps> group(std::size_t(std::min(stretches, 4 * coreCount())),
-                                 LineSteps(points, device.VisibleArea()));
-    for (int start = 0; start < stretches; start += int(group.size())) {
-        const int count = std::min(int(group.size()), stretches - start);
-        parallelFor(count, [&](int i) {
-            const std::int32_t first = (start + i) * indexesPerStretch;
-            const std::int32_t last = first + std::min(mesh.ElementCount - first, indexesPerStretch);
-            visible.ForEach(start + i, first, last, [&](std::int32_t e) { collect(mesh, e, group[std::size_t(i)]); });
-        });
-        for (int i = 0; i < count; ++i)
-            group[std::size_t(i)].DrawOn(device);
-    }
+    const std::optional<DeviceRect> area = device.VisibleArea();
+    device.LinePieces(points, stretchCount(mesh.ElementCount), [&](int stretch, std::vector<std::int32_t>& collected) {
+        LineSteps steps(points, area, collected);
+        visible.ForEach(stretch, mesh.ElementCount, [&](std::int32_t e) { collect(mesh, e, steps); });
+    });
 }
 
 // What `drawElements` calls for each element; as objects, so that the calls are compiled in place.
@@ -142,7 +130,7 @@ void DrawMesh(DeviceContext& device, const PlotConverter& converter, const Scene
     Pen old = SelectLineStyle(device, converter, styles[0]);
     if (scene.Settings.Window.Mesh && scene.Settings.Window.FadeMesh)
         DrawFadingEdges(device, converter, styles[0], scene,
-                        {{context.ContourMin, context.ContourMax}, context.ContourDivide});
+                        {{context.ContourMin, context.ContourMax}, context.ContourDivide}, context.Visible);
     else
         drawEdges(device, scene.View.NodePoints, scene, context.Visible);
     mdTips::RestoreObject(device, old);

@@ -182,7 +182,7 @@ void drawBuckets(DeviceContext& device, const PlotConverter& converter, const Li
 } // namespace
 
 void DrawFadingEdges(DeviceContext& device, const PlotConverter& converter, const LineStyle& style, const Scene& scene,
-                     const ContourScale& contour) {
+                     const ContourScale& contour, const VisibleElements& visible) {
     const MeshData& mesh = scene.Model.Mesh;
     const std::span<const DevicePoint> points = scene.View.NodePoints;
     double scale = 0, unused = 0;
@@ -198,10 +198,8 @@ void DrawFadingEdges(DeviceContext& device, const PlotConverter& converter, cons
         buckets.Steps.resize(std::size_t((levels - 1) * ground.ShadeCount()) + 1);
     for (int start = 0; start < stretches; start += int(group.size())) {
         parallelFor(std::min(int(group.size()), stretches - start), [&](int i) {
-            const std::int32_t first = (start + i) * indexesPerStretch;
-            const std::int32_t last = first + std::min(mesh.ElementCount - first, indexesPerStretch);
-            for (std::int32_t e = first; e < last; ++e)
-                edges.Collect(e, group[std::size_t(i)]);
+            visible.ForEach(start + i, mesh.ElementCount,
+                            [&](std::int32_t e) { edges.Collect(e, group[std::size_t(i)]); });
         });
         drawBuckets(device, converter, style, ground, points, group);
     }

@@ -11,7 +11,7 @@ namespace mdScene {
 /// they are left out. The outline of the mesh never fades. `contour` is the scale of the one beneath; without one the
 /// edges fade to the colour of the window.
 void DrawFadingEdges(DeviceContext& device, const PlotConverter& converter, const LineStyle& style, const Scene& scene,
-                     const ContourScale& contour);
+                     const ContourScale& contour, const VisibleElements& visible);
 
 /// Whether most elements of the latest paint were drawn so small that their edges would fade.
 bool IsMeshDense(const MeshData& mesh, const ViewState& view, const DeviceRect& picture, int dotsPerInch);

@@ -164,7 +164,7 @@ void DrawVectors(DeviceContext& device, const PlotConverter& converter, const Pl
     const Pen old = SelectLineStyle(device, converter, style);
     ArrowCollector arrows(device, scale, LineStyleWidth(converter, style));
     if (type >= 0)
-        addArrows(arrows, scene.View.ElementCentres, horz, vert, sign, [&](qsizetype e) {
+        addArrows(arrows, ElementCentres(scene), horz, vert, sign, [&](qsizetype e) {
             return mesh.Elements.ElementType.at(e) == type && mesh.Elements.NodeCount(e) > 0;
         });
     else

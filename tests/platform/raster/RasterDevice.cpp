@@ -1,10 +1,12 @@
 // Areas, raster modes, clip, state, batches and text of the raster device.
 #include "Picture.h"
 
+#include "platform/base/Parallel.h"
 #include "platform/device/Fonts.h"
 #include "platform/raster/PngFile.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 __extension__ using Wide = __int128;
@@ -179,6 +181,10 @@ TEST(RasterDevice, BatchesDrawWhatSingleCallsDraw) {
             device.MoveTo({50, 50});
             seed % 4 < 2 ? device.Polygons(points, counts) : device.Ellipses(dots);
             device.Lines(points, std::span(steps).first(seed % 5 ? steps.size() : 20));
+            device.LinePieces(points, 3, [&](int piece, std::vector<std::int32_t>& some) {
+                some.push_back(~piece);
+                some.insert(some.end(), steps.begin() + 1500 * piece, steps.begin() + 1500 * piece + 20 * (2 - piece));
+            });
             device.LineTo({3, 7}); // from where the batch ended
             device.SetRop2(RasterMode::CopyPen);
             device.Polyline(std::span(points).first(seed / 2 % 2 ? points.size() : 50));
@@ -214,6 +220,49 @@ TEST(RasterDevice, LayersOfOneInkAreDrawnWhereTheyCanBeSeen) {
             each->Polygons(points, counts);
         }
         ASSERT_TRUE(single.Image == several.Image) << seed;
+    }
+}
+
+TEST(RasterDevice, RankedPolygonsHideEachOtherByRank) {
+    for (unsigned seed = 0; seed < 24; ++seed) {
+        Dice dice(seed);
+        const int ranks = seed % 3 ? 5 : RankedLayer::MostRanks, largest = 1 << seed % 5;
+        std::vector<DevicePoint> points;
+        std::vector<RankedLayer::Polygon> polygons;
+        std::vector<ColorRef> inks;
+        for (int rank = 0; rank < ranks; ++rank)
+            inks.push_back(ColorRef(dice.Between(0, 0xffffff)));
+        Picture single(61, 60), ranked(61, 60, 4);
+        for (Picture* picture : {&single, &ranked})
+            picture->Device.ClipRect({5, 3, 70, 50});
+        std::multimap<int, std::vector<DevicePoint>> byRank;
+        for (int i = 0; i < 700; ++i) {
+            const DevicePoint corner = dice.Point(-20, 70);
+            std::vector<DevicePoint> polygon = dice.Points(dice.Between(2, 6), 0, largest - 1);
+            for (DevicePoint& point : polygon)
+                point = {corner.X + point.X, corner.Y + point.Y};
+            const int rank = dice.Between(1, ranks);
+            points.insert(points.end(), polygon.begin(), polygon.end());
+            polygons.push_back({{corner.X, corner.Y, corner.X + largest, corner.Y + largest},
+                                std::int32_t(polygon.size()),
+                                RankedLayer::Rank(rank)});
+            byRank.emplace(rank, std::move(polygon));
+        }
+        for (const auto& [rank, polygon] : byRank)
+            single.With(solidPen(inks[std::size_t(rank - 1)]))
+                .With(solidBrush(inks[std::size_t(rank - 1)]))
+                .Device.PolyPolygon(polygon, std::array{int(polygon.size())});
+        const auto layer = ranked.Device.Ranked();
+        parallelFor(7, [&](int piece) {
+            const std::size_t first = std::size_t(piece) * 100;
+            std::size_t corners = 0;
+            for (std::size_t i = 0; i < first; ++i)
+                corners += std::size_t(polygons[i].Corners);
+            layer->Add(std::span(points).subspan(corners), std::span(polygons).subspan(first, 100));
+        });
+        layer->Put(1, std::span(inks).first(3));
+        layer->Put(4, std::span(inks).subspan(3));
+        ASSERT_TRUE(single.Image == ranked.Image) << seed;
     }
 }
 
