@@ -139,7 +139,9 @@ void frmMain::saveLayout() {
         u"現在の描画設定を、\r\n"_s + propertyFile::PathFor(Model.FileName) + u"\r\nに保存します。"_s;
     if (ShowMessage(question, MessageStyle::Ask) != MessageAnswer::Yes)
         return;
-    const QString problem = propertyFile::SavePropertyFile(Settings, Model);
+    const QString problem = mdApplication::FileExists(Model.FileName)
+                                ? propertyFile::SavePropertyFile(Settings, Model)
+                                : tr("計算結果ファイルがないため、描画設定を保存できません。");
     Tell(problem.isEmpty() ? u"描画設定を保存しました。"_s : problem);
 }
 

@@ -4,8 +4,10 @@
 #include "app/mdApplication.h"
 #include "app/mdTips.h"
 #include "app/settingsStore.h"
+#include "platform/base/Codepage.h"
 #include "platform/base/NativePath.h"
 #include "platform/base/Rounding.h"
+#include "platform/base/WholeFile.h"
 #include "property/clsXML.h"
 #include "property/drawingElementTable.h"
 #include "property/drawingElements.h"
@@ -247,7 +249,8 @@ QString SavePropertyFile(const ApplicationSettings& settings, const ResultModel&
         return {};
     if (!isOursToWrite(path))
         return u"描画設定ファイルではないファイルへのリンクのため、保存しません。"_s + path;
-    return mdTips::WriteTextFile(path, textOf(settings, model)) ? QString() : u"描画設定を保存できません。"_s + path;
+    const auto problem = WholeFile::Write(path, Codepage::Encode(textOf(settings, model)));
+    return problem ? u"描画設定を保存できません。"_s + *problem + u": "_s + path : QString();
 }
 
 } // namespace propertyFile

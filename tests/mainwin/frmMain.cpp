@@ -210,6 +210,8 @@ TEST_F(FrmMainTest, ListsAndStatusBarSayWhatIsShownAndSaved) {
     // Nobody can put a file in the place of a folder, not even the super-user.
     EXPECT_TRUE(QFile::remove(platePath + u".property"_s) && QDir().mkpath(platePath + u".property/a"_s));
     EXPECT_TRUE(save().contains(platePath));
+    EXPECT_TRUE(QFile::remove(platePath));
+    EXPECT_TRUE(save().contains(u"保存できません"_s));
 }
 
 TEST(WindowPlace, HoldsTheWindowWithinAScreen) {

@@ -144,12 +144,17 @@ class Package(unittest.TestCase):
         meshio.write(self.folder / "other.vtu", first)
         with velorin.read(self.folder / "other.vtu") as result:
             np.testing.assert_array_equal(result.values(0, "温度"), VALUES["温度"][1])
+        meshio.write(self.folder / "moved.vtu", meshio.read(DEMO))
+        with velorin.read(self.folder / "moved.vtu") as result, velorin.read(DEMO) as given:
+            self.assertEqual([item.displacement for item in result.items[:3]], ["x", "y", ""])
+            np.testing.assert_array_equal(result.values(0, 1), given.values(-1, "変位Y"))
         points = np.array([[0, 5, 0], [2, 5, 0], [0, 5, 2], [1, 5, 0], [1, 5, 1], [0, 5, 1]])
         curved = meshio.Mesh(points, {"triangle6": [range(6)]}, {"Disp": points})
         meshio.write(self.path, curved)
         with velorin.read(self.path) as result:
             self.assertEqual(list(result.elements[0]), [0, 3, 1, 4, 2, 5])
             self.assertEqual([item.displacement for item in result.items], ["x", "", "y"])
+            self.assertEqual(meshio.read(self.path).point_data["Disp"].shape, (6, 3))
             np.testing.assert_array_equal(result.nodes, points[:, [0, 2]])
         points[3, 1] = 7
         for wrong in (curved, meshio.Mesh(points * 0.0, {"tetra": [range(4)]})):

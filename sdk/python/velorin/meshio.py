@@ -8,6 +8,7 @@
 meshio knows no steps: reading takes the last one, and velorin.meshio.read(path, step) any other. The array "velorin:type"
 of the cells has the type of each element, by which it exists in the step or not."""
 import itertools
+import os
 
 import meshio
 import numpy as np
@@ -25,7 +26,8 @@ _DISPLACEMENTS = ("u", "disp", "displacement", "変位")
 
 
 def read(path, step=-1):
-    """A step of a result file as a mesh. Second-order elements come as polygons."""
+    """A step of a result file as a mesh. Second-order elements come as polygons, components of an item of nodes as
+    one array, and the displacement as one that its name tells."""
     with _read(path) as result:
         elements = [nodes[nodes >= 0] for nodes in result.elements]
         blocks = [(len(elements[run[0]]), run) for run in
@@ -38,9 +40,31 @@ def read(path, step=-1):
         for item in result.items if has_steps else ():
             place = point_data if item.element_type is None else cell_values
             place[item.name] = result.values(step, item.name)
+        point_data = _joined(point_data, {item.displacement: item.name for item in result.items})
         cell_data = {name: [values[run] for _, run in blocks] for name, values in cell_values.items()}
         points = np.pad(result.nodes, ((0, 0), (0, 1)))  # most formats want them in space
         return meshio.Mesh(points, cells, point_data, cell_data)
+
+
+def _joined(values, displacement):
+    """Arrays of the components that `_components` makes of them; `displacement` names its items of X and Y."""
+    groups = {}
+    for ends in sorted(_COMPONENTS.values(), key=len, reverse=True)[:-1]:
+        for name in values:
+            base = name.removesuffix(ends[0])
+            parts = [base + end for end in ends]
+            if base not in ("", name, *values, *groups) and all(part in values for part in parts):
+                groups[base] = parts
+    moves = [displacement.get("x"), displacement.get("y")]
+    if all(name in values for name in moves) and not any(name in parts for name in moves for parts in groups.values()):
+        base = os.path.commonprefix(moves).strip()
+        base = base if base.lower() in _DISPLACEMENTS else "U"
+        if base not in (*values, *groups):
+            groups[base] = moves
+    firsts = {parts[0]: base for base, parts in groups.items()}
+    joined = {part for parts in groups.values() for part in parts}
+    return {firsts.get(name, name): np.stack([values[part] for part in groups[firsts[name]]], 1) if name in firsts else data
+            for name, data in values.items() if name in firsts or name not in joined}
 
 
 def write(path, mesh, time=0.0):

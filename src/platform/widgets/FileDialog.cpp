@@ -5,10 +5,14 @@
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileSystemModel>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace {
 /// Pairs of description and patterns as Qt's list of name filters. "*.*" means every file, also one without a dot.
@@ -54,6 +58,19 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& fil
     } else {
         buildOtherNames();
     }
+    if (auto* files = findChild<QFileSystemModel*>())
+        connect(files, &QFileSystemModel::directoryLoaded, this, &FileDialog::fitColumns);
+}
+
+/// The toolkit gives sizes and dates too little room to be read. What they leave belongs to the names.
+void FileDialog::fitColumns() {
+    auto* list = findChild<QTreeView*>(u"treeView"_s);
+    if (!list)
+        return;
+    const QHeaderView& header = *list->header();
+    for (int column = 0; column < header.count(); ++column)
+        list->resizeColumnToContents(column);
+    list->setColumnWidth(0, list->columnWidth(0) + std::max(0, list->viewport()->width() - header.length()));
 }
 
 void FileDialog::buildOtherNames() {
@@ -107,8 +124,20 @@ void FileDialog::StartAt(const QString& start) {
     setDirectory(folder);
     if (!isFolder)
         selectFile(NativePath::Shown(path.mid(slash + 1)));
+    if (!isFolder && acceptMode() == AcceptOpen)
+        selectFilterOf(path.mid(slash + 1));
     if (otherNames)
         listOtherNames();
+}
+
+/// The next file is most likely of the same kind.
+void FileDialog::selectFilterOf(const QString& name) {
+    for (const QString& filter : nameFilters()) {
+        if (QDir::match(patternsOf(filter), name)) {
+            selectNameFilter(filter);
+            return;
+        }
+    }
 }
 
 QCheckBox* FileDialog::AddSwitch(const QString& caption, bool on) {

@@ -16,7 +16,7 @@ public:
     /// `filter` is that of `Dialogs::OpenFileName`.
     FileDialog(QWidget* parent, const QString& title, const QString& filter, bool save);
 
-    /// Begins in a folder, or with a file.
+    /// Begins in a folder, or with a file; when it opens, among files of its kind.
     void StartAt(const QString& start);
     /// A box to tick beneath all else; null where the dialog is the desktop's.
     QCheckBox* AddSwitch(const QString& caption, bool on);
@@ -26,6 +26,8 @@ public:
     void accept() override;
 
 private:
+    void fitColumns();
+    void selectFilterOf(const QString& name);
     void buildOtherNames();
     void listOtherNames();
     void takeOtherName(const QListWidgetItem& item);

@@ -57,12 +57,13 @@ TEST(Dialogs, FileDialogsOfferTheFiltersAndGiveThePath) {
     const QString other = folder.Path({}) + NativePath::Text("/\xe9\n.vrf");
     ASSERT_FALSE(WholeFile::Write(other, {}));
     whenShown<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.selectedNameFilter(), dialog.nameFilters().at(1));
         auto* list = dialog.findChild<QListWidget*>(u"otherNames"_s);
         ASSERT_TRUE(list && list->count() == 1 && list->isVisible());
         list->setCurrentRow(0);
         QTest::keyClick(list, Qt::Key_Return);
     });
-    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, existing, filter), other);
+    EXPECT_EQ(Dialogs::OpenFileName(nullptr, u"開く"_s, folder.Write({}, u"値.csv"_s), filter), other);
     const auto saveAs = [&](const QString& name, qsizetype filterIndex) {
         whenShown<QFileDialog>([=](QFileDialog& dialog) {
             dialog.selectNameFilter(dialog.nameFilters().at(filterIndex));
