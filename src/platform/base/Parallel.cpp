@@ -10,14 +10,15 @@
 #include <immintrin.h>
 #endif
 
+#ifdef __x86_64__
 namespace {
 
-/// Some of Qt's own fills come back with the upper halves of the vector registers in use. On some processors all
-/// arithmetic with reals then takes three times as long, until they are cleared.
-#ifdef __x86_64__
 [[gnu::target("avx")]] void clearUpperHalves() {
     _mm256_zeroupper();
 }
+
+} // namespace
+
 void tidyVectorRegisters() {
     static const bool hasUpperHalves = __builtin_cpu_supports("avx");
     if (hasUpperHalves)
@@ -26,8 +27,6 @@ void tidyVectorRegisters() {
 #else
 void tidyVectorRegisters() {}
 #endif
-
-} // namespace
 
 int coreCount() {
     static const int count = std::max(1, QThread::idealThreadCount());

@@ -1,16 +1,11 @@
 #include "result/readers/FileScanner.h"
 
-#include <cmath>
-#include <string>
+#include "platform/base/Parallel.h"
 
 namespace {
 
 constexpr qint64 bufferBytes = 1 << 17;
 constexpr qint64 longestText = 1 << 16;
-
-bool isBlank(char c) {
-    return static_cast<unsigned char>(c) <= ' ';
-}
 
 bool isLineEnd(char c) {
     return c == '\n' || c == '\r';
@@ -34,10 +29,14 @@ void FileScanner::Seek(qint64 position) {
     next = filled = 0;
 }
 
+bool FileScanner::GoesOn() {
+    stopped = stopped || (progress && !progress(Position(), file.Size()));
+    return !stopped;
+}
+
 /// Reads on behind what has not been taken. False when nothing comes.
 bool FileScanner::refill() {
-    if (progress && !stopped && !progress(Position(), file.Size()))
-        stopped = true;
+    GoesOn();
     std::copy(buffer.begin() + next, buffer.begin() + filled, buffer.begin());
     bufferStart += next;
     filled -= next;
@@ -46,6 +45,7 @@ bool FileScanner::refill() {
     const qint64 wanted = std::min(std::ssize(buffer) - filled, fileEnd - from);
     const qint64 got = stopped || wanted < 1 ? 0 : file.ReadAt(from, buffer.data() + filled, wanted);
     filled += got;
+    tidyVectorRegisters(); // now come numbers
     return got > 0;
 }
 
@@ -75,17 +75,17 @@ std::optional<std::string_view> FileScanner::Line() {
 
 std::optional<std::string_view> FileScanner::FilledLine() {
     while (const auto line = Line())
-        if (!std::ranges::all_of(*line, isBlank))
+        if (!std::ranges::all_of(*line, IsBlank))
             return line;
     return {};
 }
 
 std::string_view FileScanner::Word() {
-    while (hasMore() && isBlank(buffer[std::size_t(next)]))
+    while (hasMore() && IsBlank(buffer[std::size_t(next)]))
         ++next;
     qint64 length = 0;
     while (true) {
-        while (next + length < filled && !isBlank(buffer[std::size_t(next + length)]))
+        while (next + length < filled && !IsBlank(buffer[std::size_t(next + length)]))
             ++length;
         if (next + length < filled || length >= longestText || !refill())
             break;
@@ -96,27 +96,8 @@ std::string_view FileScanner::Word() {
 }
 
 bool FileScanner::SkipWords(qint64 count) {
-    constexpr qint64 stretchBytes = 4096;
-    bool inWord = false;
-    while (count > 0 && hasMore()) {
-        const char* const text = buffer.data() + next;
-        const qint64 stretch = std::min(filled - next, stretchBytes);
-        if (stretch / 2 + 1 < count) {
-            // The words can't come to their end within the stretch: it's enough to count those that begin there.
-            std::int32_t begun = !inWord && !isBlank(text[0]);
-            for (qint64 i = 1; i < stretch; ++i)
-                begun += !isBlank(text[i]) & isBlank(text[i - 1]);
-            count -= begun;
-            inWord = !isBlank(text[stretch - 1]);
-            next += stretch;
-            continue;
-        }
-        for (; inWord && hasMore(); ++next)
-            inWord = !isBlank(buffer[std::size_t(next)]);
-        if (Word().empty())
-            return false;
+    while (count > 0 && !Word().empty())
         --count;
-    }
     return count == 0;
 }
 
@@ -151,33 +132,12 @@ bool FileScanner::readAcross(void* target, qint64 count) {
     return true;
 }
 
-bool FileScanner::NumberOf(std::string_view text, double& value) {
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
-    const auto parse = [&value](std::string_view spelled) {
-        const char* const end = spelled.data() + spelled.size();
-        const auto [stop, error] = std::from_chars(spelled.data(), end, value);
-        if (error == std::errc::result_out_of_range)
-            value = spelled.find("e-") != spelled.npos || spelled.find("E-") != spelled.npos ? 0 : HUGE_VAL;
-        return error != std::errc::invalid_argument && stop == end;
-    };
-    if (parse(text))
-        return true;
-    constexpr std::size_t longest = 60;
-    if (text.size() > longest || text.find_first_of("dD") == text.npos)
-        return false;
-    std::string spelled(text);
-    for (char& c : spelled)
-        c = c == 'd' || c == 'D' ? 'e' : c;
-    return parse(spelled);
-}
-
 std::vector<std::string_view> WordsOf(std::string_view line) {
     std::vector<std::string_view> words;
     for (std::size_t first = 0, last = 0; first < line.size(); first = last) {
-        while (first < line.size() && isBlank(line[first]))
+        while (first < line.size() && IsBlank(line[first]))
             ++first;
-        for (last = first; last < line.size() && !isBlank(line[last]);)
+        for (last = first; last < line.size() && !IsBlank(line[last]);)
             ++last;
         if (last > first)
             words.push_back(line.substr(first, last - first));

@@ -3,6 +3,7 @@
 
 #include "platform/base/ReadHandle.h"
 #include "result/readers/readerTable.h"
+#include "result/readers/realText.h"
 
 #include <charconv>
 #include <optional>
@@ -19,6 +20,13 @@ public:
     qint64 Position() const { return bufferStart + next; }
     qint64 Remaining() const { return stopped ? 0 : std::max<qint64>(fileEnd - Position(), 0); }
     bool WasStopped() const { return stopped; }
+    /// Asks the watch, for who reads the file beside the scanner.
+    bool GoesOn();
+    const ReadHandle& File() const { return file; }
+    /// Where what is read ends.
+    qint64 End() const { return fileEnd; }
+    /// Room for them, which they leave here to be used again.
+    std::vector<std::vector<char>>& SpareBuffers() { return spareBuffers; }
     void Seek(qint64 position);
 
     /// The next line without its end, which is \n, \r\n or \r; nothing at the file's end. Valid until the next call.
@@ -51,8 +59,8 @@ public:
     bool Number(T& value) {
         return NumberOf(Word(), value);
     }
-    /// A text as a number. Reals may have a sign + and the exponent's letter d; those beyond what T holds come near.
-    static bool NumberOf(std::string_view text, double& value);
+    /// A text as a number.
+    static bool NumberOf(std::string_view text, double& value) { return RealOf(text, value); }
     template<std::integral T>
     static bool NumberOf(std::string_view text, T& value) {
         const auto end = text.data() + text.size();
@@ -69,6 +77,7 @@ private:
     LoadProgress progress;
     qint64 fileEnd;
     std::vector<char> buffer;
+    std::vector<std::vector<char>> spareBuffers;
     qint64 bufferStart = 0; ///< file offset of the buffer's first byte
     qint64 filled = 0;
     qint64 next = 0; ///< first byte of the buffer that has not been taken

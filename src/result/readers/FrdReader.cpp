@@ -1,95 +1,21 @@
 #include "result/readers/FrdReader.h"
 
-#include "result/readers/FileScanner.h"
 #include "result/readers/ForeignResult.h"
+#include "result/readers/FrdBlock.h"
 #include "result/readers/IdIndex.h"
-#include "result/readers/numberTypes.h"
 
 #include <limits>
 #include <map>
 
 namespace {
 
+using namespace frd;
+
 constexpr std::int64_t mostOfAKind = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t mostComponents = 99;
-constexpr qint64 keyWidth = 3, realWidth = 12;
-constexpr qint64 realsPerLine = 6;
-
-/// How the numbers of a block are written; the files' own codes.
-enum Form : std::int8_t { ShortText = 0, LongText = 1, Singles = 2, Doubles = 3 };
-
-qint64 idWidthOf(Form form) {
-    return form == ShortText ? 5 : 10;
-}
-
-/// A column of a line without the blanks around it.
-std::string_view column(std::string_view line, qint64 first, qint64 width) {
-    std::string_view text = line.substr(std::min(std::size_t(first), line.size()), std::size_t(width));
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
-
-/// 0 where there is no number.
-template<class T>
-T numberAt(std::string_view line, qint64 first, qint64 width) {
-    T value{};
-    return FileScanner::NumberOf(column(line, first, width), value) ? value : T{};
-}
-
 QString textAt(std::string_view line, qint64 first, qint64 width) {
-    const std::string_view text = column(line, first, width);
+    const std::string_view text = Column(line, first, width);
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
-bool isKey(std::string_view line, std::string_view key) {
-    return column(line, 0, keyWidth) == key;
-}
-
-/// A block of so many reals for each of some nodes.
-struct Block {
-    Form Written = LongText;
-    std::int64_t Entries = 0;
-    std::int32_t Components = 0;
-    qint64 Offset = 0;
-};
-
-/// Reads on from the block's beginning: `take(id, reals)` for each entry, up to the mark of its end, its count, or
-/// where it can't be understood.
-template<class Take>
-void readBlock(FileScanner& in, const Block& block, const Take& take) {
-    std::vector<double> reals(std::size_t(block.Components));
-    in.Seek(block.Offset);
-    if (block.Written >= Singles) {
-        const NumberType type = block.Written == Singles ? NumberType::Float32 : NumberType::Float64;
-        std::vector<char> bytes(sizeof(std::int32_t) + reals.size() * std::size_t(BytesOf(type)));
-        for (std::int64_t left = block.Entries; left > 0 && in.ReadBytes(bytes.data(), std::ssize(bytes)); --left) {
-            std::int64_t id = 0;
-            ConvertNumbers(bytes.data(), 1, NumberType::Int32, false, &id);
-            ConvertNumbers(bytes.data() + sizeof(std::int32_t), block.Components, type, false, reals.data());
-            take(id, reals);
-        }
-        return;
-    }
-    // In text it is the mark that counts.
-    const qint64 start = keyWidth + idWidthOf(block.Written);
-    for (auto line = in.Line(); line && isKey(*line, "-1");) {
-        const auto id = numberAt<std::int64_t>(*line, keyWidth, idWidthOf(block.Written));
-        qint64 onLine = 0;
-        for (double& real : reals) {
-            if (onLine == realsPerLine) {
-                line = in.Line();
-                onLine = 0;
-                if (!line || !isKey(*line, "-2"))
-                    return;
-            }
-            real = numberAt<double>(*line, start + onLine++ * realWidth, realWidth);
-        }
-        take(id, reals);
-        line = in.Line();
-    }
 }
 
 /// One file on its way into a `ForeignResult`.
@@ -105,11 +31,10 @@ private:
     bool readRecord(std::string_view line);
     bool readNodes(std::string_view header);
     bool readElements(std::string_view header);
-    bool readTextElement(std::string_view line, Form form);
+    bool readTextElements(std::int64_t count, Form form);
     void addCell(std::int64_t type, std::span<const std::int64_t> nodes);
     bool readValues(std::string_view header);
     bool readComponents(std::string_view nameLine, ForeignArray& array);
-    bool skipBlock(const Block& block);
     std::int32_t arrayOf(const ForeignArray& array);
 
     ReadHandle file;
@@ -121,20 +46,22 @@ private:
 };
 
 std::optional<Form> formAt(std::string_view line, qint64 first, qint64 width) {
-    const auto code = numberAt<int>(line, first, width);
+    const auto code = NumberAt<int>(line, first, width);
     return code < ShortText || code > Doubles ? std::nullopt : std::optional(Form(code));
 }
 
 bool File::readNodes(std::string_view header) {
-    const auto count = numberAt<std::int64_t>(header, 24, 12);
+    const auto count = NumberAt<std::int64_t>(header, 24, 12);
     const auto form = formAt(header, 73, 2);
     if (!form || count < 1 || count > mostOfAKind || count > in.Remaining() / 8 || !ids.empty())
         return false;
     Result.Points.reserve(std::size_t(count) * 3);
-    readBlock(in, {*form, count, 3, in.Position()}, [this](std::int64_t id, std::span<const double> place) {
+    ids.reserve(std::size_t(count));
+    const auto take = [this](std::int64_t id, std::span<const double> place) {
         ids.push_back(id);
         Result.Points.insert(Result.Points.end(), place.begin(), place.end());
-    });
+    };
+    Block{*form, count, 3, in.Position()}.Read(in, take);
     nodes = IdIndex(ids);
     return std::ssize(ids) == count;
 }
@@ -167,37 +94,69 @@ void File::addCell(std::int64_t type, std::span<const std::int64_t> cellNodes) {
     Result.Cells.Add(nodesOfType(type) > 0 ? elementTypes[type].Shape : CellShape());
 }
 
-/// The element's nodes stand on the lines behind it.
-bool File::readTextElement(std::string_view line, Form form) {
-    const qint64 width = idWidthOf(form);
-    const auto type = numberAt<std::int64_t>(line, keyWidth + width, 5);
-    std::vector<std::int64_t> cellNodes(nodesOfType(type));
-    const qint64 perLine = form == ShortText ? 15 : 10;
-    std::optional<std::string_view> next;
-    for (std::size_t n = 0; n < cellNodes.size(); ++n) {
-        const qint64 onLine = qint64(n) % perLine;
-        if (onLine == 0)
-            next = in.Line();
-        if (!next || !isKey(*next, "-2"))
-            return false;
-        cellNodes[n] = numberAt<std::int64_t>(*next, keyWidth + onLine * width, width);
+/// The elements of a stretch of text: the type of each, and the nodes of all.
+struct TextElements {
+    std::vector<std::int64_t> Types, Nodes;
+    bool IsWhole = true;  ///< each has all its nodes
+    bool HasEnd = false;  ///< the mark of the block's end
+    std::size_t Used = 0; ///< bytes, with the line of the mark
+
+    void Parse(std::string_view text, Form form);
+};
+
+void TextElements::Parse(std::string_view text, Form form) {
+    const std::size_t all = text.size();
+    const qint64 width = IdWidth(form), perLine = form == ShortText ? 15 : 10;
+    *this = {};
+    while (!text.empty() && !HasEnd && IsWhole) {
+        std::string_view line = TakeLine(text);
+        HasEnd = IsKey(line, "-3");
+        // What is of an unknown type has lines that nobody takes, and they are no elements.
+        if (!IsKey(line, "-1"))
+            continue;
+        const auto type = WholeAt(line, KeyWidth + width, 5);
+        const auto count = qint64(nodesOfType(type));
+        Types.push_back(type);
+        for (qint64 n = 0; n < count && IsWhole; ++n) {
+            if (n % perLine == 0)
+                line = TakeLine(text);
+            IsWhole = IsKey(line, "-2");
+            Nodes.push_back(WholeAt(line, KeyWidth + n % perLine * width, width));
+        }
     }
-    addCell(type, cellNodes);
+    Used = all - text.size();
+}
+
+bool File::readTextElements(std::int64_t count, Form form) {
+    constexpr qint64 usualBytes = 72;
+    TextStretches stretches(in, NextEntry, count * usualBytes);
+    std::vector<TextElements> parts(std::size_t(stretches.MostAtOnce()));
+    while (const int got =
+               stretches.Read([&](int slot, std::string_view text) { parts[std::size_t(slot)].Parse(text, form); }))
+        for (int slot = 0; slot < got; ++slot) {
+            const TextElements& part = parts[std::size_t(slot)];
+            if (!part.IsWhole)
+                return false;
+            std::span<const std::int64_t> left(part.Nodes);
+            for (const std::int64_t type : part.Types) {
+                addCell(type, left.first(nodesOfType(type)));
+                left = left.subspan(nodesOfType(type));
+            }
+            if (part.HasEnd) {
+                in.Seek(stretches.Start(slot) + qint64(part.Used));
+                return true;
+            }
+        }
     return true;
 }
 
 bool File::readElements(std::string_view header) {
-    const auto count = numberAt<std::int64_t>(header, 24, 12);
+    const auto count = NumberAt<std::int64_t>(header, 24, 12);
     const auto form = formAt(header, 73, 2);
     if (!form || count < 1 || count > mostOfAKind || count > in.Remaining() / 8 || Result.Cells.Count() > 0)
         return false;
-    if (*form < Singles) {
-        // What is of an unknown type has lines that nobody takes, and they are no elements.
-        for (auto line = in.Line(); line && !isKey(*line, "-3"); line = in.Line())
-            if (isKey(*line, "-1") && !readTextElement(*line, *form))
-                return false;
-        return true;
-    }
+    if (*form < Singles)
+        return readTextElements(count, *form);
     for (std::int64_t left = count; left > 0; --left) {
         std::array<std::int32_t, 20> numbers{};
         constexpr qint64 headBytes = 4 * sizeof(std::int32_t);
@@ -207,7 +166,9 @@ bool File::readElements(std::string_view header) {
         const std::size_t nodeCount = nodesOfType(type);
         if (nodeCount == 0 || !in.ReadBytes(numbers.data(), qint64(nodeCount * sizeof(std::int32_t))))
             return false;
-        addCell(type, std::vector<std::int64_t>(numbers.begin(), numbers.begin() + qsizetype(nodeCount)));
+        std::array<std::int64_t, 20> cellNodes{};
+        std::ranges::copy(numbers, cellNodes.begin());
+        addCell(type, std::span(cellNodes).first(nodeCount));
     }
     return true;
 }
@@ -215,16 +176,16 @@ bool File::readElements(std::string_view header) {
 /// The lines that name the components behind the one that names the array. Those that aren't stored don't count.
 bool File::readComponents(std::string_view nameLine, ForeignArray& array) {
     array.Name = textAt(nameLine, 5, 8);
-    const auto count = numberAt<std::int64_t>(nameLine, 13, 5);
+    const auto count = NumberAt<std::int64_t>(nameLine, 13, 5);
     if (count < 1 || count > mostComponents)
         return false;
     constexpr int vector = 2, matrix = 4;
     for (std::int64_t c = 0; c < count; ++c) {
         const auto line = in.Line();
-        if (!line || !isKey(*line, "-5"))
+        if (!line || !IsKey(*line, "-5"))
             return false;
-        const auto kind = numberAt<int>(*line, 18, 5), first = numberAt<int>(*line, 23, 5),
-                   second = numberAt<int>(*line, 28, 5), isDerived = numberAt<int>(*line, 33, 5);
+        const auto kind = NumberAt<int>(*line, 18, 5), first = NumberAt<int>(*line, 23, 5),
+                   second = NumberAt<int>(*line, 28, 5), isDerived = NumberAt<int>(*line, 33, 5);
         if (isDerived != 0)
             continue;
         constexpr std::u16string_view axes = u"?XYZ";
@@ -244,29 +205,6 @@ bool File::readComponents(std::string_view nameLine, ForeignArray& array) {
     return array.Components > 0;
 }
 
-/// Past a block. Where all entries are as long as the first, one look at the end is enough.
-bool File::skipBlock(const Block& block) {
-    if (block.Written >= Singles) {
-        const qint64 bytes = block.Entries * (4 + block.Components * (block.Written == Singles ? 4 : 8));
-        const bool isThere = bytes <= in.Remaining();
-        in.Seek(block.Offset + std::min(bytes, in.Remaining()));
-        return isThere;
-    }
-    for (qint64 left = (block.Components - 1) / realsPerLine + 1; left > 0; --left)
-        in.Line();
-    const qint64 end = block.Offset + block.Entries * (in.Position() - block.Offset);
-    if (end < file.Size()) {
-        in.Seek(end);
-        if (const auto line = in.Line(); line && isKey(*line, "-3"))
-            return true;
-        in.Seek(block.Offset);
-    }
-    auto line = in.Line();
-    while (line && (isKey(*line, "-1") || isKey(*line, "-2")))
-        line = in.Line();
-    return line && isKey(*line, "-3");
-}
-
 std::int32_t File::arrayOf(const ForeignArray& array) {
     const auto known = std::ranges::find_if(Result.Arrays, [&array](const ForeignArray& candidate) {
         return candidate.Name == array.Name && candidate.ComponentNames == array.ComponentNames;
@@ -279,12 +217,12 @@ std::int32_t File::arrayOf(const ForeignArray& array) {
 
 /// The next array of the step that the file is at, or the first of a new one.
 bool File::readValues(std::string_view header) {
-    const auto time = numberAt<double>(header, 12, 12);
-    const auto entries = numberAt<std::int64_t>(header, 24, 12), number = numberAt<std::int64_t>(header, 58, 5);
+    const auto time = NumberAt<double>(header, 12, 12);
+    const auto entries = NumberAt<std::int64_t>(header, 24, 12), number = NumberAt<std::int64_t>(header, 58, 5);
     const auto form = formAt(header, 73, 2);
     ForeignArray array;
     const auto nameLine = in.Line();
-    if (!form || entries < 1 || entries > mostOfAKind || !nameLine || !isKey(*nameLine, "-4") ||
+    if (!form || entries < 1 || entries > mostOfAKind || !nameLine || !IsKey(*nameLine, "-4") ||
         !readComponents(std::string(*nameLine), array))
         return false;
     if (in.Remaining() == 0)
@@ -298,13 +236,13 @@ bool File::readValues(std::string_view header) {
     }
     const Block block{*form, entries, array.Components, in.Position()};
     blocks.emplace(std::pair(lastStep(), index), block);
-    return skipBlock(block);
+    return block.Skip(in);
 }
 
 /// False ends the reading: at what can't be understood, or where the file is cut short.
 bool File::readRecord(std::string_view line) {
     const std::string header(line);
-    const std::string_view key = column(header, 0, 6);
+    const std::string_view key = Column(header, 0, 6);
     if (key == "2C")
         return readNodes(header);
     if (key == "3C")
@@ -316,7 +254,7 @@ bool File::readRecord(std::string_view line) {
 
 bool File::Read() {
     Result.Magic = u"FRD"_s;
-    for (auto line = in.Line(); line && !column(*line, 0, 6).starts_with("9999"); line = in.Line())
+    for (auto line = in.Line(); line && !Column(*line, 0, 6).starts_with("9999"); line = in.Line())
         if (!readRecord(*line)) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
             break;
@@ -330,7 +268,7 @@ bool File::Read() {
         const Block& block = all.at({step, array});
         std::vector<float> values(points * std::size_t(block.Components));
         FileScanner reader(openFile);
-        readBlock(reader, block, [&](std::int64_t id, std::span<const double> reals) {
+        block.Read(reader, [&](std::int64_t id, std::span<const double> reals) {
             if (const std::int32_t node = index.Of(id); node >= 0)
                 std::ranges::copy(reals, values.begin() + qsizetype(node) * block.Components);
         });

@@ -43,6 +43,7 @@ const ElementType& typeOf(std::int64_t number) {
     return number >= 0 && number < std::ssize(elementTypes) ? elementTypes[std::size_t(number)] : unknown;
 }
 
+constexpr std::int64_t usualNumbers = 5; ///< of an element
 constexpr std::int64_t mostNodes = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
@@ -65,6 +66,8 @@ bool GmshMesh::readNodes2(GmshNumbers& in) {
         return false;
     in.Scanner().Line();
     Points.reserve(std::size_t(count) * 3);
+    PointIds.reserve(std::size_t(count));
+    const GmshNumbers::Run run(in, count * 4);
     for (; count > 0; --count) {
         std::int64_t id = 0;
         double x = 0, y = 0, z = 0;
@@ -84,6 +87,8 @@ bool GmshMesh::readNodes4(GmshNumbers& in) {
         !in.CanHold(count, NumberType::Float64))
         return false;
     Points.reserve(std::size_t(count) * 3);
+    PointIds.reserve(std::size_t(count));
+    const GmshNumbers::Run run(in, count * 4);
     for (; blocks > 0; --blocks) {
         std::int64_t dimension = 0, isParametric = 0, here = 0;
         if (!in.Int(dimension) || !in.Int(ignored) || !in.Int(isParametric) || !in.Size(here) || here < 0 ||
@@ -132,6 +137,7 @@ bool GmshMesh::readElements2(GmshNumbers& in) {
     if (!in.Scanner().Number(count) || count > mostNodes || !in.CanHold(count, NumberType::Int32))
         return false;
     in.Scanner().Line();
+    const GmshNumbers::Run run(in, count * usualNumbers);
     while (count > 0) {
         std::int64_t id = 0, type = 0, inRun = 1, tags = 0, tag = 0;
         if (in.IsText ? !in.Int(id) || !in.Int(type) || !in.Int(tags)
@@ -150,7 +156,7 @@ bool GmshMesh::readElements2(GmshNumbers& in) {
             if (!readCell(in, id, type, NumberType::Int32))
                 return false;
             if (!isKnown)
-                in.Scanner().Line();
+                in.SkipLine();
         }
     }
     return true;
@@ -161,6 +167,7 @@ bool GmshMesh::readElements4(GmshNumbers& in) {
     if (!in.Size(blocks) || !in.Size(count) || !in.Size(ignored) || !in.Size(ignored) || count > mostNodes ||
         !in.CanHold(count, NumberType::UInt64))
         return false;
+    const GmshNumbers::Run run(in, count * usualNumbers);
     for (; blocks > 0; --blocks) {
         std::int64_t type = 0, here = 0;
         if (!in.Int(ignored) || !in.Int(ignored) || !in.Int(type) || !in.Size(here) || here < 0 || here > count)
@@ -173,7 +180,7 @@ bool GmshMesh::readElements4(GmshNumbers& in) {
             if (!in.Size(id) || !readCell(in, id, type, NumberType::UInt64))
                 return false;
             if (!isKnown)
-                in.Scanner().Line();
+                in.SkipLine();
         }
     }
     return true;

@@ -43,6 +43,7 @@ void DataFile::readSection(const DataSection& section, std::size_t components, P
     GmshNumbers in(scanner);
     in.IsText = IsText;
     in.IsBigEndian = IsBigEndian;
+    const GmshNumbers::Run run(in, section.Entries * std::int64_t(components + 1));
     for (std::int64_t left = section.Entries; left > 0; --left) {
         std::int64_t id = 0, nodes = 1;
         if (!in.Int(id) || (place == Place::ElementNodes && !in.Int(nodes)) || !in.CanHold(nodes, NumberType::Float64))

@@ -19,11 +19,7 @@ IdIndex::IdIndex(std::span<const std::int64_t> ids) {
     std::ranges::stable_sort(sorted, {}, &Entry::Id);
 }
 
-std::int32_t IdIndex::Of(std::int64_t id) const {
-    if (!table.empty()) {
-        const std::uint64_t place = std::uint64_t(id) - std::uint64_t(lowest);
-        return place < table.size() ? table[std::size_t(place)] : -1;
-    }
+std::int32_t IdIndex::find(std::int64_t id) const {
     const auto found = std::ranges::lower_bound(sorted, id, {}, &Entry::Id);
     return found != sorted.end() && found->Id == id ? found->Position : -1;
 }

@@ -12,9 +12,16 @@ public:
     explicit IdIndex(std::span<const std::int64_t> ids);
 
     /// From 0; -1 for a number that isn't there.
-    std::int32_t Of(std::int64_t id) const;
+    std::int32_t Of(std::int64_t id) const {
+        if (table.empty())
+            return find(id);
+        const std::uint64_t place = std::uint64_t(id) - std::uint64_t(lowest);
+        return place < table.size() ? table[std::size_t(place)] : -1;
+    }
 
 private:
+    std::int32_t find(std::int64_t id) const;
+
     struct Entry {
         std::int64_t Id;
         std::int32_t Position;

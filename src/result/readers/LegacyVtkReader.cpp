@@ -1,7 +1,6 @@
 #include "result/readers/LegacyVtkReader.h"
 
-#include "result/readers/FileScanner.h"
-#include "result/readers/numberTypes.h"
+#include "result/readers/LegacyVtkBlock.h"
 #include "result/readers/vtkCells.h"
 
 #include <limits>
@@ -11,56 +10,6 @@ namespace {
 constexpr std::string_view magic = "# vtk DataFile Version ";
 constexpr qint64 mostOfAKind = std::numeric_limits<std::int32_t>::max();
 constexpr qint64 mostComponents = 99;
-constexpr qint64 mostAtOnce = 8192;
-
-/// Numbers of one kind in a row: where they stand and what they are.
-struct Block {
-    qint64 Offset = 0;
-    qint64 Count = 0;
-    NumberType Type = NumberType::Float64;
-};
-
-std::optional<NumberType> typeOf(std::string_view name) {
-    static constexpr std::pair<std::string_view, NumberType> names[] = {
-        {"unsigned_char", NumberType::UInt8},   {"char", NumberType::Int8},
-        {"unsigned_short", NumberType::UInt16}, {"short", NumberType::Int16},
-        {"unsigned_int", NumberType::UInt32},   {"int", NumberType::Int32},
-        {"unsigned_long", NumberType::UInt64},  {"long", NumberType::Int64},
-        {"float", NumberType::Float32},         {"double", NumberType::Float64},
-        {"vtkidtype", NumberType::Int32},       {"vtktypeint64", NumberType::Int64},
-        {"vtktypeuint64", NumberType::UInt64},  {"vtktypeint32", NumberType::Int32}};
-    const QByteArray lower = QByteArray(name.data(), qsizetype(name.size())).toLower();
-    const auto* const found =
-        std::ranges::find(names, std::string_view(lower), [](const auto& row) { return row.first; });
-    return found == std::end(names) ? std::nullopt : std::optional(found->second);
-}
-
-/// Reads a block's numbers in pieces, `take(numbers)` each. False when they end too early.
-template<class T, class Take>
-bool readBlock(FileScanner& in, bool isText, const Block& block, const Take& take) {
-    std::vector<T> numbers(std::size_t(std::clamp<qint64>(block.Count, 1, mostAtOnce)));
-    std::vector<char> bytes(isText ? 0 : numbers.size() * 8);
-    in.Seek(block.Offset);
-    for (qint64 left = block.Count; left > 0;) {
-        qint64 got = 0;
-        const qint64 wanted = std::min(left, mostAtOnce);
-        if (isText) {
-            double number = 0;
-            while (got < wanted && in.Number(number))
-                numbers[std::size_t(got++)] = NumberAs<T>(number);
-        } else {
-            got = std::min(wanted, in.Remaining() / BytesOf(block.Type));
-            if (!in.ReadBytes(bytes.data(), got * BytesOf(block.Type)))
-                got = 0;
-            ConvertNumbers(bytes.data(), got, block.Type, true, numbers.data());
-        }
-        take(std::span<const T>(numbers).first(std::size_t(got)));
-        left -= got;
-        if (got < wanted)
-            return false;
-    }
-    return true;
-}
 
 /// One file on its way into a `ForeignResult`.
 class File {
@@ -90,15 +39,14 @@ private:
 
     std::optional<Words> wordsOfLine();
     static bool count(const Words& words, std::size_t index, qint64& value, qint64 most = mostOfAKind);
-    bool hasRoom(const Block& block) const;
-    bool skip(const Block& block);
+    LegacyVtkBlock blockOf(qint64 numbers, NumberType type) const;
 
     ReadHandle file;
     FileScanner in;
     std::string line; ///< the words of the last line stand in it
     bool isText = true;
     vtkCells::Lists cells;
-    std::vector<Block> blocks; ///< of the arrays
+    std::vector<LegacyVtkBlock> blocks; ///< of the arrays
     enum { OfFile, OfPoints, OfCells } place = OfFile;
     qint64 placeCount = 0;
 };
@@ -115,18 +63,9 @@ bool File::count(const Words& words, std::size_t index, qint64& value, qint64 mo
     return index < words.size() && FileScanner::NumberOf(words[index], value) && value >= 0 && value <= most;
 }
 
-/// Whether the rest of the file can hold a block that has to be there whole.
-bool File::hasRoom(const Block& block) const {
-    return block.Count * (isText ? 2 : BytesOf(block.Type)) <= in.Remaining() + 1;
-}
-
-bool File::skip(const Block& block) {
-    if (isText)
-        return in.SkipWords(block.Count);
-    const qint64 bytes = block.Count * BytesOf(block.Type);
-    const bool isThere = bytes <= in.Remaining();
-    in.Seek(in.Position() + std::min(bytes, in.Remaining()));
-    return isThere;
+/// The numbers from here on, as many as that.
+LegacyVtkBlock File::blockOf(qint64 numbers, NumberType type) const {
+    return {in.Position(), numbers, type, isText};
 }
 
 bool File::readHeader() {
@@ -151,38 +90,37 @@ bool File::readPoints(const Words& words) {
     qint64 points = 0;
     if (words.size() < 3 || !count(words, 1, points) || !Result.Points.empty())
         return false;
-    const auto type = typeOf(words[2]);
-    const Block block{in.Position(), points * 3, type.value_or(NumberType::Float64)};
-    if (!type || !hasRoom(block))
+    const auto type = LegacyVtkBlock::TypeOf(words[2]);
+    const LegacyVtkBlock block = blockOf(points * 3, type.value_or(NumberType::Float64));
+    if (!type || !block.HasRoom(in))
         return false;
     Result.Points.reserve(std::size_t(block.Count));
-    return readBlock<double>(in, isText, block, [this](auto numbers) {
-        Result.Points.insert(Result.Points.end(), numbers.begin(), numbers.end());
-    });
+    return block.Read<double>(
+        in, [this](auto numbers) { Result.Points.insert(Result.Points.end(), numbers.begin(), numbers.end()); });
 }
 
 /// The number of a cell's nodes before them: all in one list.
 bool File::readOldCells(qint64 cellCount, qint64 numbers) {
-    const Block block{in.Position(), numbers, NumberType::Int32};
-    if (numbers < cellCount || !hasRoom(block))
+    const LegacyVtkBlock block = blockOf(numbers, NumberType::Int32);
+    if (numbers < cellCount || !block.HasRoom(in))
         return false;
     qint64 left = 0, done = 0;
     cells.Ends.reserve(std::size_t(cellCount));
     cells.Nodes.reserve(std::size_t(numbers - cellCount));
-    return readBlock<std::int32_t>(in, isText, block,
-                                   [&](std::span<const std::int32_t> all) {
-                                       for (const std::int32_t number : all) {
-                                           if (left > 0) {
-                                               cells.Nodes.push_back(number);
-                                               --left;
-                                           } else {
-                                               left = std::max(number, 0);
-                                               ++done;
-                                           }
-                                           if (left == 0)
-                                               cells.Ends.push_back(std::int32_t(cells.Nodes.size()));
-                                       }
-                                   }) &&
+    return block.Read<std::int32_t>(in,
+                                    [&](std::span<const std::int32_t> all) {
+                                        for (const std::int32_t number : all) {
+                                            if (left > 0) {
+                                                cells.Nodes.push_back(number);
+                                                --left;
+                                            } else {
+                                                left = std::max(number, 0);
+                                                ++done;
+                                            }
+                                            if (left == 0)
+                                                cells.Ends.push_back(std::int32_t(cells.Nodes.size()));
+                                        }
+                                    }) &&
            left == 0 && done == cellCount;
 }
 
@@ -191,11 +129,13 @@ bool File::readNewCells(qint64 offsets, qint64 nodes) {
     const auto base = std::int32_t(cells.Nodes.size());
     const auto part = [&](std::string_view name, qint64 numbers, std::int32_t added, std::vector<std::int32_t>& list) {
         const auto words = wordsOfLine();
-        const auto type = words && words->size() > 1 && words->front() == name ? typeOf((*words)[1]) : std::nullopt;
-        if (!type || !hasRoom({in.Position(), numbers, *type}))
+        const auto type =
+            words && words->size() > 1 && words->front() == name ? LegacyVtkBlock::TypeOf((*words)[1]) : std::nullopt;
+        const LegacyVtkBlock block = blockOf(numbers, type.value_or(NumberType::Int32));
+        if (!type || !block.HasRoom(in))
             return false;
         list.reserve(list.size() + std::size_t(numbers));
-        return readBlock<std::int32_t>(in, isText, {in.Position(), numbers, *type}, [&](auto all) {
+        return block.Read<std::int32_t>(in, [&](auto all) {
             for (const std::int32_t number : all)
                 list.push_back(NumberAs<std::int32_t>(qint64(number) + added));
         });
@@ -227,32 +167,33 @@ bool File::readCells(const Words& words) {
 
 bool File::readCellTypes(const Words& words) {
     qint64 types = 0;
-    if (!count(words, 1, types) || !hasRoom({in.Position(), types, NumberType::Int32}))
+    if (!count(words, 1, types))
         return false;
-    return readBlock<std::int32_t>(in, isText, {in.Position(), types, NumberType::Int32}, [this](auto numbers) {
+    const LegacyVtkBlock block = blockOf(types, NumberType::Int32);
+    return block.HasRoom(in) && block.Read<std::int32_t>(in, [this](auto numbers) {
         cells.Types.insert(cells.Types.end(), numbers.begin(), numbers.end());
     });
 }
 
 /// Notes where an array stands and goes past it; one of which nothing is there doesn't count.
 bool File::readArray(std::string_view name, qint64 components, qint64 tuples, std::string_view type) {
-    const auto numbers = typeOf(type);
+    const auto numbers = LegacyVtkBlock::TypeOf(type);
     if (!numbers || components < 1 || components > mostComponents) {
         Problem = u"配列 %1 を読むことができません。"_s.arg(vtkCells::NameOf(name));
         return false;
     }
-    const Block block{in.Position(), components * tuples, *numbers};
+    const LegacyVtkBlock block = blockOf(components * tuples, *numbers);
     constexpr std::string_view timeNames[] = {"TIME", "TimeValue"};
     if (place != OfFile && tuples == placeCount && in.Remaining() > 0) {
         Result.Arrays.push_back({vtkCells::NameOf(name), std::int32_t(components), {}, place == OfCells});
         blocks.push_back(block);
     } else if (block.Count == 1 && std::ranges::find(timeNames, name) != std::end(timeNames)) {
-        return readBlock<double>(in, isText, block, [this](auto time) {
+        return block.Read<double>(in, [this](auto time) {
             if (!time.empty())
                 Result.Steps.front().Time = time.front();
         });
     }
-    return skip(block);
+    return block.Skip(in);
 }
 
 bool File::readScalars(const Words& words) {
@@ -327,7 +268,7 @@ bool File::readSection(const Words& words) {
         // Colours, and no values: four to an entry of a table, and bytes in a binary file.
         const bool isTable = name == "LOOKUP_TABLE";
         return count(words, 2, components) &&
-               skip({in.Position(), isTable ? components * 4 : components * placeCount, NumberType::UInt8});
+               blockOf(isTable ? components * 4 : components * placeCount, NumberType::UInt8).Skip(in);
     }
     return readCells(words);
 }
@@ -353,13 +294,12 @@ bool File::Read() {
         return false;
     for (std::size_t a = 0; a < blocks.size(); ++a)
         Result.Steps.front().Arrays.push_back(std::int32_t(a));
-    Result.Read = [openFile = file, text = isText, all = std::move(blocks)](std::int32_t, std::int32_t array) {
-        const Block& block = all[std::size_t(array)];
+    Result.Read = [openFile = file, all = std::move(blocks)](std::int32_t, std::int32_t array) {
+        const LegacyVtkBlock& block = all[std::size_t(array)];
         FileScanner reader(openFile);
         std::vector<float> values;
         values.reserve(std::size_t(std::min(block.Count, openFile.Size() - block.Offset)));
-        readBlock<float>(reader, text, block,
-                         [&values](auto part) { values.insert(values.end(), part.begin(), part.end()); });
+        block.Read<float>(reader, [&values](auto part) { values.insert(values.end(), part.begin(), part.end()); });
         return values;
     };
     return Problem.isEmpty();

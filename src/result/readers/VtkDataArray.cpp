@@ -1,5 +1,7 @@
 #include "result/readers/VtkDataArray.h"
 
+#include "result/readers/TextStretches.h"
+
 #include <libdeflate.h>
 #include <lz4.h>
 
@@ -185,20 +187,11 @@ bool ReadNumbers(const ReadHandle& file, const VtkDataArray& array, qint64 count
                  const std::function<void(std::span<const T>)>& take) {
     if (count < 1 || !array.CanHold(count))
         return count < 1;
-    std::vector<T> numbers;
     if (array.Packed == VtkDataArray::Text) {
         FileScanner in(file, array.Offset, array.End);
-        double number = 0;
-        for (; count > 0 && in.Number(number); --count) {
-            numbers.push_back(NumberAs<T>(number));
-            if (std::ssize(numbers) * qint64(sizeof(T)) >= mostAtOnce) {
-                take(numbers);
-                numbers.clear();
-            }
-        }
-        take(numbers);
-        return count == 0;
+        return TextNumbers(in, count).Hand<T>(count, take);
     }
+    std::vector<T> numbers;
     // Blocks need not end where a number does.
     const qint64 width = BytesOf(array.Type);
     std::vector<char> rest;
