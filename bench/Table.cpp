@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 
 namespace Table {
 
@@ -72,7 +73,9 @@ int Main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    const QGuiApplication application(argc, argv);
+    std::optional<QGuiApplication> application;
+    if (!QCoreApplication::instance())
+        application.emplace(argc, argv);
     RowReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;

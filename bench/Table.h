@@ -32,7 +32,8 @@ struct Task {
 /// The benchmark must use manual time. `task` may leave out all but `Run`.
 void Measure(benchmark::State& state, std::int64_t elements, const Task& task);
 
-/// The `main` of a benchmark program: prints a row for each benchmark, and takes Google Benchmark's options.
+/// The `main` of a benchmark program: prints a row for each benchmark, and takes Google Benchmark's options. Makes the
+/// application, if there is none yet.
 int Main(int argc, char** argv);
 
 } // namespace Table

@@ -45,10 +45,35 @@ void computeItemRange(benchmark::State& state) {
     state.SetLabel("ratio 1.5");
 }
 
+/// A step has come to the file: it is read on from where it ended, with the range of all steps, beside the same with
+/// every step looked at again.
+void followGrowth(benchmark::State& state) {
+    constexpr int manySteps = 1000;
+    const int elements = int(state.range(0));
+    const ResultModel whole = QuadMesh::Opened(elements, manySteps, stressPerNode);
+    const qint64 bytes = whole.Source->EndOf(manySteps - 1);
+    ResultModel before;
+    mdVelorinResultModel::LoadSettledFile(whole.FileName, whole.Source->EndOf(manySteps - 2), before);
+    Session session;
+    session.TakeUp(before, false);
+    const ValueBounds known = *session.RangeOfAllSteps(stressPerNode);
+    const auto follow = [&](bool grown) {
+        session.TakeUp(before, false);
+        session.HoldRange(stressPerNode, known);
+        ResultModel more;
+        mdVelorinResultModel::ExtendSettledFile(before, bytes, more);
+        mdVelorinResultModel::LoadStep(manySteps - 1, stressPerNode, more, false, -1);
+        session.TakeUpAnew(more, grown);
+        session.FindRange(stressPerNode);
+    };
+    Table::Measure(state, elements, {[&] { follow(true); }, [&] { follow(false); }, {}});
+}
+
 } // namespace
 
 BENCHMARK(play)->Arg(10000)->Arg(100000)->UseManualTime();
 BENCHMARK(computeItemRange)->Arg(10000)->Arg(100000)->UseManualTime();
+BENCHMARK(followGrowth)->Arg(10000)->UseManualTime();
 
 int main(int argc, char** argv) {
     return Table::Main(argc, argv);

@@ -72,17 +72,20 @@ GlyphCache::Mask GlyphCache::makeMask(std::size_t character, std::size_t shift) 
     // Room enough for what a slanted glyph puts outside its own advance.
     const int margin = int(std::ceil(metrics.height())) + 1;
     const int width = int(std::ceil(metrics.horizontalAdvance(textOf(character)))) + 2 * margin;
-    QImage image(width, 3 * margin, QImage::Format_RGB32);
+    const int height = 3 * margin;
+    QImage image(width, height, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setFont(glyphFont);
     painter.setPen(Qt::black);
     painter.drawText(QPointF(margin + double(shift) / shiftCount, 2 * margin), textOf(character));
     painter.end();
-    int left = image.width(), top = image.height(), right = 0, bottom = 0;
-    const auto cover = [&](int x, int y) { return std::uint8_t(255 - qGreen(image.pixel(x, y))); };
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
+    int left = width, top = height, right = 0, bottom = 0;
+    const auto cover = [bits = image.constBits(), stride = image.bytesPerLine()](int x, int y) {
+        return std::uint8_t(255 - qGreen(reinterpret_cast<const QRgb*>(bits + y * stride)[x]));
+    };
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
             if (cover(x, y) != 0) {
                 left = std::min(left, x);
                 right = std::max(right, x + 1);

@@ -90,33 +90,42 @@ private:
 };
 
 RankedSheets::RankedSheets(const PixelSurface& on, int threadLimit, std::function<void()> stopIfAsked)
-    : surface(on), threads(threadLimit), stop(std::move(stopIfAsked)) {}
+    : surface(on), threads(threadLimit), stop(std::move(stopIfAsked)) {
+    constexpr std::int64_t mostPixels = 64 << 20;
+    sheetsToMake = int(std::clamp<std::int64_t>(mostPixels / std::max<std::int64_t>(on.PixelCount(), 1), 1, threads));
+}
 
 RankedSheets::~RankedSheets() = default;
 
-std::unique_ptr<RankedSheets::Sheet> RankedSheets::freeSheet() {
-    {
-        const std::scoped_lock lock(guard);
-        if (!sheets.empty()) {
-            std::unique_ptr<Sheet> sheet = std::move(sheets.back());
-            sheets.pop_back();
-            return sheet;
-        }
+std::unique_ptr<RankedSheets::Sheet> RankedSheets::takeSheet() {
+    std::unique_lock lock(guard);
+    givenBack.wait(lock, [this] { return !sheets.empty() || sheetsToMake > 0; });
+    if (sheets.empty()) {
+        auto sheet = std::make_unique<Sheet>(surface);
+        --sheetsToMake;
+        return sheet;
     }
-    return std::make_unique<Sheet>(surface);
+    std::unique_ptr<Sheet> sheet = std::move(sheets.back());
+    sheets.pop_back();
+    return sheet;
+}
+
+void RankedSheets::giveBack(std::unique_ptr<Sheet> sheet) {
+    const std::scoped_lock lock(guard);
+    sheets.push_back(std::move(sheet));
+    givenBack.notify_one();
 }
 
 void RankedSheets::Add(std::span<const DevicePoint> points, std::span<const Polygon> polygons) {
     stop();
     if (surface.IsEmpty())
         return;
-    std::unique_ptr<Sheet> sheet = freeSheet();
+    std::unique_ptr<Sheet> sheet = takeSheet();
     for (const Polygon& polygon : polygons) {
         sheet->Add(points.first(std::size_t(polygon.Corners)), polygon);
         points = points.subspan(std::size_t(polygon.Corners));
     }
-    const std::scoped_lock lock(guard);
-    sheets.push_back(std::move(sheet));
+    giveBack(std::move(sheet));
 }
 
 /// What has been added on several sheets on one.

@@ -5,6 +5,7 @@
 #include "platform/device/RankedLayer.h"
 #include "platform/raster/PixelSurface.h"
 
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -23,12 +24,15 @@ public:
 private:
     class Sheet;
 
-    std::unique_ptr<Sheet> freeSheet();
+    std::unique_ptr<Sheet> takeSheet();
+    void giveBack(std::unique_ptr<Sheet> sheet);
     void merge();
 
     PixelSurface surface;
     int threads;
     std::function<void()> stop;
-    std::mutex guard;                           ///< of the list
-    std::vector<std::unique_ptr<Sheet>> sheets; ///< that nobody adds to now; after `merge` the one that has all
+    std::mutex guard; ///< of what follows
+    std::condition_variable givenBack;
+    int sheetsToMake;
+    std::vector<std::unique_ptr<Sheet>> sheets; ///< to which nobody adds now; after `merge` the one that has all
 };

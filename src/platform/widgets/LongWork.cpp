@@ -5,7 +5,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopeGuard>
-#include <QThread>
+#include <QSemaphore>
+#include <QThreadPool>
 #include <QTimer>
 #include <exception>
 #include <utility>
@@ -14,7 +15,21 @@ bool LongWork::running = false;
 
 namespace {
 constexpr int patienceMs = 500;
+
+/// Its threads are kept for the next work: what the toolkit has found out about fonts it keeps for each thread, and
+/// would find it anew for every picture. They end before the application does.
+QThreadPool& workers() {
+    static QThreadPool* pool = nullptr;
+    constexpr int mostThreads = 16;
+    if (!pool) {
+        pool = new QThreadPool;
+        pool->setMaxThreadCount(mostThreads);
+        pool->setExpiryTimeout(-1);
+        qAddPostRoutine([] { delete std::exchange(pool, nullptr); });
+    }
+    return *pool;
 }
+} // namespace
 
 LongWork::LongWork(const QString& text, std::function<void(const QString&)> showText)
     : caption(text), show(std::move(showText)) {}
@@ -83,35 +98,36 @@ bool LongWork::Run(const std::function<void(const Progress&)>& work) {
             percent = int(100 * done / total);
         return !stopped;
     };
-    bool begun = false;
     std::exception_ptr failure;
-    const auto task = [&] {
-        begun = true;
+    const auto ended = std::make_shared<QSemaphore>();
+    const auto task = [&, ended] {
         try {
             work(progress);
         } catch (...) {
             failure = std::current_exception();
         }
+        emit Ended();
+        ended->release();
     };
-    const std::unique_ptr<QThread> thread(QThread::create(task));
+    QEventLoop untilEnded;
+    connect(this, &LongWork::Ended, &untilEnded, &QEventLoop::quit, Qt::QueuedConnection);
     // A window that gets another size paints while other work goes on.
     const auto over = qScopeGuard([outer = std::exchange(running, true)] { running = outer; });
-    thread->start();
-    if (givesWay || !thread->wait(patienceMs))
-        waitAlive(*thread);
     // A system without a thread to spare makes the window wait, and the work is done all the same.
-    if (!begun)
+    if (!workers().tryStart(task))
         task();
+    if (givesWay || !ended->tryAcquire(1, patienceMs)) {
+        waitAlive(untilEnded);
+        ended->acquire();
+    }
     if (failure)
         std::rethrow_exception(failure);
     return !stopped;
 }
 
 /// Until the work ends the windows are alive.
-void LongWork::waitAlive(QThread& thread) {
+void LongWork::waitAlive(QEventLoop& untilEnded) {
     constexpr int intervalMs = 100;
-    QEventLoop loop;
-    connect(&thread, &QThread::finished, &loop, &QEventLoop::quit);
     QTimer timer;
     int untilShown = givesWay ? patienceMs : 0;
     connect(&timer, &QTimer::timeout, this, [&] {
@@ -120,10 +136,7 @@ void LongWork::waitAlive(QThread& thread) {
     });
     QCoreApplication::instance()->installEventFilter(this);
     timer.start(intervalMs);
-    // It may have ended before its end was listened for.
-    if (!thread.isFinished())
-        loop.exec();
-    thread.wait();
+    untilEnded.exec();
     QCoreApplication::instance()->removeEventFilter(this);
     if (!givesWay || untilShown < 0)
         show({});

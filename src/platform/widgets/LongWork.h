@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-class QThread;
+class QEventLoop;
 
 /// For half a second nothing else happens, so that input waits for work that is short. From then on it tells its
 /// progress, and the program's windows paint and move but take no input, except that Esc (or closing the window) asks
@@ -38,6 +38,10 @@ public:
     /// True while any work runs.
     static bool IsRunning() { return running; }
 
+signals:
+    /// On the other thread.
+    void Ended();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -48,7 +52,7 @@ private:
     };
 
     bool keepInput(QObject* watched, const QEvent& event);
-    void waitAlive(QThread& thread);
+    void waitAlive(QEventLoop& untilEnded);
 
     static bool running;
     bool givesWay = false;
