@@ -19,10 +19,10 @@ qint64 countWords(std::string_view text) {
     while (at + lanes <= text.size()) {
         std::array<std::uint8_t, lanes> sums{};
         const std::size_t rounds = std::min((text.size() - at) / lanes, most);
-        const char* here = text.data() + at;
-        for (std::size_t round = 0; round < rounds; ++round, here += lanes)
+        const char* before = text.data() + at - 1;
+        for (std::size_t round = 0; round < rounds; ++round, before += lanes)
             for (std::size_t lane = 0; lane < lanes; ++lane)
-                sums[lane] = std::uint8_t(sums[lane] + (!IsBlank(here[lane]) & IsBlank(here[lane - 1])));
+                sums[lane] = std::uint8_t(sums[lane] + (!IsBlank(before[lane + 1]) & IsBlank(before[lane])));
         for (const std::uint8_t sum : sums)
             count += sum;
         at += rounds * lanes;
