@@ -175,7 +175,7 @@ void frmMain::onPainted() {
     updatingUi = true;
     commandState::ShowChosen(*bars, facts());
     updatingUi = false;
-    offerFading();
+    offerHelp();
     showTold();
     showPicked();
     const bool hasStep = model.CurrentStep >= 0 && model.CurrentStep < model.Steps.size();

@@ -107,7 +107,7 @@ private:
     void goForward();
     void hideTip();
     void showPicked();
-    void offerFading();
+    void offerHelp(); ///< once each: to fade a dense mesh, to write the legend with more digits
 
     // frmMainPlace.cpp
     void toggleFullScreen();
@@ -182,6 +182,7 @@ private:
     QRect placeBefore;          ///< before the window filled the screen
     bool sizeToCome = false;    ///< the window has not got its real size yet
     bool fadingOffered = false; ///< since the start of the program
+    bool digitsOffered = false; ///< likewise
     QString notice;             ///< what the status bar says when nothing else has its first panel
     DocumentReading reading;
     FollowedFile followed;

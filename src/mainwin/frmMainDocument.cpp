@@ -9,6 +9,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "platform/base/NativePath.h"
+#include "platform/base/ReadHandle.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/LongWork.h"
 #include "property/propertyFile.h"
@@ -40,6 +41,15 @@ void keepPicked(clsMouse& selection, const MeshData& mesh) {
 std::int32_t kindOf(const ResultModel& model) {
     return model.CurrentItem >= 0 && model.CurrentItem < model.ItemCount ? model.Items.at(model.CurrentItem).ElementType
                                                                          : -1;
+}
+
+/// What is known of a file beyond that it can't be used; empty when nothing is.
+QString whyRefused(const QString& path, const ResultModel& refused) {
+    if (!mdApplication::FileExists(path))
+        return frmMain::tr("ファイルがありません。");
+    if (!ReadHandle::Open(path).IsOpen())
+        return frmMain::tr("ファイルを読むことができません。");
+    return refused.Note;
 }
 
 } // namespace
@@ -94,8 +104,7 @@ void frmMain::openResultFile(const QString& path) {
     if (outcome == Done)
         takeUpFile(opening);
     else // which gives the earlier file up too
-        dropFile(path + u"\r\nファイルの形式が不正です。"_s +
-                 (opening.Loaded.Note.isEmpty() ? QString() : u"\r\n"_s + opening.Loaded.Note));
+        dropFile(QString(path + u"\r\nファイルの形式が不正です。\r\n"_s + whyRefused(path, opening.Loaded)).trimmed());
 }
 
 void frmMain::takeUpFile(const DocumentReading::Opening& opening) {

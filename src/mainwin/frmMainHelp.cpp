@@ -21,8 +21,9 @@ QString frmMain::helpIndex() {
 }
 
 void frmMain::showHelpIndex() {
-    if (const QString page = helpIndex(); !page.isEmpty())
-        Shell::Open(page);
+    const QString page = helpIndex();
+    if (!page.isEmpty() && !Shell::Open(page))
+        ShowMessage(page + u"\r\nヘルプドキュメントが参照できません。"_s, MessageStyle::Stop);
 }
 
 void frmMain::findHelp(int style) {

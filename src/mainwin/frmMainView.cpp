@@ -6,6 +6,7 @@
 #include "mainwin/ctlScene.h"
 #include "mainwin/globals.h"
 #include "view/pickedValues.h"
+#include "view/scene/legends.h"
 #include "view/scene/meshFade.h"
 
 #include <QLabel>
@@ -45,11 +46,18 @@ void frmMain::showPicked() {
     pickedPanel->setVisible(!text.isEmpty());
 }
 
-void frmMain::offerFading() {
-    const WindowSettings& window = Settings.Window;
-    if (fadingOffered || !window.Mesh || window.FadeMesh || slideShow.IsOn() ||
-        !mdScene::IsMeshDense(Model.Mesh, Current.View, Current.Plotter.Viewport(), scene->DotsPerInch()))
+void frmMain::offerHelp() {
+    if (slideShow.IsOn())
         return;
-    fadingOffered = true;
-    Tell(u"表示 > 細かいメッシュを薄く で、コンタを隠す辺を薄くできます。"_s);
+    const WindowSettings& window = Settings.Window;
+    if (!fadingOffered && window.Mesh && !window.FadeMesh &&
+        mdScene::IsMeshDense(Model.Mesh, Current.View, Current.Plotter.Viewport(), scene->DotsPerInch())) {
+        fadingOffered = true;
+        Tell(u"表示 > 細かいメッシュを薄く で、コンタを隠す辺を薄くできます。"_s);
+    }
+    if (!digitsOffered && IsOpen() && Settings.Contour.Legend && !Model.LineElementsOnly &&
+        mdScene::AreBandsWrittenAlike(Current.CurrentScene())) {
+        digitsOffered = true;
+        Tell(tr("ツール > オプション の実数フォーマットを 0.000E-0 などにすると、凡例の数値を見分けられます。"));
+    }
 }

@@ -32,6 +32,10 @@ FileChange FileLook::ChangeTo(const ReadHandle& now) const {
     const std::optional<FileStamp> found = now.Stamp();
     if (!found)
         return FileChange::Gone;
+    const bool isOther = std::ranges::any_of(
+        parts, [](const NamedStamp& part) { return ReadHandle::Open(part.Path).Stamp() != part.Stamp; });
+    if (isOther)
+        return FileChange::Replaced;
     if (*found == stamp)
         return FileChange::None;
     return found->Size > stamp.Size && probesOf(now, stamp.Size) == probes ? FileChange::Grown : FileChange::Replaced;

@@ -20,6 +20,9 @@ public:
     FileLook() = default;
     /// At a file, or at its first `bytes` as if there were no more of it.
     explicit FileLook(const ReadHandle& openFile, qint64 bytes = std::numeric_limits<qint64>::max());
+    /// With one of these changed the file counts as replaced.
+    void AddParts(const std::vector<NamedStamp>& otherFiles) { parts = otherFiles; }
+    const std::vector<NamedStamp>& Parts() const { return parts; }
 
     /// The file's bytes at the time of the look.
     qint64 Size() const { return stamp.Size; }
@@ -32,6 +35,7 @@ private:
     ReadHandle file;
     FileStamp stamp;
     QByteArray probes;
+    std::vector<NamedStamp> parts;
 };
 
 /// Looks at a file again and again, and tells what has changed since it was opened. When to look is its owner's

@@ -135,7 +135,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
         return false;
     // The earlier file's title is all that a file can take over; the rest goes before the new mesh asks for memory.
     const QString title = model.Title;
-    const FileLook look(ReadHandle::Open(path));
+    FileLook look(ReadHandle::Open(path));
     model = {};
     model.Title = title;
     ResultContent content;
@@ -145,6 +145,7 @@ bool LoadResultFile(const QString& path, ResultModel& model, const LoadProgress&
         model.Note = content.Note;
         return false;
     }
+    look.AddParts(content.Parts);
     AddDerivedItems(derived, content);
     if (!takeOver(content, title, model, PartOf(progress, untilRead, 100))) {
         model = {};
@@ -161,7 +162,8 @@ namespace {
 
 /// Of an open file only what `look` saw counts: steps that end behind it are left out. False when the file no longer
 /// holds it.
-bool keepSettled(const FileLook& look, ResultModel& model) {
+bool keepSettled(FileLook look, ResultModel& model) {
+    look.AddParts(model.Look.Parts());
     model.Look = look;
     model.StepCount = WholeSteps(model);
     model.Steps.resize(model.StepCount);

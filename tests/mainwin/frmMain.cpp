@@ -96,6 +96,10 @@ TEST_F(FrmMainTest, TheEmptyWindowHasLinksToFiles) {
     EXPECT_TRUE(recent->text().endsWith(u"plate.vrf"_s) && recent->toolTip() == platePath);
     QTest::mouseClick(recent, Qt::LeftButton);
     EXPECT_TRUE(window.IsOpen() && !page->isVisible());
+    const QString gone = folder.Path(u"gone.vrf"_s);
+    Dialogs::Testing::QueueFile(gone);
+    expectMessage(gone + u"\r\nファイルの形式が不正です。\r\nファイルがありません。"_s,
+                  [&] { trigger(u"miFileOpen"_s); });
 }
 
 TEST_F(FrmMainTest, AllStepsGiveTheRangeAndADenseMeshIsTold) {

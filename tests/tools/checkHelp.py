@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Checks the manual: well-formed pages with titles, links and pictures that lead somewhere, a way to every page, the
-same pages in all languages, and every command of the window with its key.
+same pages in all languages, every command of the window with its key, and every message.
 
 Usage: checkHelp.py ROOT
 """
+import html
 import html.parser
 import pathlib
 import re
@@ -11,6 +12,7 @@ import sys
 
 VOID = {"meta", "link", "img", "br", "hr"}
 INDEX = "index.html"
+COMMANDS = "src/mainwin/commandTable.cpp"
 
 
 class Page(html.parser.HTMLParser):
@@ -96,6 +98,15 @@ def missing_commands(table, pages):
             yield f"{name}: no row for {plain} with the key {key or '(none)'}"
 
 
+def missing_messages(root):
+    """What the program says when something failed or is done stands on the page of messages."""
+    page = html.unescape((root / "help/ja/messages.html").read_text(encoding="utf-8"))
+    for path in sorted(set(root.glob("src/**/*.cpp")) - {root / COMMANDS}):
+        for text in re.findall(r'u"([^（"]*?(?:ません|ました)。)', path.read_text(encoding="utf-8")):
+            parts = re.split(r"%L?\d|\\r|\\n", text)
+            yield from (f"{path.name}: no message {part}" for part in parts if part.strip() not in page)
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
     languages = {folder.name: read_language(folder) for folder in sorted((root / "help").iterdir())
@@ -109,7 +120,8 @@ def main():
         own += [f"{name}: is not in every language" for other in languages.values() for name in set(pages) - set(other)]
         used |= {(folder / file).resolve() for page in pages.values() for file in page.files}
         found += [f"{language}: {problem}" for problem in own]
-    found += missing_commands((root / "src/mainwin/commandTable.cpp").read_text(encoding="utf-8"), languages["ja"])
+    found += missing_commands((root / COMMANDS).read_text(encoding="utf-8"), languages["ja"])
+    found += missing_messages(root)
     pictures = set((root / "help/pictures").resolve().glob("*"))
     found += [f"{path.name}: no page shows this picture" for path in sorted(pictures - used)]
     found += ["the pictures have more than 2 MB"] * (sum(path.stat().st_size for path in pictures) > 2 << 20)

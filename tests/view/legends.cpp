@@ -64,6 +64,14 @@ TEST_F(Legends, StandBelowEachOtherAsFarAsSwitchedOn) {
     EXPECT_EQ(rect.Top, 192);
 }
 
+TEST_F(Legends, TellsBandsThatTheFormatWritesAlike) {
+    model.Mesh.MinValue = 0;
+    for (const auto& [top, alike] : {std::pair{0.8f, true}, {4.f, false}, {0.f, false}}) {
+        model.Mesh.MaxValue = top;
+        EXPECT_EQ(AreBandsWrittenAlike(scene()), alike) << top;
+    }
+}
+
 TEST_F(Legends, TheContourTellsItsItemAndWhoseRangeItHas) {
     context.ContourMax = 1;
     context.ContourDivide = 2;

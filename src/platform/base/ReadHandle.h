@@ -14,6 +14,12 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
+/// A file by its name, and what the system told of it at one moment; nothing when it was not there.
+struct NamedStamp {
+    QString Path;
+    std::optional<FileStamp> Stamp;
+};
+
 class ReadHandle {
 public:
     /// Opens a regular file for reading and lets others read it too. The handle is closed when that fails: no such

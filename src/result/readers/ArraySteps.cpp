@@ -4,8 +4,8 @@ ArraySteps::ArraySteps(ForeignResult&& result, std::vector<Item> allItems, std::
                        std::int32_t cells, std::int32_t points)
     : StepSource({std::int32_t(result.Steps.size()), std::int32_t(allItems.size()), std::int32_t(cellOf.size())}),
       arrays(std::move(result.Arrays)), steps(std::move(result.Steps)), read(std::move(result.Read)),
-      items(std::move(allItems)), cellOfElement(std::move(cellOf)), elementCount(std::int32_t(cellOfElement.size())),
-      pointCount(points) {
+      find(std::move(result.Find)), items(std::move(allItems)), cellOfElement(std::move(cellOf)),
+      elementCount(std::int32_t(cellOfElement.size())), pointCount(points) {
     // As many elements as cells, in ascending order and of whole cells: each is its own.
     if (elementCount == cells && std::ranges::adjacent_find(cellOfElement, std::greater_equal()) == cellOfElement.end())
         cellOfElement = {};
@@ -25,6 +25,8 @@ std::int32_t ArraySteps::countOf(std::int32_t step, std::int32_t item) const {
 }
 
 qint64 ArraySteps::valuesAt(std::int32_t step, std::int32_t item, qint64 first, std::span<float> values) const {
+    if (readDirectly(step, items[std::size_t(item)], first, values))
+        return qint64(values.size());
     const auto [array, component] = items[std::size_t(item)];
     const ForeignArray& info = arrays[std::size_t(array)];
     const std::shared_ptr<const Whole> whole = wholeOf(step, array);
@@ -37,6 +39,46 @@ qint64 ArraySteps::valuesAt(std::int32_t step, std::int32_t item, qint64 first, 
         values[i] = at < all.size() ? all[at] : 0;
     }
     return qint64(values.size());
+}
+
+bool ArraySteps::isKnown(std::int32_t step, std::int32_t array) const {
+    const std::lock_guard guard(lock);
+    return std::ranges::any_of(
+        recent, [&](const auto& known) { return known && known->Step == step && known->Array == array; });
+}
+
+/// A few values from where they stand in the file; false when that can't be done or would not be worth it.
+bool ArraySteps::readDirectly(std::int32_t step, const Item& item, qint64 first, std::span<float> values) const {
+    constexpr qint64 worthWhole = 3, mostAtOnce = 8192, mostBetween = 256;
+    const ForeignArray& info = arrays[std::size_t(item.Array)];
+    const bool byCell = info.OnCells && !cellOfElement.empty();
+    const auto count = qint64(values.size());
+    if (!find || count > std::min<qint64>(mostAtOnce, (info.OnCells ? elementCount : pointCount) / worthWhole) ||
+        isKnown(step, item.Array))
+        return false;
+    const auto placeOf = [&](qint64 i) { return byCell ? qint64(cellOfElement[std::size_t(first + i)]) : first + i; };
+    const qint64 low = placeOf(0), high = placeOf(count - 1);
+    const std::optional<DirectArray> direct = find(step, item.Array);
+    if (!direct || high < low || high - low > count + mostBetween || high >= direct->Count)
+        return false;
+    const qint64 idBytes = direct->Ids ? qint64(sizeof(std::int32_t)) : 0, width = BytesOf(direct->Type);
+    std::vector<char> bytes(std::size_t((high - low) * direct->Stride + idBytes + info.Components * width));
+    const qint64 got =
+        direct->File.ReadAt(direct->Offset - idBytes + low * direct->Stride, bytes.data(), std::ssize(bytes));
+    for (qint64 i = 0; i < count; ++i) {
+        const qint64 place = placeOf(i), start = (place - low) * direct->Stride;
+        const qint64 value = start + idBytes + item.Component * width;
+        const bool isThere = place >= low && value + width <= got;
+        std::int64_t id = 0;
+        if (direct->Ids && isThere)
+            ConvertNumbers(bytes.data() + start, 1, NumberType::Int32, direct->BigEndian, &id);
+        if (place < low || place > high || (direct->Ids && (!isThere || direct->Ids->Of(id) != place)))
+            return false;
+        values[std::size_t(i)] = 0;
+        if (isThere)
+            ConvertNumbers(bytes.data() + value, 1, direct->Type, direct->BigEndian, &values[std::size_t(i)]);
+    }
+    return true;
 }
 
 /// The lock is held for finding it alone; who comes first reads, and others wait for just that array.

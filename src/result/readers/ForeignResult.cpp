@@ -41,12 +41,16 @@ bool hasAllNodes(const ForeignResult& result) {
 /// The plane of the smallest extent of what is no mere point, beside faces no mere line; nothing when that isn't flat.
 std::optional<Plane> planeOf(const ForeignResult& result, const Counts& counts, QString& problem) {
     const auto least = counts[CellShape::Face] + counts[CellShape::Volume] > 0 ? CellShape::Face : CellShape::Line;
-    std::array<Extent, 3> extents;
+    // Each point once, however many cells meet there.
+    std::vector<std::uint8_t> isUsed(result.Points.size() / 3);
     for (std::int32_t cell = 0; cell < result.Cells.Count(); ++cell)
         if (result.Cells.Shapes[std::size_t(cell)].Is >= least)
             for (const std::int32_t node : result.Cells.NodesOf(cell))
-                for (std::size_t axis = 0; axis < 3; ++axis)
-                    extents[axis].Take(result.Points[std::size_t(node) * 3 + axis]);
+                isUsed[std::size_t(node)] = 1;
+    std::array<Extent, 3> extents;
+    for (std::size_t point = 0; point < isUsed.size(); ++point)
+        for (std::size_t axis = 0; isUsed[point] && axis < 3; ++axis)
+            extents[axis].Take(result.Points[point * 3 + axis]);
     int out = 2;
     double longest = 0;
     for (int axis = 2; axis >= 0; --axis) {

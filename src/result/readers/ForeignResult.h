@@ -2,7 +2,9 @@
 // becomes a result: a plane mesh, and an item per component. Knows no format.
 #pragma once
 
+#include "result/readers/IdIndex.h"
 #include "result/readers/ResultContent.h"
+#include "result/readers/numberTypes.h"
 
 #include <functional>
 
@@ -43,9 +45,25 @@ struct ForeignArray {
 /// is cut short. Called from several threads at once.
 using ReadArray = std::function<std::vector<float>(std::int32_t step, std::int32_t array)>;
 
+/// Where the values of an array stand in a step so that single ones can be read: point by point or cell by cell, so
+/// many bytes apart.
+struct DirectArray {
+    ReadHandle File;
+    qint64 Offset = 0; ///< of the first value
+    qint64 Stride = 0;
+    qint64 Count = 0; ///< of points or cells
+    NumberType Type = NumberType::Float64;
+    bool BigEndian = false;
+    /// When there is one: before the values of each stands its number, in 32 bits.
+    const IdIndex* Ids = nullptr;
+};
+/// Nothing for what has to be read whole. Called from several threads at once.
+using FindArray = std::function<std::optional<DirectArray>(std::int32_t step, std::int32_t array)>;
+
 struct ForeignStep {
     double Time = 0;
     std::vector<std::int32_t> Arrays; ///< those that it has, ascending
+    qint64 End = 0;                   ///< as `StepSource::EndOf` has it
 };
 
 struct ForeignResult {
@@ -57,6 +75,7 @@ struct ForeignResult {
     std::vector<ForeignArray> Arrays;
     std::vector<ForeignStep> Steps;
     ReadArray Read;
+    FindArray Find;      ///< perhaps none
     QStringList LeftOut; ///< what the reader itself has left out, a few words each
 };
 

@@ -236,7 +236,9 @@ bool File::readValues(std::string_view header) {
     }
     const Block block{*form, entries, array.Components, in.Position()};
     blocks.emplace(std::pair(lastStep(), index), block);
-    return block.Skip(in);
+    const bool isWhole = block.Skip(in);
+    Result.Steps.back().End = in.Position();
+    return isWhole;
 }
 
 /// False ends the reading: at what can't be understood, or where the file is cut short.
@@ -257,22 +259,40 @@ bool File::Read() {
     for (auto line = in.Line(); line && !Column(*line, 0, 6).starts_with("9999"); line = in.Line())
         if (!readRecord(*line)) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
+            if (!Result.Steps.empty())
+                Result.Steps.back().End = in.End() + 1;
             break;
         }
     if (in.WasStopped() || ids.empty() || Result.Points.size() != ids.size() * 3)
         return false;
     for (const auto& [place, block] : blocks)
         Result.Steps[std::size_t(place.first)].Arrays.push_back(place.second);
-    Result.Read = [openFile = file, index = std::move(nodes), points = ids.size(),
-                   all = std::move(blocks)](std::int32_t step, std::int32_t array) {
-        const Block& block = all.at({step, array});
-        std::vector<float> values(points * std::size_t(block.Components));
-        FileScanner reader(openFile);
+    struct Values {
+        ReadHandle File;
+        IdIndex Nodes;
+        std::size_t Points;
+        std::map<std::pair<std::int32_t, std::int32_t>, Block> Blocks;
+    };
+    const auto all = std::make_shared<const Values>(Values{file, std::move(nodes), ids.size(), std::move(blocks)});
+    Result.Read = [all](std::int32_t step, std::int32_t array) {
+        const Block& block = all->Blocks.at({step, array});
+        std::vector<float> values(all->Points * std::size_t(block.Components));
+        FileScanner reader(all->File);
         block.Read(reader, [&](std::int64_t id, std::span<const double> reals) {
-            if (const std::int32_t node = index.Of(id); node >= 0)
+            if (const std::int32_t node = all->Nodes.Of(id); node >= 0)
                 std::ranges::copy(reals, values.begin() + qsizetype(node) * block.Components);
         });
         return values;
+    };
+    Result.Find = [all](std::int32_t step, std::int32_t array) -> std::optional<DirectArray> {
+        const Block& block = all->Blocks.at({step, array});
+        if (block.IsText())
+            return {};
+        const NumberType type = block.Written == Singles ? NumberType::Float32 : NumberType::Float64;
+        constexpr qint64 idBytes = sizeof(std::int32_t);
+        return DirectArray{
+            all->File,  block.Offset + idBytes, idBytes + block.Components * BytesOf(type), block.Entries, type, false,
+            &all->Nodes};
     };
     return true;
 }

@@ -30,6 +30,7 @@ struct DataFile {
     CellTable NodesOfCells; ///< only where values stand at the nodes of each element
 
     std::vector<float> Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
+    std::optional<DirectArray> Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
 
 private:
     void readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
@@ -84,6 +85,26 @@ std::vector<float> DataFile::Read(std::int32_t step, const ForeignArray& info, s
     return values;
 }
 
+/// In a binary section that has the whole array; whether it has it in order is seen by the numbers.
+std::optional<DirectArray> DataFile::Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const {
+    const Place place = Places[std::size_t(array)];
+    const auto isWanted = [&](const DataSection& section) {
+        return section.Array == std::size_t(array) && section.Step == Steps[std::size_t(step)];
+    };
+    const auto section = std::ranges::find_if(Sections, isWanted);
+    if (IsText || place == Place::ElementNodes || section == Sections.end() ||
+        std::any_of(section + 1, Sections.end(), isWanted))
+        return {};
+    constexpr qint64 idBytes = sizeof(std::int32_t), realBytes = sizeof(double);
+    return DirectArray{File,
+                       section->Offset + idBytes,
+                       idBytes + info.Components * realBytes,
+                       section->Entries,
+                       NumberType::Float64,
+                       IsBigEndian,
+                       place == Place::Nodes ? &PointIndex : &CellIndex};
+}
+
 /// One file on its way into a `ForeignResult`.
 class File {
 public:
@@ -101,7 +122,7 @@ private:
     bool readData(Place place);
     bool skipData(Place place, const DataSection& section, std::int64_t components);
     std::size_t arrayOf(const QString& name, std::int32_t components, Place place);
-    void skipTo(std::string_view end);
+    bool skipTo(std::string_view end);
     void finish();
 
     FileScanner in;
@@ -109,7 +130,8 @@ private:
     bool isVersion4 = false;
     GmshMesh mesh;
     DataFile data;
-    std::map<std::int64_t, double> times; ///< of the steps
+    std::map<std::int64_t, ForeignStep> steps; ///< by their numbers
+    std::int64_t lastStep = 0;                 ///< that of the section of values read last
 };
 
 bool File::readFormat() {
@@ -179,7 +201,8 @@ bool File::readData(Place place) {
         return true;
     DataSection section{arrayOf(name, std::int32_t(components), place), step, entries, in.Position()};
     data.Sections.push_back(section);
-    times.try_emplace(step, time);
+    steps.try_emplace(step, ForeignStep{time, {}, 0});
+    lastStep = step;
     return skipData(place, section, components);
 }
 
@@ -216,11 +239,12 @@ bool File::readSection(std::string_view name) {
     return name != "ElementNodeData" || readData(Place::ElementNodes);
 }
 
-/// Past the mark of a section's end, before which any bytes may stand.
-void File::skipTo(std::string_view end) {
+/// Past the mark of a section's end, before which any bytes may stand. False when it isn't there.
+bool File::skipTo(std::string_view end) {
     while (in.SkipTo('$'))
         if (in.Word().ends_with(end))
-            return;
+            return true;
+    return false;
 }
 
 /// What the sections give together.
@@ -236,8 +260,8 @@ void File::finish() {
     Result.Magic = u"Gmsh"_s;
     Result.Points = std::move(mesh.Points);
     Result.Cells = std::move(mesh.Cells);
-    for (const auto& [number, time] : times) {
-        Result.Steps.push_back({time, {}});
+    for (const auto& [number, step] : steps) {
+        Result.Steps.push_back(step);
         data.Steps.push_back(number);
     }
     std::ranges::stable_sort(data.Sections, {}, &DataSection::Array);
@@ -247,9 +271,12 @@ void File::finish() {
         if (there.empty() || there.back() != std::int32_t(section.Array))
             there.push_back(std::int32_t(section.Array));
     }
-    Result.Read = [all = std::make_shared<const DataFile>(std::move(data)),
-                   arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
+    const auto all = std::make_shared<const DataFile>(std::move(data));
+    Result.Read = [all, arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
         return all->Read(step, arrays[std::size_t(array)], array);
+    };
+    Result.Find = [all, arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
+        return all->Find(step, arrays[std::size_t(array)], array);
     };
 }
 
@@ -259,11 +286,13 @@ bool File::Read() {
             continue;
         const std::string name(WordsOf(line->substr(1)).empty() ? std::string_view()
                                                                 : WordsOf(line->substr(1)).front());
-        if (!readSection(name)) {
+        const bool isWhole = readSection(name) && skipTo("$End" + name);
+        if (const auto step = steps.find(lastStep); step != steps.end())
+            step->second.End = isWhole ? in.Position() : in.End() + 1;
+        if (!isWhole) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
             break;
         }
-        skipTo("$End" + name);
         in.Line();
     }
     if (in.WasStopped() || !Problem.isEmpty() || mesh.Points.empty() || mesh.Points.size() != mesh.PointIds.size() * 3)

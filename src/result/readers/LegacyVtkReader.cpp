@@ -104,19 +104,23 @@ bool File::readOldCells(qint64 cellCount, qint64 numbers) {
     const LegacyVtkBlock block = blockOf(numbers, NumberType::Int32);
     if (numbers < cellCount || !block.HasRoom(in))
         return false;
-    qint64 left = 0, done = 0;
+    std::size_t left = 0;
+    qint64 done = 0;
     cells.Ends.reserve(std::size_t(cellCount));
     cells.Nodes.reserve(std::size_t(numbers - cellCount));
     return block.Read<std::int32_t>(in,
                                     [&](std::span<const std::int32_t> all) {
-                                        for (const std::int32_t number : all) {
-                                            if (left > 0) {
-                                                cells.Nodes.push_back(number);
-                                                --left;
-                                            } else {
-                                                left = std::max(number, 0);
+                                        while (!all.empty()) {
+                                            if (left == 0) {
+                                                left = std::size_t(std::max(all.front(), 0));
+                                                all = all.subspan(1);
                                                 ++done;
                                             }
+                                            const std::size_t here = std::min(left, all.size());
+                                            cells.Nodes.insert(cells.Nodes.end(), all.begin(),
+                                                               all.begin() + qsizetype(here));
+                                            all = all.subspan(here);
+                                            left -= here;
                                             if (left == 0)
                                                 cells.Ends.push_back(std::int32_t(cells.Nodes.size()));
                                         }
@@ -285,23 +289,36 @@ bool File::Read() {
         Problem = u"データセット %1 は読むことができません。"_s.arg(QString::fromUtf8((*dataset)[1]));
         return false;
     }
-    for (auto words = wordsOfLine(); words; words = wordsOfLine())
+    qint64& end = Result.Steps.front().End;
+    for (auto words = wordsOfLine(); words; words = wordsOfLine()) {
         if (!readSection(*words)) {
             Result.LeftOut.append(u"途中から後のデータ"_s);
+            end = in.End() + 1;
             break;
         }
+        // Of a text that ends with a digit there may be more.
+        end = in.Position() + (isText ? 1 : 0);
+    }
     if (in.WasStopped() || Result.Points.empty() || !vtkCells::BuildCells(std::move(cells), Result.Cells))
         return false;
     for (std::size_t a = 0; a < blocks.size(); ++a)
         Result.Steps.front().Arrays.push_back(std::int32_t(a));
-    Result.Read = [openFile = file, all = std::move(blocks)](std::int32_t, std::int32_t array) {
-        const LegacyVtkBlock& block = all[std::size_t(array)];
+    const auto all = std::make_shared<const std::vector<LegacyVtkBlock>>(std::move(blocks));
+    Result.Read = [openFile = file, all](std::int32_t, std::int32_t array) {
+        const LegacyVtkBlock& block = (*all)[std::size_t(array)];
         FileScanner reader(openFile);
         std::vector<float> values;
         values.reserve(std::size_t(std::min(block.Count, openFile.Size() - block.Offset)));
         block.Read<float>(reader, [&values](auto part) { values.insert(values.end(), part.begin(), part.end()); });
         return values;
     };
+    if (!isText)
+        Result.Find = [openFile = file, all, arrays = Result.Arrays](std::int32_t, std::int32_t array) {
+            const LegacyVtkBlock& block = (*all)[std::size_t(array)];
+            const std::int32_t components = arrays[std::size_t(array)].Components;
+            return std::optional(DirectArray{openFile, block.Offset, components * BytesOf(block.Type),
+                                             block.Count / components, block.Type, true});
+        };
     return Problem.isEmpty();
 }
 

@@ -29,6 +29,8 @@ struct ResultContent {
     std::int32_t Version = 0; ///< times 100
     ReadHandle FileHandle;
     std::int32_t FirstStepOffset = 0;
+    /// The other files that belong to it, as they were when they were read.
+    std::vector<NamedStamp> Parts;
 
     /// A line for people: what of the file was left out, or why it was refused. Empty when there is nothing to say.
     QString Note;

@@ -182,6 +182,15 @@ bool VtkDataArray::CanHold(qint64 count) const {
     return count <= room * ratio / BytesOf(Type);
 }
 
+std::optional<qint64> VtkDataArray::PlainOffset(const ReadHandle& file, qint64 count) const {
+    if (Packed != Raw || Compressed != None || Offset < 0)
+        return {};
+    PackedBytes in(file, *this);
+    const auto told = readSize(in, *this);
+    const qint64 start = Offset + (HasWideHeader ? 8 : 4);
+    return told && count <= std::min(*told, End - start) / BytesOf(Type) ? std::optional(start) : std::nullopt;
+}
+
 template<class T>
 bool ReadNumbers(const ReadHandle& file, const VtkDataArray& array, qint64 count,
                  const std::function<void(std::span<const T>)>& take) {

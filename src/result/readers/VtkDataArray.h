@@ -21,6 +21,8 @@ struct VtkDataArray {
 
     /// Whether so many numbers could stand there at all.
     bool CanHold(qint64 count) const;
+    /// Where its first number stands in the file, when `count` of them follow as they are.
+    std::optional<qint64> PlainOffset(const ReadHandle& file, qint64 count) const;
 };
 
 /// Reads the first `count` numbers of an array in pieces and hands each on, `take(numbers)`. False when there are

@@ -234,6 +234,12 @@ bool TagReader::Read() {
     return !xml.hasError();
 }
 
+bool endsWhole(const ReadHandle& file) {
+    char end[512]; // a comment may follow
+    const qint64 bytes = file.ReadAt(std::max<qint64>(file.Size() - qint64(sizeof end), 0), end, sizeof end);
+    return QByteArrayView(end, bytes).contains("</VTKFile>");
+}
+
 /// Whether the mesh of each piece could stand in the file.
 bool canHoldMeshes(const VtkXmlFile& content) {
     qint64 points = 0, cells = 0;
@@ -251,6 +257,7 @@ bool canHoldMeshes(const VtkXmlFile& content) {
 
 bool ReadVtkXml(const ReadHandle& file, const LoadProgress& progress, VtkXmlFile& content, QString& problem) {
     content.File = file;
+    content.IsWhole = endsWhole(file);
     FileScanner in(file, progress);
     Skeleton skeleton;
     if (!readSkeleton(in, skeleton))

@@ -25,7 +25,8 @@ struct VtkXmlFile {
     QString Version;
     std::vector<Piece> Pieces;
     std::vector<Member> Members;
-    VtkDataArray Time; ///< perhaps not there
+    VtkDataArray Time;    ///< perhaps not there
+    bool IsWhole = false; ///< has its last tag
 };
 
 /// Reads the tags of an open file. False, with the reason in `problem` if there is one to tell, for what is no such

@@ -125,6 +125,25 @@ std::vector<float> readArray(const Step& step, const ForeignArray& array) {
     return values;
 }
 
+/// Of a file of one piece with the array as it is.
+std::optional<DirectArray> findArray(const Step& step, const ForeignArray& array) {
+    if (step.Files.size() != 1 || step.Files.front()->Content.Pieces.size() != 1)
+        return {};
+    const GridFile& file = *step.Files.front();
+    const VtkXmlFile::Piece& piece = file.Content.Pieces.front();
+    const auto found = std::ranges::find_if(
+        piece.Arrays, [&array](const VtkXmlFile::NamedArray& candidate) { return isOf(array, candidate); });
+    if (found == piece.Arrays.end())
+        return {};
+    const ReadHandle handle = file.Handle();
+    const qint64 count = array.OnCells ? piece.Cells : piece.Points;
+    const VtkDataArray& data = found->Data;
+    const std::optional<qint64> offset = data.PlainOffset(handle, count * array.Components);
+    if (!offset)
+        return {};
+    return DirectArray{handle, *offset, array.Components * BytesOf(data.Type), count, data.Type, data.BigEndian};
+}
+
 bool requireGrid(const VtkXmlFile& file, QString& problem) {
     if (file.Kind != u"UnstructuredGrid")
         problem = u"データセット %1 は読むことができません。"_s.arg(file.Kind);
@@ -158,8 +177,9 @@ public:
     /// The steps in their order; false, with the reason in `Problem`, when they don't make a result.
     bool Read(const VtkXmlFile& series, std::vector<Step>& steps);
 
-    std::int32_t Missing = 0, Outside = 0;
+    std::int32_t Missing = 0, Outside = 0, Unfinished = 0;
     QString Problem;
+    std::vector<NamedStamp> Parts;
 
 private:
     std::shared_ptr<const GridFile> fileOf(const VtkXmlFile::Member& member);
@@ -179,6 +199,7 @@ std::shared_ptr<const GridFile> Series::fileOf(const VtkXmlFile::Member& member)
     if (const auto found = known.find(*memberPath); found != known.end())
         return found->second;
     const ReadHandle handle = ReadHandle::Open(*memberPath);
+    Parts.push_back({*memberPath, handle.Stamp()});
     if (!handle.IsOpen()) {
         ++Missing;
         return {};
@@ -186,7 +207,12 @@ std::shared_ptr<const GridFile> Series::fileOf(const VtkXmlFile::Member& member)
     auto file = std::make_shared<GridFile>();
     file->Path = *memberPath;
     QString why;
-    if (!ReadVtkXml(handle, progress, file->Content, why) || !requireGrid(file->Content, why)) {
+    const bool isRead = ReadVtkXml(handle, progress, file->Content, why);
+    if (why.isEmpty() && !file->Content.IsWhole) { // perhaps somebody is just writing it
+        ++Unfinished;
+        return {};
+    }
+    if (!isRead || !requireGrid(file->Content, why)) {
         Problem = NativePath::Shown(member.File) + u": "_s + (why.isEmpty() ? u"ファイルの形式が不正です。"_s : why);
         return {};
     }
@@ -235,8 +261,11 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     if (file.Kind == u"Collection") {
         Series series(path, progress);
         const bool good = series.Read(file, steps);
+        content.Parts = series.Parts;
         if (series.Missing > 0)
             result.LeftOut.append(u"見つからないファイル %1"_s.arg(series.Missing));
+        if (series.Unfinished > 0)
+            result.LeftOut.append(u"終わりまで書かれていないファイル %1"_s.arg(series.Unfinished));
         if (series.Outside > 0)
             result.LeftOut.append(u"フォルダの外のファイル %1"_s.arg(series.Outside));
         if (!good) {
@@ -255,8 +284,14 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     if (!readMesh(steps.front(), result.Points, cells) || !vtkCells::BuildCells(std::move(cells), result.Cells))
         return false;
     collectArrays(steps, result);
-    result.Read = [all = std::move(steps), arrays = result.Arrays](std::int32_t step, std::int32_t array) {
-        return readArray(all[std::size_t(step)], arrays[std::size_t(array)]);
+    if (content.Parts.empty())
+        result.Steps.front().End = file.File.Size() + (file.IsWhole ? 0 : 1);
+    const auto all = std::make_shared<const std::vector<Step>>(std::move(steps));
+    result.Read = [all, arrays = result.Arrays](std::int32_t step, std::int32_t array) {
+        return readArray((*all)[std::size_t(step)], arrays[std::size_t(array)]);
+    };
+    result.Find = [all, arrays = result.Arrays](std::int32_t step, std::int32_t array) {
+        return findArray((*all)[std::size_t(step)], arrays[std::size_t(array)]);
     };
     return BuildContent(std::move(result), content);
 }

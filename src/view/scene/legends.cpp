@@ -110,9 +110,8 @@ void drawBackground(DeviceContext& device, const Brush& brush, const DeviceRect&
 /// The values between the bands of a contour, and the look of each.
 class BandLabels {
 public:
-    BandLabels(const PaintContext& context, const Scene& scene)
-        : count(context.ContourDivide), lowest(context.ContourMin),
-          step((context.ContourMax - context.ContourMin) / float(context.ContourDivide)),
+    BandLabels(const ContourEnds& ends, int bands, const Scene& scene)
+        : count(bands), lowest(ends.Lower), step((ends.Upper - ends.Lower) / float(bands)),
           mask(scene.Settings.Style.RealFormat) {
         if (mask.isEmpty())
             mask = u"0.000"_s;
@@ -241,7 +240,7 @@ void DrawContourLegend(DeviceContext& device, const DeviceContext& ref, const Pa
     if (count < 1 || !(context.ContourMax > context.ContourMin))
         return;
     const Font oldFont = SelectFontString(device, ref, scene.Settings.Style.FontStrings[2]);
-    const BandLabels labels(context, scene);
+    const BandLabels labels({context.ContourMin, context.ContourMax}, count, scene);
     const int lineHeight = mdTips::MeasureText(device, u"1"_s).Height;
     const int half = Round(lineHeight * 0.5);
     BarMeasures bar;
@@ -264,6 +263,18 @@ void DrawContourLegend(DeviceContext& device, const DeviceContext& ref, const Pa
                      headings[line]);
     rect.Top = Round(bar.y + bar.boxHeight * (count + 1.0));
     mdTips::RestoreObject(device, oldFont);
+}
+
+bool AreBandsWrittenAlike(const Scene& scene) {
+    const DifferenceSettings& difference = scene.Settings.Difference;
+    if (scene.Settings.Contour.Range == ContourRange::Visible ||
+        (difference.ApplyContour && difference.StandardStep >= 0))
+        return false;
+    const ContourScale scale = ContourScaleOf(scene, ContourValues(scene), {});
+    if (scale.Count < 2 || !(scale.Ends.Upper > scale.Ends.Lower))
+        return false;
+    const BandLabels labels(scale.Ends, scale.Count, scene);
+    return labels.Text(0) == labels.Text(1);
 }
 
 void DrawLegends(DeviceContext& device, const DeviceContext& ref, const PlotConverter& converter,

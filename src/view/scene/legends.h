@@ -26,6 +26,10 @@ void DrawScaleLegend(DeviceContext& device, const DeviceContext& ref, double sca
 void DrawContourLegend(DeviceContext& device, const DeviceContext& ref, const PaintContext& context, LegendRect& rect,
                        const PlotConverter& converter, const Scene& scene);
 
+/// Whether the number format has too few digits to tell the lowest two numbers of that legend apart. Knows the ranges
+/// that cost no search: those of the step and of the settings, without a difference.
+bool AreBandsWrittenAlike(const Scene& scene);
+
 /// The current item's values, at the nodes in use or at the elements of its type; a value is taken at the object's own
 /// index, and where there is none nothing is drawn. What lies outside the device's visible area is left out.
 void DrawValues(DeviceContext& device, const DeviceContext& ref, const Scene& scene);
