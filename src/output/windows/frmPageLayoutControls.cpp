@@ -115,8 +115,7 @@ QWidget* frmPageLayout::buildMarginFrame() {
         udMargin[i]->ServeKeysOf(*txtMargin[i]);
         // Left and right stand beside each other, as do top and bottom.
         const int row = i % 2, column = i / 2 * 4;
-        auto* caption = new QLabel(captions[i]);
-        caption->setBuddy(txtMargin[i]);
+        auto* caption = FormSupport::Caption(captions[i], txtMargin[i]);
         grid->addWidget(caption, row, column);
         grid->addWidget(txtMargin[i], row, column + 1);
         grid->addWidget(udMargin[i], row, column + 2);
@@ -124,8 +123,7 @@ QWidget* frmPageLayout::buildMarginFrame() {
     grid->setColumnStretch(3, 1);
     chkPaintOutline = Named(new QCheckBox(u"外枠の印刷(&F)"_s), u"chkPaintOutline"_s);
     txtOutline = numberBox(u"txtOutline"_s);
-    auto* width = new QLabel(u"太さ(&K):"_s);
-    width->setBuddy(txtOutline);
+    auto* width = FormSupport::Caption(u"太さ(&K):"_s, txtOutline);
     grid->addWidget(chkPaintOutline, 2, 0, 1, 4);
     grid->addWidget(width, 2, 4);
     grid->addWidget(txtOutline, 2, 5);
@@ -140,14 +138,12 @@ QWidget* frmPageLayout::buildScaleFrame() {
     auto* row = new QHBoxLayout(frame);
     for (const auto& [caption, control] :
          {std::pair<QString, QWidget*>(u"縮尺(&S):"_s, cmbScale), {u"分母 N(&N):"_s, txtScale}}) {
-        auto* label = new QLabel(caption);
-        label->setBuddy(control);
+        auto* label = FormSupport::Caption(caption, control);
         row->addWidget(label);
         row->addWidget(control);
     }
     row->addStretch();
-    auto* unit = new QLabel(u"座標の単位(&U):"_s);
-    unit->setBuddy(cmbScaleUnit);
+    auto* unit = FormSupport::Caption(u"座標の単位(&U):"_s, cmbScaleUnit);
     row->addWidget(unit);
     row->addWidget(cmbScaleUnit);
     return frame;

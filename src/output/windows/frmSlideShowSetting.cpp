@@ -53,8 +53,7 @@ void frmSlideShowSetting::buildControls() {
                                        style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing));
     grid->setColumnStretch(2, 1);
     const auto addCaption = [&](const QString& caption, QWidget* control, int row, int column, int columns) {
-        auto* label = new QLabel(caption);
-        label->setBuddy(control);
+        auto* label = FormSupport::Caption(caption, control);
         grid->addWidget(label, row, column, 1, columns);
     };
     addCaption(u"インターバル(&V):"_s, sldSlideShow, 0, 0, 2);

@@ -1,5 +1,9 @@
 #include "platform/widgets/FormSupport.h"
 
+#include "platform/base/Literals.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QFocusEvent>
 #include <QGridLayout>
@@ -9,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 
 namespace FormSupport {
@@ -63,9 +68,19 @@ protected:
 };
 } // namespace
 
-QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* control) {
+QLabel* Caption(const QString& caption, QWidget* control) {
     auto* label = new QLabel(caption);
     label->setBuddy(control);
+    QWidget* nameless = qobject_cast<QAbstractItemView*>(control);
+    if (const auto* combo = qobject_cast<QComboBox*>(control))
+        nameless = combo->lineEdit();
+    if (nameless)
+        nameless->setAccessibleName(QString(caption).remove(QRegularExpression(u"\\(&.\\)|:$"_s)));
+    return label;
+}
+
+QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* control) {
+    QLabel* label = Caption(caption, control);
     grid.addWidget(label, row, 0);
     grid.addWidget(control, row, 1);
     return label;

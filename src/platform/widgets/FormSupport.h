@@ -23,6 +23,10 @@ Control* Named(Control* control, const QString& name, int index = -1) {
     return control;
 }
 
+/// A caption whose access key leads to `control`, and which names it to assistive tools, also where the toolkit does
+/// not see to that: lists and boxes with a text of one's own.
+QLabel* Caption(const QString& caption, QWidget* control);
+
 /// A row of a form: `caption` in column 0, its access key leading to `control` in column 1.
 QLabel* AddRow(QGridLayout& grid, int row, const QString& caption, QWidget* control);
 

@@ -15,8 +15,7 @@ frmSelDir::frmSelDir(QWidget* parent) : QDialog(parent) {
     setObjectName(u"frmSelDir"_s);
     setWindowTitle(tr("ディレクトリの選択"));
     ctlDirTree1 = Named(new ctlDirTree, u"ctlDirTree1"_s);
-    auto* label = new QLabel(u"ディレクトリ(&D):"_s);
-    label->setBuddy(ctlDirTree1);
+    auto* label = FormSupport::Caption(u"ディレクトリ(&D):"_s, ctlDirTree1);
     txtPath = Named(new QLineEdit, u"txtPath"_s);
     txtPath->setAccessibleName(tr("選択されたディレクトリ"));
     FormSupport::MakeReadOnly(*txtPath);

@@ -149,8 +149,7 @@ QWidget* frmGraphSetting::buildFontTab() {
     auto* details = new QGridLayout;
     grid->addWidget(cmbFont, 0, 0);
     grid->addWidget(txtFontFace, 2, 0);
-    auto* faceCaption = new QLabel(tr("フォント名(&F):"));
-    faceCaption->setBuddy(txtFontFace);
+    auto* faceCaption = FormSupport::Caption(tr("フォント名(&F):"), txtFontFace);
     grid->addWidget(faceCaption, 1, 0);
     grid->addWidget(lvFontFace, 3, 0);
     AddRow(*details, 0, tr("サイズ(&S):"), fontFields.Size);
@@ -170,8 +169,7 @@ QWidget* frmGraphSetting::buildSeriesTab() {
                  Named(new QPushButton(tr("削除")), u"cmdLegend"_s, 1)};
     cmbMarkerStyle = Named(new QComboBox, u"cmbMarkerStyle"_s);
     cmbLineStyle = Named(new QComboBox, u"cmbLineStyle"_s);
-    auto* caption = new QLabel(tr("データ系列(&L):"));
-    caption->setBuddy(lstLegend);
+    auto* caption = FormSupport::Caption(tr("データ系列(&L):"), lstLegend);
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
     auto* details = new QGridLayout;
@@ -184,8 +182,8 @@ QWidget* frmGraphSetting::buildSeriesTab() {
         auto* color = new QHBoxLayout;
         color->addWidget(picColor[i], 1);
         color->addWidget(cmdColor[i]);
-        auto* colorCaption = new QLabel(i == Marker ? tr("マーカー色(&C):") : tr("ライン色(&O):"));
-        colorCaption->setBuddy(cmdColor[i]);
+        auto* colorCaption =
+            FormSupport::Caption(i == Marker ? tr("マーカー色(&C):") : tr("ライン色(&O):"), cmdColor[i]);
         details->addWidget(colorCaption, 2 * i + 1, 0);
         details->addLayout(color, 2 * i + 1, 1);
     }

@@ -130,8 +130,7 @@ QWidget* frmDrawSettings::buildItemSetFrame() {
                      Named(new QPushButton(u"削除(&R)"_s), u"cmdVectorEdit"_s, 1)};
 
     auto* frame = new QGroupBox(u"アイテム"_s);
-    auto* listCaption = new QLabel(u"アイテムセット(&I):"_s);
-    listCaption->setBuddy(lstVectorItem);
+    auto* listCaption = FormSupport::Caption(u"アイテムセット(&I):"_s, lstVectorItem);
     auto* details = new QGridLayout;
     FormSupport::AddRow(*details, 0, u"名称(&N):"_s, txtVectorItem);
     FormSupport::AddRow(*details, 1, u"X成分アイテム(&X):"_s, cmbVectorItem[0]);
@@ -199,8 +198,7 @@ QWidget* frmDrawSettings::buildUserColors() {
     }
     cmbContourPreset = Named(new QComboBox, u"cmbContourPreset"_s);
     cmbContourPreset->addItems({u"なし（上の３色）"_s, u"viridis"_s, u"cividis"_s, u"青・灰・赤（０が中央）"_s});
-    auto* caption = new QLabel(u"プリセット(&P):"_s);
-    caption->setBuddy(cmbContourPreset);
+    auto* caption = FormSupport::Caption(u"プリセット(&P):"_s, cmbContourPreset);
     layout->addWidget(caption);
     layout->addWidget(cmbContourPreset);
     return frame;

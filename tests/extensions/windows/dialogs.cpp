@@ -170,6 +170,7 @@ TEST(Options, ChangeNothingBeforeOk) {
         form.show();
         EXPECT_EQ(find<QLineEdit>(form, u"txtHelpDir"_s).text(), u"/help"_s);
         EXPECT_EQ(find<QComboBox>(form, u"cmbRealFormat"_s).currentText(), u"0.000"_s);
+        EXPECT_EQ(find<QComboBox>(form, u"cmbRealFormat"_s).lineEdit()->accessibleName(), u"実数フォーマット"_s);
         find<QCheckBox>(form, u"Check1_2"_s).toggle();
         QTimer::singleShot(0, [&] {
             auto& chooser = *qobject_cast<frmSelDir*>(QApplication::activeModalWidget());

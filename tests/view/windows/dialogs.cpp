@@ -158,6 +158,7 @@ TEST_F(DialogTest, DrawSettingsEditItemSetsUntilCancel) {
     const auto& tabs = form.Find<QTabWidget>(u"tbTab"_s);
     EXPECT_TRUE(!tabs.isTabEnabled(0) && tabs.currentIndex() == 1 && !tabs.isTabEnabled(2));
     auto& list = form.Find<QListWidget>(u"lstVectorItem"_s);
+    EXPECT_EQ(list.accessibleName(), u"アイテムセット"_s);
     const auto& vert = form.Find<QComboBox>(u"cmbVectorItem_1"_s);
     const auto& name = form.Find<QLineEdit>(u"txtVectorItem"_s);
     const QString add = u"cmdVectorEdit_0"_s, remove = u"cmdVectorEdit_1"_s;
