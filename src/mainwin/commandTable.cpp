@@ -274,11 +274,20 @@ const FamilyRow* commandTable::FamilyOf(const QString& name) {
     return row == std::end(families) ? nullptr : row;
 }
 
+namespace {
+/// Where a keyboard wants Shift for a key, and what other programs have.
+QList<QKeySequence> otherKeysFor(QStringView key) {
+    if (key == u"+")
+        return {Qt::Key_Equal, Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal};
+    return key == u"-" ? QList<QKeySequence>{Qt::CTRL | Qt::Key_Minus} : QList<QKeySequence>{};
+}
+} // namespace
+
 void commandTable::Build(CommandBars& bars) {
     for (const CommandRow& row : commands) {
         const QString name = text(row.name);
         bars.AddTool({name, row.id, text(row.caption), text(row.description), text(row.category),
-                      QKeySequence(text(row.key)), row.form, text(row.popup)});
+                      QKeySequence(text(row.key)), row.form, text(row.popup), otherKeysFor(row.key)});
         bars.SetEnabled(name, IsBuilt(row));
         if (const QString picture = u":/icons/"_s + name + u".svg"_s; QFile::exists(picture))
             bars.SetPicture(name, QIcon(picture));

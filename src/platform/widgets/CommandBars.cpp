@@ -126,7 +126,7 @@ QAction* CommandBars::actionFor(Band& band, Tool& tool, const QString& caption) 
     // One of a tool's actions has its plain name and its key; two with a key would make it ambiguous.
     action->setObjectName(tool.actions.empty() ? tool.record.Name : tool.record.Name + u'@' + band.name);
     if (tool.actions.empty())
-        action->setShortcut(tool.record.Shortcut);
+        action->setShortcuts(QList{tool.record.Shortcut} + tool.record.OtherKeys);
     setCaption(*action, caption);
     action->setStatusTip(tool.record.Description);
     action->setEnabled(tool.enabled);

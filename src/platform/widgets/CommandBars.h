@@ -33,6 +33,7 @@ struct ToolRecord {
     QKeySequence Shortcut;
     Kind Form = Kind::Button;
     QString Popup;
+    QList<QKeySequence> OtherKeys = {}; ///< that do the same and are not shown
 };
 
 /// A place on a band.
