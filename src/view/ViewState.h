@@ -4,6 +4,7 @@
 
 #include "platform/device/DocumentPlotter.h"
 #include "result/ResultModel.h"
+#include "view/NodeSpans.h"
 
 #include <array>
 #include <optional>
@@ -23,6 +24,7 @@ struct ViewState {
 
     std::optional<PlotConverter> CoordConverter; ///< of the latest paint
     std::vector<DevicePoint> NodePoints;         ///< of the latest paint, one per node, displacement included
+    NodeSpans Spans;                             ///< of the mesh of the latest paint
     std::vector<DevicePoint> ElementCentres;     ///< of the latest paint, one per element; none until a layer asks
 
     std::array<DevicePoint, 2> RubberBand; ///< corners of the drag rectangle, the second where the mouse is

@@ -113,19 +113,36 @@ unsigned commonSides(std::span<const std::uint8_t> sides, std::span<const std::i
     return common;
 }
 
+/// Beyond which sides all nodes of a span lie; none when they are too many to be worth the look.
+unsigned commonSides(std::span<const std::uint8_t> sides, NodeSpans::Span span) {
+    constexpr std::size_t most = 16 * NodeSpans::ElementsPerBlock;
+    const std::size_t last = std::min(std::size_t(std::max(span.Last, 0)) + 1, sides.size());
+    if (span.First > span.Last || last - std::min(last, std::size_t(span.First)) > most)
+        return span.First > span.Last ? NodePlaces::EverySide : 0;
+    std::uint8_t common = NodePlaces::EverySide;
+    for (std::size_t node = std::size_t(span.First); node < last; ++node)
+        common &= sides[node];
+    return common;
+}
+
 /// The elements that don't have all of their corners beyond one side of what can be seen.
-void findVisible(const MeshData& mesh, const NodePlaces& places, VisibleElements& visible) {
+void findVisible(const MeshData& mesh, const NodePlaces& places, std::span<const NodeSpans::Span> spans,
+                 VisibleElements& visible) {
     const std::int32_t* firstCorner = mesh.Elements.FirstCorner.constData();
     const std::int32_t* nodeIndex = mesh.Elements.NodeIndex.constData();
     const std::span<const std::uint8_t> sides = places.Sides;
+    constexpr std::int32_t perBlock = NodeSpans::ElementsPerBlock;
+    static_assert(indexesPerStretch % perBlock == 0);
     visible.Begin(stretchCount(mesh.ElementCount));
     parallelStretches(mesh.ElementCount, [=, &visible](std::int32_t first, std::int32_t last) {
         std::vector<std::int32_t>& all = visible.Of(first / indexesPerStretch);
-        std::array<std::int32_t, 1024> some;
-        for (std::int32_t e = first; e < last;) {
+        std::array<std::int32_t, perBlock> some;
+        for (std::int32_t start = first; start < last; start += perBlock) {
+            if (commonSides(sides, spans[std::size_t(start / perBlock)]) != 0)
+                continue;
             // Written without asking and kept by counting on: what is seen and what not changes too often for a guess.
             std::size_t count = 0;
-            for (const std::int32_t pause = std::min(last, e + std::int32_t(some.size())); e < pause; ++e) {
+            for (std::int32_t e = start; e < std::min(last, start + perBlock); ++e) {
                 some[count] = e;
                 count += commonSides(sides, {nodeIndex + firstCorner[e], nodeIndex + firstCorner[e + 1]}) == 0 ? 1 : 0;
             }
@@ -154,7 +171,7 @@ void ComputeDevicePoints(const PlotConverter& converter, const PlotRect& window,
     scene.View.ElementCentres.clear();
     computeNodePoints(converter, window, scene, places, context);
     if (context.Visible.Area)
-        findVisible(mesh, places, context.Visible);
+        findVisible(mesh, places, scene.View.Spans.Of(mesh.Elements), context.Visible);
 }
 
 const std::vector<DevicePoint>& ElementCentres(const Scene& scene) {
