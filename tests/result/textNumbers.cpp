@@ -55,24 +55,38 @@ TEST_F(TextNumbersTest, EachIsTheNearest) {
         EXPECT_FALSE(RealOf(word, value)) << word;
 }
 
+TEST_F(TextNumbersTest, WholeOnesStayWhole) {
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    WordNumbers<std::int64_t> wide;
+    wide.Parse("7 -12 +3 4.0 1e3 9223372036854775807 -9007199254740993 1.5 8", false);
+    EXPECT_TRUE(
+        std::ranges::equal(wide.All(), std::array<std::int64_t, 7>{7, -12, 3, 4, 1000, most, -9007199254740993}));
+    EXPECT_FALSE(wide.IsWhole());
+    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    WordNumbers<std::int32_t> narrow;
+    narrow.Parse("2147483647 2147483648 -5 99999999999999999999\n", false);
+    EXPECT_TRUE(std::ranges::equal(narrow.All(), std::array{2147483647, least, -5, least}));
+    EXPECT_TRUE(narrow.IsWhole());
+}
+
 TEST_F(TextNumbersTest, StretchesGiveWhatTheScannerGives) {
     const qint64 usual = TextStretches::StretchBytes;
     for (int round = 0; round < 12; ++round) {
         SCOPED_TRACE(round);
         TextStretches::StretchBytes = round % 3 > 0 ? 30 + qint64(upTo(5000)) : usual;
         QByteArray text;
-        std::vector<double> numbers, withLines;
+        std::vector<double> numbers;
+        std::vector<std::size_t> lineEnds; ///< how many stand before each
         const int count = round % 3 > 0 ? 3000 : 120000;
         for (int i = 0; i < count; ++i) {
             const QByteArray word = spelled();
             numbers.push_back(plain(word));
-            withLines.push_back(numbers.back());
             text += word;
             for (auto blanks = upTo(2) + 1; blanks > 0; --blanks) {
                 const QByteArray blank = std::array{" ", "\t", "\n", "\r\n"}[upTo(3)];
                 text += blank;
                 if (blank.endsWith('\n'))
-                    withLines.push_back(LineEnd);
+                    lineEnds.push_back(numbers.size());
             }
         }
         const auto same = [](std::span<const double> got, std::span<const double> expected) {
@@ -83,11 +97,11 @@ TEST_F(TextNumbersTest, StretchesGiveWhatTheScannerGives) {
         FileScanner in(file);
         std::vector<double> got;
         const auto keep = [&got](std::span<const double> part) { got.insert(got.end(), part.begin(), part.end()); };
-        EXPECT_TRUE(TextNumbers(in, 10).Hand<double>(qint64(some), keep));
+        EXPECT_TRUE(TextNumbers<double>(in, 10).Hand(qint64(some), keep));
         double next = 0;
         EXPECT_TRUE(in.Number(next)) << "the scanner stands behind those that were taken";
         got.push_back(next);
-        EXPECT_FALSE(TextNumbers(in, count).Hand<double>(count, keep)) << "a word that is no number ends them";
+        EXPECT_FALSE(TextNumbers<double>(in, count).Hand(count, keep)) << "a word that is no number ends them";
         EXPECT_TRUE(same(got, numbers));
         EXPECT_EQ(in.Word(), "what");
 
@@ -98,15 +112,28 @@ TEST_F(TextNumbersTest, StretchesGiveWhatTheScannerGives) {
         EXPECT_FALSE(SkipWords(in, count + 5));
 
         in.Seek(0);
-        TextNumbers marked(in, 10, TextNumbers::Marked);
-        got.clear();
-        while (marked.Next(next))
-            got.push_back(next);
-        EXPECT_TRUE(same(got, withLines));
+        TextNumbers<double> marked(in, 10, TextNumbers<double>::Marked);
+        std::size_t taken = 0;
+        while (const std::size_t here = std::min<std::size_t>(upTo(4) + 1, numbers.size() - taken)) {
+            const double* const row = marked.Row(here);
+            ASSERT_TRUE(row && same({row, here}, std::span(numbers).subspan(taken, here))) << taken;
+            taken += here;
+            if (upTo(1) > 0) {
+                marked.SkipLine();
+                const auto end = std::ranges::lower_bound(lineEnds, taken);
+                taken = end == lineEnds.end() ? numbers.size() : *end;
+            }
+        }
+        EXPECT_EQ(marked.Row(1), nullptr);
+
+        in.Seek(0);
+        EXPECT_TRUE(SkipTo(in, 'w'));
+        EXPECT_EQ(in.Word(), "what");
+        EXPECT_FALSE(SkipTo(in, '?'));
     }
     TextStretches::StretchBytes = usual;
     FileScanner in(written(QByteArray(1 << 20, '7')));
-    EXPECT_TRUE(TextNumbers(in, 3).Some(3).empty()) << "a word without an end";
+    EXPECT_TRUE(TextNumbers<float>(in, 3).Some(3).empty()) << "a word without an end";
     EXPECT_FALSE(SkipWords(in, 2));
 }
 

@@ -101,17 +101,6 @@ bool FileScanner::SkipWords(qint64 count) {
     return count == 0;
 }
 
-bool FileScanner::SkipTo(char wanted) {
-    for (; hasMore(); next = filled) {
-        const char* const start = buffer.data() + next;
-        if (const void* found = std::memchr(start, wanted, std::size_t(filled - next))) {
-            next += static_cast<const char*>(found) - start;
-            return true;
-        }
-    }
-    return false;
-}
-
 std::string_view FileScanner::Ahead() {
     return hasMore() ? std::string_view(buffer.data() + next, std::size_t(filled - next)) : std::string_view();
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/base/ReadHandle.h"
+#include "result/readers/WordNumbers.h"
 #include "result/readers/readerTable.h"
-#include "result/readers/realText.h"
 
 #include <charconv>
 #include <optional>
@@ -36,8 +36,6 @@ public:
     /// What stands up to the next blank or line's end; empty at the file's end. Valid until the next call.
     std::string_view Word();
     bool SkipWords(qint64 count);
-    /// Goes to the next such byte, or to the file's end.
-    bool SkipTo(char wanted);
     /// The next byte; nothing at the file's end.
     std::optional<char> Byte() { return hasMore() ? std::optional(buffer[std::size_t(next++)]) : std::nullopt; }
     /// Some of the bytes that come next, none only at the file's end; `Pass` goes on behind the first of them.

@@ -2,9 +2,11 @@
 
 #include "app/mdApplication.h"
 #include "platform/base/Lists.h"
+#include "platform/base/Parallel.h"
 #include "result/readers/ArraySteps.h"
 
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -34,12 +36,25 @@ Counts countKinds(const CellTable& cells) {
 }
 
 bool hasAllNodes(const ForeignResult& result) {
-    const std::size_t points = result.Points.size() / 3;
-    return std::ranges::all_of(result.Cells.Nodes, [points](std::int32_t node) { return std::size_t(node) < points; });
+    // Those below 0 are the highest.
+    std::uint32_t highest = 0;
+    for (const std::int32_t node : result.Cells.Nodes)
+        highest = std::max(highest, std::uint32_t(node));
+    return result.Cells.Nodes.empty() || highest < result.Points.size() / 3;
+}
+
+/// Whether all points, used or not, have one Z.
+bool lieInXY(const std::vector<double>& points) {
+    for (std::size_t z = 2; z < points.size(); z += 3)
+        if (points[z] != points[2])
+            return false;
+    return true;
 }
 
 /// The plane of the smallest extent of what is no mere point, beside faces no mere line; nothing when that isn't flat.
 std::optional<Plane> planeOf(const ForeignResult& result, const Counts& counts, QString& problem) {
+    if (lieInXY(result.Points))
+        return Plane{};
     const auto least = counts[CellShape::Face] + counts[CellShape::Volume] > 0 ? CellShape::Face : CellShape::Line;
     // Each point once, however many cells meet there.
     std::vector<std::uint8_t> isUsed(result.Points.size() / 3);
@@ -86,6 +101,8 @@ class ElementList {
 public:
     ElementList(const CellTable& allCells, CellShape::Kind wantedKind, ResultContent& content)
         : cells(allCells), kind(wantedKind) {
+        if (takeAll(content))
+            return;
         // Each cell is counted before room is made for it.
         visit([this](std::int32_t, std::span<const std::int32_t> nodes) {
             ++elements;
@@ -110,6 +127,19 @@ public:
     std::vector<std::int32_t> TakeCells() { return std::move(cellOf); }
 
 private:
+    /// Where all cells are elements as they stand. False when they aren't.
+    bool takeAll(ResultContent& content) {
+        for (std::int32_t cell = 0; cell < cells.Count(); ++cell) {
+            const CellShape shape = cells.Shapes[std::size_t(cell)];
+            if (shape.Is != CellShape::Face || shape.PerEdge > 0 || shape.Corners != cells.NodesOf(cell).size())
+                return false;
+        }
+        content.FirstCorner = QList<std::int32_t>(cells.FirstNode.begin(), cells.FirstNode.end());
+        content.NodeIndex = QList<std::int32_t>(cells.Nodes.begin(), cells.Nodes.end());
+        cellOf.resize(cells.Shapes.size());
+        std::iota(cellOf.begin(), cellOf.end(), 0);
+        return true;
+    }
     template<class Take>
     void visit(const Take& take) {
         for (std::int32_t cell = 0; cell < cells.Count(); ++cell) {
@@ -154,15 +184,18 @@ private:
 };
 
 void projectPoints(const std::vector<double>& points, const Plane& plane, ResultContent& content) {
-    const auto count = qsizetype(points.size() / 3);
+    const auto count = std::int32_t(points.size() / 3);
     content.NodeX = listOf<float>(count);
     content.NodeY = listOf<float>(count);
     float* x = content.NodeX.data();
     float* y = content.NodeY.data();
-    for (qsizetype i = 0; i < count; ++i) {
-        x[i] = float(points[std::size_t(i * 3 + plane.Across)]);
-        y[i] = float(points[std::size_t(i * 3 + plane.Up)]);
-    }
+    parallelStretches(count, [&](std::int32_t first, std::int32_t last) {
+        const double* point = points.data() + std::size_t(first) * 3;
+        for (std::int32_t i = first; i < last; ++i, point += 3) {
+            x[i] = float(point[plane.Across]);
+            y[i] = float(point[plane.Up]);
+        }
+    });
 }
 
 bool isDisplacement(const ForeignArray& array) {

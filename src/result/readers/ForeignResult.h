@@ -27,6 +27,13 @@ struct CellTable {
         const auto first = std::size_t(FirstNode[std::size_t(cell)]);
         return std::span(Nodes).subspan(first, std::size_t(FirstNode[std::size_t(cell) + 1]) - first);
     }
+    /// Room for so many cells with the usual number of nodes.
+    void Reserve(std::int64_t cells) {
+        constexpr std::int64_t usualNodes = 4;
+        Shapes.reserve(std::size_t(cells));
+        FirstNode.reserve(std::size_t(cells) + 1);
+        Nodes.reserve(std::size_t(cells * usualNodes));
+    }
     /// Ends the cell whose nodes were appended.
     void Add(const CellShape& shape) {
         Shapes.push_back(shape);

@@ -6,7 +6,13 @@ namespace {
 
 constexpr std::int32_t realsPerLine = 6;
 
-using TakeEntry = std::function<void(std::int64_t, std::span<const double>)>;
+/// The powers of ten that a double has exactly.
+constexpr auto exactPowers = [] {
+    std::array<double, 23> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i)
+        powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
 
 /// The entries of a stretch of text.
 struct Part {
@@ -16,14 +22,14 @@ struct Part {
     std::size_t Used = 0; ///< bytes, with the line that ends the block
 };
 
-/// The reals of an entry, whose later lines `text` begins with. False when some of them are missing.
-bool readEntry(std::string_view line, std::string_view& text, const Block& block, Part& part) {
+/// The reals of an entry, whose first line was taken. False when some of them are missing.
+bool readEntry(std::string_view line, Lines& lines, const Block& block, Part& part) {
     const qint64 start = KeyWidth + IdWidth(block.Written);
     part.Ids.push_back(WholeAt(line, KeyWidth, IdWidth(block.Written)));
     std::int32_t onLine = 0;
     for (std::int32_t c = 0; c < block.Components; ++c, ++onLine) {
         if (onLine == realsPerLine) {
-            line = TakeLine(text);
+            line = lines.Take();
             onLine = 0;
             if (!IsKey(line, "-2"))
                 return false;
@@ -36,46 +42,54 @@ bool readEntry(std::string_view line, std::string_view& text, const Block& block
 void parse(std::string_view text, const Block& block, Part& part) {
     part.Ids.clear();
     part.Reals.clear();
-    const std::size_t whole = text.size();
     part.HasEnd = false;
-    while (!text.empty() && !part.HasEnd) {
-        const std::string_view line = TakeLine(text);
-        part.HasEnd = !IsKey(line, "-1") || !readEntry(line, text, block, part);
+    Lines lines(text);
+    while (!lines.AreOver() && !part.HasEnd) {
+        const std::string_view line = lines.Take();
+        part.HasEnd = !IsKey(line, "-1") || !readEntry(line, lines, block, part);
     }
-    part.Ids.resize(part.Reals.size() / std::size_t(block.Components)); // those that have all their reals
-    part.Used = whole - text.size();
+    // Those that have all their reals.
+    part.Ids.resize(part.Reals.size() / std::size_t(block.Components));
+    part.Reals.resize(part.Ids.size() * std::size_t(block.Components));
+    part.Used = text.size() - lines.BytesLeft();
 }
 
-void readText(FileScanner& in, const Block& block, const TakeEntry& take) {
-    const auto components = std::size_t(block.Components);
-    TextStretches stretches(in, NextEntry, block.Entries * (KeyWidth + 10 + block.Components * RealWidth + 1));
-    std::vector<Part> parts(std::size_t(stretches.MostAtOnce()));
-    while (true) {
-        const int got =
-            stretches.Read([&](int slot, std::string_view text) { parse(text, block, parts[std::size_t(slot)]); });
-        for (int slot = 0; slot < got; ++slot) {
-            const Part& part = parts[std::size_t(slot)];
-            for (std::size_t entry = 0; entry < part.Ids.size(); ++entry)
-                take(part.Ids[entry], std::span(part.Reals).subspan(entry * components, components));
-            if (part.HasEnd) {
-                in.Seek(stretches.Start(slot) + qint64(part.Used));
-                return;
-            }
-        }
-        if (got == 0)
+void readText(FileScanner& in, const Block& block, const Block::TakeEntries& take) {
+    const qint64 entryBytes = KeyWidth + IdWidth(block.Written) + block.Components * RealWidth + 1;
+    std::vector<Part> parts(TextStretches::Slots());
+    TextStretches stretches(in, NextEntry,
+                            [&](std::size_t slot, std::string_view text) { parse(text, block, parts[slot]); });
+    std::int64_t left = block.Entries;
+    while (const auto slot = stretches.Next(left * entryBytes)) {
+        const Part& part = parts[*slot];
+        take(part.Ids, part.Reals);
+        left -= std::ssize(part.Ids);
+        if (part.HasEnd) {
+            in.Seek(stretches.Start(*slot) + qint64(part.Used));
             return;
+        }
     }
 }
 
-void readBinary(FileScanner& in, const Block& block, const TakeEntry& take) {
+void readBinary(FileScanner& in, const Block& block, const Block::TakeEntries& take) {
+    constexpr std::int64_t mostAtOnce = 1024;
     const NumberType type = block.Written == Singles ? NumberType::Float32 : NumberType::Float64;
-    std::vector<double> reals(std::size_t(block.Components));
-    std::vector<char> bytes(sizeof(std::int32_t) + reals.size() * std::size_t(BytesOf(type)));
-    for (std::int64_t left = block.Entries; left > 0 && in.ReadBytes(bytes.data(), std::ssize(bytes)); --left) {
-        std::int64_t id = 0;
-        ConvertNumbers(bytes.data(), 1, NumberType::Int32, false, &id);
-        ConvertNumbers(bytes.data() + sizeof(std::int32_t), block.Components, type, false, reals.data());
-        take(id, reals);
+    const auto components = std::size_t(block.Components);
+    const qint64 entryBytes = qint64(sizeof(std::int32_t)) + block.Components * BytesOf(type);
+    std::int64_t left = std::min<std::int64_t>(block.Entries, in.Remaining() / entryBytes);
+    std::vector<std::int64_t> ids(std::size_t(std::min(left, mostAtOnce)));
+    std::vector<double> reals(ids.size() * components);
+    std::vector<char> bytes(ids.size() * std::size_t(entryBytes));
+    for (std::size_t here = 0; left > 0; left -= std::int64_t(here)) {
+        here = std::size_t(std::min(left, mostAtOnce));
+        if (!in.ReadBytes(bytes.data(), qint64(here) * entryBytes))
+            return;
+        const char* entry = bytes.data();
+        for (std::size_t i = 0; i < here; ++i, entry += entryBytes) {
+            ConvertNumbers(entry, 1, NumberType::Int32, false, &ids[i]);
+            ConvertNumbers(entry + sizeof(std::int32_t), block.Components, type, false, &reals[i * components]);
+        }
+        take(std::span(ids).first(here), std::span(reals).first(here * components));
     }
 }
 
@@ -92,22 +106,26 @@ double RealAt(std::string_view line, qint64 first) {
             digits = digits * 10 + digitAt(place);
         }
         const bool isUp = text[9] == '+';
-        const int power = int(digitAt(10) * 10 + digitAt(11));
-        double value = 0;
+        const int power = int(digitAt(10) * 10 + digitAt(11)), exponent = (isUp ? power : -power) - 5;
         if (most < 10 && (text[0] == ' ' || text[0] == '-') && text[2] == '.' && text[8] == 'E' &&
-            (isUp || text[9] == '-') && ScaledReal(digits, (isUp ? power : -power) - 5, value))
+            (isUp || text[9] == '-') && std::abs(exponent) < std::ssize(exactPowers)) {
+            // Both are exact, and so what they give is rounded once.
+            const double scale = exactPowers[std::size_t(std::abs(exponent))];
+            const double value = exponent < 0 ? digits / scale : digits * scale;
             return text[0] == '-' ? -value : value;
+        }
     }
     return NumberAt<double>(line, first, RealWidth);
 }
 
-std::string_view TakeLine(std::string_view& text) {
-    std::size_t length = std::min(text.find('\n'), text.size());
-    length = std::min(text.substr(0, length).find('\r'), length);
-    const std::string_view line = text.substr(0, length);
-    text.remove_prefix(length);
-    const bool isPair = text.starts_with("\r\n");
-    text.remove_prefix(std::min<std::size_t>(isPair ? 2 : 1, text.size()));
+std::string_view Lines::Take() {
+    std::size_t length = std::min(left.find('\n'), left.size());
+    if (hasReturns)
+        length = std::min(left.substr(0, length).find('\r'), length);
+    const std::string_view line = left.substr(0, length);
+    left.remove_prefix(length);
+    const bool isPair = left.starts_with("\r\n");
+    left.remove_prefix(std::min<std::size_t>(isPair ? 2 : 1, left.size()));
     return line;
 }
 
@@ -145,7 +163,7 @@ bool Block::Skip(FileScanner& in) const {
     return line && IsKey(*line, "-3");
 }
 
-void Block::Read(FileScanner& in, const TakeEntry& take) const {
+void Block::Read(FileScanner& in, const TakeEntries& take) const {
     in.Seek(Offset);
     // In text it is the mark that counts.
     IsText() ? readText(in, *this, take) : readBinary(in, *this, take);

@@ -45,10 +45,22 @@ inline std::int64_t WholeAt(std::string_view line, qint64 first, qint64 width) {
 /// Likewise a real.
 double RealAt(std::string_view line, qint64 first);
 inline bool IsKey(std::string_view line, std::string_view key) {
-    return Column(line, 0, KeyWidth) == key;
+    return (line.starts_with(' ') && line.substr(1).starts_with(key)) || Column(line, 0, KeyWidth) == key;
 }
-/// Takes a line off a text, which is left without it and its end.
-std::string_view TakeLine(std::string_view& text);
+/// The lines of a text one after the other.
+class Lines {
+public:
+    explicit Lines(std::string_view text) : left(text), hasReturns(text.find('\r') != text.npos) {}
+    bool AreOver() const { return left.empty(); }
+    /// What has not been taken.
+    std::size_t BytesLeft() const { return left.size(); }
+    /// The next line without its end.
+    std::string_view Take();
+
+private:
+    std::string_view left;
+    const bool hasReturns;
+};
 /// Where an entry, or the mark of a block's end, begins: for stretches of whole entries.
 std::size_t NextEntry(std::string_view text, std::size_t from);
 
@@ -61,8 +73,10 @@ struct Block {
     bool IsText() const { return Written < Singles; }
     /// Goes past the block, before which the scanner stands. False when it is cut short.
     bool Skip(FileScanner& in) const;
-    /// Hands on each entry up to the mark of the block's end, its count, or where it can't be understood.
-    void Read(FileScanner& in, const std::function<void(std::int64_t id, std::span<const double> reals)>& take) const;
+    /// Hands on the entries in pieces up to the mark of the block's end, its count, or where one can't be understood:
+    /// their numbers, and the reals of each one after the other.
+    using TakeEntries = std::function<void(std::span<const std::int64_t> ids, std::span<const double> reals)>;
+    void Read(FileScanner& in, const TakeEntries& take) const;
 };
 
 } // namespace frd

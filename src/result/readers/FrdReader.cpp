@@ -57,9 +57,9 @@ bool File::readNodes(std::string_view header) {
         return false;
     Result.Points.reserve(std::size_t(count) * 3);
     ids.reserve(std::size_t(count));
-    const auto take = [this](std::int64_t id, std::span<const double> place) {
-        ids.push_back(id);
-        Result.Points.insert(Result.Points.end(), place.begin(), place.end());
+    const auto take = [this](std::span<const std::int64_t> some, std::span<const double> places) {
+        ids.insert(ids.end(), some.begin(), some.end());
+        Result.Points.insert(Result.Points.end(), places.begin(), places.end());
     };
     Block{*form, count, 3, in.Position()}.Read(in, take);
     nodes = IdIndex(ids);
@@ -105,11 +105,14 @@ struct TextElements {
 };
 
 void TextElements::Parse(std::string_view text, Form form) {
-    const std::size_t all = text.size();
     const qint64 width = IdWidth(form), perLine = form == ShortText ? 15 : 10;
-    *this = {};
-    while (!text.empty() && !HasEnd && IsWhole) {
-        std::string_view line = TakeLine(text);
+    Types.clear();
+    Nodes.clear();
+    IsWhole = true;
+    HasEnd = false;
+    Lines lines(text);
+    while (!lines.AreOver() && !HasEnd && IsWhole) {
+        std::string_view line = lines.Take();
         HasEnd = IsKey(line, "-3");
         // What is of an unknown type has lines that nobody takes, and they are no elements.
         if (!IsKey(line, "-1"))
@@ -118,35 +121,36 @@ void TextElements::Parse(std::string_view text, Form form) {
         const auto count = qint64(nodesOfType(type));
         Types.push_back(type);
         for (qint64 n = 0; n < count && IsWhole; ++n) {
-            if (n % perLine == 0)
-                line = TakeLine(text);
-            IsWhole = IsKey(line, "-2");
+            if (n % perLine == 0) {
+                line = lines.Take();
+                IsWhole = IsKey(line, "-2");
+            }
             Nodes.push_back(WholeAt(line, KeyWidth + n % perLine * width, width));
         }
     }
-    Used = all - text.size();
+    Used = text.size() - lines.BytesLeft();
 }
 
 bool File::readTextElements(std::int64_t count, Form form) {
     constexpr qint64 usualBytes = 72;
-    TextStretches stretches(in, NextEntry, count * usualBytes);
-    std::vector<TextElements> parts(std::size_t(stretches.MostAtOnce()));
-    while (const int got =
-               stretches.Read([&](int slot, std::string_view text) { parts[std::size_t(slot)].Parse(text, form); }))
-        for (int slot = 0; slot < got; ++slot) {
-            const TextElements& part = parts[std::size_t(slot)];
-            if (!part.IsWhole)
-                return false;
-            std::span<const std::int64_t> left(part.Nodes);
-            for (const std::int64_t type : part.Types) {
-                addCell(type, left.first(nodesOfType(type)));
-                left = left.subspan(nodesOfType(type));
-            }
-            if (part.HasEnd) {
-                in.Seek(stretches.Start(slot) + qint64(part.Used));
-                return true;
-            }
+    std::vector<TextElements> parts(TextStretches::Slots());
+    TextStretches stretches(in, NextEntry,
+                            [&](std::size_t slot, std::string_view text) { parts[slot].Parse(text, form); });
+    while (const auto slot = stretches.Next(count * usualBytes)) {
+        const TextElements& part = parts[*slot];
+        if (!part.IsWhole)
+            return false;
+        std::span<const std::int64_t> left(part.Nodes);
+        for (const std::int64_t type : part.Types) {
+            addCell(type, left.first(nodesOfType(type)));
+            left = left.subspan(nodesOfType(type));
         }
+        count -= std::ssize(part.Types);
+        if (part.HasEnd) {
+            in.Seek(stretches.Start(*slot) + qint64(part.Used));
+            return true;
+        }
+    }
     return true;
 }
 
@@ -155,6 +159,7 @@ bool File::readElements(std::string_view header) {
     const auto form = formAt(header, 73, 2);
     if (!form || count < 1 || count > mostOfAKind || count > in.Remaining() / 8 || Result.Cells.Count() > 0)
         return false;
+    Result.Cells.Reserve(count);
     if (*form < Singles)
         return readTextElements(count, *form);
     for (std::int64_t left = count; left > 0; --left) {
@@ -278,9 +283,13 @@ bool File::Read() {
         const Block& block = all->Blocks.at({step, array});
         std::vector<float> values(all->Points * std::size_t(block.Components));
         FileScanner reader(all->File);
-        block.Read(reader, [&](std::int64_t id, std::span<const double> reals) {
-            if (const std::int32_t node = all->Nodes.Of(id); node >= 0)
-                std::ranges::copy(reals, values.begin() + qsizetype(node) * block.Components);
+        block.Read(reader, [&](std::span<const std::int64_t> some, std::span<const double> reals) {
+            const double* real = reals.data();
+            for (const std::int64_t id : some) {
+                if (const std::int32_t node = all->Nodes.Of(id); node >= 0)
+                    std::copy_n(real, block.Components, values.begin() + qsizetype(node) * block.Components);
+                real += block.Components;
+            }
         });
         return values;
     };

@@ -43,10 +43,18 @@ const ElementType& typeOf(std::int64_t number) {
     return number >= 0 && number < std::ssize(elementTypes) ? elementTypes[std::size_t(number)] : unknown;
 }
 
-constexpr std::int64_t usualNumbers = 5; ///< of an element
+constexpr std::int64_t usualNumbers = 8; ///< of an element
 constexpr std::int64_t mostNodes = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
+
+bool GmshNumbers::Skip(std::int64_t count, NumberType type) {
+    std::array<std::int64_t, MostInRow> some;
+    for (; count > 0; count -= std::min(count, std::ssize(some)))
+        if (!Wholes(std::span(some).first(std::size_t(std::min(count, std::ssize(some)))), type))
+            return false;
+    return true;
+}
 
 bool GmshMesh::ReadNodes(GmshNumbers& in, bool isVersion4) {
     if (!Points.empty() || !(isVersion4 ? readNodes4(in) : readNodes2(in)))
@@ -67,14 +75,14 @@ bool GmshMesh::readNodes2(GmshNumbers& in) {
     in.Scanner().Line();
     Points.reserve(std::size_t(count) * 3);
     PointIds.reserve(std::size_t(count));
-    const GmshNumbers::Run run(in, count * 4);
+    const GmshNumbers::Run run(in, count * 4, GmshNumbers::Run::OfReals);
     for (; count > 0; --count) {
         std::int64_t id = 0;
-        double x = 0, y = 0, z = 0;
-        if (!in.Int(id) || !in.Real(x) || !in.Real(y) || !in.Real(z))
+        std::array<double, 3> place;
+        if (!in.Int(id) || !in.Reals(place))
             return false;
         PointIds.push_back(id);
-        Points.insert(Points.end(), {x, y, z});
+        Points.insert(Points.end(), place.begin(), place.end());
     }
     return true;
 }
@@ -88,7 +96,7 @@ bool GmshMesh::readNodes4(GmshNumbers& in) {
         return false;
     Points.reserve(std::size_t(count) * 3);
     PointIds.reserve(std::size_t(count));
-    const GmshNumbers::Run run(in, count * 4);
+    const GmshNumbers::Run run(in, count * 4, GmshNumbers::Run::OfReals);
     for (; blocks > 0; --blocks) {
         std::int64_t dimension = 0, isParametric = 0, here = 0;
         if (!in.Int(dimension) || !in.Int(ignored) || !in.Int(isParametric) || !in.Size(here) || here < 0 ||
@@ -101,34 +109,23 @@ bool GmshMesh::readNodes4(GmshNumbers& in) {
                 return false;
             PointIds.push_back(id);
         }
-        const std::int64_t parameters = isParametric != 0 ? dimension : 0;
-        for (std::int64_t i = 0; i < here * 3; ++i) {
-            double value = 0, parameter = 0;
-            if (!in.Real(value))
+        // A place may come with up to three parameters.
+        std::array<double, 6> place;
+        const std::int64_t parameters = isParametric != 0 ? std::clamp<std::int64_t>(dimension, 0, 3) : 0;
+        for (std::int64_t i = 0; i < here; ++i) {
+            if (!in.Reals(std::span(place).first(std::size_t(3 + parameters))))
                 return false;
-            Points.push_back(value);
-            for (std::int64_t p = 0; i % 3 == 2 && p < parameters; ++p)
-                if (!in.Real(parameter))
-                    return false;
+            Points.insert(Points.end(), place.begin(), place.begin() + 3);
         }
     }
     return true;
 }
 
-/// The nodes of an element of a known type.
-bool GmshMesh::readCell(GmshNumbers& in, std::int64_t id, std::int64_t type, NumberType nodeType) {
-    const ElementType& element = typeOf(type);
-    for (int n = 0; n < element.Nodes; ++n) {
-        std::int64_t node = 0;
-        if (!in.Whole(node, nodeType))
-            return false;
+void GmshMesh::addCell(std::int64_t id, std::int64_t type, std::span<const std::int64_t> nodes) {
+    for (const std::int64_t node : nodes)
         Cells.Nodes.push_back(PointIndex.Of(node));
-    }
-    if (std::ssize(Cells.Nodes) > mostNodes)
-        return false;
     CellIds.push_back(id);
-    Cells.Add(element.Shape);
-    return true;
+    Cells.Add(typeOf(type).Shape);
 }
 
 /// As text, an element a line; binary, runs of one type each.
@@ -137,25 +134,29 @@ bool GmshMesh::readElements2(GmshNumbers& in) {
     if (!in.Scanner().Number(count) || count > mostNodes || !in.CanHold(count, NumberType::Int32))
         return false;
     in.Scanner().Line();
-    const GmshNumbers::Run run(in, count * usualNumbers);
+    Cells.Reserve(count);
+    CellIds.reserve(std::size_t(count));
+    const GmshNumbers::Run run(in, count * usualNumbers, GmshNumbers::Run::OfWholes);
+    std::array<std::int64_t, GmshNumbers::MostInRow> row;
     while (count > 0) {
-        std::int64_t id = 0, type = 0, inRun = 1, tags = 0, tag = 0;
-        if (in.IsText ? !in.Int(id) || !in.Int(type) || !in.Int(tags)
-                      : !in.Int(type) || !in.Int(inRun) || !in.Int(tags))
+        std::array<std::int64_t, 3> head;
+        if (!in.Wholes(head, NumberType::Int32))
             return false;
-        const bool isKnown = typeOf(type).Nodes > 0;
+        const std::int64_t type = in.IsText ? head[1] : head[0], tags = head[2];
+        const std::size_t nodes = typeOf(type).Nodes;
+        std::int64_t inRun = in.IsText ? 1 : head[1];
         // How long a binary one of an unknown type is can't be told.
-        if (inRun < 1 || inRun > count || tags < 0 || !in.CanHold(tags, NumberType::Int32) || (!isKnown && !in.IsText))
+        if (inRun < 1 || inRun > count || tags < 0 || !in.CanHold(tags, NumberType::Int32) ||
+            (nodes == 0 && !in.IsText))
             return false;
         for (; inRun > 0; --inRun, --count) {
-            if (!in.IsText && !in.Int(id))
+            std::int64_t id = head[0];
+            if ((!in.IsText && !in.Int(id)) || !in.Skip(tags, NumberType::Int32) ||
+                !in.Wholes(std::span(row).first(nodes), NumberType::Int32) ||
+                std::ssize(Cells.Nodes) > mostNodes - std::ssize(row))
                 return false;
-            for (std::int64_t t = 0; t < tags; ++t)
-                if (!in.Int(tag))
-                    return false;
-            if (!readCell(in, id, type, NumberType::Int32))
-                return false;
-            if (!isKnown)
+            addCell(id, type, std::span(row).first(nodes));
+            if (nodes == 0)
                 in.SkipLine();
         }
     }
@@ -167,19 +168,22 @@ bool GmshMesh::readElements4(GmshNumbers& in) {
     if (!in.Size(blocks) || !in.Size(count) || !in.Size(ignored) || !in.Size(ignored) || count > mostNodes ||
         !in.CanHold(count, NumberType::UInt64))
         return false;
-    const GmshNumbers::Run run(in, count * usualNumbers);
+    Cells.Reserve(count);
+    CellIds.reserve(std::size_t(count));
+    const GmshNumbers::Run run(in, count * usualNumbers, GmshNumbers::Run::OfWholes);
+    std::array<std::int64_t, GmshNumbers::MostInRow> row; ///< an element's number and its nodes
     for (; blocks > 0; --blocks) {
         std::int64_t type = 0, here = 0;
         if (!in.Int(ignored) || !in.Int(ignored) || !in.Int(type) || !in.Size(here) || here < 0 || here > count)
             return false;
-        const bool isKnown = typeOf(type).Nodes > 0;
-        if (!isKnown && !in.IsText)
+        const std::span<std::int64_t> element(row.data(), 1U + typeOf(type).Nodes);
+        if (element.size() == 1 && !in.IsText)
             return false;
         for (count -= here; here > 0; --here) {
-            std::int64_t id = 0;
-            if (!in.Size(id) || !readCell(in, id, type, NumberType::UInt64))
+            if (!in.Wholes(element, NumberType::UInt64) || std::ssize(Cells.Nodes) > mostNodes - std::ssize(row))
                 return false;
-            if (!isKnown)
+            addCell(element.front(), type, element.subspan(1));
+            if (element.size() == 1)
                 in.SkipLine();
         }
     }

@@ -13,17 +13,24 @@ public:
     bool IsText = true;
     bool IsBigEndian = false;
 
-    /// While it lives nothing but numbers comes, about `count` of them: texts are parsed on all cores. Whole numbers
-    /// of more than 53 bits are then no numbers.
+    /// While it lives nothing but numbers comes, about `count` of them: texts are parsed on all cores. Among reals,
+    /// whole numbers of more than 53 bits are no numbers; among whole ones, reals aren't.
     class Run {
     public:
-        Run(GmshNumbers& numbers, std::int64_t count) : of(numbers) {
-            if (of.IsText) {
-                of.room = of.in.Remaining();
-                of.ahead.emplace(of.in, count, TextNumbers::Marked);
-            }
+        enum Kind : std::uint8_t { OfReals, OfWholes };
+        Run(GmshNumbers& numbers, std::int64_t count, Kind kind) : of(numbers) {
+            of.room = of.in.Remaining();
+            if (of.IsText && kind == OfReals)
+                of.reals.emplace(of.in, count);
+            else if (of.IsText)
+                of.wholes.emplace(of.in, count, TextNumbers<std::int64_t>::Marked);
+            of.isInRun = of.IsText;
         }
-        ~Run() { of.ahead.reset(); }
+        ~Run() {
+            of.reals.reset();
+            of.wholes.reset();
+            of.isInRun = false;
+        }
         Run(const Run&) = delete;
         Run& operator=(const Run&) = delete;
 
@@ -31,48 +38,60 @@ public:
         GmshNumbers& of;
     };
 
-    bool Whole(std::int64_t& value, NumberType type) { return read(value, type); }
-    bool Int(std::int64_t& value) { return read(value, NumberType::Int32); }
-    bool Size(std::int64_t& value) { return read(value, NumberType::UInt64); }
-    bool Real(double& value) { return read(value, NumberType::Float64); }
+    bool Int(std::int64_t& value) { return Wholes({&value, 1}, NumberType::Int32); }
+    bool Size(std::int64_t& value) { return Wholes({&value, 1}, NumberType::UInt64); }
+    bool Real(double& value) { return Reals({&value, 1}); }
+    /// Numbers of one width in a row, at most `MostInRow`.
+    bool Wholes(std::span<std::int64_t> values, NumberType type) { return read(values, type); }
+    bool Reals(std::span<double> values) { return read(values, NumberType::Float64); }
+    static constexpr std::size_t MostInRow = 256;
+    /// Past so many of them.
+    bool Skip(std::int64_t count, NumberType type);
     /// Whether so many numbers of that width could still come.
     bool CanHold(std::int64_t count, NumberType type) const {
-        return count >= 0 && count <= ((ahead ? room : in.Remaining()) + 1) / (IsText ? 2 : BytesOf(type));
+        return count >= 0 && count <= ((isInRun ? room : in.Remaining()) + 1) / (IsText ? 2 : BytesOf(type));
     }
-    /// In a run of text: to the end of the line.
+    /// In a run of whole numbers as text: to the end of the line.
     void SkipLine() {
-        for (double number = 0; ahead && number != LineEnd && ahead->Next(number);)
-            ;
+        if (wholes)
+            wholes->SkipLine();
     }
     FileScanner& Scanner() { return in; }
 
 private:
     template<class T>
-    bool read(T& value, NumberType type) {
-        if (ahead)
-            return next(value);
+    bool read(std::span<T> values, NumberType type) {
+        if (wholes)
+            return take(*wholes, values);
+        if (reals)
+            return take(*reals, values);
         if (IsText)
-            return in.Number(value);
-        char bytes[8];
-        if (!in.ReadBytes(bytes, BytesOf(type)))
+            return std::ranges::all_of(values, [this](T& value) { return in.Number(value); });
+        std::array<char, MostInRow * sizeof(double)> bytes;
+        if (!in.ReadBytes(bytes.data(), std::ssize(values) * BytesOf(type)))
             return false;
-        ConvertNumbers(bytes, 1, type, IsBigEndian, &value);
+        ConvertNumbers(bytes.data(), std::ssize(values), type, IsBigEndian, values.data());
         return true;
     }
 
-    template<class T>
-    bool next(T& value) {
-        double number = 0;
-        while (ahead->Next(number))
-            if (number != LineEnd) {
-                value = NumberAs<T>(number);
-                return std::is_floating_point_v<T> || double(value) == number;
-            }
-        return false;
+    template<class T, class Numbers>
+    static bool take(Numbers& numbers, std::span<T> values) {
+        const auto* number = values.empty() ? nullptr : numbers.Row(values.size());
+        for (T& value : values) {
+            if (!number)
+                return false;
+            value = NumberAs<T>(*number);
+            if (std::is_integral_v<T> && double(value) != double(*number))
+                return false;
+            ++number;
+        }
+        return true;
     }
 
     FileScanner& in;
-    std::optional<TextNumbers> ahead;
+    std::optional<TextNumbers<double>> reals;
+    std::optional<TextNumbers<std::int64_t>> wholes;
+    bool isInRun = false;
     qint64 room = 0; ///< bytes that there were before the run
 };
 
@@ -91,5 +110,5 @@ private:
     bool readNodes4(GmshNumbers& in);
     bool readElements2(GmshNumbers& in);
     bool readElements4(GmshNumbers& in);
-    bool readCell(GmshNumbers& in, std::int64_t id, std::int64_t type, NumberType nodeType);
+    void addCell(std::int64_t id, std::int64_t type, std::span<const std::int64_t> nodes);
 };

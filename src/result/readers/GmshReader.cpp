@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::int64_t mostComponents = 99;
+constexpr std::int32_t mostComponents = 99;
 
 enum class Place : std::uint8_t { Nodes, Elements, ElementNodes };
 
@@ -44,7 +44,9 @@ void DataFile::readSection(const DataSection& section, std::size_t components, P
     GmshNumbers in(scanner);
     in.IsText = IsText;
     in.IsBigEndian = IsBigEndian;
-    const GmshNumbers::Run run(in, section.Entries * std::int64_t(components + 1));
+    const GmshNumbers::Run run(in, section.Entries * std::int64_t(components + 1), GmshNumbers::Run::OfReals);
+    std::array<double, mostComponents> row;
+    const std::span<double> entry(row.data(), components);
     for (std::int64_t left = section.Entries; left > 0; --left) {
         std::int64_t id = 0, nodes = 1;
         if (!in.Int(id) || (place == Place::ElementNodes && !in.Int(nodes)) || !in.CanHold(nodes, NumberType::Float64))
@@ -56,16 +58,16 @@ void DataFile::readSection(const DataSection& section, std::size_t components, P
                 const auto all = NodesOfCells.NodesOf(index);
                 target = n < std::ssize(all) ? all[std::size_t(n)] : -1;
             }
-            for (std::size_t c = 0; c < components; ++c) {
-                double value = 0;
-                if (!in.Real(value))
-                    return;
-                if (target < 0)
-                    continue;
-                float& sum = values[std::size_t(target) * components + c];
-                sum = place == Place::ElementNodes ? sum + float(value) : float(value);
+            if (!in.Reals(entry))
+                return;
+            if (target < 0)
+                continue;
+            float* sum = &values[std::size_t(target) * components];
+            for (const double value : entry) {
+                *sum = place == Place::ElementNodes ? *sum + float(value) : float(value);
+                ++sum;
             }
-            if (target >= 0 && place == Place::ElementNodes)
+            if (place == Place::ElementNodes)
                 ++counts[std::size_t(target)];
         }
     }
@@ -208,7 +210,7 @@ bool File::readData(Place place) {
 
 bool File::skipData(Place place, const DataSection& section, std::int64_t components) {
     if (numbers.IsText) // where no name can stand between the numbers
-        return in.SkipTo('$');
+        return SkipTo(in, '$');
     const std::int64_t values = components * qint64(sizeof(double));
     if (place != Place::ElementNodes) {
         in.Seek(std::min(section.Offset + section.Entries * (4 + values), section.Offset + in.Remaining()));
@@ -241,7 +243,7 @@ bool File::readSection(std::string_view name) {
 
 /// Past the mark of a section's end, before which any bytes may stand. False when it isn't there.
 bool File::skipTo(std::string_view end) {
-    while (in.SkipTo('$'))
+    while (SkipTo(in, '$'))
         if (in.Word().ends_with(end))
             return true;
     return false;

@@ -21,7 +21,7 @@ struct LegacyVtkBlock {
     bool Read(FileScanner& in, const Take& take) const {
         in.Seek(Offset);
         if (IsText)
-            return TextNumbers(in, Count).Hand<T>(Count, take);
+            return TextNumbers<T>(in, Count).Hand(Count, take);
         constexpr qint64 mostAtOnce = 8192;
         const qint64 there = std::min(Count, in.Remaining() / BytesOf(Type));
         std::vector<T> numbers(std::size_t(std::clamp<qint64>(there, 1, mostAtOnce)));

@@ -104,28 +104,34 @@ bool File::readOldCells(qint64 cellCount, qint64 numbers) {
     const LegacyVtkBlock block = blockOf(numbers, NumberType::Int32);
     if (numbers < cellCount || !block.HasRoom(in))
         return false;
-    std::size_t left = 0;
-    qint64 done = 0;
-    cells.Ends.reserve(std::size_t(cellCount));
-    cells.Nodes.reserve(std::size_t(numbers - cellCount));
-    return block.Read<std::int32_t>(in,
-                                    [&](std::span<const std::int32_t> all) {
-                                        while (!all.empty()) {
-                                            if (left == 0) {
-                                                left = std::size_t(std::max(all.front(), 0));
-                                                all = all.subspan(1);
-                                                ++done;
-                                            }
-                                            const std::size_t here = std::min(left, all.size());
-                                            cells.Nodes.insert(cells.Nodes.end(), all.begin(),
-                                                               all.begin() + qsizetype(here));
-                                            all = all.subspan(here);
-                                            left -= here;
-                                            if (left == 0)
-                                                cells.Ends.push_back(std::int32_t(cells.Nodes.size()));
-                                        }
-                                    }) &&
-           left == 0 && done == cellCount;
+    auto used = qsizetype(cells.Nodes.size());
+    auto cell = qsizetype(cells.Ends.size());
+    const qsizetype lastCell = cell + cellCount;
+    cells.Ends.resize(std::size_t(lastCell));
+    cells.Nodes.resize(std::size_t(used + numbers - cellCount));
+    std::ptrdiff_t left = 0; ///< of the cell's nodes
+    bool isGood = true;
+    const auto take = [&](std::span<const std::int32_t> all) {
+        const std::int32_t* number = all.data();
+        const std::int32_t* const end = number + all.size();
+        while (number != end && isGood) {
+            if (left == 0) {
+                left = std::max(*number++, 0);
+                isGood = cell < lastCell && left <= std::ssize(cells.Nodes) - used;
+                if (!isGood)
+                    return;
+            }
+            const std::ptrdiff_t here = std::min(left, end - number);
+            for (std::ptrdiff_t node = 0; node < here; ++node)
+                cells.Nodes[std::size_t(used + node)] = number[node];
+            used += here;
+            number += here;
+            left -= here;
+            if (left == 0)
+                cells.Ends[std::size_t(cell++)] = std::int32_t(used);
+        }
+    };
+    return block.Read<std::int32_t>(in, take) && isGood && left == 0 && cell == lastCell;
 }
 
 /// Where the nodes of each cell begin, then the nodes.

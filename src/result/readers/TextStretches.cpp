@@ -1,14 +1,13 @@
 #include "result/readers/TextStretches.h"
 
 #include "platform/base/Parallel.h"
-#include "result/readers/realText.h"
+#include "result/readers/WordNumbers.h"
 
 namespace {
 
 constexpr qint64 fewestBytes = 1 << 12;
 constexpr qint64 longestPiece = 1 << 16;
 constexpr qint64 bytesAhead = 256; ///< in which a piece mostly ends
-constexpr qint64 usualWord = 20;
 
 /// The words that begin in a text; what stands before it is a blank.
 qint64 countWords(std::string_view text) {
@@ -48,51 +47,51 @@ std::size_t NextLine(std::string_view text, std::size_t from) {
     return text.npos;
 }
 
-TextStretches::TextStretches(FileScanner& scanner, CutRule rule, qint64 expectedBytes)
-    : in(scanner), cut(rule), expected(expectedBytes), stretches(std::size_t(coreCount()) * 4) {}
+std::size_t Anywhere(std::string_view, std::size_t from) {
+    return from;
+}
 
-class TextStretches::Buffer {
-public:
-    explicit Buffer(TextStretches& owner) : all(owner) {
-        const std::lock_guard guard(all.lock);
-        auto& spare = all.in.SpareBuffers();
-        if (!spare.empty()) {
-            Bytes = std::move(spare.back());
-            spare.pop_back();
-        }
+std::size_t TextStretches::Slots() {
+    return std::size_t(coreCount()) * 4;
+}
+
+TextStretches::TextStretches(FileScanner& scanner, CutRule rule, ParseStretch work)
+    : in(scanner), cut(rule), parse(std::move(work)), stretches(Slots()), plannedEnd(in.Position()), limit(plannedEnd) {
+    if (auto& spare = in.SpareBuffers(); !spare.empty()) {
+        ownBuffer = std::move(spare.back());
+        spare.pop_back();
     }
-    ~Buffer() {
-        const std::lock_guard guard(all.lock);
-        all.in.SpareBuffers().push_back(std::move(Bytes));
+}
+
+TextStretches::~TextStretches() {
+    {
+        const std::lock_guard guard(lock);
+        limit = plannedEnd;
+        isOver = true;
     }
-    Buffer(const Buffer&) = delete;
-    Buffer& operator=(const Buffer&) = delete;
+    changed.notify_all();
+    helpers.clear();
+    in.SpareBuffers().push_back(std::move(ownBuffer));
+}
 
-    std::vector<char> Bytes;
-
-private:
-    TextStretches& all;
-};
-
-/// The pieces that begin from `from` up to before `to`.
-std::string_view TextStretches::textOf(Stretch& stretch, std::vector<char>& buffer, qint64 from, qint64 to,
-                                       bool isFirst) const {
+/// The pieces that begin in it, and where they stand.
+std::string_view TextStretches::textOf(Stretch& stretch, std::vector<char>& buffer, bool isFirst) const {
     // With the byte before, by which the beginning is found.
-    const qint64 start = isFirst ? from : from - 1;
+    const qint64 start = isFirst ? stretch.From : stretch.From - 1;
     qint64 filled = 0;
     std::size_t end = std::string_view::npos;
     for (const qint64 ahead : {bytesAhead, longestPiece}) {
-        const qint64 wanted = std::min(to + ahead, in.End()) - start;
+        const qint64 wanted = std::min(stretch.To + ahead, in.End()) - start;
         buffer.resize(std::size_t(std::max<qint64>(wanted, std::ssize(buffer))));
         filled += in.File().ReadAt(start + filled, buffer.data() + filled, wanted - filled);
         const std::string_view text(buffer.data(), std::size_t(filled));
-        end = to - start <= filled ? cut(text, std::size_t(to - start)) : text.npos;
+        end = stretch.To - start <= filled ? cut(text, std::size_t(stretch.To - start)) : text.npos;
         if (end != text.npos || start + filled >= in.End() || filled < wanted)
             break;
     }
     std::string_view text(buffer.data(), std::size_t(filled));
     if (end == text.npos && start + filled < in.End()) {
-        stretch.Start = stretch.End = from;
+        stretch.Start = stretch.End = stretch.From;
         return {};
     }
     text = text.substr(0, end);
@@ -102,90 +101,182 @@ std::string_view TextStretches::textOf(Stretch& stretch, std::vector<char>& buff
     return text.substr(begin);
 }
 
-int TextStretches::Read(const std::function<void(int, std::string_view)>& parse) {
-    const qint64 from = in.Position();
-    if (in.Remaining() == 0 || !in.GoesOn())
-        return 0;
-    const qint64 most = std::min(in.Remaining(), StretchBytes * MostAtOnce());
-    const qint64 bytes = std::min(std::max(expected, fewestBytes), most);
-    const int count = int((bytes - 1) / StretchBytes) + 1;
-    parallelFor(count, [&](int slot) {
-        const qint64 first = from + slot * StretchBytes;
-        const qint64 last = std::min(first + StretchBytes, from + bytes);
-        Buffer buffer(*this);
-        parse(slot, textOf(stretches[std::size_t(slot)], buffer.Bytes, first, last, slot == 0));
-    });
-    expected -= bytes;
-    // A stretch that could not be cut ends what counts.
-    int whole = 0;
-    while (whole < count && stretches[std::size_t(whole)].End >= from + std::min((whole + 1) * StretchBytes, bytes))
-        ++whole;
-    if (whole > 0)
-        in.Seek(stretches[std::size_t(whole) - 1].End);
-    return whole;
+void TextStretches::workOnOne(std::unique_lock<std::mutex>& guard, std::vector<char>& buffer) {
+    const std::int64_t index = planned++;
+    Stretch& stretch = stretchAt(index);
+    stretch = Stretch();
+    stretch.From = plannedEnd;
+    stretch.To = std::min(plannedEnd + StretchBytes, limit);
+    plannedEnd = stretch.To;
+    guard.unlock();
+    try {
+        parse(std::size_t(index) % stretches.size(), textOf(stretch, buffer, index == 0));
+    } catch (...) {
+        stretch.Failure = std::current_exception();
+    }
+    guard.lock();
+    stretch.IsReady = true;
+    changed.notify_all();
 }
 
-TextNumbers::TextNumbers(FileScanner& scanner, qint64 count, Lines lineMarks)
-    : in(scanner), stretches(scanner, lineMarks == Marked ? NextLine : NextWords, count * usualWord), lines(lineMarks),
-      parts(std::size_t(stretches.MostAtOnce())) {}
-
-TextNumbers::~TextNumbers() {
-    if (slot < 0 || slot >= ready)
-        return;
-    const Part& part = parts[std::size_t(slot)];
-    const double* const first = part.Numbers.data();
-    in.Seek(stretches.Start(slot));
-    in.SkipWords(next - first - (lines == Marked ? std::count(first, next, LineEnd) : 0));
-}
-
-bool TextNumbers::more() {
-    while (next == there) {
-        if (slot >= 0 && slot < ready && !parts[std::size_t(slot)].IsWhole)
-            return false;
-        if (slot + 1 < ready) {
-            ++slot;
-        } else {
-            const int got = stretches.Read([this](int made, std::string_view text) {
-                Part& part = parts[std::size_t(made)];
-                part.Numbers.clear();
-                part.IsWhole = AppendReals(text, lines == Marked, part.Numbers);
-            });
-            ready = got;
-            slot = 0;
-            if (got == 0) // the scanner stands behind the last number
-                return false;
+void TextStretches::startHelpers() {
+    const auto help = [this] {
+        tidyVectorRegisters();
+        std::vector<char> buffer;
+        std::unique_lock guard(lock);
+        while (!isOver) {
+            if (canBegin())
+                workOnOne(guard, buffer);
+            else
+                changed.wait(guard);
         }
-        const Part& part = parts[std::size_t(slot)];
-        next = part.Numbers.data();
-        there = next + part.Numbers.size();
+    };
+    try {
+        while (int(helpers.size()) < coreCount() - 1)
+            helpers.emplace_back(help);
+    } catch (const std::system_error&) {
+        // With fewer threads it takes longer.
+    }
+}
+
+std::optional<std::size_t> TextStretches::Next(qint64 wanted) {
+    if (in.Remaining() == 0 || !in.GoesOn())
+        return {};
+    tidyVectorRegisters();
+    std::unique_lock guard(lock);
+    oldest = next;
+    limit = std::max(limit, std::min(in.Position() + std::max(wanted, fewestBytes), in.End()));
+    if (helpers.empty() && limit - plannedEnd > StretchBytes)
+        startHelpers();
+    changed.notify_all();
+    while (!stretchAt(next).IsReady) {
+        if (canBegin())
+            workOnOne(guard, ownBuffer);
+        else
+            changed.wait(guard);
+    }
+    Stretch& stretch = stretchAt(next);
+    if (stretch.Failure)
+        std::rethrow_exception(stretch.Failure);
+    if (stretch.End < stretch.To) // it could not be cut
+        return {};
+    stretch.IsReady = false;
+    in.Seek(stretch.End);
+    return std::size_t(next++) % stretches.size();
+}
+
+template<class T>
+TextNumbers<T>::TextNumbers(FileScanner& scanner, qint64 count, Lines lineMarks)
+    : in(scanner), lines(lineMarks), expected(count), parts(TextStretches::Slots()),
+      stretches(scanner, lineMarks == Marked ? NextLine : NextWords,
+                [this](std::size_t made, std::string_view text) { parts[made].Parse(text, lines == Marked); }) {}
+
+template<class T>
+TextNumbers<T>::~TextNumbers() {
+    if (!slot)
+        return;
+    in.Seek(stretches.Start(*slot));
+    in.SkipWords(next - parts[*slot].All().data());
+}
+
+template<class T>
+bool TextNumbers<T>::more() {
+    while (next == there) {
+        if (slot && !parts[*slot].IsWhole())
+            return false;
+        const qint64 from = in.Position();
+        // Where more come than was said, there may be many more.
+        const auto following = stretches.Next(wordLength.BytesFor(std::max(expected, seen / 8)));
+        if (!following) {
+            // The scanner stands behind the last number.
+            slot = {};
+            next = there = nullptr;
+            return false;
+        }
+        slot = following;
+        const std::span<const T> all = parts[*slot].All();
+        wordLength.Add(std::ssize(all), in.Position() - from);
+        expected -= std::ssize(all);
+        seen += std::ssize(all);
+        next = all.data();
+        there = next + all.size();
     }
     return true;
 }
 
-std::span<const double> TextNumbers::Some(qint64 most) {
+template<class T>
+std::span<const T> TextNumbers<T>::Some(qint64 most) {
     if (most < 1 || (next == there && !more()))
         return {};
-    const std::span<const double> some(next, std::size_t(std::min<qint64>(most, there - next)));
+    const std::span<const T> some(next, std::size_t(std::min<qint64>(most, there - next)));
     next += some.size();
     return some;
 }
 
+template<class T>
+const T* TextNumbers<T>::rowAcross(std::size_t count) {
+    for (std::size_t done = 0; done < count;) {
+        const std::span<const T> some = Some(qint64(count - done));
+        if (some.empty())
+            return nullptr;
+        std::ranges::copy(some, row.begin() + qsizetype(done));
+        done += some.size();
+    }
+    return row.data();
+}
+
+template<class T>
+void TextNumbers<T>::SkipLine() {
+    if (!slot)
+        return;
+    // A stretch ends with a line.
+    const WordNumbers<T>& part = parts[*slot];
+    const auto taken = std::uint32_t(next - part.All().data());
+    const auto end = std::ranges::lower_bound(part.LineEnds(), taken);
+    next = end == part.LineEnds().end() ? there : part.All().data() + *end;
+}
+
+template class TextNumbers<double>;
+template class TextNumbers<float>;
+template class TextNumbers<std::int32_t>;
+template class TextNumbers<std::int64_t>;
+
 bool SkipWords(FileScanner& in, qint64 count) {
-    TextStretches stretches(in, NextWords, count * usualWord);
-    std::vector<qint64> words(std::size_t(stretches.MostAtOnce()));
+    std::vector<qint64> words(TextStretches::Slots());
+    TextStretches stretches(in, NextWords,
+                            [&words](std::size_t slot, std::string_view text) { words[slot] = countWords(text); });
+    WordLength wordLength;
     while (count > 0) {
-        const int got =
-            stretches.Read([&words](int slot, std::string_view text) { words[std::size_t(slot)] = countWords(text); });
-        if (got == 0)
+        const qint64 from = in.Position();
+        const auto slot = stretches.Next(wordLength.BytesFor(count));
+        if (!slot)
             return false;
-        for (int slot = 0; slot < got; ++slot) {
-            const qint64 here = words[std::size_t(slot)];
-            if (here >= count) {
-                in.Seek(stretches.Start(slot));
-                return in.SkipWords(count);
-            }
-            count -= here;
+        if (words[*slot] >= count) {
+            in.Seek(stretches.Start(*slot));
+            return in.SkipWords(count);
         }
+        wordLength.Add(words[*slot], in.Position() - from);
+        count -= words[*slot];
     }
     return true;
+}
+
+bool SkipTo(FileScanner& in, char wanted) {
+    // Most are near, and there nobody need read beside the scanner.
+    const std::string_view near = in.Ahead();
+    if (const std::size_t found = near.find(wanted); found != near.npos) {
+        in.Pass(qint64(found));
+        return true;
+    }
+    in.Pass(qint64(near.size()));
+    std::vector<std::size_t> places(TextStretches::Slots());
+    TextStretches stretches(in, Anywhere,
+                            [&](std::size_t slot, std::string_view text) { places[slot] = text.find(wanted); });
+    const qint64 from = in.Position();
+    while (const auto slot = stretches.Next(std::max(TextStretches::StretchBytes, in.Position() - from)))
+        if (places[*slot] != std::string_view::npos) {
+            in.Seek(stretches.Start(*slot) + qint64(places[*slot]));
+            return true;
+        }
+    return false;
 }

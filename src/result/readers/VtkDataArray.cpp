@@ -198,7 +198,7 @@ bool ReadNumbers(const ReadHandle& file, const VtkDataArray& array, qint64 count
         return count < 1;
     if (array.Packed == VtkDataArray::Text) {
         FileScanner in(file, array.Offset, array.End);
-        return TextNumbers(in, count).Hand<T>(count, take);
+        return TextNumbers<T>(in, count).Hand(count, take);
     }
     std::vector<T> numbers;
     // Blocks need not end where a number does.

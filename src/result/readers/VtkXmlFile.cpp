@@ -1,5 +1,7 @@
 #include "result/readers/VtkXmlFile.h"
 
+#include "result/readers/TextStretches.h"
+
 #include <QXmlStreamReader>
 #include <limits>
 
@@ -48,7 +50,7 @@ std::optional<QByteArray> readTag(FileScanner& in) {
 
 bool readSkeleton(FileScanner& in, Skeleton& skeleton) {
     QByteArray tag;
-    for (qint64 textStart = 0; in.SkipTo('<'); textStart = in.Position()) {
+    for (qint64 textStart = 0; SkipTo(in, '<'); textStart = in.Position()) {
         if (tag.startsWith("<DataArray") && !tag.endsWith("/>")) {
             skeleton.Tags += QByteArray::number(qint64(skeleton.Texts.size()));
             skeleton.Texts.emplace_back(textStart, in.Position());
@@ -62,7 +64,7 @@ bool readSkeleton(FileScanner& in, Skeleton& skeleton) {
         skeleton.Tags += tag;
         if (tag.startsWith("<AppendedData") && !tag.endsWith("/>")) {
             // Behind the mark stands what may look like anything.
-            if (!in.SkipTo('_'))
+            if (!SkipTo(in, '_'))
                 return false;
             skeleton.Appended = in.Position() + 1;
             skeleton.Tags += "</AppendedData></VTKFile>";

@@ -40,8 +40,11 @@ bool readMesh(const Step& step, std::vector<double>& points, vtkCells::Lists& ce
         const auto firstNode = qint64(cells.Nodes.size());
         const auto append = [](std::vector<std::int32_t>& list, qint64 added) {
             return [&list, added](std::span<const std::int32_t> numbers) {
-                for (const std::int32_t number : numbers)
-                    list.push_back(number < 0 ? number : NumberAs<std::int32_t>(number + added));
+                const std::size_t before = list.size();
+                list.resize(before + numbers.size());
+                std::ranges::transform(numbers, list.begin() + qsizetype(before), [added](std::int32_t number) {
+                    return number < 0 ? number : NumberAs<std::int32_t>(number + added);
+                });
             };
         };
         const auto appendPoints = [&points](std::span<const double> numbers) {

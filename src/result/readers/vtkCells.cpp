@@ -72,11 +72,20 @@ bool vtkCells::BuildCells(Lists&& lists, CellTable& cells) {
     cells.Nodes = std::move(lists.Nodes);
     cells.FirstNode = std::move(lists.Ends);
     cells.FirstNode.insert(cells.FirstNode.begin(), 0);
-    cells.Shapes.reserve(lists.Types.size());
+    cells.Shapes.resize(lists.Types.size());
+    CellShape shape;
+    std::int32_t shapeType = -1, shapeNodes = -1;
     for (std::size_t c = 0; c < lists.Types.size(); ++c) {
         const auto first = std::size_t(cells.FirstNode[c]);
-        cells.Shapes.push_back(shapeOf(lists.Types[c], std::size_t(cells.FirstNode[c + 1]) - first));
-        if (lists.Types[c] == pixel && cells.Shapes.back().Is == CellShape::Face)
+        // Most are like the one before.
+        const std::int32_t nodes = cells.FirstNode[c + 1] - cells.FirstNode[c];
+        if (lists.Types[c] != shapeType || nodes != shapeNodes) {
+            shapeType = lists.Types[c];
+            shapeNodes = nodes;
+            shape = shapeOf(shapeType, std::size_t(nodes));
+        }
+        cells.Shapes[c] = shape;
+        if (shapeType == pixel && shape.Is == CellShape::Face)
             std::swap(cells.Nodes[first + 2], cells.Nodes[first + 3]);
     }
     return true;
