@@ -84,10 +84,14 @@ protected:
             EXPECT_EQ(single.at(item), shown.ItemData.at(item).Values) << item;
     }
 
-    /// Whatever the file holds: refused, or all that can be asked for is there.
-    void expectSound(const QString& path) {
-        if (!LoadResultFile(path, model))
+    /// Whatever the file holds: refused, of a cut one for that reason, or all that can be asked for is there.
+    void expectSound(const QString& path, bool isCut) {
+        if (!LoadResultFile(path, model)) {
+            EXPECT_TRUE(!isCut || !IsResultFile(path) || model.Note.contains(u"ファイルが途中で終わっています。") ||
+                        model.Note == u"平面の要素がありません。" || model.Note == u"計算結果の値がありません。")
+                << model.Note.toStdString();
             return;
+        }
         for (int step = 0; step < model.StepCount; ++step)
             ASSERT_TRUE(LoadStep(step, 0, model, false, -1));
         for (const std::int32_t node : model.Mesh.Elements.NodeIndex)
@@ -140,13 +144,14 @@ TEST_F(ForeignFileTest, CutOrDamagedFilesAreRefusedOrSound) {
                                         qsizetype(random() % unsigned(bytes.size()))};
             for (const qsizetype place : places)
                 ASSERT_TRUE(put(place, char(random() % 2 ? '0' + random() % 10 : random())));
-            expectSound(file.fileName());
+            expectSound(file.fileName(), false);
             for (const qsizetype place : places)
                 ASSERT_TRUE(put(place, bytes[place]));
         }
         for (qsizetype length = bytes.size(); length-- > 0;) {
+            SCOPED_TRACE(length);
             ASSERT_TRUE(file.resize(length));
-            expectSound(file.fileName());
+            expectSound(file.fileName(), true);
         }
     }
 }

@@ -6,7 +6,7 @@
     meshio.write("plate.vrf", meshio.read("plate.vtu"))
 
 meshio knows no steps: reading takes the last one, and velorin.meshio.read(path, step) any other. The array "velorin:type"
-of the cells has the type of each element, by which it exists in the step or not."""
+of the cells has the type of each element, by which it exists in the step or not; where all are 0 it is left out."""
 import itertools
 import os
 
@@ -35,7 +35,8 @@ def read(path, step=-1):
         blocks = [(count, run) for count, run in blocks if count > 0]
         cells = [(_CELLS.get(count, "polygon"), np.array([elements[e] for e in run])) for count, run in blocks]
         has_steps = len(result.times) > 0
-        cell_values = {TYPES: result.types(step)} if has_steps else {}
+        types = result.types(step) if has_steps else np.zeros(0)
+        cell_values = {TYPES: types} if types.any() else {}
         point_data = {}
         for item in result.items if has_steps else ():
             place = point_data if item.element_type is None else cell_values

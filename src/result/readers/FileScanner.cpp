@@ -45,6 +45,7 @@ bool FileScanner::refill() {
     const qint64 wanted = std::min(std::ssize(buffer) - filled, fileEnd - from);
     const qint64 got = stopped || wanted < 1 ? 0 : file.ReadAt(from, buffer.data() + filled, wanted);
     filled += got;
+    isCut = isCut || (got == 0 && !stopped);
     tidyVectorRegisters(); // now come numbers
     return got > 0;
 }
@@ -106,7 +107,7 @@ std::string_view FileScanner::Ahead() {
 }
 
 bool FileScanner::readAcross(void* target, qint64 count) {
-    if (count > Remaining())
+    if (!CanGive(count))
         return false;
     auto* out = static_cast<char*>(target);
     while (count > 0) {

@@ -20,6 +20,13 @@ public:
     qint64 Position() const { return bufferStart + next; }
     qint64 Remaining() const { return stopped ? 0 : std::max<qint64>(fileEnd - Position(), 0); }
     bool WasStopped() const { return stopped; }
+    /// Whether so many bytes could still come; when not, the file is taken to be cut.
+    bool CanGive(qint64 bytes) {
+        isCut = isCut || (bytes > Remaining() && !stopped);
+        return bytes <= Remaining();
+    }
+    /// Whether more was asked for than the file has.
+    bool IsCut() const { return isCut; }
     /// Asks the watch, for who reads the file beside the scanner.
     bool GoesOn();
     const ReadHandle& File() const { return file; }
@@ -79,7 +86,7 @@ private:
     qint64 bufferStart = 0; ///< file offset of the buffer's first byte
     qint64 filled = 0;
     qint64 next = 0; ///< first byte of the buffer that has not been taken
-    bool stopped = false;
+    bool stopped = false, isCut = false;
 };
 
 /// The words between the blanks of a line.

@@ -230,8 +230,8 @@ std::vector<ArraySteps::Item> buildItems(const std::vector<ForeignArray>& arrays
     return items;
 }
 
-bool refuse(ResultContent& content, const QString& why) {
-    content.Note = why;
+bool refuse(ResultContent& content, const QString& why, bool isCut) {
+    content.Note = QString(WhyRefused({}, isCut) + u' ' + why).trimmed();
     return false;
 }
 
@@ -258,12 +258,16 @@ QStringList UsualComponentNames(std::int32_t components) {
     }
 }
 
+QString WhyRefused(const QString& problem, bool isCut) {
+    return problem.isEmpty() && isCut ? u"ファイルが途中で終わっています。"_s : problem;
+}
+
 bool BuildContent(ForeignResult&& result, ResultContent& content) {
     content.Magic = result.Magic;
     content.Version = result.Version;
     content.Title = result.Title;
     if (!hasAllNodes(result))
-        return refuse(content, u"要素の節点番号に対応する節点がありません。"_s);
+        return refuse(content, u"要素の節点番号に対応する節点がありません。"_s, result.IsCut);
     const Counts counts = countKinds(result.Cells);
     const std::optional<Plane> plane = planeOf(result, counts, content.Note);
     if (!plane)
@@ -271,9 +275,9 @@ bool BuildContent(ForeignResult&& result, ResultContent& content) {
     const CellShape::Kind kind = counts[CellShape::Face] > 0 ? CellShape::Face : CellShape::Line;
     ElementList elements(result.Cells, kind, content);
     if (!elements.Fits())
-        return refuse(content, u"平面の要素がありません。"_s);
+        return refuse(content, u"平面の要素がありません。"_s, result.IsCut);
     if (result.Arrays.empty() || result.Steps.empty())
-        return refuse(content, u"計算結果の値がありません。"_s);
+        return refuse(content, u"計算結果の値がありません。"_s, result.IsCut);
     content.Note = leftOutText(result, counts);
     const std::int32_t cells = result.Cells.Count();
     result.Cells = {};

@@ -84,7 +84,14 @@ struct ForeignResult {
     ReadArray Read;
     FindArray Find;      ///< perhaps none
     QStringList LeftOut; ///< what the reader itself has left out, a few words each
+    bool IsCut = false;  ///< the file ends within something
 };
+
+/// What `LeftOut` says of a file that ends too early.
+inline constexpr QStringView CutData = u"途中から後のデータ";
+
+/// What to say of a file that a reader can't use: its problem, or that it ends too early, or nothing.
+QString WhyRefused(const QString& problem, bool isCut);
 
 /// The result in `content`, with a line in `content.Note` when anything was left out. False, with the reason in
 /// `content.Note`, for what is no plane mesh with values.

@@ -25,6 +25,9 @@ public:
 
     bool Read();
 
+    /// Whether the file ends where something was to come.
+    bool IsCut() { return !in.CanGive(1) || in.IsCut(); }
+
     ForeignResult Result;
 
 private:
@@ -53,7 +56,7 @@ std::optional<Form> formAt(std::string_view line, qint64 first, qint64 width) {
 bool File::readNodes(std::string_view header) {
     const auto count = NumberAt<std::int64_t>(header, 24, 12);
     const auto form = formAt(header, 73, 2);
-    if (!form || count < 1 || count > mostOfAKind || count > in.Remaining() / 8 || !ids.empty())
+    if (!form || count < 1 || count > mostOfAKind || !in.CanGive(count * 8) || !ids.empty())
         return false;
     Result.Points.reserve(std::size_t(count) * 3);
     ids.reserve(std::size_t(count));
@@ -157,7 +160,7 @@ bool File::readTextElements(std::int64_t count, Form form) {
 bool File::readElements(std::string_view header) {
     const auto count = NumberAt<std::int64_t>(header, 24, 12);
     const auto form = formAt(header, 73, 2);
-    if (!form || count < 1 || count > mostOfAKind || count > in.Remaining() / 8 || Result.Cells.Count() > 0)
+    if (!form || count < 1 || count > mostOfAKind || !in.CanGive(count * 8) || Result.Cells.Count() > 0)
         return false;
     Result.Cells.Reserve(count);
     if (*form < Singles)
@@ -263,11 +266,12 @@ bool File::Read() {
     Result.Magic = u"FRD"_s;
     for (auto line = in.Line(); line && !Column(*line, 0, 6).starts_with("9999"); line = in.Line())
         if (!readRecord(*line)) {
-            Result.LeftOut.append(u"途中から後のデータ"_s);
+            Result.LeftOut.append(CutData.toString());
             if (!Result.Steps.empty())
                 Result.Steps.back().End = in.End() + 1;
             break;
         }
+    Result.IsCut = in.IsCut(); // there is a mark for the file's end
     if (in.WasStopped() || ids.empty() || Result.Points.size() != ids.size() * 3)
         return false;
     for (const auto& [place, block] : blocks)
@@ -314,5 +318,9 @@ bool FrdReader::Recognises(QByteArrayView start, const QString& path) {
 
 bool FrdReader::Open(const QString& path, ResultContent& content, const LoadProgress& progress) {
     File file(ReadHandle::Open(path), progress);
-    return file.Read() && BuildContent(std::move(file.Result), content);
+    if (!file.Read()) {
+        content.Note = WhyRefused({}, file.IsCut());
+        return false;
+    }
+    return BuildContent(std::move(file.Result), content);
 }

@@ -48,8 +48,11 @@ public:
     /// Past so many of them.
     bool Skip(std::int64_t count, NumberType type);
     /// Whether so many numbers of that width could still come.
-    bool CanHold(std::int64_t count, NumberType type) const {
-        return count >= 0 && count <= ((isInRun ? room : in.Remaining()) + 1) / (IsText ? 2 : BytesOf(type));
+    bool CanHold(std::int64_t count, NumberType type) {
+        const qint64 width = IsText ? 2 : BytesOf(type);
+        if (count < 0 || isInRun)
+            return count >= 0 && count <= (room + 1) / width;
+        return in.CanGive(std::min<qint64>(count, in.Remaining() + 2) * width - 1); // the last has no blank behind it
     }
     /// In a run of whole numbers as text: to the end of the line.
     void SkipLine() {

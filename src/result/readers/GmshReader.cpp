@@ -115,6 +115,9 @@ public:
     /// False, perhaps with the reason in `Problem`, when there is no mesh to be had.
     bool Read();
 
+    /// Whether the file ends where something was to come.
+    bool IsCut() { return !in.CanGive(1) || in.IsCut(); }
+
     ForeignResult Result;
     QString Problem;
 
@@ -292,7 +295,8 @@ bool File::Read() {
         if (const auto step = steps.find(lastStep); step != steps.end())
             step->second.End = isWhole ? in.Position() : in.End() + 1;
         if (!isWhole) {
-            Result.LeftOut.append(u"途中から後のデータ"_s);
+            Result.LeftOut.append(CutData.toString());
+            Result.IsCut = IsCut();
             break;
         }
         in.Line();
@@ -312,7 +316,7 @@ bool GmshReader::Recognises(QByteArrayView start, const QString& path) {
 bool GmshReader::Open(const QString& path, ResultContent& content, const LoadProgress& progress) {
     File file(ReadHandle::Open(path), progress);
     if (!file.Read()) {
-        content.Note = file.Problem;
+        content.Note = WhyRefused(file.Problem, file.IsCut());
         return false;
     }
     return BuildContent(std::move(file.Result), content);

@@ -13,7 +13,7 @@ struct LegacyVtkBlock {
     static std::optional<NumberType> TypeOf(std::string_view name);
 
     /// Whether the file can hold the block whole, from where the scanner stands.
-    bool HasRoom(const FileScanner& in) const { return Count * (IsText ? 2 : BytesOf(Type)) <= in.Remaining() + 1; }
+    bool HasRoom(FileScanner& in) const { return in.CanGive(IsText ? Count * 2 - 1 : Count * BytesOf(Type)); }
     /// Goes past the block, before which the scanner stands. False when it is cut short.
     bool Skip(FileScanner& in) const;
     /// Reads the numbers in pieces, `take(numbers)` each. False when they end too early.
@@ -23,6 +23,7 @@ struct LegacyVtkBlock {
         if (IsText)
             return TextNumbers<T>(in, Count).Hand(Count, take);
         constexpr qint64 mostAtOnce = 8192;
+        const bool isWhole = HasRoom(in);
         const qint64 there = std::min(Count, in.Remaining() / BytesOf(Type));
         std::vector<T> numbers(std::size_t(std::clamp<qint64>(there, 1, mostAtOnce)));
         std::vector<char> bytes(numbers.size() * std::size_t(BytesOf(Type)));
@@ -33,6 +34,6 @@ struct LegacyVtkBlock {
             ConvertNumbers(bytes.data(), here, Type, true, numbers.data());
             take(std::span<const T>(numbers).first(std::size_t(here)));
         }
-        return there == Count;
+        return isWhole;
     }
 };

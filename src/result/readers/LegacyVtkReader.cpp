@@ -19,6 +19,9 @@ public:
     /// False, perhaps with the reason in `Problem`, when there is no mesh to be had.
     bool Read();
 
+    /// Whether the file ends where something was to come.
+    bool IsCut() { return !in.CanGive(1) || in.IsCut(); }
+
     ForeignResult Result;
     QString Problem;
 
@@ -189,7 +192,8 @@ bool File::readCellTypes(const Words& words) {
 bool File::readArray(std::string_view name, qint64 components, qint64 tuples, std::string_view type) {
     const auto numbers = LegacyVtkBlock::TypeOf(type);
     if (!numbers || components < 1 || components > mostComponents) {
-        Problem = u"配列 %1 を読むことができません。"_s.arg(vtkCells::NameOf(name));
+        if (in.CanGive(1)) // else the name of the type may be cut
+            Problem = u"配列 %1 を読むことができません。"_s.arg(vtkCells::NameOf(name));
         return false;
     }
     const LegacyVtkBlock block = blockOf(components * tuples, *numbers);
@@ -292,13 +296,15 @@ bool File::Read() {
     if (!dataset || dataset->size() < 2 || dataset->front() != "DATASET")
         return false;
     if ((*dataset)[1] != "UNSTRUCTURED_GRID" && (*dataset)[1] != "POLYDATA") {
-        Problem = u"データセット %1 は読むことができません。"_s.arg(QString::fromUtf8((*dataset)[1]));
+        if (in.CanGive(1))
+            Problem = u"データセット %1 は読むことができません。"_s.arg(QString::fromUtf8((*dataset)[1]));
         return false;
     }
     qint64& end = Result.Steps.front().End;
     for (auto words = wordsOfLine(); words; words = wordsOfLine()) {
         if (!readSection(*words)) {
-            Result.LeftOut.append(u"途中から後のデータ"_s);
+            Result.LeftOut.append(CutData.toString());
+            Result.IsCut = IsCut();
             end = in.End() + 1;
             break;
         }
@@ -337,7 +343,7 @@ bool LegacyVtkReader::Recognises(QByteArrayView start, const QString&) {
 bool LegacyVtkReader::Open(const QString& path, ResultContent& content, const LoadProgress& progress) {
     File file(ReadHandle::Open(path), progress);
     if (!file.Read()) {
-        content.Note = file.Problem;
+        content.Note = WhyRefused(file.Problem, file.IsCut());
         return false;
     }
     return BuildContent(std::move(file.Result), content);

@@ -140,7 +140,7 @@ void TextStretches::startHelpers() {
 }
 
 std::optional<std::size_t> TextStretches::Next(qint64 wanted) {
-    if (in.Remaining() == 0 || !in.GoesOn())
+    if (!in.GoesOn() || !in.CanGive(1))
         return {};
     tidyVectorRegisters();
     std::unique_lock guard(lock);

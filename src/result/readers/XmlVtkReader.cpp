@@ -259,8 +259,11 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     VtkXmlFile file;
     ForeignResult result;
     std::vector<Step> steps;
-    if (!ReadVtkXml(ReadHandle::Open(path), progress, file, content.Note))
+    QString problem;
+    if (!ReadVtkXml(ReadHandle::Open(path), progress, file, problem)) {
+        content.Note = WhyRefused(problem, !file.IsWhole);
         return false;
+    }
     if (file.Kind == u"Collection") {
         Series series(path, progress);
         const bool good = series.Read(file, steps);
@@ -284,11 +287,17 @@ bool XmlVtkReader::Open(const QString& path, ResultContent& content, const LoadP
     result.Magic = u"VTK XML"_s;
     result.Version = std::int32_t(std::clamp(file.Version.toDouble(), 0.0, 99.0) * 100);
     vtkCells::Lists cells;
-    if (!readMesh(steps.front(), result.Points, cells) || !vtkCells::BuildCells(std::move(cells), result.Cells))
+    if (!readMesh(steps.front(), result.Points, cells) || !vtkCells::BuildCells(std::move(cells), result.Cells)) {
+        content.Note = WhyRefused({}, !file.IsWhole);
         return false;
+    }
     collectArrays(steps, result);
-    if (content.Parts.empty())
+    if (content.Parts.empty()) {
         result.Steps.front().End = file.File.Size() + (file.IsWhole ? 0 : 1);
+        result.IsCut = !file.IsWhole;
+        if (result.IsCut)
+            result.LeftOut.append(CutData.toString());
+    }
     const auto all = std::make_shared<const std::vector<Step>>(std::move(steps));
     result.Read = [all, arrays = result.Arrays](std::int32_t step, std::int32_t array) {
         return readArray((*all)[std::size_t(step)], arrays[std::size_t(array)]);
