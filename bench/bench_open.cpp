@@ -2,6 +2,7 @@
 #include "OtherFormats.h"
 #include "Table.h"
 
+#include "result/StepSampler.h"
 #include "result/mdVelorinResultModel.h"
 
 namespace {
@@ -33,6 +34,21 @@ void openAndLoad(benchmark::State& state) {
     state.SetLabel(OtherFormats::Forms()[std::size_t(form)].toStdString());
 }
 
+/// The history of one node over many steps.
+void history(benchmark::State& state) {
+    constexpr int steps = 20;
+    const int nodes = int(state.range(0)), form = int(state.range(1));
+    const auto read = [](const ResultModel& model) {
+        const StepSampler sampler(model, 4, std::array{model.Mesh.NodeCount / 2}, -1);
+        for (std::int32_t step = 0; step < model.StepCount; ++step)
+            benchmark::DoNotOptimize(sampler.Read(step));
+    };
+    const ResultModel own = opened(OtherFormats::File(nodes, 0, steps));
+    const ResultModel model = opened(OtherFormats::File(nodes, form, steps));
+    Table::Measure(state, steps, {[&] { read(model); }, [&] { read(own); }, {}});
+    state.SetLabel(OtherFormats::Forms()[std::size_t(form)].toStdString() + ", ns a step");
+}
+
 void everyForm(benchmark::internal::Benchmark* row) {
     for (std::size_t form = 1; form < OtherFormats::Forms().size(); ++form)
         row->Args({490000, int(form)});
@@ -42,6 +58,7 @@ void everyForm(benchmark::internal::Benchmark* row) {
 
 BENCHMARK(open)->Apply(everyForm)->UseManualTime();
 BENCHMARK(openAndLoad)->Apply(everyForm)->UseManualTime();
+BENCHMARK(history)->ArgsProduct({{100000}, {5, 7, 8, 9}})->UseManualTime();
 
 int main(int argc, char** argv) {
     return Table::Main(argc, argv);

@@ -1,7 +1,7 @@
 // Numbers out of text: each the nearest, and long runs of them in stretches as one after the other.
 #include "TestFolder.h"
 
-#include "result/readers/TextStretches.h"
+#include "result/readers/TextNumbers.h"
 
 #include <bit>
 #include <random>

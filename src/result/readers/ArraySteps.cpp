@@ -61,22 +61,16 @@ bool ArraySteps::readDirectly(std::int32_t step, const Item& item, qint64 first,
     const std::optional<DirectArray> direct = find(step, item.Array);
     if (!direct || high < low || high - low > count + mostBetween || high >= direct->Count)
         return false;
-    const qint64 idBytes = direct->Ids ? qint64(sizeof(std::int32_t)) : 0, width = BytesOf(direct->Type);
-    std::vector<char> bytes(std::size_t((high - low) * direct->Stride + idBytes + info.Components * width));
-    const qint64 got =
-        direct->File.ReadAt(direct->Offset - idBytes + low * direct->Stride, bytes.data(), std::ssize(bytes));
+    std::vector<char> bytes(std::size_t((high - low + 1) * direct->Stride));
+    const qint64 got = direct->File.ReadAt(direct->Offset + low * direct->Stride, bytes.data(), std::ssize(bytes));
+    const std::span<const char> there(bytes.data(), std::size_t(got));
     for (qint64 i = 0; i < count; ++i) {
-        const qint64 place = placeOf(i), start = (place - low) * direct->Stride;
-        const qint64 value = start + idBytes + item.Component * width;
-        const bool isThere = place >= low && value + width <= got;
-        std::int64_t id = 0;
-        if (direct->Ids && isThere)
-            ConvertNumbers(bytes.data() + start, 1, NumberType::Int32, direct->BigEndian, &id);
-        if (place < low || place > high || (direct->Ids && (!isThere || direct->Ids->Of(id) != place)))
+        const qint64 place = placeOf(i), start = std::min((place - low) * direct->Stride, got);
+        if (place < low || place > high)
             return false;
-        values[std::size_t(i)] = 0;
-        if (isThere)
-            ConvertNumbers(bytes.data() + value, 1, direct->Type, direct->BigEndian, &values[std::size_t(i)]);
+        const auto record = there.subspan(std::size_t(start), std::size_t(std::min(direct->Stride, got - start)));
+        if (!direct->Value(record, std::int32_t(place), item.Component, values[std::size_t(i)]))
+            return false;
     }
     return true;
 }

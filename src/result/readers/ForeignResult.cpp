@@ -258,6 +258,21 @@ QStringList UsualComponentNames(std::int32_t components) {
     }
 }
 
+ReadRecord BinaryRecord(NumberType type, bool bigEndian, const IdIndex* ids) {
+    return [=](std::span<const char> record, std::int32_t place, std::int32_t component, float& value) {
+        const qint64 idBytes = ids ? qint64(sizeof(std::int32_t)) : 0, width = BytesOf(type);
+        const qint64 start = idBytes + component * width;
+        value = 0;
+        if (start + width > std::ssize(record))
+            return ids == nullptr;
+        std::int64_t id = 0;
+        if (ids)
+            ConvertNumbers(record.data(), 1, NumberType::Int32, bigEndian, &id);
+        ConvertNumbers(record.data() + start, 1, type, bigEndian, &value);
+        return !ids || ids->Of(id) == place;
+    };
+}
+
 QString WhyRefused(const QString& problem, bool isCut) {
     return problem.isEmpty() && isCut ? u"ファイルが途中で終わっています。"_s : problem;
 }

@@ -52,17 +52,20 @@ struct ForeignArray {
 /// is cut short. Called from several threads at once.
 using ReadArray = std::function<std::vector<float>(std::int32_t step, std::int32_t array)>;
 
-/// Where the values of an array stand in a step so that single ones can be read: point by point or cell by cell, so
-/// many bytes apart.
+/// A component out of the record of a point or cell, which is cut short where the file is. False when the record is not
+/// that of `place`.
+using ReadRecord =
+    std::function<bool(std::span<const char> record, std::int32_t place, std::int32_t component, float& value)>;
+/// Of records that are numbers of a type, behind the point's or cell's own number in 32 bits where there are `ids`.
+ReadRecord BinaryRecord(NumberType type, bool bigEndian, const IdIndex* ids = nullptr);
+
+/// Where the values of an array stand in a step so that single ones can be read: a record for each point or cell.
 struct DirectArray {
     ReadHandle File;
-    qint64 Offset = 0; ///< of the first value
-    qint64 Stride = 0;
-    qint64 Count = 0; ///< of points or cells
-    NumberType Type = NumberType::Float64;
-    bool BigEndian = false;
-    /// When there is one: before the values of each stands its number, in 32 bits.
-    const IdIndex* Ids = nullptr;
+    qint64 Offset = 0; ///< of the first record
+    qint64 Stride = 0; ///< bytes of a record
+    qint64 Count = 0;  ///< of points or cells
+    ReadRecord Value;
 };
 /// Nothing for what has to be read whole. Called from several threads at once.
 using FindArray = std::function<std::optional<DirectArray>(std::int32_t step, std::int32_t array)>;

@@ -6,6 +6,10 @@ namespace {
 
 constexpr std::int32_t realsPerLine = 6;
 
+NumberType binaryType(Form form) {
+    return form == Singles ? NumberType::Float32 : NumberType::Float64;
+}
+
 /// The powers of ten that a double has exactly.
 constexpr auto exactPowers = [] {
     std::array<double, 23> powers{1};
@@ -73,7 +77,7 @@ void readText(FileScanner& in, const Block& block, const Block::TakeEntries& tak
 
 void readBinary(FileScanner& in, const Block& block, const Block::TakeEntries& take) {
     constexpr std::int64_t mostAtOnce = 1024;
-    const NumberType type = block.Written == Singles ? NumberType::Float32 : NumberType::Float64;
+    const NumberType type = binaryType(block.Written);
     const auto components = std::size_t(block.Components);
     const qint64 entryBytes = qint64(sizeof(std::int32_t)) + block.Components * BytesOf(type);
     std::int64_t left = std::min<std::int64_t>(block.Entries, in.Remaining() / entryBytes);
@@ -140,27 +144,49 @@ std::size_t NextEntry(std::string_view text, std::size_t from) {
     return text.npos;
 }
 
-bool Block::Skip(FileScanner& in) const {
+bool Block::Skip(FileScanner& in) {
     if (!IsText()) {
-        const qint64 bytes = Entries * (4 + Components * (Written == Singles ? 4 : 8));
-        const bool isThere = bytes <= in.Remaining();
+        EntryBytes = qint64(sizeof(std::int32_t)) + Components * BytesOf(binaryType(Written));
+        const qint64 bytes = Entries * EntryBytes;
+        const bool isThere = in.CanGive(bytes);
         in.Seek(Offset + std::min(bytes, in.Remaining()));
         return isThere;
     }
     // Where all entries are as long as the first, one look at the end is enough.
     for (qint64 left = (Components - 1) / realsPerLine + 1; left > 0; --left)
         in.Line();
-    const qint64 end = Offset + Entries * (in.Position() - Offset);
+    const qint64 entryBytes = in.Position() - Offset, end = Offset + Entries * entryBytes;
     if (end < in.End()) {
         in.Seek(end);
-        if (const auto line = in.Line(); line && IsKey(*line, "-3"))
+        if (const auto line = in.Line(); line && IsKey(*line, "-3")) {
+            EntryBytes = entryBytes;
             return true;
+        }
         in.Seek(Offset);
     }
     auto line = in.Line();
     while (line && (IsKey(*line, "-1") || IsKey(*line, "-2")))
         line = in.Line();
     return line && IsKey(*line, "-3");
+}
+
+ReadRecord Block::RecordReader(const IdIndex& nodes) const {
+    if (!IsText())
+        return BinaryRecord(binaryType(Written), false, &nodes);
+    return [&nodes, form = Written](std::span<const char> record, std::int32_t place, std::int32_t component,
+                                    float& value) {
+        Lines lines({record.data(), record.size()});
+        std::string_view line = lines.Take();
+        if (!IsKey(line, "-1") || nodes.Of(WholeAt(line, KeyWidth, IdWidth(form))) != place)
+            return false;
+        for (; component >= realsPerLine; component -= realsPerLine) {
+            line = lines.Take();
+            if (!IsKey(line, "-2"))
+                return false;
+        }
+        value = float(RealAt(line, KeyWidth + IdWidth(form) + component * RealWidth));
+        return true;
+    };
 }
 
 void Block::Read(FileScanner& in, const TakeEntries& take) const {

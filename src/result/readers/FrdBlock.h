@@ -2,6 +2,7 @@
 // with the number of its node. Knows no arrays and no steps.
 #pragma once
 
+#include "result/readers/ForeignResult.h"
 #include "result/readers/TextStretches.h"
 
 namespace frd {
@@ -69,10 +70,14 @@ struct Block {
     std::int64_t Entries = 0;
     std::int32_t Components = 0;
     qint64 Offset = 0;
+    qint64 EntryBytes = 0; ///< of each entry; 0 while they are not known to be of one length
 
     bool IsText() const { return Written < Singles; }
-    /// Goes past the block, before which the scanner stands. False when it is cut short.
-    bool Skip(FileScanner& in) const;
+    /// Goes past the block, before which the scanner stands, and sees how long its entries are. False when it is cut
+    /// short.
+    bool Skip(FileScanner& in);
+    /// Reads one component of a node out of its entry; `nodes` is asked as long as it lives.
+    ReadRecord RecordReader(const IdIndex& nodes) const;
     /// Hands on the entries in pieces up to the mark of the block's end, its count, or where one can't be understood:
     /// their numbers, and the reals of each one after the other.
     using TakeEntries = std::function<void(std::span<const std::int64_t> ids, std::span<const double> reals)>;

@@ -242,9 +242,9 @@ bool File::readValues(std::string_view header) {
         Result.Steps.push_back({time, {}});
         stepNumber = number;
     }
-    const Block block{*form, entries, array.Components, in.Position()};
-    blocks.emplace(std::pair(lastStep(), index), block);
+    Block block{*form, entries, array.Components, in.Position()};
     const bool isWhole = block.Skip(in);
+    blocks.emplace(std::pair(lastStep(), index), block);
     Result.Steps.back().End = in.Position();
     return isWhole;
 }
@@ -299,13 +299,9 @@ bool File::Read() {
     };
     Result.Find = [all](std::int32_t step, std::int32_t array) -> std::optional<DirectArray> {
         const Block& block = all->Blocks.at({step, array});
-        if (block.IsText())
+        if (block.EntryBytes == 0)
             return {};
-        const NumberType type = block.Written == Singles ? NumberType::Float32 : NumberType::Float64;
-        constexpr qint64 idBytes = sizeof(std::int32_t);
-        return DirectArray{
-            all->File,  block.Offset + idBytes, idBytes + block.Components * BytesOf(type), block.Entries, type, false,
-            &all->Nodes};
+        return DirectArray{all->File, block.Offset, block.EntryBytes, block.Entries, block.RecordReader(all->Nodes)};
     };
     return true;
 }

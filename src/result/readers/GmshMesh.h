@@ -3,7 +3,7 @@
 
 #include "result/readers/ForeignResult.h"
 #include "result/readers/IdIndex.h"
-#include "result/readers/TextStretches.h"
+#include "result/readers/TextNumbers.h"
 
 /// The numbers of the file one after the other, as text or binary.
 class GmshNumbers {

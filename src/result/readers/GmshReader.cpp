@@ -98,13 +98,9 @@ std::optional<DirectArray> DataFile::Find(std::int32_t step, const ForeignArray&
         std::any_of(section + 1, Sections.end(), isWanted))
         return {};
     constexpr qint64 idBytes = sizeof(std::int32_t), realBytes = sizeof(double);
-    return DirectArray{File,
-                       section->Offset + idBytes,
-                       idBytes + info.Components * realBytes,
-                       section->Entries,
-                       NumberType::Float64,
-                       IsBigEndian,
-                       place == Place::Nodes ? &PointIndex : &CellIndex};
+    return DirectArray{
+        File, section->Offset, idBytes + info.Components * realBytes, section->Entries,
+        BinaryRecord(NumberType::Float64, IsBigEndian, place == Place::Nodes ? &PointIndex : &CellIndex)};
 }
 
 /// One file on its way into a `ForeignResult`.

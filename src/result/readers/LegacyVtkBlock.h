@@ -1,7 +1,8 @@
 // Numbers of one kind in a row in a legacy VTK file: where they stand, what they are, and the reading of them.
 #pragma once
 
-#include "result/readers/TextStretches.h"
+#include "result/readers/TextNumbers.h"
+#include "result/readers/numberTypes.h"
 
 struct LegacyVtkBlock {
     qint64 Offset = 0;

@@ -329,7 +329,7 @@ bool File::Read() {
             const LegacyVtkBlock& block = (*all)[std::size_t(array)];
             const std::int32_t components = arrays[std::size_t(array)].Components;
             return std::optional(DirectArray{openFile, block.Offset, components * BytesOf(block.Type),
-                                             block.Count / components, block.Type, true});
+                                             block.Count / components, BinaryRecord(block.Type, true)});
         };
     return Problem.isEmpty();
 }

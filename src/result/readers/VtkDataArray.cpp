@@ -1,6 +1,6 @@
 #include "result/readers/VtkDataArray.h"
 
-#include "result/readers/TextStretches.h"
+#include "result/readers/TextNumbers.h"
 
 #include <libdeflate.h>
 #include <lz4.h>

@@ -1,6 +1,6 @@
 #include "result/readers/VtkXmlFile.h"
 
-#include "result/readers/TextStretches.h"
+#include "result/readers/TextNumbers.h"
 
 #include <QXmlStreamReader>
 #include <limits>

@@ -144,7 +144,8 @@ std::optional<DirectArray> findArray(const Step& step, const ForeignArray& array
     const std::optional<qint64> offset = data.PlainOffset(handle, count * array.Components);
     if (!offset)
         return {};
-    return DirectArray{handle, *offset, array.Components * BytesOf(data.Type), count, data.Type, data.BigEndian};
+    return DirectArray{handle, *offset, array.Components * BytesOf(data.Type), count,
+                       BinaryRecord(data.Type, data.BigEndian)};
 }
 
 bool requireGrid(const VtkXmlFile& file, QString& problem) {
