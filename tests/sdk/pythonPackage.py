@@ -156,6 +156,8 @@ class Package(unittest.TestCase):
             self.assertEqual([item.displacement for item in result.items], ["x", "", "y"])
             self.assertEqual(meshio.read(self.path).point_data["Disp"].shape, (6, 3))
             np.testing.assert_array_equal(result.nodes, points[:, [0, 2]])
+        cells, = velorin.meshio.read(self.path, second_order=True).cells
+        self.assertEqual((cells.type, cells.data.tolist()), ("triangle6", [list(range(6))]))
         points[3, 1] = 7
         for wrong in (curved, meshio.Mesh(points * 0.0, {"tetra": [range(4)]})):
             self.assertRaises(ValueError, meshio.write, self.path, wrong)

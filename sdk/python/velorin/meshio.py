@@ -21,19 +21,21 @@ _CELLS = {1: "vertex", 2: "line", 3: "triangle", 4: "quad"}
 #: In a result file the middle of an edge stands between its ends.
 _ORDERS = {"line3": (0, 2, 1), "triangle6": (0, 3, 1, 4, 2, 5), "quad8": (0, 4, 1, 5, 2, 6, 3, 7)}
 _ORDERS["quad9"] = _ORDERS["quad8"]
+_CURVED = {6: "triangle6", 8: "quad8"}
 _COMPONENTS = {1: ("",), 2: (" X", " Y"), 3: (" X", " Y", " Z"), 6: (" XX", " YY", " ZZ", " XY", " YZ", " XZ")}
 _DISPLACEMENTS = ("u", "disp", "displacement", "変位")
 
 
-def read(path, step=-1):
-    """A step of a result file as a mesh. Second-order elements come as polygons, components of an item of nodes as
-    one array, and the displacement as one that its name tells."""
+def read(path, step=-1, second_order=False):
+    """A step of a result file as a mesh. Components of an item of nodes come as one array, and the displacement as one
+    that its name tells. A result file does not tell second-order elements from polygons, which they come as; with
+    `second_order` those of six and eight nodes are triangles and quadrilaterals with nodes on their edges."""
     with _read(path) as result:
         elements = [nodes[nodes >= 0] for nodes in result.elements]
         blocks = [(len(elements[run[0]]), run) for run in
                   (list(group) for _, group in itertools.groupby(range(len(elements)), lambda e: len(elements[e])))]
         blocks = [(count, run) for count, run in blocks if count > 0]
-        cells = [(_CELLS.get(count, "polygon"), np.array([elements[e] for e in run])) for count, run in blocks]
+        cells = [_cells(np.array([elements[e] for e in run]), second_order) for _, run in blocks]
         has_steps = len(result.times) > 0
         types = result.types(step) if has_steps else np.zeros(0)
         cell_values = {TYPES: types} if types.any() else {}
@@ -45,6 +47,14 @@ def read(path, step=-1):
         cell_data = {name: [values[run] for _, run in blocks] for name, values in cell_values.items()}
         points = np.pad(result.nodes, ((0, 0), (0, 1)))  # most formats want them in space
         return meshio.Mesh(points, cells, point_data, cell_data)
+
+
+def _cells(nodes, second_order):
+    """Elements of one number of nodes as cells."""
+    count = nodes.shape[1]
+    if second_order and count in _CURVED:
+        return _CURVED[count], nodes[:, np.argsort(_ORDERS[_CURVED[count]])]
+    return _CELLS.get(count, "polygon"), nodes
 
 
 def _joined(values, displacement):

@@ -109,7 +109,9 @@ void TextStretches::startHelpers() {
         }
     };
     try {
-        while (int(helpers.size()) < coreCount() - 1)
+        // As many as there is work for.
+        const qint64 wanted = std::min<qint64>(coreCount() - 1, (limit - plannedEnd) / StretchBytes);
+        while (std::ssize(helpers) < wanted)
             helpers.emplace_back(help);
     } catch (const std::system_error&) {
         // With fewer threads it takes longer.
@@ -123,8 +125,7 @@ std::optional<std::size_t> TextStretches::Next(qint64 wanted) {
     std::unique_lock guard(lock);
     oldest = next;
     limit = std::max(limit, std::min(in.Position() + std::max(wanted, fewestBytes), in.End()));
-    if (helpers.empty() && limit - plannedEnd > StretchBytes)
-        startHelpers();
+    startHelpers();
     changed.notify_all();
     while (!stretchAt(next).IsReady) {
         if (canBegin())
