@@ -99,6 +99,14 @@ void readBinary(FileScanner& in, const Block& block, const Block::TakeEntries& t
 
 } // namespace
 
+std::optional<BlockHead> HeadOf(std::string_view line) {
+    const auto entries = NumberAt<std::int64_t>(line, 24, 12);
+    const auto code = NumberAt<int>(line, 73, 2);
+    if (entries < 1 || entries > std::numeric_limits<std::int32_t>::max() || code < ShortText || code > Doubles)
+        return {};
+    return BlockHead{Form(code), entries};
+}
+
 double RealAt(std::string_view line, qint64 first) {
     // -1.23456E-07: each character has its place.
     const auto digitAt = [text = line.data() + first](qint64 place) { return unsigned(text[place]) - '0'; };

@@ -45,6 +45,14 @@ inline std::int64_t WholeAt(std::string_view line, qint64 first, qint64 width) {
 }
 /// Likewise a real.
 double RealAt(std::string_view line, qint64 first);
+/// What a block's first line says of it.
+struct BlockHead {
+    Form Written = LongText;
+    std::int64_t Entries = 0;
+};
+/// Nothing where that can't be.
+std::optional<BlockHead> HeadOf(std::string_view line);
+
 inline bool IsKey(std::string_view line, std::string_view key) {
     return (line.starts_with(' ') && line.substr(1).starts_with(key)) || Column(line, 0, KeyWidth) == key;
 }

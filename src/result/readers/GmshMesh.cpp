@@ -48,14 +48,6 @@ constexpr std::int64_t mostNodes = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
 
-bool GmshNumbers::Skip(std::int64_t count, NumberType type) {
-    std::array<std::int64_t, MostInRow> some;
-    for (; count > 0; count -= std::min(count, std::ssize(some)))
-        if (!Wholes(std::span(some).first(std::size_t(std::min(count, std::ssize(some)))), type))
-            return false;
-    return true;
-}
-
 bool GmshMesh::ReadNodes(GmshNumbers& in, bool isVersion4) {
     if (!Points.empty() || !(isVersion4 ? readNodes4(in) : readNodes2(in)))
         return false;

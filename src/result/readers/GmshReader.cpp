@@ -1,107 +1,13 @@
 #include "result/readers/GmshReader.h"
 
+#include "result/readers/GmshData.h"
 #include "result/readers/GmshMesh.h"
 
 #include <map>
 
 namespace {
 
-constexpr std::int32_t mostComponents = 99;
-
-enum class Place : std::uint8_t { Nodes, Elements, ElementNodes };
-
-/// A section of values: one array in one step, or a part of that.
-struct DataSection {
-    std::size_t Array = 0;
-    std::int64_t Step = 0;
-    std::int64_t Entries = 0;
-    qint64 Offset = 0;
-};
-
-/// All that reading values later needs.
-struct DataFile {
-    ReadHandle File;
-    bool IsText = true, IsBigEndian = false;
-    std::vector<Place> Places; ///< of each array
-    std::vector<DataSection> Sections;
-    std::vector<std::int64_t> Steps; ///< their numbers in the file
-    IdIndex PointIndex, CellIndex;
-    std::size_t Points = 0, Cells = 0;
-    CellTable NodesOfCells; ///< only where values stand at the nodes of each element
-
-    std::vector<float> Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
-    std::optional<DirectArray> Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const;
-
-private:
-    void readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
-                     std::vector<std::int32_t>& counts) const;
-};
-
-void DataFile::readSection(const DataSection& section, std::size_t components, Place place, std::vector<float>& values,
-                           std::vector<std::int32_t>& counts) const {
-    FileScanner scanner(File);
-    scanner.Seek(section.Offset);
-    GmshNumbers in(scanner);
-    in.IsText = IsText;
-    in.IsBigEndian = IsBigEndian;
-    const GmshNumbers::Run run(in, section.Entries * std::int64_t(components + 1), GmshNumbers::Run::OfReals);
-    std::array<double, mostComponents> row;
-    const std::span<double> entry(row.data(), components);
-    for (std::int64_t left = section.Entries; left > 0; --left) {
-        std::int64_t id = 0, nodes = 1;
-        if (!in.Int(id) || (place == Place::ElementNodes && !in.Int(nodes)) || !in.CanHold(nodes, NumberType::Float64))
-            return;
-        const std::int32_t index = (place == Place::Nodes ? PointIndex : CellIndex).Of(id);
-        for (std::int64_t n = 0; n < nodes; ++n) {
-            std::int32_t target = index;
-            if (place == Place::ElementNodes && index >= 0) {
-                const auto all = NodesOfCells.NodesOf(index);
-                target = n < std::ssize(all) ? all[std::size_t(n)] : -1;
-            }
-            if (!in.Reals(entry))
-                return;
-            if (target < 0)
-                continue;
-            float* sum = &values[std::size_t(target) * components];
-            for (const double value : entry) {
-                *sum = place == Place::ElementNodes ? *sum + float(value) : float(value);
-                ++sum;
-            }
-            if (place == Place::ElementNodes)
-                ++counts[std::size_t(target)];
-        }
-    }
-}
-
-std::vector<float> DataFile::Read(std::int32_t step, const ForeignArray& info, std::int32_t array) const {
-    const Place place = Places[std::size_t(array)];
-    const auto components = std::size_t(info.Components);
-    std::vector<float> values((place == Place::Elements ? Cells : Points) * components);
-    std::vector<std::int32_t> counts(place == Place::ElementNodes ? Points : 0);
-    for (const DataSection& section : Sections)
-        if (section.Array == std::size_t(array) && section.Step == Steps[std::size_t(step)])
-            readSection(section, components, place, values, counts);
-    for (std::size_t node = 0; node < counts.size(); ++node)
-        for (std::size_t c = 0; counts[node] > 1 && c < components; ++c)
-            values[node * components + c] /= float(counts[node]);
-    return values;
-}
-
-/// In a binary section that has the whole array; whether it has it in order is seen by the numbers.
-std::optional<DirectArray> DataFile::Find(std::int32_t step, const ForeignArray& info, std::int32_t array) const {
-    const Place place = Places[std::size_t(array)];
-    const auto isWanted = [&](const DataSection& section) {
-        return section.Array == std::size_t(array) && section.Step == Steps[std::size_t(step)];
-    };
-    const auto section = std::ranges::find_if(Sections, isWanted);
-    if (IsText || place == Place::ElementNodes || section == Sections.end() ||
-        std::any_of(section + 1, Sections.end(), isWanted))
-        return {};
-    constexpr qint64 idBytes = sizeof(std::int32_t), realBytes = sizeof(double);
-    return DirectArray{
-        File, section->Offset, idBytes + info.Components * realBytes, section->Entries,
-        BinaryRecord(NumberType::Float64, IsBigEndian, place == Place::Nodes ? &PointIndex : &CellIndex)};
-}
+using Place = GmshData::Place;
 
 /// One file on its way into a `ForeignResult`.
 class File {
@@ -121,7 +27,7 @@ private:
     bool readFormat();
     bool readSection(std::string_view name);
     bool readData(Place place);
-    bool skipData(Place place, const DataSection& section, std::int64_t components);
+    bool skipData(Place place, const GmshData::Section& section, std::int64_t components);
     std::size_t arrayOf(const QString& name, std::int32_t components, Place place);
     bool skipTo(std::string_view end);
     void finish();
@@ -130,7 +36,7 @@ private:
     GmshNumbers numbers{in};
     bool isVersion4 = false;
     GmshMesh mesh;
-    DataFile data;
+    GmshData data;
     std::map<std::int64_t, ForeignStep> steps; ///< by their numbers
     std::int64_t lastStep = 0;                 ///< that of the section of values read last
 };
@@ -196,18 +102,18 @@ bool File::readData(Place place) {
         if (!in.Number(i == 0 ? step : i == 1 ? components : i == 2 ? entries : other))
             return false;
     in.Line();
-    if (components < 1 || components > mostComponents || !numbers.CanHold(entries, NumberType::Int32))
+    if (components < 1 || components > GmshData::MostComponents || !numbers.CanHold(entries, NumberType::Int32))
         return false;
     if (entries < 1)
         return true;
-    DataSection section{arrayOf(name, std::int32_t(components), place), step, entries, in.Position()};
+    GmshData::Section section{arrayOf(name, std::int32_t(components), place), step, entries, in.Position()};
     data.Sections.push_back(section);
     steps.try_emplace(step, ForeignStep{time, {}, 0});
     lastStep = step;
     return skipData(place, section, components);
 }
 
-bool File::skipData(Place place, const DataSection& section, std::int64_t components) {
+bool File::skipData(Place place, const GmshData::Section& section, std::int64_t components) {
     if (numbers.IsText) // where no name can stand between the numbers
         return SkipTo(in, '$');
     const std::int64_t values = components * qint64(sizeof(double));
@@ -265,14 +171,14 @@ void File::finish() {
         Result.Steps.push_back(step);
         data.Steps.push_back(number);
     }
-    std::ranges::stable_sort(data.Sections, {}, &DataSection::Array);
-    for (const DataSection& section : data.Sections) {
+    std::ranges::stable_sort(data.Sections, {}, &GmshData::Section::Array);
+    for (const GmshData::Section& section : data.Sections) {
         const auto step = std::ranges::lower_bound(data.Steps, section.Step) - data.Steps.begin();
         std::vector<std::int32_t>& there = Result.Steps[std::size_t(step)].Arrays;
         if (there.empty() || there.back() != std::int32_t(section.Array))
             there.push_back(std::int32_t(section.Array));
     }
-    const auto all = std::make_shared<const DataFile>(std::move(data));
+    const auto all = std::make_shared<const GmshData>(std::move(data));
     Result.Read = [all, arrays = Result.Arrays](std::int32_t step, std::int32_t array) {
         return all->Read(step, arrays[std::size_t(array)], array);
     };

@@ -1,7 +1,10 @@
 // The cell types that the two families of VTK files share.
 #pragma once
 
-#include "result/readers/ForeignResult.h"
+#include "result/readers/CellTable.h"
+
+#include <QString>
+#include <string_view>
 
 namespace vtkCells {
 
