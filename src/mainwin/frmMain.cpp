@@ -75,8 +75,18 @@ void frmMain::repaint() {
         scene->Paint();
 }
 
+namespace {
+
+/// Sentences that stand in one line.
+QString together(const QString& first, const QString& second) {
+    const bool needsStop = !first.isEmpty() && !second.isEmpty() && !first.endsWith(u'。');
+    return QString(first + (needsStop ? u"。 "_s : u" "_s) + second).trimmed();
+}
+
+} // namespace
+
 void frmMain::Tell(const QString& line) {
-    notice = NativePath::Shown(notice + u' ' + line).trimmed();
+    notice = together(notice, NativePath::Shown(line).trimmed());
     showTold();
 }
 
@@ -86,7 +96,7 @@ void frmMain::forgetTold() {
 }
 
 void frmMain::showTold() {
-    panels[0]->setText(QString(followed.Note() + u' ' + notice).trimmed());
+    panels[0]->setText(together(followed.Note(), notice));
 }
 
 void frmMain::buildPanels() {
