@@ -5,6 +5,8 @@
 #include <QList>
 #include <algorithm>
 #include <new>
+#include <span>
+#include <utility>
 
 /// Throws where there is not so much memory to be had at once: before calls of libraries that take it without looking.
 inline void requireMemory(std::size_t bytes) {
@@ -29,13 +31,18 @@ QList<T> listOf(qsizetype count, const T& value) {
     return list;
 }
 
+/// A copy of some entries.
+template<class T>
+QList<T> listOf(std::span<const T> entries) {
+    QList<T> list = listOf<T>(std::ssize(entries));
+    std::ranges::copy(entries, list.begin());
+    return list;
+}
+
 /// The entries to write to, a copy of their own when others share the list.
 template<class T>
 T* ownData(QList<T>& list) {
-    if (!list.isEmpty() && !list.isDetached()) {
-        QList<T> own = listOf<T>(list.size());
-        std::copy(list.cbegin(), list.cend(), own.begin());
-        list = std::move(own);
-    }
+    if (!list.isEmpty() && !list.isDetached())
+        list = listOf(std::span<const T>(std::as_const(list)));
     return list.data();
 }

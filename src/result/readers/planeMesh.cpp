@@ -127,8 +127,8 @@ private:
             if (shape.Is != CellShape::Face || shape.PerEdge > 0 || shape.Corners != cells.NodesOf(cell).size())
                 return false;
         }
-        content.FirstCorner = QList<std::int32_t>(cells.FirstNode.begin(), cells.FirstNode.end());
-        content.NodeIndex = QList<std::int32_t>(cells.Nodes.begin(), cells.Nodes.end());
+        content.FirstCorner = listOf(std::span<const std::int32_t>(cells.FirstNode));
+        content.NodeIndex = listOf(std::span<const std::int32_t>(cells.Nodes));
         cellOf.resize(cells.Shapes.size());
         std::iota(cellOf.begin(), cellOf.end(), 0);
         return true;
