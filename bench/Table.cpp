@@ -51,7 +51,9 @@ void Print(const Row& row) {
 }
 
 void Measure(benchmark::State& state, std::int64_t elements, const Task& task) {
-    const auto keepLeast = [](double& least, const std::function<void()>& work) {
+    const auto keepLeast = [&task](double& least, const std::function<void()>& work) {
+        if (task.Before)
+            task.Before();
         const double seconds = secondsOf(work);
         least = std::min(least, seconds);
         return seconds;

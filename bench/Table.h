@@ -25,8 +25,9 @@ void Print(const Row& row);
 /// What a benchmark times.
 struct Task {
     std::function<void()> Run;
-    std::function<void()> Comparison; ///< the ratio's other side, run in turn with it
-    std::function<void()> Base;       ///< part of `Run` that does not count, run in turn with it
+    std::function<void()> Comparison;  ///< the ratio's other side, run in turn with it
+    std::function<void()> Base;        ///< part of `Run` that does not count, run in turn with it
+    std::function<void()> Before = {}; ///< called before each of them, and not timed
 };
 
 /// The benchmark must use manual time. `task` may leave out all but `Run`.
