@@ -10,7 +10,7 @@ class PlotPrinter;
 
 /// The picture in a file and what stands there about it.
 struct PictureFile {
-    QString Title; ///< told in SVG and PDF
+    QString Title = {}; ///< told in SVG and PDF
     DeviceSize Size{1280, 1024};
     /// As wished. Without a wish it is 96, and vector formats divide the same paper by at least 1200 an inch.
     std::optional<int> DotsPerInch = {};
