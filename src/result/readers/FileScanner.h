@@ -32,8 +32,8 @@ public:
     const ReadHandle& File() const { return file; }
     /// Where what is read ends.
     qint64 End() const { return fileEnd; }
-    /// Room for them, which they leave here to be used again.
-    std::vector<std::vector<char>>& SpareBuffers() { return spareBuffers; }
+    /// Room for who reads beside the scanner, left here to be used again.
+    std::vector<char>& SpareBuffer() { return spareBuffer; }
     void Seek(qint64 position);
 
     /// The next line without its end, which is \n, \r\n or \r; nothing at the file's end. Valid until the next call.
@@ -82,7 +82,7 @@ private:
     LoadProgress progress;
     qint64 fileEnd;
     std::vector<char> buffer;
-    std::vector<std::vector<char>> spareBuffers;
+    std::vector<char> spareBuffer;
     qint64 bufferStart = 0; ///< file offset of the buffer's first byte
     qint64 filled = 0;
     qint64 next = 0; ///< first byte of the buffer that has not been taken

@@ -34,10 +34,7 @@ std::size_t TextStretches::Slots() {
 
 TextStretches::TextStretches(FileScanner& scanner, CutRule rule, ParseStretch work)
     : in(scanner), cut(rule), parse(std::move(work)), stretches(Slots()), plannedEnd(in.Position()), limit(plannedEnd) {
-    if (auto& spare = in.SpareBuffers(); !spare.empty()) {
-        ownBuffer = std::move(spare.back());
-        spare.pop_back();
-    }
+    ownBuffer.swap(in.SpareBuffer());
 }
 
 TextStretches::~TextStretches() {
@@ -48,7 +45,7 @@ TextStretches::~TextStretches() {
     }
     changed.notify_all();
     helpers.clear();
-    in.SpareBuffers().push_back(std::move(ownBuffer));
+    ownBuffer.swap(in.SpareBuffer());
 }
 
 /// The pieces that begin in it, and where they stand.
