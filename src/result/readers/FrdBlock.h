@@ -53,6 +53,7 @@ struct BlockHead {
 /// Nothing where that can't be.
 std::optional<BlockHead> HeadOf(std::string_view line);
 
+/// Whether the line begins with the mark.
 inline bool IsKey(std::string_view line, std::string_view key) {
     return (line.starts_with(' ') && line.substr(1).starts_with(key)) || Column(line, 0, KeyWidth) == key;
 }

@@ -43,7 +43,7 @@ public:
     /// Numbers of one width in a row, at most `MostInRow`.
     bool Wholes(std::span<std::int64_t> values, NumberType type) { return read(values, type); }
     bool Reals(std::span<double> values) { return read(values, NumberType::Float64); }
-    static constexpr std::size_t MostInRow = 256;
+    static constexpr std::size_t MostInRow = TextNumbers<double>::MostInRow;
     /// Past so many of them.
     bool Skip(std::int64_t count, NumberType type) {
         std::array<std::int64_t, MostInRow> some;

@@ -24,6 +24,7 @@ template<class T>
 class TextNumbers {
 public:
     enum Lines : std::uint8_t { Ignored, Marked };
+    static constexpr std::size_t MostInRow = 256;
 
     /// `count`: about how many there are.
     TextNumbers(FileScanner& scanner, qint64 count, Lines lines = Ignored);
@@ -35,7 +36,7 @@ public:
     /// Up to `most` of those that come next; none at the file's end and where a word is no number. Valid until the next
     /// call.
     std::span<const T> Some(qint64 most);
-    /// The next `count`, at most 256, together; null when there are fewer. Valid until the next call.
+    /// The next `count`, at most `MostInRow`, together; null when there are fewer. Valid until the next call.
     const T* Row(std::size_t count) {
         if (count > std::size_t(there - next))
             return rowAcross(count);
@@ -68,7 +69,7 @@ private:
     TextStretches stretches;
     std::optional<std::size_t> slot;
     const T *next = nullptr, *there = nullptr;
-    std::array<T, 256> row;
+    std::array<T, MostInRow> row;
 };
 
 /// Past so many words; false when there are fewer.
